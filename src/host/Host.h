@@ -1,0 +1,177 @@
+#pragma once
+
+#include "host/CellArea.h"
+#include "platform/Result.h"
+
+#include <QColor>
+#include <QImage>
+#include <QString>
+#include <QVariant>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+// What the program needs of a spreadsheet program, and no more. Two engines give it: embedded/, which reads files
+// itself, and later a running spreadsheet program. Members keep the names of the customary object model. Failures are
+// thrown as RuntimeError with a sentence that names the workbook, the sheet and the cell.
+
+namespace lumivane {
+
+class Worksheet;
+
+/// Cells of one worksheet: a value, as cheap as its four numbers. Row and Column are those of the top-left cell.
+class SheetRange
+{
+public:
+    SheetRange(Worksheet& sheet, const CellArea& area) : m_sheet(&sheet), m_area(area) {}
+
+    int Row() const { return m_area.firstRow; }
+    int Column() const { return m_area.firstColumn; }
+    int RowsCount() const { return m_area.rows(); }
+    int ColumnsCount() const { return m_area.columns(); }
+    /// Absolute text: "$C$5", "$C$5:$H$20".
+    QString Address() const { return m_area.absolute(); }
+    const CellArea& area() const { return m_area; }
+    Worksheet& sheet() const { return *m_sheet; }
+
+    /// A cell counted from the range's top-left one, from 1.
+    SheetRange Cells(int i, int j) const;
+    /// The cell's value as text, in the form in which a value is written without its number format.
+    QString ValueText() const;
+    /// Points; 0 for a hidden row. Of the first row where the range has several.
+    double RowHeight() const;
+    void setRowHeight(double points) const;
+    /// Characters of the default font; 0 for a hidden column.
+    double ColumnWidth() const;
+    void setColumnWidth(double characters) const;
+
+private:
+    Worksheet* m_sheet;
+    CellArea m_area;
+};
+
+enum class LookAt { Whole = 1, Part = 2 };
+enum class SearchDirection { Next = 1, Previous = 2 };
+enum class SearchOrder { ByRows = 1, ByColumns = 2 };
+
+struct FindQuestion
+{
+    QString what; ///< "*" with LookAt::Part hits any cell that shows something
+    LookAt lookAt = LookAt::Whole;
+    SearchDirection direction = SearchDirection::Next;
+    SearchOrder order = SearchOrder::ByRows;
+};
+
+/// The order in which a search walks an area: it starts just behind the top-left cell and wraps round, so that with
+/// Next the top-left cell comes last and with Previous the bottom-right one comes first.
+class FindOrder
+{
+public:
+    FindOrder(const CellArea& area, SearchDirection direction, SearchOrder order);
+    /// When a cell of the area is examined; smaller is earlier.
+    qint64 rank(int row, int column) const;
+
+private:
+    CellArea m_area;
+    SearchDirection m_direction;
+    SearchOrder m_order;
+};
+
+/// A worksheet of an open workbook. Changes stay with this opening of the workbook; the file is never touched.
+class Worksheet
+{
+public:
+    virtual ~Worksheet() = default;
+
+    virtual QString Name() const = 0;
+    virtual QString WorkbookName() const = 0;
+    virtual bool Visible() const = 0;
+
+    /// A cell or rectangle in A1 notation with or without `$`, whole rows or whole columns. An invalid or empty
+    /// address throws.
+    SheetRange Range(const QString& address);
+    SheetRange Range(const SheetRange& cell1, const SheetRange& cell2);
+    SheetRange Cells(int row, int column);
+    SheetRange Cells();                         ///< all cells of the sheet
+    SheetRange Rows(const QString& key);        ///< "5:12"
+    SheetRange Columns(const QString& letters); ///< "A:C"
+    /// The smallest rectangle of cells in use, formats included; A1 for an empty sheet.
+    SheetRange UsedRange();
+
+    virtual CellArea usedArea() = 0;
+    /// The cells with something to show: area from A1 to the last row and column with contents; none when empty. A
+    /// formula that shows an empty text does not count.
+    virtual std::optional<CellArea> contentArea() = 0;
+
+    virtual QString shownText(int row, int column) = 0; ///< through the number format; never cut to fit
+    virtual QString valueText(int row, int column) = 0; ///< plain
+    virtual double rowHeight(int row) = 0;              ///< points, 0 if hidden
+    virtual void setRowHeight(int firstRow, int lastRow, double points) = 0; ///< 0 hides
+    virtual double columnWidth(int column) = 0;         ///< characters, 0 if hidden
+    virtual void setColumnWidth(int firstColumn, int lastColumn, double characters) = 0;
+    virtual void setInteriorColor(int row, int column, QRgb color) = 0;
+    virtual void setValue(int row, int column, const QVariant& value) = 0;
+
+    /// The first cell of the area, in the exact order of FindOrder, whose shown text or plain value text equals
+    /// (Whole) or holds (Part) the sought text without regard to case.
+    virtual std::optional<CellArea> Find(const CellArea& area, const FindQuestion& question) = 0;
+
+    virtual QStringList ShapeNames() = 0;
+
+    virtual void Activate() = 0;
+    void Select() { Activate(); }
+
+    /// The rectangle as the screen shows it at 96 dpi times `scale`: exactly as wide and high as its visible rows and
+    /// columns. Throws when nothing of it is visible or when it would be larger than a picture may be.
+    virtual QImage CopyPicture(const CellArea& area, double scale = 1) = 0;
+    /// A chart or shape by name. Throws where there is none or where the engine cannot draw it.
+    virtual QImage CopyShapePicture(const QString& name, double scale = 1) = 0;
+};
+
+class Workbook
+{
+public:
+    virtual ~Workbook() = default;
+    virtual QString FullName() const = 0;
+    virtual QString Name() const = 0;
+    virtual QStringList WorksheetNames() const = 0;
+    /// By name without regard to case; null if there is none.
+    virtual std::shared_ptr<Worksheet> WorksheetByName(const QString& name) = 0;
+    virtual std::shared_ptr<Worksheet> ActiveSheet() = 0;
+    virtual void Activate() = 0;
+    /// Reads again what the workbook takes from elsewhere.
+    virtual void RefreshAll() = 0;
+    virtual void Save() = 0;
+    virtual void Close() = 0; ///< without saving
+};
+
+/// A spreadsheet program, or an engine in its place.
+class Application
+{
+public:
+    virtual ~Application() = default;
+
+    bool DisplayAlerts = true;
+    bool IgnoreRemoteRequests = false;
+    bool Visible = false;
+
+    /// Opens a workbook; throws with a sentence that names the file and what is wrong with it.
+    virtual std::shared_ptr<Workbook> Open(const QString& path, bool updateLinks = false) = 0;
+    virtual int WorkbooksCount() const = 0;
+    virtual std::shared_ptr<Workbook> WorkbookItem(int index) = 0; ///< from 1
+    virtual std::shared_ptr<Workbook> ActiveWorkbook() = 0;
+    virtual std::shared_ptr<Worksheet> ActiveSheet() = 0; ///< null when nothing is open
+    virtual void Quit() = 0;
+};
+
+/// How workers and the user's instance come into being; set once by the program, by tests to what they need.
+struct HostFactory
+{
+    std::function<std::unique_ptr<Application>()> worker;       ///< throws when none can be had
+    std::function<std::shared_ptr<Application>()> userInstance; ///< null when the user runs none
+};
+void setHostFactory(HostFactory factory);
+const HostFactory& hostFactory();
+
+} // namespace lumivane

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+namespace lumivane {
+
+class Application;
+class Workbook;
+class Worksheet;
+using XLInstance = std::shared_ptr<Application>;
+
+// Use of spreadsheet instances, and address arithmetic on top of a worksheet.
+
+bool Excel_GetInstance(XLInstance& XLInst);
+/// Makes a hidden worker for one job; an instance that is held is kept.
+bool Excel_Init(XLInstance& XLInst);
+/// Ends a worker: its workbooks close unsaved. Harmless on an empty instance.
+void Excel_Exit(XLInstance& XLInst);
+void CloseWorkbooks(XLInstance& XLInst);
+bool Excel_HasSheet(const std::shared_ptr<Workbook>& wb, const QString& name);
+bool Excel_HasWorkbook(XLInstance& XLInst, const QString& path, bool& otherFolder);
+bool Excel_HasShape(const std::shared_ptr<Worksheet>& ws, const QString& name);
+
+/// Address of the crossing of the last row and the last column with contents, "$H$40"; empty (and logged) for a sheet
+/// without any.
+QString RealBottomRight(Worksheet& ws);
+/// Letters of columns 1 to 256; empty above, throws RuntimeError below 1.
+QString ColLetter(int column);
+qint16 ColNumber(Worksheet& ws, const QString& letters);
+/// One end of an address: "topLeft" or "botRight".
+QString RangeCorner(const QString& address, const QString& corner);
+QString OffsetRows(Worksheet& ws, const QString& rng, qint16 RowOff);
+QString OffsetCols(Worksheet& ws, const QString& rng, qint16 ColOff);
+/// The rectangle `aRng` moved by the distance from `botRng` to `newCell`, size kept, clamped at row and column 1.
+QString MoveRange(Worksheet& ws, const QString& aRng, const QString& botRng, const QString& newCell);
+void ParseAnchorAddress(const QString& address, bool& rowFixed, bool& colFixed);
+
+} // namespace lumivane

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace lumivane {
+
+class Database;
+class Recordset;
+
+/// One spreadsheet file behind panels, with the rule by which its new versions are found. The record's members are
+/// defined in repository/, those that look for new versions in update/.
+class clsPanelSource
+{
+public:
+    qint16 ID = 0;          ///< below 1: not stored yet
+    QString FullPath;       ///< as first pasted from
+    QString Mask;           ///< file name or wildcard
+    QString DestFolder;     ///< working folder, with its delimiter
+    QString NewestFile;     ///< name of the current version in DestFolder
+    QDateTime LastUpdated;  ///< time of the newest version fetched; the frequency counts from it
+    QDateTime LastChecked;  ///< time stamp of the file adopted last
+    qint32 CheckEvery = 0;  ///< minutes
+    QString UpdateType;     ///< "folder", "inbox", "refresh", "default", "NA"
+    QString SourceFolder;   ///< folder to fetch from, with its delimiter
+    QString OLFolder;       ///< mail folder: id ` display name
+    QString OLSubject;
+    QString OLSender;
+    QString OLAttach;
+    QString Macro;
+    QString CmdLine;
+    QString AddedParams;
+    bool HasCustom = false; ///< some panel of this source is custom
+    QDateTime CustomDate;   ///< reserved
+    bool IsUpdated = false; ///< the fetch step has run in this pass
+    bool IsChecked = false; ///< the adopt step has settled in this pass
+
+    // The record (repository/).
+    bool LoadFromDB(int SourceID, const std::shared_ptr<Database>& DB);
+    bool chkHasCustom(int SourceID, const std::shared_ptr<Database>& DB);
+    bool LoadFromRecSet(const std::shared_ptr<Recordset>& rs);
+    bool SaveToDB(const std::shared_ptr<Database>& DB);
+    bool UpdateDB(const std::shared_ptr<Database>& DB);
+    bool DelFromDB(const std::shared_ptr<Database>& DB, int SourceID);
+    void ClearSource();
+    void ClearFlags();
+    /// DestFolder + NewestFile, or FullPath when there is no newest file.
+    QString currentPath() const;
+
+    // Looking for new versions (update/).
+    QDateTime NewestFileTime() const;
+    /// Runs the fetch step if due and the adopt step if not settled. True if settled before or a new version adopted.
+    bool GetLatest(const std::shared_ptr<Database>& DB, bool IsTimer);
+    QString chkRefresh(QDateTime& Dt);
+    QString chkSrcFolder(QDateTime& Dt);
+    QString chkOutlook(QDateTime& Dt);
+    QString chkExtern(QDateTime& Dt);
+    QString Prepped() const;
+
+private:
+    bool InsertDB(const std::shared_ptr<Database>& DB);
+    qint32 GetID(const std::shared_ptr<Database>& DB, const QString& path);
+    void ClearBMPs(const std::shared_ptr<Database>& DB);
+    void AdjustRanges(const std::shared_ptr<Database>& DB, const QString& Path);
+    bool chkUpdates(const std::shared_ptr<Database>& DB);
+    bool chkNewestFile(const std::shared_ptr<Database>& DB);
+    bool UpdateLastChecked(const std::shared_ptr<Database>& DB, const QDateTime& Dt);
+    bool UpdateLastUpdated(const std::shared_ptr<Database>& DB, const QDateTime& Dt);
+
+    friend struct SourceProbe; // tests
+};
+
+/// Every source of the project, loaded once when it is opened. Panels of one file share one object.
+class clsSources
+{
+public:
+    void ClearFlags();
+    std::shared_ptr<clsPanelSource> Source(int ID) const; ///< null if unknown
+    std::shared_ptr<clsPanelSource> SourceByIndex(int Ndx) const; ///< from 1
+    int Count() const;
+    /// The id of the source of this file, found by its current or first path without regard to case, or made.
+    qint16 AddSource(const QString& FullPath);
+    bool LoadAll(const std::shared_ptr<Database>& DB);
+    void Cleanup();
+
+private:
+    std::vector<std::shared_ptr<clsPanelSource>> m_sources;
+    std::map<int, std::shared_ptr<clsPanelSource>> m_byId;
+};
+
+} // namespace lumivane

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <vector>
+
+namespace lumivane {
+
+class Database;
+class clsWorkspacePanel;
+
+/// One dashboard in memory: its row of LvnSavedWorkspace and its panels, counted from 1. A panel window is tied to its
+/// record by that place alone.
+class clsWorkspace
+{
+public:
+    qint32 ID = 0; ///< 0 until stored
+    QString Name;
+    QString Description;
+
+    qint16 NumPanels() const;
+    /// The panel at a place, or null outside 1 to NumPanels.
+    std::shared_ptr<clsWorkspacePanel> Panels(int Index) const;
+    std::shared_ptr<clsWorkspacePanel> PanelsByID(int PanelID) const;
+    /// Appends an empty panel and answers its place.
+    qint16 AddPanel();
+    /// Drops a panel, its row too if asked; later panels move down one place, so their windows must be renumbered.
+    void DelPanel(int Index, bool DelRecord);
+    /// Reads the dashboard and its panels, and marks it in gDB as the newest. False for a dashboard without panels too.
+    bool LoadFromDB(qint32 WorkspaceID, const std::shared_ptr<Database>& Database);
+    bool SaveToDB(const std::shared_ptr<Database>& Database);
+    /// Removes the rows of the dashboard and its panels; sources and cached pictures stay.
+    void Delete(const std::shared_ptr<Database>& Database);
+
+private:
+    bool LoadPanelsFromDB(const std::shared_ptr<Database>& Database);
+    bool UpdateDB(const std::shared_ptr<Database>& Database);
+    bool InsertDB(const std::shared_ptr<Database>& Database);
+    void DelPanels(const std::shared_ptr<Database>& Database);
+    void DelOrphanPanels(const std::shared_ptr<Database>& Database);
+    qint16 CountPanels(const std::shared_ptr<Database>& Database);
+
+    std::vector<std::shared_ptr<clsWorkspacePanel>> m_panels;
+};
+
+} // namespace lumivane

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <memory>
+
+namespace lumivane {
+
+class Database;
+class Recordset;
+class Worksheet;
+class clsPanelSource;
+
+/// A panel's stored definition, one row of LvnSavedPanel, with the working fields of its range logic. The record's
+/// members are defined in repository/, those that look at a worksheet in range/.
+class clsWorkspacePanel
+{
+public:
+    qint16 ID = 0;        ///< below 1: not stored yet
+    qint32 SourceID = 0;  ///< 0: no source
+    QString Comments;
+    QString ContentType;  ///< "S" range, "C" chart or shape, "P" picture file, "M" read like "S"
+    QString IsCustom;     ///< "Y": keeps a personal copy of its workbook
+    QString SheetName;
+    QString PicRange;     ///< moving range ` fixed rows ` fixed columns; for "C" the name of the chart or shape
+    QString RowHeights;   ///< runs such as "5:12=12.75" joined by back-quotes, points
+    QString ColWidths;    ///< runs such as "A:C=8.43" joined by back-quotes, characters
+    QString RelativeTo;   ///< "top", "bottom", "contents"
+    QString ContentMatch; ///< "bottom=", "anchor=", "content=" clauses joined by back-quotes
+    qint16 pLeft = 0, pTop = 0, pWidth = 0, pHeight = 0; ///< window on the dashboard, twips
+    QString ViewType;     ///< "A" autosize, "C" crop, "Z" zoom to fit
+    QDateTime LastViewed = QDateTime(QDate(1900, 1, 1), QTime(0, 0));
+    QString Caption;
+
+    // Working fields, not stored.
+    QString movRange;
+    QString pAdjMovRange;
+    QString NewCell;
+    QString Content;
+    bool anchorRows = false;
+    bool anchorCols = false;
+
+    // The record (repository/).
+    bool LoadFromDB(int PanelID, const std::shared_ptr<Database>& DB);
+    bool LoadFromRecSet(const std::shared_ptr<Database>& DB, const std::shared_ptr<Recordset>& rs);
+    bool SaveToDB(const std::shared_ptr<Database>& DB, qint32 WorkspaceID);
+    bool Delete(const std::shared_ptr<Database>& DB);
+    /// Makes the panel an empty one; heights, widths and fixed parts deliberately stay.
+    void ClearSource();
+    /// The panel's source in gSources, or null.
+    std::shared_ptr<clsPanelSource> Source() const;
+    void BuildPicRange();
+    void ParsePicRange();
+
+    // The range logic (range/). `ws` is the sheet of the version being examined; failures are thrown as RuntimeError.
+    void parseContentMatch(QString& bottom, QString& anchor, QString& content) const;
+    void GetAdjRange(Worksheet& ws);
+    QString FromBottomRight(Worksheet& ws);
+    QString FromAnchor(Worksheet& ws);
+    void AdjustAll(Worksheet& ws);
+    void SetAnchorDefaults(Worksheet& ws);
+    const QString& adjMovRange() const { return pAdjMovRange; }
+    /// Takes the user's selection and panes; tells the user why when it refuses.
+    bool PasteRange(Worksheet& UserWS, const QString& RangeDefs);
+    void GetHeights(Worksheet& WSheet, qint16 start, qint16 last);
+    void GetWidths(Worksheet& WSheet, qint16 start, qint16 last);
+    /// Joins fixed and moving parts on the sheet, lays the stored heights and widths, and gives the rectangle to draw.
+    QString adjRange(Worksheet& ws);
+    void adjHeightWidths(Worksheet& ws);
+    const QString& adjPicRange() const { return pAdjPicRange; }
+
+    qint16 rowOffset() const { return pRowOff; }
+    qint16 columnOffset() const { return pColOff; }
+
+private:
+    bool InsertDB(const std::shared_ptr<Database>& DB, qint32 WorkspaceID);
+    bool UpdateDB(const std::shared_ptr<Database>& DB, qint32 WorkspaceID);
+    bool SplitPaneRanges(Worksheet& UserWS, const QString& RangeDefs);
+    void SaveHeightsWidths(Worksheet& UserWS);
+    void CalcAdjPicRange(Worksheet& ws);
+    void ShiftHeightsWidths(Worksheet& ws);
+
+    qint16 pFixRowFirst = 0, pFixRowLast = 0;
+    QString pFixColFirst, pFixColLast;
+    qint16 pRowOff = 0, pColOff = 0;
+    QString pAdjPicRange;
+
+    friend struct PanelProbe; // tests look at the fixed fields
+};
+
+} // namespace lumivane

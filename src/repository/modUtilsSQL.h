@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+namespace lumivane {
+
+class Database;
+class Recordset;
+
+// The only way to a database. Each procedure traps its failure, logs it under "UtilsSQL" and its own name with the
+// caller and the statement in the text, shows it if ShowError says so, and answers false with the object unchanged.
+
+bool SQL_OpenDatabase(std::shared_ptr<Database>& Database, const QString& DBName, const QString& Connect,
+                      bool ShowError, const QString& CallerModule, const QString& CallerProc);
+bool SQL_Execute(const std::shared_ptr<Database>& Database, const QString& SQL, bool ShowError,
+                 const QString& CallerModule, const QString& CallerProc);
+void SQL_CloseDatabase(std::shared_ptr<Database>& Database, bool ShowError, const QString& CallerModule,
+                       const QString& CallerProc);
+bool SQL_OpenRecordset(const std::shared_ptr<Database>& Database, std::shared_ptr<Recordset>& Recordset,
+                       const QString& SQL, bool ShowError, const QString& CallerModule, const QString& CallerProc);
+
+} // namespace lumivane

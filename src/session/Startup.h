@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+namespace lumivane {
+
+class Database;
+
+// Start-up up to the main window, and the settings of installation and project. See modMain.h for the globals.
+
+/// Log, options and project in this order. False when the program cannot go on; the user has then been told why.
+bool Main_Start();
+void Main_Exit();
+
+bool GetOptionsSettings();
+bool ReadOptions(const QString& File, bool FirstTry);
+void SaveOptions();
+QString GetSystemSettings(const QString& Key);
+bool SaveSystemSettings(const QString& Key, const QString& Value);
+bool DeleteSystemSettings(const QString& Key);
+
+QString GetRepositoryFile();
+bool InitStandard();
+bool InitRepository(std::shared_ptr<Database>& Database, const QString& FileName);
+bool ValidateRepository(const QString& FileName);
+QString GetDefaultRepository();
+void SaveDefaultRepository(const QString& FileName);
+
+} // namespace lumivane

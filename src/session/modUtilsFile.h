@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+namespace lumivane {
+
+// Files and paths. Each procedure traps its own failure, logs it under "modUtilsFile" without a box, and answers false
+// or empty.
+
+/// Wild cards work; a hidden file counts as missing.
+bool FileExists(const QString& File);
+bool FolderExists(const QString& Folder);
+bool FolderCreate(const QString& Folder); ///< one level; an existing folder is a failure
+bool File_Copy(const QString& Source, const QString& Dest); ///< with overwrite; keeps the time of the file
+bool FileRename(const QString& OldName, const QString& NewName); ///< copy, then delete; works across drives
+
+QString PathDelimiter(const QString& Path);
+QString FileFolder(const QString& Path); ///< without the delimiter
+/// Outputs may be null. `Extension` is set only where the file part has a dot beyond its first character.
+void SplitPath(const QString& Path, QString* Folder, QString* Name, QString* Extension);
+
+/// Full path of the file matching a folder and a wild-card name with the latest modification time; of equal times the
+/// first listed. Empty when there is none.
+QString FindNewestFile(const QString& Mask);
+/// Local, whole seconds. Throws RuntimeError 53 when the file is not there.
+QDateTime FileDateTime(const QString& File);
+/// Sets the times of the file. -1 done, 1 the file system refused, 0 the time cannot be converted.
+int AdjustFileTime(const QString& FileName, const QDateTime& Time);
+/// Names matching `*` and `?` without regard to case, files only, hidden ones left out (names beginning with "." and
+/// the lock files of spreadsheet programs), in the order of the directory.
+QStringList Dir(const QString& mask);
+
+} // namespace lumivane

@@ -10,10 +10,10 @@ QString applicationTitle();
 QString executableName();
 
 /// The program folder, with no delimiter at its end: the folder of the executable when a project file lies beside it
-/// (portable use), otherwise "lumivane" below the user's data folder, furnished with the installed empty project the
-/// first time. The one place that decides; everything else asks here.
+/// (portable use), otherwise "lumivane" below the user's data folder, which start-up furnishes with an empty project
+/// when it does not exist yet. The one place that decides; everything else asks here.
 QString programFolder();
-/// For tools and tests: this folder instead.
+/// For tools and tests: this folder instead; an empty text goes back to the rule.
 void setProgramFolder(const QString& folder);
 
 /// The folder text with the platform's delimiter behind it, unless it already ends in either delimiter. An empty text

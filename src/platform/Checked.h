@@ -8,7 +8,10 @@ namespace lumivane {
 /// The one border at which numbers become signed 16-bit ones: stored geometry, row and column numbers of ranges.
 /// Rounds to nearest with halves to even; throws RuntimeError 6 (overflow) beyond the range and never clamps.
 qint16 toInt16(double number);
-inline qint16 toInt16(int number) { return toInt16(static_cast<double>(number)); }
+inline qint16 toInt16(int number)
+{
+    return toInt16(static_cast<double>(number));
+}
 
 /// The number that a text begins with, 0 if it begins with none. The decimal sign is always a point, blanks in front
 /// are skipped: the way in which stored heights, widths and row numbers are read back.

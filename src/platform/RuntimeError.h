@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <exception>
 
@@ -17,6 +18,7 @@ public:
         FileNotFound = 53,
         PathNotFound = 76,
         ObjectNotSet = 91,
+        InvalidUseOfNull = 94,
         ApplicationDefined = 1004, ///< what a spreadsheet host refuses: a bad address, an unknown name
     };
 

@@ -1,0 +1,138 @@
+#include "platform/ApplicationInfo.h"
+#include "platform/Checked.h"
+#include "platform/Clock.h"
+#include "platform/RuntimeError.h"
+
+#include <QDir>
+#include <QTimeZone>
+#include <cmath>
+#include <ctime>
+#include <gtest/gtest.h>
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+TEST(ToInt16, RoundsHalvesToEvenAndKeepsTheBorders)
+{
+    const struct
+    {
+        double number;
+        int expected;
+    } rows[] = {{0.5, 0},  {1.5, 2},         {2.5, 2},         {-0.5, 0},          {-1.5, -2},
+                {2.51, 3}, {32767.4, 32767}, {32767.0, 32767}, {-32768.0, -32768}, {-32768.5, -32768}};
+    for (const auto& row : rows)
+        EXPECT_EQ(toInt16(row.number), row.expected) << row.number;
+}
+
+TEST(ToInt16, NeverClamps)
+{
+    for (const double number : {32767.5, 32768.0, -32769.0, 1e300, double(INFINITY), double(NAN)}) {
+        try {
+            toInt16(number);
+            ADD_FAILURE() << number << " was taken";
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.number(), 6) << number;
+            EXPECT_EQ(error.description(), u"Overflow"_s);
+        }
+    }
+}
+
+TEST(LeadingNumber, ReadsWhatATextBeginsWith)
+{
+    const struct
+    {
+        const char* text;
+        double expected;
+    } rows[] = {{"12.75", 12.75}, {"  8.43x", 8.43}, {"", 0},   {"A", 0},      {"15:3", 15}, {"-3", -3},
+                {"12,75", 12},    {".5", .5},        {"5.", 5}, {"1e2", 100},  {"1e", 1},    {"-", 0},
+                {".", 0},         {"1e+", 1},        {"+7", 7}, {"1.2.3", 1.2}};
+    for (const auto& row : rows)
+        EXPECT_DOUBLE_EQ(leadingNumber(QString::fromLatin1(row.text)), row.expected) << row.text;
+}
+
+TEST(PlainNumber, HasNoNeedlessDigits)
+{
+    EXPECT_EQ(plainNumber(12.75), u"12.75"_s);
+    EXPECT_EQ(plainNumber(0.1 + 0.2), u"0.3"_s);
+    EXPECT_EQ(plainNumber(15), u"15"_s);
+    EXPECT_EQ(plainNumber(1234567), u"1234567"_s);
+    EXPECT_EQ(plainNumber(-0.25), u"-0.25"_s);
+}
+
+/// The local time zone for the time of one test.
+class ZoneGuard
+{
+public:
+    explicit ZoneGuard(const char* zone)
+    {
+        qputenv("TZ", zone);
+        tzset();
+    }
+    ~ZoneGuard()
+    {
+        qunsetenv("TZ");
+        tzset();
+    }
+};
+
+TEST(Times, AreCutToSecondsNeverRounded)
+{
+    const QDateTime time(QDate(2026, 11, 24), QTime(10, 30, 59, 999));
+    EXPECT_EQ(wholeSeconds(time), QDateTime(QDate(2026, 11, 24), QTime(10, 30, 59)));
+    EXPECT_FALSE(wholeSeconds(QDateTime()).isValid());
+}
+
+TEST(Times, ReadBackExactlyEvenInTheRepeatedHour)
+{
+    const ZoneGuard zone("CET-1CEST,M3.5.0,M10.5.0/3");
+    // 02:30 comes twice on this day; both instants have one text, so both must be one time.
+    const QDateTime first = QDateTime::fromString(u"2026-10-25T00:30:00Z"_s, Qt::ISODate);
+    for (const QDateTime& instant : {first, first.addSecs(3600)}) {
+        const QDateTime kept = wholeSeconds(instant);
+        EXPECT_EQ(dateText(kept), u"2026-10-25 02:30:00"_s);
+        EXPECT_EQ(dateFromText(dateText(kept)), kept);
+    }
+}
+
+TEST(Times, TextFormIsFixed)
+{
+    EXPECT_EQ(dateText(QDateTime(QDate(1900, 1, 1), QTime(0, 0))), u"1900-01-01 00:00:00"_s);
+    for (const QString& text : {u"2026-11-24"_s, u"24/11/2026 10:30:00"_s, u""_s, u"2026-13-01 00:00:00"_s})
+        EXPECT_FALSE(dateFromText(text).isValid()) << text.toStdString();
+}
+
+TEST(Clock, CanBeFixedAndLetGo)
+{
+    const QDateTime time(QDate(2001, 2, 3), QTime(4, 5, 6, 700));
+    Clock::setFixed(time);
+    EXPECT_EQ(dateText(Clock::now()), u"2001-02-03 04:05:06"_s);
+    Clock::setFixed({});
+    EXPECT_GT(Clock::now(), time.addYears(1));
+}
+
+TEST(Folders, GetOneDelimiterBehindThem)
+{
+    EXPECT_EQ(withDelimiter(u"/a/b"_s), u"/a/b/"_s);
+    EXPECT_EQ(withDelimiter(u"/a/b/"_s), u"/a/b/"_s);
+    EXPECT_EQ(withDelimiter(u"C:\\data\\"_s), u"C:\\data\\"_s);
+    EXPECT_EQ(withDelimiter(QString()), u"/"_s);
+}
+
+TEST(Folders, ProgramFolderCanBeSetAndHasNoDelimiter)
+{
+    setProgramFolder(u"/tmp/x//y/"_s);
+    EXPECT_EQ(programFolder(), u"/tmp/x/y"_s);
+    setProgramFolder({});
+    EXPECT_FALSE(programFolder().endsWith(u'/'));
+    EXPECT_NE(programFolder(), u"/tmp/x/y"_s);
+}
+
+TEST(RuntimeErrors, CarryTheirTextForTheOutside)
+{
+    const RuntimeError error(1004, u"Größe"_s);
+    EXPECT_STREQ(error.what(), u"Größe"_s.toUtf8().constData());
+    EXPECT_EQ(RuntimeError(RuntimeError::FileNotFound).number(), 53);
+}
+
+} // namespace lumivane

@@ -6,6 +6,7 @@
 #include <QColor>
 #include <QImage>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <functional>
 #include <memory>
@@ -41,9 +42,11 @@ public:
     QString ValueText() const;
     /// Points; 0 for a hidden row. Of the first row where the range has several.
     double RowHeight() const;
+    /// Throws beyond 0 to 409.5 points.
     void setRowHeight(double points) const;
     /// Characters of the default font; 0 for a hidden column.
     double ColumnWidth() const;
+    /// Throws beyond 0 to 255 characters.
     void setColumnWidth(double characters) const;
 
 private:
@@ -57,7 +60,7 @@ enum class SearchOrder { ByRows = 1, ByColumns = 2 };
 
 struct FindQuestion
 {
-    QString what; ///< "*" with LookAt::Part hits any cell that shows something
+    QString what; ///< "*" with LookAt::Part hits any cell with contents; otherwise no character is a wild card
     LookAt lookAt = LookAt::Whole;
     SearchDirection direction = SearchDirection::Next;
     SearchOrder order = SearchOrder::ByRows;
@@ -108,7 +111,7 @@ public:
     virtual QString valueText(int row, int column) = 0; ///< plain
     virtual double rowHeight(int row) = 0;              ///< points, 0 if hidden
     virtual void setRowHeight(int firstRow, int lastRow, double points) = 0; ///< 0 hides
-    virtual double columnWidth(int column) = 0;         ///< characters, 0 if hidden
+    virtual double columnWidth(int column) = 0;                              ///< characters, 0 if hidden
     virtual void setColumnWidth(int firstColumn, int lastColumn, double characters) = 0;
     virtual void setInteriorColor(int row, int column, QRgb color) = 0;
     virtual void setValue(int row, int column, const QVariant& value) = 0;
@@ -118,6 +121,9 @@ public:
     virtual std::optional<CellArea> Find(const CellArea& area, const FindQuestion& question) = 0;
 
     virtual QStringList ShapeNames() = 0;
+    /// What of the area a picture of it lacks, one phrase each, as in `the chart "Sales"`; empty when it shows
+    /// everything. Whoever shows the picture has to say so: a picture with a gap must not pass for a whole one.
+    virtual QStringList undrawn(const CellArea& area) { return {}; }
 
     virtual void Activate() = 0;
     void Select() { Activate(); }

@@ -1,0 +1,160 @@
+#include "host/Host.h"
+
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double maxRowHeightPoints = 409.5;
+constexpr double maxColumnWidthCharacters = 255;
+
+QString sheetPlace(const Worksheet& sheet)
+{
+    return u"sheet \"%1\" of workbook \"%2\""_s.arg(sheet.Name(), sheet.WorkbookName());
+}
+
+[[noreturn]] void refuseAddress(const Worksheet& sheet, const QString& address)
+{
+    throw RuntimeError(RuntimeError::ApplicationDefined,
+                       u"\"%1\" is not an address of cells on %2."_s.arg(address, sheetPlace(sheet)));
+}
+
+/// Also refuses what is no number at all.
+void checkSize(const SheetRange& range, double size, double most, const QString& what)
+{
+    if (size >= 0 && size <= most)
+        return;
+    throw RuntimeError(
+        RuntimeError::ApplicationDefined,
+        u"A %1 of %2 cannot be set for %3 on %4: it has to lie between 0 and %5."_s.arg(
+            what, QString::number(size), range.Address(), sheetPlace(range.sheet()), QString::number(most)));
+}
+
+/// The key alone ("5") means the same as the key twice ("5:5").
+std::optional<CellArea> parseLine(const QString& key)
+{
+    return CellArea::parse(key.contains(u':') ? key : QString(key % u':' % key));
+}
+
+HostFactory& theHostFactory()
+{
+    static HostFactory factory;
+    return factory;
+}
+
+} // namespace
+
+SheetRange SheetRange::Cells(int i, int j) const
+{
+    return m_sheet->Cells(m_area.firstRow + i - 1, m_area.firstColumn + j - 1);
+}
+
+QString SheetRange::ValueText() const
+{
+    return m_sheet->valueText(m_area.firstRow, m_area.firstColumn);
+}
+
+double SheetRange::RowHeight() const
+{
+    return m_sheet->rowHeight(m_area.firstRow);
+}
+
+void SheetRange::setRowHeight(double points) const
+{
+    checkSize(*this, points, maxRowHeightPoints, u"row height"_s);
+    m_sheet->setRowHeight(m_area.firstRow, m_area.lastRow, points);
+}
+
+double SheetRange::ColumnWidth() const
+{
+    return m_sheet->columnWidth(m_area.firstColumn);
+}
+
+void SheetRange::setColumnWidth(double characters) const
+{
+    checkSize(*this, characters, maxColumnWidthCharacters, u"column width"_s);
+    m_sheet->setColumnWidth(m_area.firstColumn, m_area.lastColumn, characters);
+}
+
+FindOrder::FindOrder(const CellArea& area, SearchDirection direction, SearchOrder order)
+    : m_area(area), m_direction(direction), m_order(order)
+{
+}
+
+qint64 FindOrder::rank(int row, int column) const
+{
+    const qint64 down = row - m_area.firstRow;
+    const qint64 right = column - m_area.firstColumn;
+    const qint64 place =
+        m_order == SearchOrder::ByRows ? down * m_area.columns() + right : right * m_area.rows() + down;
+    const qint64 last = qint64(m_area.rows()) * m_area.columns() - 1;
+    if (m_direction == SearchDirection::Previous)
+        return last - place;
+    return place == 0 ? last : place - 1;
+}
+
+SheetRange Worksheet::Range(const QString& address)
+{
+    const auto area = CellArea::parse(address);
+    if (!area)
+        refuseAddress(*this, address);
+    return {*this, *area};
+}
+
+SheetRange Worksheet::Range(const SheetRange& cell1, const SheetRange& cell2)
+{
+    const CellArea& a = cell1.area();
+    const CellArea& b = cell2.area();
+    return {*this, CellArea{std::min(a.firstRow, b.firstRow), std::min(a.firstColumn, b.firstColumn),
+                            std::max(a.lastRow, b.lastRow), std::max(a.lastColumn, b.lastColumn)}};
+}
+
+SheetRange Worksheet::Cells(int row, int column)
+{
+    if (!CellArea::wholeSheet().contains(row, column))
+        refuseAddress(*this, u"row %1, column %2"_s.arg(row).arg(column));
+    return {*this, CellArea::cell(row, column)};
+}
+
+SheetRange Worksheet::Cells()
+{
+    return {*this, CellArea::wholeSheet()};
+}
+
+SheetRange Worksheet::Rows(const QString& key)
+{
+    const auto area = parseLine(key);
+    if (!area || area->columns() != maxColumn)
+        refuseAddress(*this, key);
+    return {*this, *area};
+}
+
+SheetRange Worksheet::Columns(const QString& letters)
+{
+    const auto area = parseLine(letters);
+    if (!area || area->rows() != maxRow)
+        refuseAddress(*this, letters);
+    return {*this, *area};
+}
+
+SheetRange Worksheet::UsedRange()
+{
+    return {*this, usedArea()};
+}
+
+void setHostFactory(HostFactory factory)
+{
+    theHostFactory() = std::move(factory);
+}
+
+const HostFactory& hostFactory()
+{
+    return theHostFactory();
+}
+
+} // namespace lumivane

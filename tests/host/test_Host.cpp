@@ -1,0 +1,82 @@
+#include "support/PlainSheet.h"
+
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+using namespace lumivane;
+using namespace lumivane::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString walk(SearchDirection direction, SearchOrder order)
+{
+    const CellArea area = *CellArea::parse(u"B2:D3");
+    const FindOrder ranks(area, direction, order);
+    std::vector<std::pair<qint64, QString>> visits;
+    for (int row = area.firstRow; row <= area.lastRow; ++row) {
+        for (int column = area.firstColumn; column <= area.lastColumn; ++column)
+            visits.emplace_back(ranks.rank(row, column), CellArea::cell(row, column).relative());
+    }
+    std::sort(visits.begin(), visits.end());
+    QStringList cells;
+    for (const auto& visit : visits)
+        cells.append(visit.second);
+    return cells.join(u' ');
+}
+
+TEST(FindOrder, StartsBehindTheFirstCellAndWraps)
+{
+    EXPECT_EQ(walk(SearchDirection::Next, SearchOrder::ByRows), u"C2 D2 B3 C3 D3 B2"_s);
+    EXPECT_EQ(walk(SearchDirection::Next, SearchOrder::ByColumns), u"B3 C2 C3 D2 D3 B2"_s);
+    EXPECT_EQ(walk(SearchDirection::Previous, SearchOrder::ByRows), u"D3 C3 B3 D2 C2 B2"_s);
+    EXPECT_EQ(walk(SearchDirection::Previous, SearchOrder::ByColumns), u"D3 D2 C3 C2 B3 B2"_s);
+}
+
+TEST(FindOrder, CountsTheWholeSheetWithoutOverflow)
+{
+    const FindOrder ranks(CellArea::wholeSheet(), SearchDirection::Next, SearchOrder::ByRows);
+    EXPECT_EQ(ranks.rank(maxRow, maxColumn), qint64(maxRow) * maxColumn - 2);
+    EXPECT_EQ(ranks.rank(1, 1), qint64(maxRow) * maxColumn - 1);
+}
+
+QString failureOf(const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const RuntimeError& failure) {
+        return QString::number(failure.number()) % u' ' % failure.description();
+    }
+    return u"none"_s;
+}
+
+TEST(Worksheet, RefusalsNameThePlace)
+{
+    PlainSheet sheet(u"Data"_s, u"Report.xlsx"_s);
+    EXPECT_EQ(failureOf([&] { sheet.Range(u""_s); }),
+              u"1004 \"\" is not an address of cells on sheet \"Data\" of workbook \"Report.xlsx\"."_s);
+    EXPECT_EQ(failureOf([&] { sheet.Range(u"B17:32"_s); }),
+              u"1004 \"B17:32\" is not an address of cells on sheet \"Data\" of workbook \"Report.xlsx\"."_s);
+    EXPECT_EQ(failureOf([&] { sheet.Cells(0, 1); }),
+              u"1004 \"row 0, column 1\" is not an address of cells on sheet \"Data\" of workbook \"Report.xlsx\"."_s);
+    EXPECT_EQ(failureOf([&] { sheet.Rows(u"A:C"_s); }).left(4), u"1004"_s);
+    EXPECT_EQ(failureOf([&] { sheet.Columns(u"5:12"_s); }).left(4), u"1004"_s);
+    EXPECT_EQ(failureOf([&] { sheet.Rows(u"5"_s).setRowHeight(410); }),
+              u"1004 A row height of 410 cannot be set for $5:$5 on sheet \"Data\" of workbook \"Report.xlsx\": it has "
+              "to lie between 0 and 409.5."_s);
+    EXPECT_EQ(failureOf([&] { sheet.Columns(u"C"_s).setColumnWidth(std::nan("")); }).left(4), u"1004"_s);
+}
+
+TEST(Worksheet, RowsAndColumnsTakeOneKeyOrTwo)
+{
+    PlainSheet sheet(u"Data"_s);
+    EXPECT_EQ(sheet.Rows(u"7"_s).Address(), u"$7:$7"_s);
+    EXPECT_EQ(sheet.Rows(u"5:12"_s).RowsCount(), 8);
+    EXPECT_EQ(sheet.Columns(u"IV"_s).Column(), 256);
+    EXPECT_EQ(sheet.Range(sheet.Cells(9, 4), sheet.Cells(2, 6)).Address(), u"$D$2:$F$9"_s);
+    EXPECT_EQ(sheet.Range(u"D4:F9"_s).Cells(2, 3).Address(), u"$F$5"_s);
+}
+
+} // namespace

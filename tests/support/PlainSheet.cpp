@@ -1,0 +1,350 @@
+#include "support/PlainSheet.h"
+
+#include "platform/RuntimeError.h"
+
+#include <QColor>
+#include <QHash>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+namespace lumivane::test {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+CellArea areaOf(const QString& address)
+{
+    const auto area = CellArea::parse(address);
+    if (!area)
+        throw RuntimeError(RuntimeError::ApplicationDefined, u"The test names no cells: "_s + address);
+    return *area;
+}
+
+bool sameOrWithin(const QString& text, const FindQuestion& question)
+{
+    return question.lookAt == LookAt::Whole ? text.compare(question.what, Qt::CaseInsensitive) == 0
+                                            : text.contains(question.what, Qt::CaseInsensitive);
+}
+
+int pixelsOfHeight(double points)
+{
+    return static_cast<int>(std::lround(points * 96 / 72));
+}
+
+int pixelsOfWidth(double characters)
+{
+    return characters <= 0 ? 0 : static_cast<int>(std::lround(characters * 7)) + 5;
+}
+
+} // namespace
+
+PlainSheet& PlainSheet::put(const QString& address, const QString& value, const QString& shown)
+{
+    const CellArea area = areaOf(address);
+    PlainCell& target = m_cells[{area.firstRow, area.firstColumn}];
+    target.value = value;
+    target.shown = shown.isNull() ? value : shown;
+    return *this;
+}
+
+PlainSheet& PlainSheet::clear(const QString& address)
+{
+    const CellArea area = areaOf(address);
+    std::erase_if(m_cells, [&](const auto& entry) { return area.contains(entry.first.first, entry.first.second); });
+    return *this;
+}
+
+PlainSheet& PlainSheet::height(const QString& rows, double points)
+{
+    Rows(rows).setRowHeight(points);
+    return *this;
+}
+
+PlainSheet& PlainSheet::width(const QString& columns, double characters)
+{
+    Columns(columns).setColumnWidth(characters);
+    return *this;
+}
+
+PlainSheet& PlainSheet::shape(const QString& name)
+{
+    m_shapes.append(name);
+    return *this;
+}
+
+PlainSheet& PlainSheet::formatted(const QString& address)
+{
+    const CellArea area = areaOf(address);
+    m_cells[{area.firstRow, area.firstColumn}];
+    m_cells[{area.lastRow, area.lastColumn}];
+    return *this;
+}
+
+PlainSheet& PlainSheet::hide()
+{
+    m_visible = false;
+    return *this;
+}
+
+CellArea PlainSheet::usedArea()
+{
+    if (m_cells.empty())
+        return CellArea::cell(1, 1);
+    CellArea used{maxRow, maxColumn, 1, 1};
+    for (const auto& [place, cell] : m_cells) {
+        used.firstRow = std::min(used.firstRow, place.first);
+        used.firstColumn = std::min(used.firstColumn, place.second);
+        used.lastRow = std::max(used.lastRow, place.first);
+        used.lastColumn = std::max(used.lastColumn, place.second);
+    }
+    return used;
+}
+
+std::optional<CellArea> PlainSheet::contentArea()
+{
+    CellArea contents{1, 1, 0, 0};
+    for (const auto& [place, cell] : m_cells) {
+        if (cell.value.isEmpty() && cell.shown.isEmpty())
+            continue;
+        contents.lastRow = std::max(contents.lastRow, place.first);
+        contents.lastColumn = std::max(contents.lastColumn, place.second);
+    }
+    return contents.lastRow ? std::optional(contents) : std::nullopt;
+}
+
+const PlainSheet::PlainCell* PlainSheet::cell(int row, int column) const
+{
+    const auto place = m_cells.find({row, column});
+    return place == m_cells.end() ? nullptr : &place->second;
+}
+
+QString PlainSheet::shownText(int row, int column)
+{
+    const PlainCell* found = cell(row, column);
+    return found ? found->shown : QString();
+}
+
+QString PlainSheet::valueText(int row, int column)
+{
+    const PlainCell* found = cell(row, column);
+    return found ? found->value : QString();
+}
+
+double PlainSheet::rowHeight(int row)
+{
+    const auto place = m_heights.find(row);
+    return place == m_heights.end() ? standardHeight : place->second;
+}
+
+void PlainSheet::setRowHeight(int firstRow, int lastRow, double points)
+{
+    for (int row = firstRow; row <= lastRow; ++row)
+        m_heights[row] = points;
+}
+
+double PlainSheet::columnWidth(int column)
+{
+    const auto place = m_widths.find(column);
+    return place == m_widths.end() ? standardWidth : place->second;
+}
+
+void PlainSheet::setColumnWidth(int firstColumn, int lastColumn, double characters)
+{
+    for (int column = firstColumn; column <= lastColumn; ++column)
+        m_widths[column] = characters;
+}
+
+void PlainSheet::setInteriorColor(int row, int column, QRgb color)
+{
+    m_cells[{row, column}].color = color;
+}
+
+void PlainSheet::setValue(int row, int column, const QVariant& value)
+{
+    PlainCell& target = m_cells[{row, column}];
+    target.value = target.shown = value.toString();
+}
+
+std::optional<CellArea> PlainSheet::Find(const CellArea& area, const FindQuestion& question)
+{
+    const FindOrder order(area, question.direction, question.order);
+    const bool anything = question.what == u"*" && question.lookAt == LookAt::Part;
+    std::optional<CellArea> best;
+    qint64 bestRank = 0;
+    for (const auto& [place, cell] : m_cells) {
+        const auto [row, column] = place;
+        const bool blank = cell.value.isEmpty() && cell.shown.isEmpty();
+        if (blank || !area.contains(row, column))
+            continue;
+        if (!anything && !sameOrWithin(cell.value, question) && !sameOrWithin(cell.shown, question))
+            continue;
+        const qint64 rank = order.rank(row, column);
+        if (!best || rank < bestRank) {
+            best = CellArea::cell(row, column);
+            bestRank = rank;
+        }
+    }
+    return best;
+}
+
+void PlainSheet::Activate()
+{
+    if (m_onActivate)
+        m_onActivate();
+}
+
+QImage PlainSheet::CopyPicture(const CellArea& area, double scale)
+{
+    captured.append(area.relative());
+    std::vector<int> heights, widths;
+    int high = 0, wide = 0;
+    for (int row = area.firstRow; row <= area.lastRow; ++row)
+        high += heights.emplace_back(pixelsOfHeight(rowHeight(row)));
+    for (int column = area.firstColumn; column <= area.lastColumn; ++column)
+        wide += widths.emplace_back(pixelsOfWidth(columnWidth(column)));
+    if (high == 0 || wide == 0)
+        throw RuntimeError(RuntimeError::ApplicationDefined, u"Nothing of the range is visible."_s);
+
+    QImage image(qRound(wide * scale), qRound(high * scale), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.scale(scale, scale);
+    for (int i = 0, y = 0; i < area.rows(); y += heights[static_cast<size_t>(i++)]) {
+        for (int j = 0, x = 0; j < area.columns(); x += widths[static_cast<size_t>(j++)]) {
+            const PlainCell* found = cell(area.firstRow + i, area.firstColumn + j);
+            if (!found || (found->shown.isEmpty() && !found->color))
+                continue;
+            const QRgb color = found->color.value_or(QRgb(0xff000000 | qHash(found->shown, 7)));
+            painter.fillRect(x, y, widths[static_cast<size_t>(j)], heights[static_cast<size_t>(i)], QColor(color));
+        }
+    }
+    return image;
+}
+
+QImage PlainSheet::CopyShapePicture(const QString& name, double scale)
+{
+    if (!m_shapes.contains(name, Qt::CaseInsensitive))
+        throw RuntimeError(RuntimeError::ApplicationDefined, u"There is no chart or shape "_s + name);
+    captured.append(name);
+    QImage image(qRound(200 * scale), qRound(120 * scale), QImage::Format_RGB32);
+    image.fill(QColor(QRgb(0xff000000 | qHash(name, 7))));
+    return image;
+}
+
+PlainWorkbook::PlainWorkbook(const QString& fullName, std::vector<PlainSheet> sheets) : m_fullName(fullName)
+{
+    for (PlainSheet& sheet : sheets) {
+        m_sheets.push_back(std::make_shared<PlainSheet>(std::move(sheet)));
+        m_sheets.back()->m_workbookName = Name();
+        m_sheets.back()->m_onActivate = [this, index = static_cast<int>(m_sheets.size()) - 1] { m_active = index; };
+    }
+}
+
+QString PlainWorkbook::Name() const
+{
+    return m_fullName.mid(m_fullName.lastIndexOf(u'/') + 1);
+}
+
+QStringList PlainWorkbook::WorksheetNames() const
+{
+    QStringList names;
+    for (const auto& sheet : m_sheets)
+        names.append(sheet->Name());
+    return names;
+}
+
+std::shared_ptr<Worksheet> PlainWorkbook::WorksheetByName(const QString& name)
+{
+    for (const auto& sheet : m_sheets) {
+        if (sheet->Name().compare(name, Qt::CaseInsensitive) == 0)
+            return sheet;
+    }
+    return nullptr;
+}
+
+std::shared_ptr<Worksheet> PlainWorkbook::ActiveSheet()
+{
+    return m_sheets.empty() ? nullptr : m_sheets[static_cast<size_t>(m_active)];
+}
+
+void PlainWorkbook::Activate()
+{
+    if (!m_application)
+        return;
+    for (const auto& workbook : m_application->m_workbooks) {
+        if (workbook.get() == this)
+            m_application->m_active = workbook;
+    }
+}
+
+void PlainWorkbook::RefreshAll()
+{
+    if (m_application)
+        m_application->tell(u"refresh "_s + m_fullName);
+}
+
+void PlainWorkbook::Save()
+{
+    if (m_application)
+        m_application->tell(u"save "_s + m_fullName);
+}
+
+void PlainWorkbook::Close()
+{
+    PlainApplication* const application = std::exchange(m_application, nullptr);
+    if (!application)
+        return;
+    application->tell(u"close "_s + m_fullName);
+    auto& open = application->m_workbooks;
+    std::erase_if(open, [this](const auto& workbook) { return workbook.get() == this; });
+    application->m_active = open.empty() ? nullptr : open.back();
+}
+
+HostFactory PlainLibrary::factory()
+{
+    HostFactory result;
+    result.worker = [this] {
+        events.append(u"start"_s);
+        return std::make_unique<PlainApplication>(*this);
+    };
+    result.userInstance = [] { return std::shared_ptr<Application>(); };
+    return result;
+}
+
+std::shared_ptr<Workbook> PlainApplication::Open(const QString& path, bool)
+{
+    tell(u"open "_s + path);
+    const auto book = m_library.books.find(path);
+    if (book == m_library.books.end())
+        throw RuntimeError(RuntimeError::ApplicationDefined, u"The workbook \"%1\" was not found."_s.arg(path));
+    auto workbook = std::make_shared<PlainWorkbook>(path, book->second);
+    workbook->m_application = this;
+    m_workbooks.push_back(workbook);
+    m_active = workbook;
+    return workbook;
+}
+
+std::shared_ptr<Workbook> PlainApplication::WorkbookItem(int index)
+{
+    if (index < 1 || index > WorkbooksCount())
+        throw RuntimeError(RuntimeError::SubscriptOutOfRange);
+    return m_workbooks[static_cast<size_t>(index - 1)];
+}
+
+std::shared_ptr<Worksheet> PlainApplication::ActiveSheet()
+{
+    return m_active ? m_active->ActiveSheet() : nullptr;
+}
+
+void PlainApplication::Quit()
+{
+    for (const auto& workbook : m_workbooks)
+        workbook->m_application = nullptr;
+    m_workbooks.clear();
+    m_active = nullptr;
+    tell(u"quit"_s);
+}
+
+} // namespace lumivane::test

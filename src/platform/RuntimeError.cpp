@@ -17,6 +17,8 @@ QString customaryDescription(RuntimeError::Number number)
         return u"Type mismatch"_s;
     case RuntimeError::FileNotFound:
         return u"File not found"_s;
+    case RuntimeError::PathAccess:
+        return u"Path or file access error"_s;
     case RuntimeError::PathNotFound:
         return u"Path not found"_s;
     case RuntimeError::ObjectNotSet:

@@ -16,6 +16,7 @@ public:
         SubscriptOutOfRange = 9,
         TypeMismatch = 13,
         FileNotFound = 53,
+        PathAccess = 75,
         PathNotFound = 76,
         ObjectNotSet = 91,
         InvalidUseOfNull = 94,

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 
 namespace lumivane {
 
@@ -11,8 +12,8 @@ namespace lumivane {
 /// Wild cards work; a hidden file counts as missing.
 bool FileExists(const QString& File);
 bool FolderExists(const QString& Folder);
-bool FolderCreate(const QString& Folder); ///< one level; an existing folder is a failure
-bool File_Copy(const QString& Source, const QString& Dest); ///< with overwrite; keeps the time of the file
+bool FolderCreate(const QString& Folder);                        ///< one level; an existing folder is a failure
+bool File_Copy(const QString& Source, const QString& Dest);      ///< with overwrite; keeps the time of the file
 bool FileRename(const QString& OldName, const QString& NewName); ///< copy, then delete; works across drives
 
 QString PathDelimiter(const QString& Path);

@@ -1,0 +1,334 @@
+#include "panel/PanelPipeline.h"
+
+#include "host/Host.h"
+#include "platform/ApplicationInfo.h"
+#include "platform/RuntimeError.h"
+#include "repository/clsPanelSource.h"
+#include "repository/clsWorkspacePanel.h"
+#include "session/ProgramFiles.h"
+#include "session/modMain.h"
+#include "session/modUtilsFile.h"
+#include "session/modUtilsLog.h"
+
+#include <QFile>
+#include <QFontDatabase>
+#include <QPainter>
+#include <QScopeGuard>
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString panelModule = u"frmPanel"_s;
+constexpr QSize explanationSize(320, 180);
+
+QString panelLines(const QStringList& lines)
+{
+    return lines.join(u"\r\n"_s);
+}
+
+const QString redefineHint = u"You may have to re-define the dashboard object."_s;
+const QString helpHint = u"See Help for more information."_s;
+
+QString staleWorkbookText()
+{
+    return panelLines({u"The spreadsheet has been changed and not saved."_s,
+                       u"You cannot paste from it at this time."_s, u"Please refer to help for more on this."_s});
+}
+
+std::shared_ptr<clsPanelSource> sourceOf(const PanelPipeline::Record& Panel)
+{
+    if (!Panel)
+        throw RuntimeError(RuntimeError::ObjectNotSet);
+    return Panel->Source();
+}
+
+bool isRange(const clsWorkspacePanel& Panel)
+{
+    return Panel.ContentType == u"S" || Panel.ContentType == u"M";
+}
+
+/// A card with a sentence on it, in place of a picture that no host can draw.
+QImage explanationPicture(const QString& sentence, double scale)
+{
+    QImage image(explanationSize * scale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    image.fill(QColor(0xfa, 0xfa, 0xf7));
+    QPainter painter(&image);
+    painter.setPen(QColor(0x5a, 0x62, 0x70));
+    painter.setFont(QFontDatabase::systemFont(QFontDatabase::GeneralFont));
+    painter.drawText(QRectF(QPointF(0, 0), explanationSize).adjusted(16, 16, -16, -16),
+                     Qt::AlignCenter | Qt::TextWordWrap, sentence);
+    return image;
+}
+
+QString undrawnNotice(Worksheet& sheet, const QString& address)
+{
+    const auto area = CellArea::parse(address);
+    const QStringList missing = area ? sheet.undrawn(*area) : QStringList();
+    return missing.isEmpty() ? QString() : u"Not shown here: %1."_s.arg(missing.join(u", "_s));
+}
+
+} // namespace
+
+bool PanelPipeline::Panel_Load(XLInstance& XLInst, const Record& Panel, bool Refresh)
+{
+    return trapped(u"Panel_Load"_s, [&] {
+        if (!hasInstance(XLInst, u"Panel_Load"_s))
+            return false;
+        const auto source = sourceOf(Panel);
+        if (!source)
+            return failWithBox(u"Panel has no source defined."_s, Prompts::Icon::Exclamation);
+
+        const QString cacheFile = panelPictureFile(Panel->ID);
+        if (Refresh && FileExists(cacheFile))
+            QFile::remove(cacheFile);
+        source->GetLatest(gDB, false);
+        // The check may have moved the stored range on.
+        if (!FileExists(cacheFile))
+            Panel->LoadFromDB(Panel->ID, gDB);
+        return loadContent(XLInst, *source, Panel);
+    });
+}
+
+bool PanelPipeline::Panel_Reload(XLInstance& XLInst, const Record& Panel)
+{
+    return trapped(u"Panel_Reload"_s, [&] {
+        if (!hasInstance(XLInst, u"Panel_Reload"_s))
+            return false;
+        const auto source = sourceOf(Panel);
+        if (!source)
+            return failWithBox(u"Panel has no source defined."_s, Prompts::Icon::Exclamation);
+
+        source->GetLatest(gDB, true);
+        if (FileExists(panelPictureFile(Panel->ID)))
+            return false;
+        return loadContent(XLInst, *source, Panel);
+    });
+}
+
+bool PanelPipeline::loadContent(XLInstance& XLInst, clsPanelSource& source, const Record& Panel)
+{
+    QString path = source.currentPath();
+    if (!FileExists(path)) {
+        const auto found = recoverFile(source, path);
+        if (!found)
+            return false;
+        path = *found;
+    }
+
+    if (Panel->ContentType == u"P") {
+        picTemp = loadPictureFile(path);
+    } else if (isRange(*Panel) || Panel->ContentType == u"C") {
+        const QString openPath = Panel->IsCustom == u"Y" ? source.Prepped() : path;
+        if (!Panel_LoadExcel(openPath, path, false, XLInst, Panel))
+            return false;
+    } else if (!Panel_LoadOther(path)) {
+        return false;
+    }
+
+    if (applyView)
+        applyView(*Panel);
+    return true;
+}
+
+std::optional<QString> PanelPipeline::recoverFile(clsPanelSource& source, const QString& path)
+{
+    const QString missing = u"Unable to load panel.  ["_s + path + u"] not found"_s;
+    if (!ConfirmAction(missing + u". Do you want to look for the file yourself?"_s)) {
+        problem = missing + u'.';
+        return std::nullopt;
+    }
+    const QString chosen = Panel_FindFile();
+    if (chosen.isEmpty()) {
+        failWithBox(u"Unable to load panel.  No file selected."_s, Prompts::Icon::Exclamation);
+        return std::nullopt;
+    }
+    if (!FileExists(chosen)) {
+        failWithBox(u"Unable to load panel.  ["_s + chosen + u"] not found"_s, Prompts::Icon::Exclamation);
+        return std::nullopt;
+    }
+    // NewestFile and Mask stay: a file of another name serves this load only.
+    source.FullPath = chosen;
+    source.DestFolder = withDelimiter(FileFolder(chosen));
+    source.SaveToDB(gDB);
+    return chosen;
+}
+
+QString PanelPipeline::Panel_FindFile()
+{
+    // "*.xls" is meant as a beginning: later formats carry a letter more.
+    return prompts().openFile(
+        {u"Select file to open"_s, u"Microsoft Excel files (*.xls *.xls?);;All files (*)"_s, QString()});
+}
+
+bool PanelPipeline::Panel_LoadExcel(const QString& OpenPath, const QString& SourcePath, bool IsPaste,
+                                    XLInstance& XLInst, const Record& Panel)
+{
+    return trapped(u"Panel_LoadExcel"_s, [&] {
+        if (!hasInstance(XLInst, u"Panel_LoadExcel"_s))
+            return false;
+        if (!Panel)
+            throw RuntimeError(RuntimeError::ObjectNotSet);
+
+        const QString cacheFile = Panel->ID > 0 ? panelPictureFile(Panel->ID) : QString();
+        if (!cacheFile.isEmpty() && FileExists(cacheFile)) {
+            picTemp = loadCachedPicture(cacheFile);
+            return true;
+        }
+
+        const auto workbook = XLInst->Open(OpenPath, true);
+        if (!workbook)
+            return false;
+        m_incomplete = false;
+        bool drawn = false;
+        {
+            const auto closing = qScopeGuard([&] { workbook->Close(); });
+            drawn = loadFromSheet(XLInst, workbook, SourcePath, IsPaste, Panel);
+        }
+        if (drawn && !cacheFile.isEmpty() && !m_incomplete)
+            saveCachedPicture(picTemp, cacheFile);
+        return drawn;
+    });
+}
+
+bool PanelPipeline::loadFromSheet(XLInstance& XLInst, const std::shared_ptr<Workbook>& workbook,
+                                  const QString& SourcePath, bool IsPaste, const Record& Panel)
+{
+    if (!Excel_HasSheet(workbook, Panel->SheetName))
+        return failWithBox(panelLines({u"A sheet named "_s + Panel->SheetName + u" was not found in the workbook ["_s +
+                                           workbook->Name() + u']',
+                                       redefineHint, helpHint}),
+                           Prompts::Icon::Information);
+    const auto sheet = workbook->WorksheetByName(Panel->SheetName);
+    sheet->Select();
+    if (Panel->ContentType == u"C")
+        return captureChart(XLInst, workbook, sheet, IsPaste, Panel);
+    if (isRange(*Panel))
+        return captureRange(XLInst, sheet, SourcePath, IsPaste, Panel);
+    return false;
+}
+
+bool PanelPipeline::captureChart(XLInstance& XLInst, const std::shared_ptr<Workbook>& workbook,
+                                 const std::shared_ptr<Worksheet>& sheet, bool IsPaste, const Record& Panel)
+{
+    if (Excel_HasShape(sheet, Panel->PicRange))
+        return Panel_PasteExcel(XLInst, Panel, u"C"_s, Panel->PicRange);
+    if (IsPaste)
+        return failWithBox(staleWorkbookText(), Prompts::Icon::Critical);
+    return failWithBox(panelLines({u"A chart named "_s + Panel->PicRange + u" was not found in spreadsheet ["_s +
+                                       Panel->SheetName + u"] of worksbook ["_s + workbook->Name() + u']',
+                                   redefineHint, helpHint}),
+                       Prompts::Icon::Information);
+}
+
+bool PanelPipeline::captureRange(XLInstance& XLInst, const std::shared_ptr<Worksheet>& sheet, const QString& SourcePath,
+                                 bool IsPaste, const Record& Panel)
+{
+    if (Panel->IsCustom == u"Y") {
+        Panel_LoadCustom(XLInst, *Panel, SourcePath);
+        sheet->Select();
+        return Panel_PasteExcel(XLInst, Panel, u"S"_s, Panel->adjRange(*sheet));
+    }
+
+    sheet->Select();
+    QString bottom, anchor, content;
+    Panel->parseContentMatch(bottom, anchor, content);
+    if (!bottom.isEmpty() && IsPaste) {
+        const QString recorded = sheet->Range(bottom).Address();
+        if (recorded != sheet->Range(RealBottomRight(*sheet)).Address())
+            return failWithBox(staleWorkbookText(), Prompts::Icon::Critical);
+    }
+    Panel->GetAdjRange(*sheet);
+    return Panel_PasteExcel(XLInst, Panel, u"S"_s, Panel->adjRange(*sheet));
+}
+
+void PanelPipeline::Panel_LoadCustom(XLInstance& XLInst, clsWorkspacePanel& Panel, const QString& SourcePath)
+{
+    // The personal copy was built for display; the range must be found in the true file. What goes wrong here is
+    // passed over, and the range is then drawn where it was located last.
+    try {
+        const auto workbook = XLInst->Open(SourcePath, true);
+        if (!workbook)
+            return;
+        const auto closing = qScopeGuard([&] { workbook->Close(); });
+        if (Excel_HasSheet(workbook, Panel.SheetName))
+            Panel.GetAdjRange(*workbook->WorksheetByName(Panel.SheetName));
+    } catch (const RuntimeError&) {
+    }
+}
+
+bool PanelPipeline::Panel_PasteExcel(XLInstance& XLInst, const Record& Panel, const QString& ContentType,
+                                     const QString& Range)
+{
+    return trapped(u"Panel_PasteExcel"_s, [&] {
+        const auto sheet = XLInst ? XLInst->ActiveSheet() : nullptr;
+        if (!sheet)
+            return false;
+        if (ContentType == u"C") {
+            if (!sheet->ShapeNames().contains(Range, Qt::CaseInsensitive))
+                return failWithBox(
+                    panelLines({u"A chart named "_s + Range + u" was not found in spreadsheet ["_s + sheet->Name() +
+                                    u"] of workbook ["_s + sheet->WorkbookName() + u"]."_s,
+                                redefineHint, helpHint}),
+                    Prompts::Icon::Exclamation);
+            captureShape(*sheet, Range, *Panel);
+        } else if (ContentType == u"S") {
+            const SheetRange cells = sheet->Range(Range);
+            picTemp.image = sheet->CopyPicture(cells.area(), m_scale);
+            picTemp.image.setDevicePixelRatio(m_scale);
+            picTemp.notice = undrawnNotice(*sheet, Range);
+        }
+        Panel->ContentType = ContentType;
+        return true;
+    });
+}
+
+void PanelPipeline::captureShape(Worksheet& sheet, const QString& name, const clsWorkspacePanel& Panel)
+{
+    try {
+        picTemp.image = sheet.CopyShapePicture(name, m_scale);
+        picTemp.image.setDevicePixelRatio(m_scale);
+        picTemp.notice.clear();
+    } catch (const RuntimeError& error) {
+        // The chart is there and only this host cannot draw it: that is no reason to offer the panel for deletion.
+        LogError(panelModule, u"Panel_PasteExcel"_s, error.number(), error.description(), false);
+        picTemp.image = explanationPicture(error.description(), m_scale);
+        picTemp.notice = u"Panel '%1' shows no current picture."_s.arg(Panel.Caption);
+        m_incomplete = true;
+    }
+}
+
+bool PanelPipeline::failWithBox(const QString& text, Prompts::Icon icon)
+{
+    problem = text;
+    prompts().message(text, icon);
+    return false;
+}
+
+bool PanelPipeline::trapped(const QString& procedure, const std::function<bool()>& steps)
+{
+    // An inner procedure's reason stands until the next attempt as a whole.
+    if (procedure == u"Panel_Load" || procedure == u"Panel_Reload")
+        problem.clear();
+    try {
+        return steps();
+    } catch (const RuntimeError& error) {
+        problem = error.description();
+        LogError(panelModule, procedure, error.number(), error.description(), true);
+        return false;
+    }
+}
+
+bool PanelPipeline::hasInstance(const XLInstance& XLInst, const QString& procedure)
+{
+    if (XLInst)
+        return true;
+    LogEvent(panelModule, procedure, u"XLInst Is Nothing"_s, false);
+    problem = u"The workbook engine could not be started."_s;
+    return false;
+}
+
+} // namespace lumivane

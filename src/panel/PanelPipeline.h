@@ -1,0 +1,72 @@
+#pragma once
+
+#include "host/modUtilsExcel.h"
+#include "panel/PanelPicture.h"
+#include "platform/Prompts.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace lumivane {
+
+class clsPanelSource;
+class clsWorkspacePanel;
+class Workbook;
+class Worksheet;
+
+/// Gets the picture of one panel: from its cached bitmap, from its workbook, or from a picture file. Works without a
+/// window, so that a dashboard can also be refreshed from a script; a window gives `applyView`.
+///
+/// The only word between the update engine and this class is the cached file: where there is none, the picture is drawn
+/// anew. Failures are logged and told by `prompts()` as each procedure says, and kept in `problem` for the panel.
+class PanelPipeline
+{
+public:
+    using Record = std::shared_ptr<clsWorkspacePanel>;
+
+    PanelPicture picTemp; ///< the full picture in its own size; what it held stays when a load fails
+    QString problem;      ///< why the last load or reload failed; empty when it did not
+    /// Run at the end of a successful load or reload, inside its trap.
+    std::function<void(clsWorkspacePanel&)> applyView;
+
+    /// Pixels to a logical pixel of the screen; captures are asked for at this scale where it is above 1.
+    void setScale(double scale) { m_scale = scale; }
+
+    /// True when the picture is in picTemp and the view was applied.
+    bool Panel_Load(XLInstance& XLInst, const Record& Panel, bool Refresh);
+    /// True when the picture was drawn anew, false when the cached file still stood (`problem` is then empty) or on a
+    /// failure.
+    bool Panel_Reload(XLInstance& XLInst, const Record& Panel);
+    /// OpenPath is read from; SourcePath is the true source file, in which a custom panel's range is located.
+    bool Panel_LoadExcel(const QString& OpenPath, const QString& SourcePath, bool IsPaste, XLInstance& XLInst,
+                         const Record& Panel);
+    /// Captures from the active sheet of the instance: kind "S" an address, kind "C" a chart or shape by name. A chart
+    /// that is there but that the host cannot draw is answered by a picture that says so, never by an empty one.
+    bool Panel_PasteExcel(XLInstance& XLInst, const Record& Panel, const QString& ContentType, const QString& Range);
+
+private:
+    bool loadContent(XLInstance& XLInst, clsPanelSource& source, const Record& Panel);
+    void Panel_LoadCustom(XLInstance& XLInst, clsWorkspacePanel& Panel, const QString& SourcePath);
+    bool Panel_LoadOther(const QString& Path) { return true; }
+    QString Panel_FindFile();
+    std::optional<QString> recoverFile(clsPanelSource& source, const QString& path);
+
+    bool loadFromSheet(XLInstance& XLInst, const std::shared_ptr<Workbook>& workbook, const QString& SourcePath,
+                       bool IsPaste, const Record& Panel);
+    bool captureChart(XLInstance& XLInst, const std::shared_ptr<Workbook>& workbook,
+                      const std::shared_ptr<Worksheet>& sheet, bool IsPaste, const Record& Panel);
+    bool captureRange(XLInstance& XLInst, const std::shared_ptr<Worksheet>& sheet, const QString& SourcePath,
+                      bool IsPaste, const Record& Panel);
+    void captureShape(Worksheet& sheet, const QString& name, const clsWorkspacePanel& Panel);
+
+    bool failWithBox(const QString& text, Prompts::Icon icon);
+    /// The one handler of a procedure: logs a run-time error under its name with a box, and answers false.
+    bool trapped(const QString& procedure, const std::function<bool()>& steps);
+    bool hasInstance(const XLInstance& XLInst, const QString& procedure);
+
+    double m_scale = 1;
+    bool m_incomplete = false; ///< picTemp only says what cannot be drawn, and must not be kept as the panel's picture
+};
+
+} // namespace lumivane

@@ -1,0 +1,141 @@
+#include "panel/PanelStyle.h"
+
+#include <QFontDatabase>
+#include <QPainter>
+#include <QStyleOption>
+
+namespace lumivane {
+
+namespace {
+
+constexpr int titlePadding = 8;
+constexpr int titleButton = 18;
+/// Wide enough to be caught with the mouse for resizing; only its outermost pixel is drawn as a line.
+constexpr int panelBorder = 4;
+constexpr int titleHeight = 22;
+
+struct PanelColors
+{
+    QColor title, text, line;
+};
+
+PanelColors panelColors(bool active)
+{
+    if (active)
+        return {QColor(0xe8, 0xef, 0xf5), QColor(0x1f, 0x2d, 0x3d), QColor(0x8f, 0xa9, 0xbf)};
+    return {QColor(0xf4, 0xf6, 0xf8), QColor(0x5a, 0x67, 0x75), QColor(0xd5, 0xdb, 0xe1)};
+}
+
+bool isHot(const QStyleOptionTitleBar& title, QStyle::SubControl control)
+{
+    return title.activeSubControls.testFlag(control) && title.state.testFlag(QStyle::State_MouseOver);
+}
+
+void drawMinimizeButton(QPainter& painter, const QRect& button, const QColor& color, bool restores)
+{
+    painter.setPen(QPen(color, 1.4));
+    const QRectF glyph = QRectF(button).adjusted(5, 5, -5, -5);
+    if (restores)
+        painter.drawRect(glyph);
+    else
+        painter.drawLine(glyph.bottomLeft(), glyph.bottomRight());
+}
+
+} // namespace
+
+PanelStyle::PanelStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+QFont PanelStyle::captionFont()
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::TitleFont);
+    font.setPointSizeF(qMax(8.0, QFontDatabase::systemFont(QFontDatabase::GeneralFont).pointSizeF()));
+    font.setWeight(QFont::DemiBold);
+    return font;
+}
+
+int PanelStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
+{
+    switch (metric) {
+    case PM_TitleBarHeight:
+        return qMax(titleHeight, QFontMetrics(captionFont()).height() + 6);
+    case PM_MdiSubWindowFrameWidth:
+        return panelBorder;
+    case PM_MdiSubWindowMinimizedWidth:
+        return 200;
+    case PM_ScrollBarExtent:
+        return 12;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+QRect PanelStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl subControl,
+                                 const QWidget* widget) const
+{
+    const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+    if (control != CC_TitleBar || !title)
+        return QProxyStyle::subControlRect(control, option, subControl, widget);
+
+    const bool minimized = title->titleBarState & Qt::WindowMinimized;
+    const QRect button(title->rect.right() - titlePadding / 2 - titleButton,
+                       title->rect.top() + (title->rect.height() - titleButton) / 2 + 1, titleButton, titleButton);
+    switch (subControl) {
+    case SC_TitleBarLabel:
+        return visualRect(title->direction, title->rect,
+                          QRect(QPoint(title->rect.left() + titlePadding, title->rect.top()),
+                                QPoint(button.left() - 2, title->rect.bottom())));
+    case SC_TitleBarMinButton:
+        return minimized ? QRect() : visualRect(title->direction, title->rect, button);
+    case SC_TitleBarNormalButton:
+        return minimized ? visualRect(title->direction, title->rect, button) : QRect();
+    default:
+        return {};
+    }
+}
+
+void PanelStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                    const QWidget* widget) const
+{
+    const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+    if (control != CC_TitleBar || !title) {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        return;
+    }
+
+    const PanelColors colors = panelColors(title->titleBarState & State_Active);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    painter->fillRect(title->rect, colors.title);
+    painter->setPen(colors.text);
+    painter->setFont(captionFont());
+    const QRect label = subControlRect(control, title, SC_TitleBarLabel, widget);
+    painter->drawText(label, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                      QFontMetrics(captionFont()).elidedText(title->text, Qt::ElideRight, label.width()));
+
+    painter->setRenderHint(QPainter::Antialiasing);
+    for (const SubControl button : {SC_TitleBarMinButton, SC_TitleBarNormalButton}) {
+        const QRect place = subControlRect(control, title, button, widget);
+        if (place.isEmpty())
+            continue;
+        if (isHot(*title, button))
+            painter->fillRect(place, colors.line);
+        drawMinimizeButton(*painter, place, colors.text, button == SC_TitleBarNormalButton);
+    }
+    painter->restore();
+}
+
+void PanelStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const
+{
+    if (element != PE_FrameWindow || !widget || !widget->inherits("QMdiSubWindow")) {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        return;
+    }
+    const PanelColors colors = panelColors(option->state & State_Active);
+    painter->save();
+    painter->setPen(colors.line);
+    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    painter->restore();
+}
+
+} // namespace lumivane

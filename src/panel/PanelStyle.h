@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QFont>
+#include <QProxyStyle>
+
+namespace lumivane {
+
+/// Draws panel windows: a slim title with the caption at its left (centring is done by the caption's own blanks), one
+/// thin border, and buttons that are lines. All else is left to the style below it.
+class PanelStyle : public QProxyStyle
+{
+    Q_OBJECT
+
+public:
+    PanelStyle();
+
+    static QFont captionFont();
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl subControl,
+                         const QWidget* widget) const override;
+};
+
+} // namespace lumivane

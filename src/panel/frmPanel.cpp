@@ -1,0 +1,406 @@
+#include "panel/frmPanel.h"
+
+#include "panel/PanelCaption.h"
+#include "panel/PanelStyle.h"
+#include "panel/PictureBox.h"
+#include "panel/Twips.h"
+#include "platform/Checked.h"
+#include "platform/Clock.h"
+#include "platform/RuntimeError.h"
+#include "repository/clsPanelSource.h"
+#include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
+#include "session/modMain.h"
+#include "session/modUtilsLog.h"
+
+#include <QCloseEvent>
+#include <QContextMenuEvent>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QSignalBlocker>
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int noticePadding = 6;
+
+QRect pixelRect(const TwipsRect& rect)
+{
+    return {toPixels(rect.left), toPixels(rect.top), toPixels(rect.width), toPixels(rect.height)};
+}
+
+qint16 captionWidth(const QString& text)
+{
+    return toInt16(toTwips(QFontMetricsF(PanelStyle::captionFont()).horizontalAdvance(text)));
+}
+
+} // namespace
+
+frmPanel::frmPanel(std::function<bool()> editMode, QWidget* parent)
+    : QMdiSubWindow(parent, Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowMinimizeButtonHint),
+      m_editMode(std::move(editMode))
+{
+    setObjectName(u"frmPanel"_s);
+    setAttribute(Qt::WA_DeleteOnClose, false);
+    buildParts();
+    m_pipeline.applyView = [this](clsWorkspacePanel& Panel) { Panel_ApplyView(Panel); };
+}
+
+frmPanel::~frmPanel() = default;
+
+void frmPanel::buildParts()
+{
+    m_client = new QWidget;
+    m_client->setObjectName(u"client"_s);
+    m_client->setFocusPolicy(Qt::ClickFocus);
+    m_client->setBackgroundRole(QPalette::Base);
+    m_client->setAutoFillBackground(true);
+    picFrame = new QWidget(m_client);
+    picFrame->setObjectName(u"picFrame"_s);
+    picPanel = new PictureBox(picFrame);
+    picPanel->setObjectName(u"picPanel"_s);
+
+    VScroll1 = new QScrollBar(Qt::Vertical, m_client);
+    VScroll1->setObjectName(u"VScroll1"_s);
+    HScroll1 = new QScrollBar(Qt::Horizontal, m_client);
+    HScroll1->setObjectName(u"HScroll1"_s);
+    VScroll1->hide();
+    HScroll1->hide();
+    connect(VScroll1, &QScrollBar::valueChanged, this,
+            [this](int value) { picPanel->move(picPanel->x(), -toPixels(value)); });
+    connect(HScroll1, &QScrollBar::valueChanged, this,
+            [this](int value) { picPanel->move(-toPixels(value), picPanel->y()); });
+
+    m_notice = new QLabel(m_client);
+    m_notice->setObjectName(u"noticeLabel"_s);
+    m_notice->setStyleSheet(
+        u"QLabel { background: #fff6dc; color: #5c4a12; border-top: 1px solid #e7d49a; padding: 3px 6px; }"_s);
+    m_notice->hide();
+
+    m_client->installEventFilter(this);
+    setWidget(m_client);
+}
+
+bool frmPanel::Panel_Load(XLInstance& XLInst, bool Refresh)
+{
+    IsLoad = true;
+    IsDirty = false;
+    m_pipeline.setScale(devicePixelRatioF());
+    const bool loaded = m_pipeline.Panel_Load(XLInst, record(), Refresh);
+    if (loaded)
+        IsLoad = false;
+    showNotice();
+    return loaded;
+}
+
+bool frmPanel::Panel_Reload(XLInstance& XLInst)
+{
+    IsLoad = true;
+    m_pipeline.setScale(devicePixelRatioF());
+    const bool drawn = m_pipeline.Panel_Reload(XLInst, record());
+    if (drawn)
+        IsLoad = false;
+    showNotice();
+    return drawn;
+}
+
+void frmPanel::Panel_ApplyView(clsWorkspacePanel& Panel)
+{
+    if (Panel.ViewType == u"C") {
+        setWindowSize(Panel.pWidth, Panel.pHeight);
+        Panel_Crop();
+    } else if (Panel.ViewType == u"Z") {
+        setWindowSize(Panel.pWidth, Panel.pHeight);
+        Panel_ZoomToFit();
+    } else {
+        Panel_Autosize();
+    }
+    SetCaption();
+}
+
+void frmPanel::Panel_Autosize()
+{
+    setView(u"A"_s);
+    const TwipsSize wanted = autosizeWindow(measures(), m_pipeline.picTemp.size());
+    setWindowSize(wanted.width, wanted.height);
+    layOut(autosizeLayout(measures(), m_pipeline.picTemp.size()), false);
+    if (const auto panel = record()) {
+        panel->pWidth = toInt16(Width());
+        panel->pHeight = toInt16(Height());
+    }
+    SetCaption();
+    markDirty();
+    Q_EMIT viewChanged();
+}
+
+void frmPanel::Panel_Crop()
+{
+    setView(u"C"_s);
+    layOut(cropLayout(measures(), m_pipeline.picTemp.size()), false);
+    markDirty();
+    Q_EMIT viewChanged();
+}
+
+void frmPanel::Panel_ZoomToFit()
+{
+    setView(u"Z"_s);
+    layOut(zoomLayout(measures()), true);
+    markDirty();
+    Q_EMIT viewChanged();
+}
+
+void frmPanel::Panel_ToggleMark()
+{
+    if (m_editMode()) {
+        if (!IsBase)
+            IsMarked = !IsMarked;
+        SetCaption();
+    } else {
+        IsMarked = false;
+        IsBase = false;
+    }
+}
+
+void frmPanel::SetCaption()
+{
+    const auto panel = record();
+    if (!panel)
+        return;
+    PanelMark mark = PanelMark::None;
+    if (m_editMode())
+        mark = IsBase ? PanelMark::Base : IsMarked ? PanelMark::Marked : PanelMark::None;
+    std::optional<QDateTime> stamp;
+    const auto source = panel->Source();
+    if (gPanelTimeStamp && source)
+        stamp = source->NewestFileTime();
+    QString text = panelCaptionText(panel->Caption, mark, stamp, Clock::now());
+    setAccessibleName(text);
+    if (gCaptionAlignment != u"Left") {
+        const int blanks = centringBlanks(ScaleWidth(), captionWidth(text), captionWidth(QString(100, u' ')));
+        text.prepend(QString(qMax(0, blanks), u' '));
+    }
+    setWindowTitle(text);
+}
+
+void frmPanel::Form_Resize()
+{
+    const auto panel = record();
+    if (!panel || isMinimized() || m_unloading)
+        return;
+    try {
+        SetCaption();
+        if (panel->ViewType == u"A")
+            Panel_Autosize();
+        else if (panel->ViewType == u"C")
+            Panel_Crop();
+        else if (panel->ViewType == u"Z")
+            Panel_ZoomToFit();
+        markDirty();
+    } catch (const RuntimeError& error) {
+        // No box: one for each step of the mouse would come.
+        LogError(u"frmPanel"_s, u"Form_Resize"_s, error.number(), error.description(), false);
+        m_pipeline.problem = u"This size cannot be kept: %1"_s.arg(error.description());
+    }
+    showNotice();
+}
+
+void frmPanel::setView(const QString& viewType)
+{
+    if (const auto panel = record())
+        panel->ViewType = viewType;
+}
+
+void frmPanel::markDirty()
+{
+    if (!IsLoad)
+        IsDirty = true;
+}
+
+PanelMeasures frmPanel::measures() const
+{
+    PanelMeasures measures;
+    measures.window = {toTwips(width()), toTwips(height())};
+    measures.client = {ScaleWidth(), ScaleHeight()};
+    measures.barThickness = toTwips(style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this));
+    return measures;
+}
+
+void frmPanel::layOut(const PanelLayout& layout, bool stretched)
+{
+    picFrame->setGeometry(pixelRect(layout.frame));
+    picPanel->setPicture(m_pipeline.picTemp.image, stretched);
+    picPanel->setGeometry(pixelRect(layout.picture));
+    placeBar(*VScroll1, layout.vertical);
+    placeBar(*HScroll1, layout.horizontal);
+}
+
+void frmPanel::placeBar(QScrollBar& bar, const ScrollBarPlace& place)
+{
+    // The picture has just been put back to its corner, and the bar goes with it.
+    const QSignalBlocker blocker(bar);
+    bar.setRange(0, place.max);
+    bar.setPageStep(place.largeChange);
+    bar.setSingleStep(place.smallChange);
+    bar.setValue(0);
+    bar.setGeometry(pixelRect(place.place));
+    bar.setVisible(place.visible);
+    if (place.visible)
+        bar.raise();
+}
+
+void frmPanel::showNotice()
+{
+    const QString text = m_pipeline.problem.isEmpty() ? m_pipeline.picTemp.notice
+                                                      : u"Not up to date. "_s + m_pipeline.problem.simplified();
+    m_notice->setVisible(!text.isEmpty());
+    m_notice->setToolTip(text);
+    m_notice->setAccessibleName(text);
+    if (text.isEmpty())
+        return;
+    const int clientWidth = toPixels(ScaleWidth());
+    m_notice->setText(m_notice->fontMetrics().elidedText(text, Qt::ElideRight, clientWidth - 2 * noticePadding));
+    const int noticeHeight = m_notice->sizeHint().height();
+    m_notice->setGeometry(0, toPixels(ScaleHeight()) - noticeHeight, clientWidth, noticeHeight);
+    m_notice->raise();
+}
+
+std::shared_ptr<clsWorkspacePanel> frmPanel::record() const
+{
+    return gWorkspace ? gWorkspace->Panels(Index) : nullptr;
+}
+
+QPoint frmPanel::scrolledBy() const
+{
+    const QMdiArea* area = mdiArea();
+    return area ? QPoint(area->horizontalScrollBar()->value(), area->verticalScrollBar()->value()) : QPoint();
+}
+
+QRect frmPanel::dashboardGeometry() const
+{
+    // A minimized panel goes back to where it was; that is its place.
+    return isMinimized() && m_restored.isValid() ? m_restored : geometry().translated(scrolledBy());
+}
+
+float frmPanel::Left() const
+{
+    return toTwips(dashboardGeometry().left());
+}
+
+float frmPanel::Top() const
+{
+    return toTwips(dashboardGeometry().top());
+}
+
+float frmPanel::Width() const
+{
+    return toTwips(dashboardGeometry().width());
+}
+
+float frmPanel::Height() const
+{
+    return toTwips(dashboardGeometry().height());
+}
+
+float frmPanel::ScaleWidth() const
+{
+    return toTwips(width() - contentsMargins().left() - contentsMargins().right());
+}
+
+float frmPanel::ScaleHeight() const
+{
+    return toTwips(height() - contentsMargins().top() - contentsMargins().bottom());
+}
+
+void frmPanel::setPlace(float left, float top)
+{
+    move(QPoint(toPixels(left), toPixels(top)) - scrolledBy());
+    rememberGeometry();
+}
+
+void frmPanel::setWindowSize(float width, float height)
+{
+    resize(toPixels(width), toPixels(height));
+}
+
+void frmPanel::rememberGeometry()
+{
+    if (!isMinimized())
+        m_restored = geometry().translated(scrolledBy());
+}
+
+void frmPanel::Unload()
+{
+    m_unloading = true;
+    if (QMdiArea* area = mdiArea())
+        area->removeSubWindow(this);
+    hide();
+    deleteLater();
+}
+
+void frmPanel::resizeEvent(QResizeEvent* event)
+{
+    QMdiSubWindow::resizeEvent(event);
+    Form_Resize();
+    rememberGeometry();
+}
+
+void frmPanel::moveEvent(QMoveEvent* event)
+{
+    QMdiSubWindow::moveEvent(event);
+    // Scrolling the dashboard moves its windows too; their place on it stays.
+    if (isVisible() && !isMinimized() && m_restored.isValid() &&
+        geometry().translated(scrolledBy()).topLeft() != m_restored.topLeft())
+        markDirty();
+    rememberGeometry();
+}
+
+void frmPanel::closeEvent(QCloseEvent* event)
+{
+    if (m_unloading)
+        QMdiSubWindow::closeEvent(event);
+    else
+        event->ignore();
+}
+
+bool frmPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_client && clientEvent(*event))
+        return true;
+    return QMdiSubWindow::eventFilter(watched, event);
+}
+
+bool frmPanel::clientEvent(QEvent& event)
+{
+    // The picture and its frame leave mouse events to the client, so that all of them come by here once.
+    switch (event.type()) {
+    case QEvent::MouseButtonPress: {
+        const auto& press = static_cast<const QMouseEvent&>(event);
+        if (press.button() == Qt::LeftButton)
+            Panel_ToggleMark();
+        if (press.button() != Qt::RightButton)
+            return false;
+        m_client->setFocus(Qt::MouseFocusReason);
+        Q_EMIT menuRequested(press.globalPosition().toPoint());
+        return true;
+    }
+    case QEvent::MouseButtonDblClick:
+        if (!m_editMode())
+            Q_EMIT doubleClicked();
+        return false;
+    case QEvent::ContextMenu: {
+        const auto& request = static_cast<const QContextMenuEvent&>(event);
+        if (request.reason() == QContextMenuEvent::Keyboard)
+            Q_EMIT menuRequested(m_client->mapToGlobal(QPoint(noticePadding, noticePadding)));
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+} // namespace lumivane

@@ -1,0 +1,98 @@
+#pragma once
+
+#include "panel/PanelGeometry.h"
+#include "panel/PanelPipeline.h"
+
+#include <QMdiSubWindow>
+#include <functional>
+
+class QLabel;
+class QScrollBar;
+
+namespace lumivane {
+
+class PictureBox;
+
+/// The child window that shows one panel of the dashboard on screen. It is tied to its record by its place alone. What
+/// it shows is made by the PanelPipeline; where its parts lie is computed by PanelGeometry.
+class frmPanel : public QMdiSubWindow
+{
+    Q_OBJECT
+
+public:
+    qint16 Index = 0;      ///< place of the record in gWorkspace, from 1
+    bool IsDirty = false;  ///< geometry or view differ from what is stored
+    bool IsLoad = false;   ///< a load runs: changes of geometry are not the user's
+    bool IsMarked = false; ///< marked in layout mode
+    bool IsBase = false;   ///< what the marked panels are lined up with
+
+    /// `editMode` tells whether the dashboard is in layout mode.
+    explicit frmPanel(std::function<bool()> editMode, QWidget* parent = nullptr);
+    ~frmPanel() override;
+
+    bool Panel_Load(XLInstance& XLInst, bool Refresh);
+    bool Panel_Reload(XLInstance& XLInst);
+
+    void SetCaption();
+    void Panel_Autosize();
+    void Panel_Crop();
+    void Panel_ZoomToFit();
+    void Panel_ToggleMark();
+
+    // Place and size in twips, counted from the corner of the dashboard, wherever it is scrolled to.
+    float Left() const;
+    float Top() const;
+    float Width() const;
+    float Height() const;
+    float ScaleWidth() const;
+    float ScaleHeight() const;
+    void setPlace(float left, float top);
+    void setWindowSize(float width, float height);
+
+    /// Closes the window for good. The user cannot close a panel, only delete it.
+    void Unload();
+
+    const PanelPicture& picture() const { return m_pipeline.picTemp; }
+
+Q_SIGNALS:
+    /// The view has changed, or the window has become the one that the panel commands act on.
+    void viewChanged();
+    void menuRequested(const QPoint& globalPosition);
+    void doubleClicked();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildParts();
+    void Form_Resize();
+    void Panel_ApplyView(clsWorkspacePanel& Panel);
+    void setView(const QString& viewType);
+    void markDirty();
+    PanelMeasures measures() const;
+    void layOut(const PanelLayout& layout, bool stretched);
+    void placeBar(QScrollBar& bar, const ScrollBarPlace& place);
+    void showNotice();
+    void rememberGeometry();
+    std::shared_ptr<clsWorkspacePanel> record() const;
+    QPoint scrolledBy() const;
+    QRect dashboardGeometry() const;
+    bool clientEvent(QEvent& event);
+
+    std::function<bool()> m_editMode;
+    PanelPipeline m_pipeline;
+    QRect m_restored; ///< geometry on the dashboard when last neither minimized nor being moved by scrolling
+    bool m_unloading = false;
+
+    QWidget* m_client = nullptr;
+    QWidget* picFrame = nullptr;
+    PictureBox* picPanel = nullptr;
+    QScrollBar* VScroll1 = nullptr;
+    QScrollBar* HScroll1 = nullptr;
+    QLabel* m_notice = nullptr;
+};
+
+} // namespace lumivane

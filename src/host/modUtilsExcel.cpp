@@ -1,0 +1,227 @@
+#include "host/modUtilsExcel.h"
+
+#include "host/Host.h"
+#include "platform/Checked.h"
+#include "platform/RuntimeError.h"
+#include "session/modUtilsFile.h"
+#include "session/modUtilsLog.h"
+
+#include <algorithm>
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString excelModule = u"modUtilsExcel"_s;
+
+/// The last column that addresses of panels may name, "IV".
+constexpr int maxTrackedColumn = 256;
+constexpr int invalidProcedureCall = 5;
+constexpr int cannotCreateObject = 429;
+
+void logExcelFailure(const QString& procedure, const RuntimeError& failure)
+{
+    LogError(excelModule, procedure, failure.number(), failure.description(), false);
+}
+
+bool logMissing(const QString& procedure, const QString& text)
+{
+    LogEvent(excelModule, procedure, text, false);
+    return false;
+}
+
+} // namespace
+
+bool Excel_GetInstance(XLInstance& XLInst)
+{
+    if (XLInst)
+        return true;
+    try {
+        if (hostFactory().userInstance)
+            XLInst = hostFactory().userInstance();
+        if (!XLInst)
+            throw RuntimeError(cannotCreateObject, u"No running spreadsheet program was found."_s);
+        return true;
+    } catch (const RuntimeError& failure) {
+        XLInst = nullptr;
+        logExcelFailure(u"Excel_GetInstance"_s, failure);
+        return false;
+    }
+}
+
+bool Excel_Init(XLInstance& XLInst)
+{
+    if (XLInst)
+        return true;
+    try {
+        if (hostFactory().worker)
+            XLInst = hostFactory().worker();
+        if (!XLInst)
+            throw RuntimeError(cannotCreateObject, u"No spreadsheet engine could be started."_s);
+        XLInst->DisplayAlerts = false;
+        XLInst->IgnoreRemoteRequests = true;
+        return true;
+    } catch (const RuntimeError& failure) {
+        XLInst = nullptr;
+        logExcelFailure(u"Excel_Init"_s, failure);
+        return false;
+    }
+}
+
+void Excel_Exit(XLInstance& XLInst)
+{
+    if (!XLInst)
+        return;
+    try {
+        CloseWorkbooks(XLInst);
+        XLInst->IgnoreRemoteRequests = false;
+        XLInst->DisplayAlerts = true;
+        XLInst->Quit();
+    } catch (const RuntimeError& failure) {
+        logExcelFailure(u"Excel_Exit"_s, failure);
+    }
+    XLInst = nullptr;
+}
+
+void CloseWorkbooks(XLInstance& XLInst)
+{
+    if (!XLInst)
+        return;
+    try {
+        XLInst->DisplayAlerts = false;
+        for (int i = XLInst->WorkbooksCount(); i >= 1; --i) {
+            if (const auto workbook = XLInst->WorkbookItem(i))
+                workbook->Close();
+        }
+    } catch (const RuntimeError& failure) {
+        logExcelFailure(u"CloseWorkbooks"_s, failure);
+    }
+}
+
+bool Excel_HasSheet(const std::shared_ptr<Workbook>& wb, const QString& name)
+{
+    if (!wb)
+        return false;
+    try {
+        if (wb->WorksheetByName(name))
+            return true;
+    } catch (const RuntimeError&) {
+        // A sheet that cannot be read counts as missing; whoever needs it gets the reason from the engine.
+    }
+    return logMissing(u"Excel_HasSheet"_s, name % u" not found.");
+}
+
+bool Excel_HasWorkbook(XLInstance& XLInst, const QString& path, bool& otherFolder)
+{
+    otherFolder = false;
+    if (!XLInst)
+        return false;
+    try {
+        QString name, extension;
+        SplitPath(path, nullptr, &name, &extension);
+        const QString fileName = extension.isEmpty() ? name : QString(name % u'.' % extension);
+        for (int i = 1; i <= XLInst->WorkbooksCount(); ++i) {
+            const auto workbook = XLInst->WorkbookItem(i);
+            if (workbook->FullName().compare(path, Qt::CaseInsensitive) == 0)
+                return true;
+            if (workbook->Name().compare(fileName, Qt::CaseInsensitive) == 0)
+                otherFolder = true;
+        }
+        return false;
+    } catch (const RuntimeError&) {
+        return logMissing(u"Excel_HasWorkbook"_s, path % u" not loaded.");
+    }
+}
+
+bool Excel_HasShape(const std::shared_ptr<Worksheet>& ws, const QString& name)
+{
+    if (!ws)
+        return false;
+    try {
+        if (ws->ShapeNames().contains(name, Qt::CaseInsensitive))
+            return true;
+    } catch (const RuntimeError&) {
+        // As for a sheet: what cannot be read is not there.
+    }
+    return logMissing(u"Excel_HasShape"_s, name % u" not found.");
+}
+
+QString RealBottomRight(Worksheet& ws)
+{
+    try {
+        if (const auto contents = ws.contentArea()) {
+            const qint16 row = toInt16(contents->lastRow);
+            const qint16 column = toInt16(contents->lastColumn);
+            return ws.Cells(row, column).Address();
+        }
+    } catch (const RuntimeError&) {
+        // Rows beyond 16 bits end as an empty sheet does.
+    }
+    logMissing(u"RealBottomRight"_s, u"No contents found"_s);
+    return {};
+}
+
+QString ColLetter(int column)
+{
+    if (column < 1)
+        throw RuntimeError(invalidProcedureCall, u"There is no column %1."_s.arg(column));
+    return column > maxTrackedColumn ? QString() : columnLetters(column);
+}
+
+qint16 ColNumber(Worksheet& ws, const QString& letters)
+{
+    return letters.isEmpty() ? qint16(0) : toInt16(ws.Range(letters % u':' % letters).Column());
+}
+
+QString RangeCorner(const QString& address, const QString& corner)
+{
+    const qsizetype colon = address.indexOf(u':');
+    if (colon < 0)
+        return address;
+    return corner == "botRight"_L1 ? address.mid(colon + 1) : address.left(colon);
+}
+
+QString OffsetRows(Worksheet& ws, const QString& rng, qint16 RowOff)
+{
+    const SheetRange range = ws.Range(rng);
+    const qint16 first = toInt16(range.Row() + RowOff);
+    const qint16 last = toInt16(range.RowsCount() + first - 1);
+    return QString::number(first) % u':' % QString::number(last);
+}
+
+QString OffsetCols(Worksheet& ws, const QString& rng, qint16 ColOff)
+{
+    const SheetRange range = ws.Range(rng);
+    const qint16 first = toInt16(range.Column() + ColOff);
+    const qint16 last = toInt16(range.ColumnsCount() + first - 1);
+    return ColLetter(first) % u':' % ColLetter(last);
+}
+
+QString MoveRange(Worksheet& ws, const QString& aRng, const QString& botRng, const QString& newCell)
+{
+    const SheetRange to = ws.Range(newCell);
+    const SheetRange from = ws.Range(botRng);
+    const qint16 dRow = toInt16(to.Row() - from.Row());
+    const qint16 dCol = toInt16(to.Column() - from.Column());
+    const SheetRange corner = ws.Range(RangeCorner(aRng, u"topLeft"_s));
+    const SheetRange range = ws.Range(aRng);
+
+    const qint16 top = std::max<qint16>(toInt16(corner.Row() + dRow), 1);
+    const qint16 bottom = std::max<qint16>(toInt16(range.RowsCount() + top - 1), 1);
+    const qint16 left = std::max<qint16>(toInt16(corner.Column() + dCol), 1);
+    const qint16 right = std::max<qint16>(toInt16(range.ColumnsCount() + left - 1), 1);
+    return ColLetter(left) % QString::number(top) % u':' % ColLetter(right) % QString::number(bottom);
+}
+
+void ParseAnchorAddress(const QString& address, bool& rowFixed, bool& colFixed)
+{
+    rowFixed = colFixed = false;
+    if (address.contains(u':') || address.size() < 3)
+        return;
+    colFixed = address.startsWith(u'$');
+    rowFixed = address.indexOf(u'$', 1) >= 0;
+}
+
+} // namespace lumivane

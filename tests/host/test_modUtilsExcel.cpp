@@ -1,0 +1,204 @@
+#include "host/modUtilsExcel.h"
+
+#include "platform/RuntimeError.h"
+#include "support/LogCapture.h"
+#include "support/PlainSheet.h"
+
+#include <gtest/gtest.h>
+
+using namespace lumivane;
+using namespace lumivane::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Instances : public testing::Test
+{
+protected:
+    Instances()
+    {
+        library.books[u"/reports/Sales.xlsx"_s] = {PlainSheet(u"Data"_s).put(u"A1"_s, u"1"_s).shape(u"Chart 1"_s)};
+        setHostFactory(library.factory());
+    }
+    ~Instances() override { setHostFactory({}); }
+
+    PlainLibrary library;
+    LogCapture log;
+    XLInstance instance;
+};
+
+TEST_F(Instances, AWorkerIsKeptUntilItsJobEnds)
+{
+    EXPECT_TRUE(Excel_Init(instance));
+    EXPECT_FALSE(instance->DisplayAlerts);
+    EXPECT_TRUE(instance->IgnoreRemoteRequests);
+    EXPECT_FALSE(instance->Visible);
+    const auto held = instance;
+    EXPECT_TRUE(Excel_Init(instance));
+    EXPECT_EQ(instance, held);
+
+    instance->Open(u"/reports/Sales.xlsx"_s);
+    instance->Open(u"/reports/Sales.xlsx"_s);
+    Excel_Exit(instance);
+    EXPECT_EQ(instance, nullptr);
+    EXPECT_TRUE(held->DisplayAlerts);
+    EXPECT_FALSE(held->IgnoreRemoteRequests);
+    Excel_Exit(instance);
+    EXPECT_EQ(library.events.filter(u"start"_s).size(), 1);
+    EXPECT_EQ(library.events.filter(u"close"_s).size(), 2);
+    EXPECT_EQ(library.events.last(), u"quit"_s);
+    EXPECT_TRUE(log.entries.isEmpty());
+}
+
+TEST_F(Instances, WithoutAnyTheReasonIsLogged)
+{
+    EXPECT_FALSE(Excel_GetInstance(instance));
+    setHostFactory({[]() -> std::unique_ptr<Application> { throw RuntimeError(7, u"No memory is left."_s); }, {}});
+    EXPECT_FALSE(Excel_Init(instance));
+    EXPECT_EQ(instance, nullptr);
+    EXPECT_EQ(log.entries,
+              QStringList({u"Error modUtilsExcel.Excel_GetInstance: (429) No running spreadsheet program was found."_s,
+                           u"Error modUtilsExcel.Excel_Init: (7) No memory is left."_s}));
+}
+
+TEST_F(Instances, AMissLeavesALineInTheLog)
+{
+    ASSERT_TRUE(Excel_Init(instance));
+    const auto workbook = instance->Open(u"/reports/Sales.xlsx"_s);
+    EXPECT_TRUE(Excel_HasSheet(workbook, u"DATA"_s));
+    EXPECT_FALSE(Excel_HasSheet(nullptr, u"Data"_s));
+    const auto sheet = workbook->WorksheetByName(u"Data"_s);
+    EXPECT_TRUE(Excel_HasShape(sheet, u"Chart 1"_s));
+    EXPECT_TRUE(log.entries.isEmpty());
+
+    EXPECT_FALSE(Excel_HasSheet(workbook, u"Summary"_s));
+    EXPECT_FALSE(Excel_HasShape(sheet, u"Chart 2"_s));
+    EXPECT_EQ(log.entries, QStringList({u"Event modUtilsExcel.Excel_HasSheet: Summary not found."_s,
+                                        u"Event modUtilsExcel.Excel_HasShape: Chart 2 not found."_s}));
+}
+
+TEST_F(Instances, AWorkbookOfTheSameNameFromElsewhereIsNotTheWorkbook)
+{
+    bool otherFolder = true;
+    EXPECT_FALSE(Excel_HasWorkbook(instance, u"/reports/Sales.xlsx"_s, otherFolder));
+    EXPECT_FALSE(otherFolder);
+
+    ASSERT_TRUE(Excel_Init(instance));
+    instance->Open(u"/reports/Sales.xlsx"_s);
+    EXPECT_TRUE(Excel_HasWorkbook(instance, u"/REPORTS/sales.XLSX"_s, otherFolder));
+    EXPECT_FALSE(otherFolder);
+    EXPECT_FALSE(Excel_HasWorkbook(instance, u"/other/SALES.xlsx"_s, otherFolder));
+    EXPECT_TRUE(otherFolder);
+    EXPECT_FALSE(Excel_HasWorkbook(instance, u"/reports/Costs.xlsx"_s, otherFolder));
+    EXPECT_FALSE(otherFolder);
+}
+
+TEST(RealBottomRight, IsTheCrossingOfTheLastRowAndColumnWithContents)
+{
+    PlainSheet sheet(u"Data"_s);
+    sheet.put(u"A40"_s, u"Total"_s).put(u"H1"_s, u"Year"_s).put(u"J50"_s, u""_s).formatted(u"L60"_s);
+    EXPECT_EQ(RealBottomRight(sheet), u"$H$40"_s);
+}
+
+TEST(RealBottomRight, EndsWithAnEmptyTextWhereNothingCanBeNamed)
+{
+    LogCapture log;
+    PlainSheet sheet(u"Data"_s);
+    EXPECT_EQ(RealBottomRight(sheet), QString());
+    sheet.put(u"B32767"_s, u"last"_s);
+    EXPECT_EQ(RealBottomRight(sheet), u"$B$32767"_s);
+    sheet.put(u"A32768"_s, u"beyond"_s);
+    EXPECT_EQ(RealBottomRight(sheet), QString());
+    EXPECT_EQ(log.entries, QStringList(2, u"Event modUtilsExcel.RealBottomRight: No contents found"_s));
+}
+
+TEST(ColLetter, EndsAtIV)
+{
+    EXPECT_EQ(ColLetter(26), u"Z"_s);
+    EXPECT_EQ(ColLetter(27), u"AA"_s);
+    EXPECT_EQ(ColLetter(256), u"IV"_s);
+    EXPECT_EQ(ColLetter(257), QString());
+    EXPECT_THROW(ColLetter(0), RuntimeError);
+
+    PlainSheet sheet(u"Data"_s);
+    EXPECT_EQ(ColNumber(sheet, u"iv"_s), 256);
+    EXPECT_EQ(ColNumber(sheet, u""_s), 0);
+    EXPECT_THROW(ColNumber(sheet, u"?"_s), RuntimeError);
+}
+
+TEST(RangeCorner, GivesOneEndOrTheWhole)
+{
+    EXPECT_EQ(RangeCorner(u"C5:H20"_s, u"topLeft"_s), u"C5"_s);
+    EXPECT_EQ(RangeCorner(u"C5:H20"_s, u"botRight"_s), u"H20"_s);
+    EXPECT_EQ(RangeCorner(u"C5:H20"_s, u"botright"_s), u"C5"_s);
+    EXPECT_EQ(RangeCorner(u"$C$5"_s, u"botRight"_s), u"$C$5"_s);
+}
+
+struct MoveRow
+{
+    const char* name;
+    QString range, from, to;
+    QString result; ///< "6" and the like: the number of the failure
+};
+
+class MovingRanges : public testing::TestWithParam<MoveRow>
+{
+};
+
+TEST_P(MovingRanges, KeepsTheSize)
+{
+    PlainSheet sheet(u"Data"_s);
+    QString result;
+    try {
+        result = MoveRange(sheet, GetParam().range, GetParam().from, GetParam().to);
+    } catch (const RuntimeError& failure) {
+        result = QString::number(failure.number());
+    }
+    EXPECT_EQ(result, GetParam().result);
+}
+
+const MoveRow moveRows[] = {
+    {"down", u"$B$5:$F$20"_s, u"$H$40"_s, u"$H$52"_s, u"B17:F32"_s},
+    {"both_ways", u"C5:H20"_s, u"$C5"_s, u"$A$9"_s, u"A9:F24"_s},
+    {"pushed_off_the_top", u"C3:D4"_s, u"H10"_s, u"H5"_s, u"C1:D2"_s},
+    {"pushed_off_the_left", u"B3:D4"_s, u"H10"_s, u"A10"_s, u"A3:C4"_s},
+    {"single_cell", u"$B$5"_s, u"A1"_s, u"A2"_s, u"B6:B6"_s},
+    {"not_at_all", u"A1:B2"_s, u"A1"_s, u"A1"_s, u"A1:B2"_s},
+    {"last_column_with_letters", u"IU1:IU2"_s, u"A1"_s, u"B1"_s, u"IV1:IV2"_s},
+    {"beyond_the_letters", u"IU1:IV2"_s, u"A1"_s, u"B1"_s, u"IV1:2"_s},
+    {"last_row_of_16_bits", u"A1:A2"_s, u"A1"_s, u"A32766"_s, u"A32766:A32767"_s},
+    {"bottom_overflows", u"A1:A3"_s, u"A1"_s, u"A32766"_s, u"6"_s},
+    {"distance_overflows", u"A1:A3"_s, u"A1"_s, u"A40000"_s, u"6"_s},
+    {"no_last_cell_now", u"A1:A3"_s, u"$H$40"_s, u""_s, u"1004"_s},
+    {"whole_rows", u"$5:$12"_s, u"A1"_s, u"A2"_s, u"1004"_s},
+};
+
+INSTANTIATE_TEST_SUITE_P(Moves, MovingRanges, testing::ValuesIn(moveRows),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(Offsets, MoveKeysOfRowsAndColumns)
+{
+    PlainSheet sheet(u"Data"_s);
+    EXPECT_EQ(OffsetRows(sheet, u"5:12"_s, 2), u"7:14"_s);
+    EXPECT_EQ(OffsetRows(sheet, u"$C$7"_s, 0), u"7:7"_s);
+    EXPECT_EQ(OffsetCols(sheet, u"A:D"_s, 2), u"C:F"_s);
+    EXPECT_THROW(OffsetRows(sheet, u"32767:32767"_s, 1), RuntimeError);
+    EXPECT_THROW(OffsetCols(sheet, u"A:D"_s, -1), RuntimeError);
+}
+
+TEST(ParseAnchorAddress, ReadsTheSigns)
+{
+    const auto signs = [](const QString& address) {
+        bool row = true, column = true;
+        ParseAnchorAddress(address, row, column);
+        return QString((column ? u"column"_s : u"-"_s) % u' ' % (row ? u"row"_s : u"-"_s));
+    };
+    EXPECT_EQ(signs(u"$C5"_s), u"column -"_s);
+    EXPECT_EQ(signs(u"C$5"_s), u"- row"_s);
+    EXPECT_EQ(signs(u"$C$5"_s), u"column row"_s);
+    EXPECT_EQ(signs(u"CA5"_s), u"- -"_s);
+    EXPECT_EQ(signs(u"$C"_s), u"- -"_s);
+    EXPECT_EQ(signs(u"$C$5:$D$6"_s), u"- -"_s);
+}
+
+} // namespace

@@ -140,16 +140,4 @@ QByteArray serviceDesk(int version)
     return book.bytes();
 }
 
-QList<ReportFile> reportFiles(int version)
-{
-    // Dated names where a new file appears for each version, plain names where one file is written over.
-    const QString day = QDate(2026, 10, 5).addDays(7 * version).toString(Qt::ISODate);
-    return {{u"Regional sales %1.xlsx"_s.arg(day), regionalSales(version)},
-            {u"Production report %1.xlsx"_s.arg(day), productionReport(version)},
-            {u"Cash position.xlsx"_s, cashPosition(version)},
-            {u"Service desk.xlsx"_s, serviceDesk(version)},
-            {u"Budget 2026.xlsx"_s, budget(version)},
-            {u"Price list.csv"_s, priceList(version)}};
-}
-
 } // namespace lumivane::demo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDir>
 #include <QList>
 #include <QString>
 
@@ -17,6 +18,8 @@ struct ReportFile
 
 /// All reports of the made-up company as they stand in a version. Equal versions give equal bytes.
 QList<ReportFile> reportFiles(int version);
+/// Writes them into a folder, which is made when missing. Throws RuntimeError naming the file.
+void writeReports(const QDir& folder, int version);
 
 // Each report changes its shape from version to version in a way of its own.
 

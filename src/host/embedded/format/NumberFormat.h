@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QColor>
 #include <QString>
 #include <memory>
 #include <optional>
@@ -11,11 +10,11 @@ namespace lumivane::embedded {
 struct FormattedText
 {
     QString text;
-    std::optional<QRgb> color; ///< of a section such as [Red]
-    int fillPosition = -1;     ///< where a `*x` repeats `fill` to the cell's width; -1: nowhere
+    std::optional<quint32> color; ///< of a section such as [Red], 0xffRRGGBB
+    int fillPosition = -1;        ///< where a `*x` repeats `fill` to the cell's width; -1: nowhere
     QChar fill;
-    bool isError = false;      ///< the value cannot be shown in this format (a negative date): "####" whatever the width
-    bool isGeneral = false;    ///< the section was General: the digits may be fewer to fit the width
+    bool isError = false;   ///< the value cannot be shown in this format (a negative date): "####" whatever the width
+    bool isGeneral = false; ///< the section holds General: fewer digits may be asked for to fit the width
 };
 
 /// A number format code made ready: up to four sections with conditions, colours, digits, fractions, exponents, dates,
@@ -23,11 +22,15 @@ struct FormattedText
 class NumberFormat
 {
 public:
+    /// Digits that General shows where no width limits it.
+    static constexpr int unlimited = 100;
+
     explicit NumberFormat(const QString& code);
     ~NumberFormat();
     NumberFormat(NumberFormat&&) noexcept;
 
-    FormattedText number(double value, bool date1904) const;
+    /// `generalChars` bounds the characters that General takes in the text.
+    FormattedText number(double value, bool date1904, int generalChars = unlimited) const;
     FormattedText text(const QString& value) const;
     bool isGeneral() const;
     bool isDate() const; ///< the first section shows a date or time
@@ -38,7 +41,8 @@ private:
     std::unique_ptr<Sections> m_sections;
 };
 
-/// General with as many significant digits as fit into `maxChars` characters (11 is the customary most).
+/// General with as many significant digits as fit into `maxChars` characters (11 is the customary most). The sign is
+/// not counted.
 QString generalNumber(double value, int maxChars = 11);
 /// The value with up to 15 significant digits, as it is edited: the plain text of a number.
 QString plainValueText(double value);

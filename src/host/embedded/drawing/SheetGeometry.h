@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/embedded/Content.h"
+#include "host/embedded/drawing/SheetOverlay.h"
 
 #include <map>
 #include <vector>
@@ -10,21 +10,6 @@ namespace lumivane::embedded {
 /// Which widths columns get: as the program that wrote the file shows them, or as LibreOffice Calc does (for
 /// comparison only).
 enum class Metrics { File, Calc };
-
-/// What a job has changed on its own opening of a sheet.
-struct SheetOverlay
-{
-    std::map<int, double> rowHeights;  ///< points by row; 0 hides
-    std::map<int, double> columnWidths; ///< characters without padding, by column; 0 hides
-    std::map<std::pair<int, int>, QRgb> colors;
-    struct Value
-    {
-        CellKind kind = CellKind::Blank;
-        double number = 0;
-        QString text;
-    };
-    std::map<std::pair<int, int>, Value> values;
-};
 
 /// Widths and heights of a sheet in pixels and in the units that users see, overlay included. Rows for which the file
 /// stores no height get one from their text.
@@ -36,7 +21,7 @@ public:
 
     bool rowHidden(int row) const;
     bool columnHidden(int column) const;
-    double rowHeightPoints(int row) const;       ///< 0 if hidden
+    double rowHeightPoints(int row) const;          ///< 0 if hidden
     double columnWidthCharacters(int column) const; ///< 0 if hidden
     int rowPixels(int row, double scale = 1) const;
     int columnPixels(int column, double scale = 1) const;

@@ -9,9 +9,6 @@ class QPainter;
 
 namespace lumivane::embedded {
 
-/// What a cell shows: its text through its number format, with what the format says of its colour.
-struct ShownCell;
-
 /// Draws cells of one sheet: fills, borders with the right one winning, gridlines as the view says, texts that run into
 /// empty neighbours, "####", wrapping, rotation, indent, shrink to fit.
 class SheetPainter
@@ -33,23 +30,6 @@ private:
     std::shared_ptr<const SheetContent> m_sheet;
     const SheetOverlay* m_overlay;
     SheetGeometry m_geometry;
-};
-
-/// The shown text of a cell, never cut to fit: what a find compares and a reader reads. Cached number formats belong
-/// to the table.
-class ShownTexts
-{
-public:
-    ShownTexts(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet);
-    ~ShownTexts();
-    QString shown(const Cell& cell) const;
-    QString plain(const Cell& cell) const; ///< the value without its number format
-
-private:
-    struct Formats;
-    std::shared_ptr<const WorkbookContent> m_workbook;
-    std::shared_ptr<const SheetContent> m_sheet;
-    std::unique_ptr<Formats> m_formats;
 };
 
 } // namespace lumivane::embedded

@@ -211,6 +211,9 @@ QString MoveRange(Worksheet& ws, const QString& aRng, const QString& botRng, con
     const qint16 top = std::max<qint16>(toInt16(corner.Row() + dRow), 1);
     const qint16 bottom = std::max<qint16>(toInt16(range.RowsCount() + top - 1), 1);
     const qint16 left = std::max<qint16>(toInt16(corner.Column() + dCol), 1);
+    // Without letters on either side the text would name whole rows, which is worse than none.
+    if (left > maxTrackedColumn)
+        throw RuntimeError(RuntimeError::Overflow);
     const qint16 right = std::max<qint16>(toInt16(range.ColumnsCount() + left - 1), 1);
     return ColLetter(left) % QString::number(top) % u':' % ColLetter(right) % QString::number(bottom);
 }

@@ -1,5 +1,7 @@
 #include "host/CellArea.h"
 
+#include "support/QtPrinting.h"
+
 #include <gtest/gtest.h>
 
 using namespace lumivane;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "session/modUtilsLog.h"
+#include "support/QtPrinting.h"
 
 #include <QStringList>
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Host.h"
+#include "support/QtPrinting.h"
 
 #include <map>
 

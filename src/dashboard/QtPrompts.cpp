@@ -1,0 +1,120 @@
+#include "dashboard/QtPrompts.h"
+
+#include "platform/ApplicationInfo.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QMessageBox::Icon boxIcon(Prompts::Icon icon)
+{
+    switch (icon) {
+    case Prompts::Icon::Information:
+        return QMessageBox::Information;
+    case Prompts::Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Prompts::Icon::Critical:
+        return QMessageBox::Critical;
+    case Prompts::Icon::Question:
+        return QMessageBox::Question;
+    }
+    return QMessageBox::NoIcon;
+}
+
+struct BoxQuestion
+{
+    QString title;
+    QString text;
+    QMessageBox::StandardButtons buttons = QMessageBox::Ok;
+    QMessageBox::StandardButton preset = QMessageBox::Ok;
+};
+
+/// Shows a box with the pointer in its usual shape, even in the middle of a command that shows the hourglass.
+int showBox(Prompts::Icon icon, const BoxQuestion& question)
+{
+    QString text = question.text;
+    QMessageBox box(boxIcon(icon), question.title, text.remove(u'\r'), question.buttons, QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(question.preset);
+    box.setCursor(Qt::ArrowCursor);
+    const bool busy = QApplication::overrideCursor();
+    if (busy)
+        QApplication::setOverrideCursor(Qt::ArrowCursor);
+    const int answer = box.exec();
+    if (busy)
+        QApplication::restoreOverrideCursor();
+    return answer;
+}
+
+} // namespace
+
+void QtPrompts::message(const QString& text, Icon icon)
+{
+    showBox(icon, {applicationTitle(), text});
+}
+
+bool QtPrompts::confirmAction(const QString& text)
+{
+    return showBox(Icon::Question, {u"Confirm Action"_s, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No}) ==
+           QMessageBox::Yes;
+}
+
+Prompts::Answer QtPrompts::askYesNoCancel(const QString& text)
+{
+    switch (showBox(Icon::Question, {applicationTitle(), text, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+                                     QMessageBox::Yes})) {
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    default:
+        return Answer::Cancel;
+    }
+}
+
+QString QtPrompts::openFile(const FileQuestion& question)
+{
+    const QString start = question.startFolder.isEmpty() ? m_lastFolder : question.startFolder;
+    const QString file =
+        QFileDialog::getOpenFileName(QApplication::activeWindow(), question.title, start, question.filter);
+    if (!file.isEmpty())
+        m_lastFolder = QFileInfo(file).absolutePath();
+    return QDir::toNativeSeparators(file);
+}
+
+QString QtPrompts::browseForFolder(const QString& title, const QString& startFolder)
+{
+    return QDir::toNativeSeparators(
+        QFileDialog::getExistingDirectory(QApplication::activeWindow(), title, startFolder));
+}
+
+std::optional<QColor> QtPrompts::chooseColor(const QColor& start)
+{
+    const QColor color = QColorDialog::getColor(start, QApplication::activeWindow());
+    return color.isValid() ? std::optional(color) : std::nullopt;
+}
+
+void QtPrompts::setPointer(Pointer pointer)
+{
+    while (QApplication::overrideCursor())
+        QApplication::restoreOverrideCursor();
+    if (pointer == Pointer::Hourglass)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else if (pointer == Pointer::ArrowHourglass)
+        QApplication::setOverrideCursor(Qt::BusyCursor);
+}
+
+void QtPrompts::doEvents()
+{
+    QApplication::processEvents();
+}
+
+} // namespace lumivane

@@ -1,0 +1,35 @@
+#include "dashboard/modUtilsControls.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <algorithm>
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+void ComboAddItem(QComboBox& Combo, const QString& Text, qint32 Data)
+{
+    Combo.addItem(Text, Data);
+}
+
+void ComboSelectByData(QComboBox& Combo, qint32 Data)
+{
+    Combo.setCurrentIndex(-1);
+    Combo.setCurrentIndex(Combo.findData(Data));
+}
+
+qint32 ComboSelectedData(const QComboBox& Combo)
+{
+    return Combo.currentData().toInt();
+}
+
+bool RejectNameChars(const QString& typed)
+{
+    const bool rejected = std::ranges::any_of(typed, [](QChar c) { return u"'\"*+"_s.contains(c); });
+    if (rejected)
+        QApplication::beep();
+    return rejected;
+}
+
+} // namespace lumivane

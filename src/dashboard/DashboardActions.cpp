@@ -1,0 +1,159 @@
+#include "dashboard/DashboardActions.h"
+
+#include "platform/ApplicationInfo.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+#include <QToolButton>
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct EntryText
+{
+    QString name;
+    QString caption; ///< with its mnemonic
+    QString icon;    ///< file name without folder and suffix
+    QString hint;    ///< shown in the status bar
+    QKeySequence shortcut = {};
+};
+
+QAction* addEntry(QMenu& menu, const EntryText& entry)
+{
+    QAction* action = menu.addAction(QIcon(u":/icons/"_s + entry.icon + u".svg"_s), entry.caption);
+    action->setObjectName(entry.name);
+    action->setStatusTip(entry.hint);
+    action->setShortcut(entry.shortcut);
+    return action;
+}
+
+QMenu* addMenu(QMainWindow& window, const QString& name, const QString& caption)
+{
+    QMenu* menu = window.menuBar()->addMenu(caption);
+    menu->setObjectName(name);
+    return menu;
+}
+
+void addToolButton(QToolBar& toolbar, QAction& action, const QString& name, const QString& toolTip)
+{
+    toolbar.addAction(&action);
+    QWidget* button = toolbar.widgetForAction(&action);
+    button->setObjectName(name);
+    button->setAccessibleName(toolTip);
+    const QString keys = action.shortcut().toString(QKeySequence::NativeText);
+    action.setToolTip(keys.isEmpty() ? toolTip : toolTip + u" ("_s + keys + u')');
+}
+
+} // namespace
+
+DashboardActions::DashboardActions(QMainWindow& window)
+{
+    buildWorkspaceMenu(window);
+    buildPanelMenu(window);
+    buildEditMenu(window);
+    buildHelpMenu(window);
+    buildToolbar(window);
+}
+
+void DashboardActions::buildWorkspaceMenu(QMainWindow& window)
+{
+    mnuWorkspace = addMenu(window, u"mnuWorkspace"_s, u"&Dashboard"_s);
+    QMenu& menu = *mnuWorkspace;
+    mnuWorkspaceNew = addEntry(menu, {u"mnuWorkspaceNew"_s, u"&New"_s, u"new"_s, u"Start an empty dashboard"_s,
+                                      QKeySequence(Qt::CTRL | Qt::Key_N)});
+    mnuWorkspaceOpen =
+        addEntry(menu, {u"mnuWorkspaceOpen"_s, u"&Open..."_s, u"open"_s, u"Open another dashboard of this project"_s,
+                        QKeySequence(Qt::CTRL | Qt::Key_O)});
+    mnuWorkspaceRename = addEntry(menu, {u"mnuWorkspaceRename"_s, u"Re&name"_s, u"rename"_s,
+                                         u"Save the dashboard under another name"_s, QKeySequence(Qt::Key_F2)});
+    menu.addSeparator();
+    mnuWorkspaceSave = addEntry(menu, {u"mnuWorkspaceSave"_s, u"&Save"_s, u"save"_s,
+                                       u"Save the dashboard with the places and views of its panels"_s,
+                                       QKeySequence(Qt::CTRL | Qt::Key_S)});
+    mnuWorkspaceSaveAs = addEntry(menu, {u"mnuWorkspaceSaveAs"_s, u"Save &As..."_s, u"save-as"_s,
+                                         u"Save a copy of the dashboard under a new name"_s,
+                                         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)});
+    menu.addSeparator();
+    mnuWorkspaceRefresh = addEntry(menu, {u"mnuWorkspaceRefresh"_s, u"&Refresh"_s, u"refresh"_s,
+                                          u"Look for new versions of all workbooks and draw every panel anew"_s,
+                                          QKeySequence(Qt::Key_F5)});
+    mnuWorkspaceDelete = addEntry(menu, {u"mnuWorkspaceDelete"_s, u"&Delete"_s, u"delete"_s,
+                                         u"Delete this dashboard and its panels from the project"_s});
+    menu.addSeparator();
+    mnuWorkspaceExit = addEntry(
+        menu, {u"mnuWorkspaceExit"_s, u"E&xit"_s, u"exit"_s, u"End the program"_s, QKeySequence(Qt::CTRL | Qt::Key_Q)});
+}
+
+void DashboardActions::buildPanelMenu(QMainWindow& window)
+{
+    mnuPanel = addMenu(window, u"mnuPanel"_s, u"&Panel"_s);
+    QMenu& menu = *mnuPanel;
+    mnuPanelRefresh =
+        addEntry(menu, {u"mnuPanelRefresh"_s, u"&Refresh"_s, u"refresh-panel"_s,
+                        u"Draw this panel anew from its workbook"_s, QKeySequence(Qt::SHIFT | Qt::Key_F5)});
+    menu.addSeparator();
+    mnuPanelAutosize =
+        addEntry(menu, {u"mnuPanelAutosize"_s, u"&Autosize"_s, u"autosize"_s,
+                        u"Make the panel as large as its picture"_s, QKeySequence(Qt::CTRL | Qt::Key_1)});
+    mnuPanelZoomToFit = addEntry(menu, {u"mnuPanelZoomToFit"_s, u"&Zoom to Fit"_s, u"zoom-to-fit"_s,
+                                        u"Stretch the picture over the panel"_s, QKeySequence(Qt::CTRL | Qt::Key_2)});
+    mnuPanelCrop = addEntry(menu, {u"mnuPanelCrop"_s, u"&Crop"_s, u"crop"_s,
+                                   u"Show the picture in its own size and scroll where it does not fit"_s,
+                                   QKeySequence(Qt::CTRL | Qt::Key_3)});
+    for (QAction* view : {mnuPanelAutosize, mnuPanelZoomToFit, mnuPanelCrop})
+        view->setCheckable(true);
+    menu.menuAction()->setEnabled(false);
+}
+
+void DashboardActions::buildEditMenu(QMainWindow& window)
+{
+    mnuEdit = addMenu(window, u"mnuEdit"_s, u"&Window"_s);
+    QMenu& menu = *mnuEdit;
+    mnuEditHorizontal = addEntry(menu, {u"mnuEditHorizontal"_s, u"Tile &Horizontally"_s, u"tile-horizontal"_s,
+                                        u"Lay the panels out below each other"_s});
+    mnuEditVertical = addEntry(menu, {u"mnuEditVertical"_s, u"Tile &Vertically"_s, u"tile-vertical"_s,
+                                      u"Lay the panels out beside each other"_s});
+    mnuEditCascade = addEntry(menu, {u"mnuEditCascade"_s, u"&Cascade"_s, u"cascade"_s,
+                                     u"Stack the panels so that all captions can be seen"_s});
+    mnuEditIcons = addEntry(menu, {u"mnuEditIcons"_s, u"&Arrange Icons"_s, u"arrange-icons"_s,
+                                   u"Line up minimized panels along the bottom"_s});
+}
+
+void DashboardActions::buildHelpMenu(QMainWindow& window)
+{
+    mnuHelp = addMenu(window, u"mnuHelp"_s, u"&Help"_s);
+    mnuHelpAbout = addEntry(*mnuHelp, {u"mnuHelpAbout"_s, u"&About "_s + applicationTitle() + u"..."_s, u"about"_s,
+                                       u"Version and purpose of the program"_s});
+}
+
+void DashboardActions::buildToolbar(QMainWindow& window)
+{
+    picToolbar = window.addToolBar(u"Toolbar"_s);
+    picToolbar->setObjectName(u"picToolbar"_s);
+    picToolbar->setMovable(false);
+    picToolbar->setIconSize(QSize(22, 22));
+    picToolbar->setContextMenuPolicy(Qt::PreventContextMenu);
+    addToolButton(*picToolbar, *mnuWorkspaceNew, u"cmdWorkspaceNew"_s, u"New Dashboard"_s);
+    addToolButton(*picToolbar, *mnuWorkspaceSave, u"cmdWorkspaceSave"_s, u"Save Dashboard"_s);
+    addToolButton(*picToolbar, *mnuWorkspaceRefresh, u"cmdWorkspaceRefresh"_s, u"Refresh Dashboard"_s);
+    picToolbar->addSeparator();
+
+    cmbWorkspaces = new QComboBox;
+    cmbWorkspaces->setObjectName(u"cmbWorkspaces"_s);
+    cmbWorkspaces->setToolTip(u"Open Workspace"_s);
+    cmbWorkspaces->setStatusTip(u"The dashboard on screen; choose another one to switch"_s);
+    cmbWorkspaces->setAccessibleName(u"Dashboard"_s);
+    cmbWorkspaces->setMinimumWidth(280);
+    cmbWorkspaces->setMaxVisibleItems(20);
+    picToolbar->addWidget(cmbWorkspaces);
+}
+
+} // namespace lumivane

@@ -1,0 +1,53 @@
+#pragma once
+
+class QAction;
+class QComboBox;
+class QMainWindow;
+class QMenu;
+class QToolBar;
+
+namespace lumivane {
+
+/// The main window's menus, toolbar and the actions in them, named as their entries are. What an action does is
+/// connected by its owner.
+struct DashboardActions
+{
+    explicit DashboardActions(QMainWindow& window);
+
+    QMenu* mnuWorkspace = nullptr;
+    QAction* mnuWorkspaceNew = nullptr;
+    QAction* mnuWorkspaceOpen = nullptr;
+    QAction* mnuWorkspaceRename = nullptr;
+    QAction* mnuWorkspaceSave = nullptr;
+    QAction* mnuWorkspaceSaveAs = nullptr;
+    QAction* mnuWorkspaceRefresh = nullptr;
+    QAction* mnuWorkspaceDelete = nullptr;
+    QAction* mnuWorkspaceExit = nullptr;
+
+    QMenu* mnuPanel = nullptr;
+    QAction* mnuPanelRefresh = nullptr;
+    QAction* mnuPanelAutosize = nullptr;
+    QAction* mnuPanelZoomToFit = nullptr;
+    QAction* mnuPanelCrop = nullptr;
+
+    QMenu* mnuEdit = nullptr;
+    QAction* mnuEditHorizontal = nullptr;
+    QAction* mnuEditVertical = nullptr;
+    QAction* mnuEditCascade = nullptr;
+    QAction* mnuEditIcons = nullptr;
+
+    QMenu* mnuHelp = nullptr;
+    QAction* mnuHelpAbout = nullptr;
+
+    QToolBar* picToolbar = nullptr;
+    QComboBox* cmbWorkspaces = nullptr;
+
+private:
+    void buildWorkspaceMenu(QMainWindow& window);
+    void buildPanelMenu(QMainWindow& window);
+    void buildEditMenu(QMainWindow& window);
+    void buildHelpMenu(QMainWindow& window);
+    void buildToolbar(QMainWindow& window);
+};
+
+} // namespace lumivane

@@ -1,0 +1,256 @@
+#include "dashboard/frmWorkspace.h"
+
+#include "dashboard/DashboardArea.h"
+#include "dashboard/PanelArrangement.h"
+#include "dashboard/WindowPlace.h"
+#include "dashboard/frmAbout.h"
+#include "dashboard/modUtilsControls.h"
+#include "panel/Twips.h"
+#include "panel/frmPanel.h"
+#include "platform/ApplicationInfo.h"
+#include "platform/Prompts.h"
+#include "platform/RuntimeError.h"
+#include "repository/clsPanelSource.h"
+#include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
+#include "session/modMain.h"
+#include "session/modUtilsLog.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QLabel>
+#include <QMenu>
+#include <QScrollBar>
+#include <QStatusBar>
+
+// Building the window, its first activation and its end. The commands stand in frmWorkspaceCommands.cpp, what keeps the
+// dashboard up to date in frmWorkspaceRefresh.cpp.
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int millisecondsPerTick = 60000;
+}
+
+frmWorkspace::frmWorkspace(QWidget* parent) : QMainWindow(parent), m_actions(*this), m_area(new DashboardArea)
+{
+    setObjectName(u"frmWorkspace"_s);
+    setCentralWidget(m_area);
+    buildStatusBar();
+    connectActions();
+    connectPanelViews();
+    restoreWindowPlace(*this);
+    Form_Load();
+}
+
+frmWorkspace::~frmWorkspace()
+{
+    // The ground tells about windows that become active while it is taken apart.
+    disconnect(m_area, nullptr, this, nullptr);
+}
+
+void frmWorkspace::buildStatusBar()
+{
+    m_lastCheck = new QLabel;
+    m_lastCheck->setObjectName(u"lastCheckLabel"_s);
+    m_lastCheck->setToolTip(u"When the dashboard last looked for new versions of its workbooks"_s);
+    statusBar()->addPermanentWidget(m_lastCheck);
+    statusBar()->setSizeGripEnabled(false);
+}
+
+void frmWorkspace::connectActions()
+{
+    const DashboardActions& a = m_actions;
+    connect(a.mnuWorkspaceNew, &QAction::triggered, this, &frmWorkspace::mnuWorkspaceNew_Click);
+    connect(a.mnuWorkspaceOpen, &QAction::triggered, this, &frmWorkspace::mnuWorkspaceOpen_Click);
+    connect(a.mnuWorkspaceSave, &QAction::triggered, this, &frmWorkspace::mnuWorkspaceSave_Click);
+    connect(a.mnuWorkspaceSaveAs, &QAction::triggered, this, &frmWorkspace::mnuWorkspaceSaveAs_Click);
+    connect(a.mnuWorkspaceRename, &QAction::triggered, this, &frmWorkspace::mnuWorkspaceRename_Click);
+    connect(a.mnuWorkspaceDelete, &QAction::triggered, this, &frmWorkspace::mnuWorkspaceDelete_Click);
+    connect(a.mnuWorkspaceRefresh, &QAction::triggered, this, &frmWorkspace::mnuWorkspaceRefresh_Click);
+    connect(a.mnuWorkspaceExit, &QAction::triggered, this, &QWidget::close);
+    connect(a.mnuPanelRefresh, &QAction::triggered, this, &frmWorkspace::mnuPanelRefresh_Click);
+    connect(a.mnuHelpAbout, &QAction::triggered, this, &frmWorkspace::showAbout);
+    connect(a.mnuEditHorizontal, &QAction::triggered, this, [this] { arrangePanels(tileHorizontally); });
+    connect(a.mnuEditVertical, &QAction::triggered, this, [this] { arrangePanels(tileVertically); });
+    connect(a.mnuEditCascade, &QAction::triggered, m_area, &QMdiArea::cascadeSubWindows);
+    connect(a.mnuEditIcons, &QAction::triggered, this, &frmWorkspace::arrangeMinimized);
+    connect(a.cmbWorkspaces, &QComboBox::currentIndexChanged, this, &frmWorkspace::cmbWorkspaces_Click);
+    connect(m_area, &DashboardArea::menuRequested, this, &frmWorkspace::showWorkspaceMenu);
+    connect(&timerRefresh, &QTimer::timeout, this, &frmWorkspace::timerRefresh_Timer);
+}
+
+void frmWorkspace::connectPanelViews()
+{
+    connect(m_actions.mnuPanelAutosize, &QAction::triggered, this,
+            [this] { runViewCommand(&frmPanel::Panel_Autosize); });
+    connect(m_actions.mnuPanelZoomToFit, &QAction::triggered, this,
+            [this] { runViewCommand(&frmPanel::Panel_ZoomToFit); });
+    connect(m_actions.mnuPanelCrop, &QAction::triggered, this, [this] { runViewCommand(&frmPanel::Panel_Crop); });
+    connect(m_actions.mnuPanel, &QMenu::aboutToShow, this, &frmWorkspace::Panel_PrepMenu);
+    connect(m_area, &QMdiArea::subWindowActivated, this, &frmWorkspace::Panel_PrepMenu);
+}
+
+void frmWorkspace::Form_Load()
+{
+    EditMode = false;
+    m_area->setBackground(QColor(gDashboardColor));
+    timerRefresh.setInterval(millisecondsPerTick);
+    timerRefresh.start();
+    TickCount = 0;
+    setWindowTitle(applicationTitle());
+    gWorkspace = std::make_shared<clsWorkspace>();
+    gSources = std::make_shared<clsSources>();
+    IsFirstActivate = true;
+}
+
+void frmWorkspace::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    // Not on activation: a window system without a window manager activates nothing.
+    if (!event->spontaneous())
+        QTimer::singleShot(0, this, &frmWorkspace::Form_Activate);
+}
+
+void frmWorkspace::Form_Activate()
+{
+    if (IsFirstActivate)
+        command(u"Form_Activate"_s, [this] { firstActivation(); });
+    IsFirstActivate = false;
+}
+
+void frmWorkspace::firstActivation()
+{
+    if (!gSources->LoadAll(gDB)) {
+        unloadForMissingDatabase();
+        return;
+    }
+    ClearDirty();
+    cmbWorkspaces_Load();
+    if (m_actions.cmbWorkspaces->count() == 0)
+        mnuWorkspaceNew_Click();
+    else
+        m_actions.cmbWorkspaces->setCurrentIndex(0);
+}
+
+void frmWorkspace::unloadForMissingDatabase()
+{
+    prompts().message(applicationTitle() + u" was unable to use its database. Please contact your administrator to "
+                                           "correct the problem."_s,
+                      Prompts::Icon::Information);
+    close();
+}
+
+void frmWorkspace::closeEvent(QCloseEvent* event)
+{
+    bool OK = true;
+    command(u"Form_QueryUnload"_s, [&] { PromptSave(false, OK); });
+    if (!OK) {
+        event->ignore();
+        return;
+    }
+    storeWindowPlace(*this);
+    timerRefresh.stop();
+    QMainWindow::closeEvent(event);
+}
+
+void frmWorkspace::command(const QString& procedure, const std::function<void()>& steps)
+{
+    try {
+        steps();
+    } catch (const RuntimeError& error) {
+        IsBusy = false;
+        prompts().setPointer(Prompts::Pointer::Default);
+        LogError(objectName(), procedure, error.number(), error.description(), true);
+    }
+}
+
+QList<frmPanel*> frmWorkspace::panelWindows() const
+{
+    QList<frmPanel*> panels;
+    for (QMdiSubWindow* window : m_area->subWindowList(QMdiArea::CreationOrder)) {
+        if (auto* panel = qobject_cast<frmPanel*>(window))
+            panels.append(panel);
+    }
+    return panels;
+}
+
+frmPanel* frmWorkspace::activePanel() const
+{
+    return qobject_cast<frmPanel*>(m_area->currentSubWindow());
+}
+
+frmPanel* frmWorkspace::newPanelWindow(qint16 Index)
+{
+    auto* panel = new frmPanel([this] { return EditMode; });
+    panel->Index = Index;
+    m_area->addSubWindow(panel);
+    connect(panel, &frmPanel::viewChanged, this, &frmWorkspace::Panel_PrepMenu);
+    connect(panel, &frmPanel::menuRequested, this, &frmWorkspace::showPanelMenu);
+    return panel;
+}
+
+void frmWorkspace::Panel_PrepMenu()
+{
+    const frmPanel* panel = activePanel();
+    const auto record = panel && gWorkspace ? gWorkspace->Panels(panel->Index) : nullptr;
+    const QString view = record ? record->ViewType : QString();
+    m_actions.mnuPanelCrop->setChecked(view == u"C");
+    m_actions.mnuPanelZoomToFit->setChecked(view == u"Z");
+    m_actions.mnuPanelAutosize->setChecked(record && view != u"C" && view != u"Z");
+}
+
+void frmWorkspace::SetFormCaption(const QString& Name)
+{
+    setWindowTitle(Name.trimmed().isEmpty() ? applicationTitle() : applicationTitle() + u" - "_s + Name);
+}
+
+void frmWorkspace::showPanelMenu(const QPoint& globalPosition)
+{
+    if (auto* panel = qobject_cast<frmPanel*>(sender()))
+        m_area->setActiveSubWindow(panel);
+    Panel_PrepMenu();
+    m_actions.mnuPanel->popup(globalPosition);
+}
+
+void frmWorkspace::showWorkspaceMenu(const QPoint& position, const QPoint& globalPosition)
+{
+    ClickX = toTwips(position.x());
+    ClickY = toTwips(position.y());
+    m_actions.mnuWorkspace->popup(globalPosition);
+}
+
+void frmWorkspace::arrangePanels(QVector<QRect> (*places)(const QRect&, int))
+{
+    QList<frmPanel*> panels = panelWindows();
+    panels.removeIf([](const frmPanel* panel) { return panel->isMinimized(); });
+    m_area->horizontalScrollBar()->setValue(0);
+    m_area->verticalScrollBar()->setValue(0);
+    const QVector<QRect> rects = places(m_area->viewport()->rect(), static_cast<int>(panels.size()));
+    for (qsizetype i = 0; i < panels.size(); ++i)
+        panels[i]->setGeometry(rects[i]);
+}
+
+void frmWorkspace::arrangeMinimized()
+{
+    QList<frmPanel*> panels = panelWindows();
+    panels.removeIf([](const frmPanel* panel) { return !panel->isMinimized(); });
+    if (panels.isEmpty())
+        return;
+    const QVector<QRect> rects =
+        arrangeIcons(m_area->viewport()->rect(), panels.first()->size(), static_cast<int>(panels.size()));
+    for (qsizetype i = 0; i < panels.size(); ++i)
+        panels[i]->setGeometry(rects[i]);
+}
+
+void frmWorkspace::showAbout()
+{
+    IsBusy = true;
+    frmAbout(this).exec();
+    IsBusy = false;
+}
+
+} // namespace lumivane

@@ -1,0 +1,111 @@
+#pragma once
+
+#include "dashboard/DashboardActions.h"
+#include "host/modUtilsExcel.h"
+
+#include <QMainWindow>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+class QLabel;
+
+namespace lumivane {
+
+class DashboardArea;
+class frmPanel;
+
+/// The main window: the frame around the panels of the dashboard on screen, the owner of all commands and of the timer
+/// by which the dashboard keeps itself up to date. A window of its own is kept for each stored panel; windows and
+/// records are tied by `frmPanel::Index`.
+///
+/// Member names are those of the described procedures. Each command traps its own failure, logs and shows it, and
+/// leaves the program as it was.
+class frmWorkspace : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    bool EditMode = false;        ///< layout mode
+    bool IsBusy = false;          ///< a command or a pass runs; only the pass looks at it
+    bool IsModified = false;      ///< the dashboard has changes that no panel's IsDirty tells
+    bool IsFirstActivate = false; ///< the work of the first activation is still to do
+    qint16 TickCount = 0;         ///< minutes counted
+    float ClickX = 0;             ///< where the right button last went on the ground, in twips
+    float ClickY = 0;
+
+    explicit frmWorkspace(QWidget* parent = nullptr);
+    ~frmWorkspace() override;
+
+    const DashboardActions& actions() const { return m_actions; }
+    /// The panel windows in the order in which they were made.
+    QList<frmPanel*> panelWindows() const;
+
+    void Form_Activate();
+    void timerRefresh_Timer();
+
+    // Dashboards.
+    void mnuWorkspaceNew_Click();
+    void mnuWorkspaceOpen_Click();
+    void mnuWorkspaceSave_Click();
+    void mnuWorkspaceSaveAs_Click();
+    void mnuWorkspaceRename_Click();
+    void mnuWorkspaceDelete_Click();
+    void cmbWorkspaces_Load();
+    void cmbWorkspaces_Click();
+    void Workspace_LoadPanels(qint32 WorkspaceID, bool& OK);
+    void Workspace_Save();
+    /// OK is false when the user cancelled. `FromCombo`: the list already stands on another dashboard.
+    void PromptSave(bool FromCombo, bool& OK);
+
+    // Panel windows.
+    void Panel_LoadWindow(XLInstance& XLInst, qint16 Index, bool Refresh);
+    bool Panel_Remove(frmPanel& panel, bool delFromDB);
+    void ClosePanels();
+    bool AnyPanelDirty() const;
+    void ClearDirty();
+    void StorePanelPositions();
+
+    // Keeping up to date.
+    void mnuWorkspaceRefresh_Click();
+    void mnuPanelRefresh_Click();
+    void Workspace_CheckUpdates();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override; // Form_QueryUnload
+
+private:
+    void Form_Load();
+    void connectActions();
+    void connectPanelViews();
+    void buildStatusBar();
+    void firstActivation();
+    void unloadForMissingDatabase();
+
+    /// Runs a command's steps and traps what they throw.
+    void command(const QString& procedure, const std::function<void()>& steps);
+    void saveUnderNewName(const QString& Mode, bool asCopy);
+    void runViewCommand(void (frmPanel::*view)());
+    void refreshDashboard();
+    void refreshActivePanel(frmPanel& panel);
+    void checkPanels();
+    void openPanelWindows(XLInstance& XLInst, bool Refresh);
+
+    frmPanel* activePanel() const;
+    frmPanel* newPanelWindow(qint16 Index);
+    void Panel_PrepMenu();
+    void SetFormCaption(const QString& Name);
+    void showPanelMenu(const QPoint& globalPosition);
+    void showWorkspaceMenu(const QPoint& position, const QPoint& globalPosition);
+    void arrangePanels(QVector<QRect> (*places)(const QRect&, int));
+    void arrangeMinimized();
+    void showAbout();
+
+    DashboardActions m_actions;
+    DashboardArea* m_area = nullptr;
+    QLabel* m_lastCheck = nullptr;
+    QTimer timerRefresh;
+};
+
+} // namespace lumivane

@@ -1,0 +1,323 @@
+#include "dashboard/frmWorkspace.h"
+
+#include "dashboard/DashboardArea.h"
+#include "dashboard/frmOpenWorkspace.h"
+#include "dashboard/frmSaveWorkspace.h"
+#include "dashboard/modUtilsControls.h"
+#include "panel/frmPanel.h"
+#include "platform/Checked.h"
+#include "platform/Prompts.h"
+#include "platform/RuntimeError.h"
+#include "repository/Database.h"
+#include "repository/clsPanelSource.h"
+#include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
+#include "repository/modUtilsSQL.h"
+#include "session/ProgramFiles.h"
+#include "session/modMain.h"
+#include "session/modUtilsLog.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QMenu>
+#include <QSignalBlocker>
+
+// The commands that make, open, save and delete dashboards, and the list of dashboards.
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+void frmWorkspace::mnuWorkspaceNew_Click()
+{
+    command(u"mnuWorkspaceNew_Click"_s, [this] {
+        bool OK = false;
+        PromptSave(false, OK);
+        if (!OK)
+            return;
+        IsBusy = true;
+        ClosePanels();
+        gWorkspace = std::make_shared<clsWorkspace>();
+        gWorkspace->Name = u"Untitled"_s;
+        SetFormCaption(gWorkspace->Name);
+        QComboBox& list = *m_actions.cmbWorkspaces;
+        {
+            const QSignalBlocker filling(list);
+            ComboAddItem(list, gWorkspace->Name, 0);
+            list.setCurrentIndex(-1);
+        }
+        list.setCurrentIndex(list.count() - 1);
+        m_actions.mnuPanel->menuAction()->setEnabled(false);
+        IsModified = true;
+        IsBusy = false;
+    });
+}
+
+void frmWorkspace::mnuWorkspaceOpen_Click()
+{
+    command(u"mnuWorkspaceOpen_Click"_s, [this] {
+        bool OK = false;
+        PromptSave(false, OK);
+        if (!OK)
+            return;
+        IsBusy = true;
+        frmOpenWorkspace dialog(QString(), this);
+        dialog.exec();
+        if (dialog.WorkspaceID > 0)
+            ComboSelectByData(*m_actions.cmbWorkspaces, dialog.WorkspaceID);
+        IsBusy = false;
+    });
+}
+
+void frmWorkspace::mnuWorkspaceSave_Click()
+{
+    command(u"mnuWorkspaceSave_Click"_s, [this] {
+        StorePanelPositions();
+        if (gWorkspace->ID > 0)
+            Workspace_Save();
+        else
+            mnuWorkspaceSaveAs_Click();
+    });
+}
+
+void frmWorkspace::mnuWorkspaceSaveAs_Click()
+{
+    command(u"mnuWorkspaceSaveAs_Click"_s, [this] { saveUnderNewName(u"SaveAs"_s, true); });
+}
+
+void frmWorkspace::mnuWorkspaceRename_Click()
+{
+    command(u"mnuWorkspaceRename_Click"_s, [this] { saveUnderNewName(u"Rename"_s, false); });
+}
+
+void frmWorkspace::saveUnderNewName(const QString& Mode, bool asCopy)
+{
+    IsBusy = true;
+    frmSaveWorkspace dialog(Mode, gWorkspace->Name, this);
+    dialog.exec();
+    if (dialog.WorkspaceName.isEmpty()) {
+        IsBusy = false;
+        return;
+    }
+    gWorkspace->Name = dialog.WorkspaceName;
+    if (asCopy) {
+        // All rows are inserted anew, and those of the dashboard it came from stay as they are.
+        gWorkspace->ID = 0;
+        for (int i = 1; i <= gWorkspace->NumPanels(); ++i)
+            gWorkspace->Panels(i)->ID = 0;
+    }
+    Workspace_Save();
+    IsBusy = false;
+}
+
+void frmWorkspace::Workspace_Save()
+{
+    IsBusy = true;
+    if (gWorkspace->SaveToDB(gDB)) {
+        ClearDirty();
+        cmbWorkspaces_Load();
+        ComboSelectByData(*m_actions.cmbWorkspaces, gWorkspace->ID);
+        SetFormCaption(gWorkspace->Name);
+    }
+    IsBusy = false;
+}
+
+void frmWorkspace::mnuWorkspaceDelete_Click()
+{
+    command(u"mnuWorkspaceDelete_Click"_s, [this] {
+        if (!ConfirmAction(u"Are you sure you want to delete '"_s + gWorkspace->Name + u"'?"_s))
+            return;
+        ClearDirty();
+        gWorkspace->Delete(gDB);
+        QComboBox& list = *m_actions.cmbWorkspaces;
+        {
+            const QSignalBlocker removing(list);
+            list.removeItem(list.currentIndex());
+            list.setCurrentIndex(-1);
+        }
+        m_actions.mnuWorkspaceDelete->setEnabled(list.count() > 0);
+        if (list.count() > 0)
+            list.setCurrentIndex(0);
+        else
+            mnuWorkspaceNew_Click();
+    });
+}
+
+void frmWorkspace::cmbWorkspaces_Load()
+{
+    QComboBox& list = *m_actions.cmbWorkspaces;
+    const QSignalBlocker filling(list);
+    list.clear();
+    std::shared_ptr<Recordset> rows;
+    if (SQL_OpenRecordset(gDB, rows, u"SELECT * FROM LvnSavedWorkspace ORDER BY LastUpdated DESC"_s, true, objectName(),
+                          u"cmbWorkspaces_Load"_s)) {
+        for (; !rows->EOF_(); rows->MoveNext()) {
+            if (!rows->isNull(u"Name"))
+                ComboAddItem(list, rows->text(u"Name"), static_cast<qint32>(rows->number(u"ID")));
+        }
+        rows->Close();
+    }
+    list.setCurrentIndex(-1);
+}
+
+void frmWorkspace::cmbWorkspaces_Click()
+{
+    command(u"cmbWorkspaces_Click"_s, [this] {
+        QComboBox& list = *m_actions.cmbWorkspaces;
+        IsBusy = true;
+        if (list.currentIndex() < 0 || ComboSelectedData(list) == gWorkspace->ID) {
+            IsBusy = false;
+            return;
+        }
+        bool OK = false;
+        PromptSave(true, OK);
+        if (!OK) {
+            ComboSelectByData(list, gWorkspace->ID);
+            IsBusy = false;
+            return;
+        }
+        // Read anew: the prompt may have rebuilt the list, and may have loaded this dashboard already.
+        bool loaded = false;
+        Workspace_LoadPanels(ComboSelectedData(list), loaded);
+        if (loaded)
+            ClearDirty();
+        SetFormCaption(gWorkspace->Name);
+        IsBusy = false;
+    });
+}
+
+void frmWorkspace::PromptSave(bool FromCombo, bool& OK)
+{
+    OK = true;
+    if (!gWorkspace)
+        return;
+    if (!AnyPanelDirty() && !IsModified)
+        return;
+    if (gWorkspace->Name.isEmpty())
+        gWorkspace->Name = u"Untitled"_s;
+
+    QComboBox& list = *m_actions.cmbWorkspaces;
+    const qint32 chosen = ComboSelectedData(list);
+    switch (prompts().askYesNoCancel(u"Save changes to "_s + gWorkspace->Name + u'?')) {
+    case Prompts::Answer::Cancel:
+        OK = false;
+        break;
+    case Prompts::Answer::Yes:
+        mnuWorkspaceSave_Click();
+        if (FromCombo)
+            ComboSelectByData(list, chosen);
+        break;
+    case Prompts::Answer::No:
+        ClearDirty();
+        IsFirstActivate = true;
+        cmbWorkspaces_Load();
+        ComboSelectByData(list, chosen);
+        IsFirstActivate = false;
+        break;
+    }
+}
+
+void frmWorkspace::Workspace_LoadPanels(qint32 WorkspaceID, bool& OK)
+{
+    OK = false;
+    IsBusy = true;
+    prompts().setPointer(Prompts::Pointer::Hourglass);
+    try {
+        ClosePanels();
+        gWorkspace = std::make_shared<clsWorkspace>();
+        gWorkspace->LoadFromDB(WorkspaceID, gDB);
+        m_actions.mnuPanel->menuAction()->setEnabled(gWorkspace->NumPanels() >= 1);
+        gSources->ClearFlags();
+        XLInstance XLInst;
+        if (!Excel_Init(XLInst))
+            return;
+        openPanelWindows(XLInst, false);
+        Excel_Exit(XLInst);
+        SetFormCaption(gWorkspace->Name);
+        OK = true;
+    } catch (const RuntimeError& error) {
+        LogError(objectName(), u"Workspace_LoadPanels"_s, error.number(), error.description(), true);
+    }
+    prompts().setPointer(Prompts::Pointer::Default);
+    IsBusy = false;
+}
+
+void frmWorkspace::openPanelWindows(XLInstance& XLInst, bool Refresh)
+{
+    // Last to first, so that the first panel ends up on top.
+    for (qint16 i = gWorkspace->NumPanels(); i >= 1; --i) {
+        const auto panel = gWorkspace->Panels(i);
+        if (panel && panel->ID >= 1)
+            Panel_LoadWindow(XLInst, i, Refresh);
+    }
+}
+
+void frmWorkspace::Panel_LoadWindow(XLInstance& XLInst, qint16 Index, bool Refresh)
+{
+    const auto record = gWorkspace->Panels(Index);
+    frmPanel* panel = newPanelWindow(Index);
+    panel->setPlace(record->pLeft, record->pTop);
+    prompts().setPointer(Prompts::Pointer::Hourglass);
+    if (panel->Panel_Load(XLInst, Refresh)) {
+        panel->IsLoad = true;
+        panel->show();
+        panel->IsLoad = false;
+    } else {
+        prompts().setPointer(Prompts::Pointer::Default);
+        if (ConfirmAction(u"Unable to load panel with caption '"_s + record->Caption +
+                          u"'\r\nDelete this panel from dashboard?"_s))
+            Panel_Remove(*panel, true);
+        else
+            panel->Unload();
+    }
+    prompts().setPointer(Prompts::Pointer::Default);
+}
+
+bool frmWorkspace::Panel_Remove(frmPanel& panel, bool delFromDB)
+{
+    const qint16 removed = panel.Index;
+    gWorkspace->DelPanel(removed, delFromDB);
+    if (gWorkspace->NumPanels() < 1)
+        m_actions.mnuPanel->menuAction()->setEnabled(false);
+    panel.Unload();
+    for (frmPanel* other : panelWindows()) {
+        if (other->Index >= removed)
+            --other->Index;
+    }
+    return true;
+}
+
+void frmWorkspace::ClosePanels()
+{
+    const QList<frmPanel*> panels = panelWindows();
+    for (auto panel = panels.rbegin(); panel != panels.rend(); ++panel)
+        (*panel)->Unload();
+}
+
+bool frmWorkspace::AnyPanelDirty() const
+{
+    const QList<frmPanel*> panels = panelWindows();
+    return std::any_of(panels.rbegin(), panels.rend(), [](const frmPanel* panel) { return panel->IsDirty; });
+}
+
+void frmWorkspace::ClearDirty()
+{
+    IsModified = false;
+    for (frmPanel* panel : panelWindows())
+        panel->IsDirty = false;
+}
+
+void frmWorkspace::StorePanelPositions()
+{
+    for (const frmPanel* panel : panelWindows()) {
+        const auto record = gWorkspace->Panels(panel->Index);
+        if (!record)
+            throw RuntimeError(RuntimeError::ObjectNotSet);
+        record->pLeft = toInt16(panel->Left());
+        record->pTop = toInt16(panel->Top());
+        record->pHeight = toInt16(panel->Height());
+        record->pWidth = toInt16(panel->Width());
+    }
+}
+
+} // namespace lumivane

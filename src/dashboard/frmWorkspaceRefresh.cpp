@@ -1,0 +1,144 @@
+#include "dashboard/frmWorkspace.h"
+
+#include "panel/frmPanel.h"
+#include "platform/Clock.h"
+#include "platform/Prompts.h"
+#include "platform/RuntimeError.h"
+#include "repository/clsPanelSource.h"
+#include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
+#include "session/modMain.h"
+
+#include <QLabel>
+#include <QLocale>
+#include <QPointer>
+
+// The timer's pass over all panels, the refreshes that the user asks for, and the views of the active panel.
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+void frmWorkspace::timerRefresh_Timer()
+{
+    // A pass comes every frequency + 1 minutes.
+    if (TickCount == gRefreshFrequency) {
+        TickCount = 0;
+        Workspace_CheckUpdates();
+    } else {
+        ++TickCount;
+    }
+}
+
+void frmWorkspace::Workspace_CheckUpdates()
+{
+    if (IsBusy || EditMode)
+        return;
+    IsBusy = true;
+    prompts().setPointer(Prompts::Pointer::ArrowHourglass);
+    try {
+        gSources->ClearFlags();
+        checkPanels();
+        m_lastCheck->setText(u"Last check "_s + QLocale().toString(Clock::now().time(), QLocale::ShortFormat));
+    } catch (const RuntimeError&) {
+        // A pass ends without a word; the next one comes soon enough.
+    }
+    IsBusy = false;
+    prompts().setPointer(Prompts::Pointer::Default);
+}
+
+void frmWorkspace::checkPanels()
+{
+    // A folder prompt in the middle lets commands run, which may close windows.
+    QList<QPointer<frmPanel>> panels;
+    for (frmPanel* panel : panelWindows())
+        panels.append(panel);
+    for (const QPointer<frmPanel>& panel : panels) {
+        if (!panel || !panel->mdiArea())
+            continue;
+        XLInstance XLInst;
+        if (!Excel_Init(XLInst))
+            continue;
+        panel->Panel_Reload(XLInst);
+        Excel_Exit(XLInst);
+    }
+}
+
+void frmWorkspace::mnuWorkspaceRefresh_Click()
+{
+    command(u"mnuWorkspaceRefresh_Click"_s, [this] {
+        bool OK = false;
+        PromptSave(false, OK);
+        if (OK)
+            refreshDashboard();
+    });
+}
+
+void frmWorkspace::refreshDashboard()
+{
+    IsBusy = true;
+    prompts().setPointer(Prompts::Pointer::Hourglass);
+    ClosePanels();
+    gSources->ClearFlags();
+    XLInstance XLInst;
+    if (!Excel_Init(XLInst))
+        return;
+    openPanelWindows(XLInst, true);
+    Excel_Exit(XLInst);
+    ClearDirty();
+    prompts().setPointer(Prompts::Pointer::Default);
+    IsBusy = false;
+}
+
+void frmWorkspace::mnuPanelRefresh_Click()
+{
+    command(u"mnuPanelRefresh_Click"_s, [this] {
+        frmPanel* panel = activePanel();
+        if (!panel)
+            return;
+        IsBusy = true;
+        if (panel->IsDirty) {
+            bool OK = false;
+            PromptSave(false, OK);
+            if (!OK) {
+                IsBusy = false;
+                return;
+            }
+        }
+        refreshActivePanel(*panel);
+    });
+}
+
+void frmWorkspace::refreshActivePanel(frmPanel& panel)
+{
+    prompts().setPointer(Prompts::Pointer::Hourglass);
+    XLInstance XLInst;
+    if (Excel_Init(XLInst)) {
+        const auto record = gWorkspace->Panels(panel.Index);
+        const auto source = record ? record->Source() : nullptr;
+        if (!source)
+            throw RuntimeError(RuntimeError::ObjectNotSet);
+        source->ClearFlags();
+        panel.Panel_Load(XLInst, true);
+        Excel_Exit(XLInst);
+    }
+    prompts().setPointer(Prompts::Pointer::Default);
+    IsBusy = false;
+}
+
+void frmWorkspace::runViewCommand(void (frmPanel::*view)())
+{
+    command(u"mnuPanelView_Click"_s, [this, view] {
+        frmPanel* panel = activePanel();
+        if (!panel) {
+            Panel_PrepMenu();
+            return;
+        }
+        IsBusy = true;
+        (panel->*view)();
+        IsBusy = false;
+        Panel_PrepMenu();
+    });
+}
+
+} // namespace lumivane

@@ -14,7 +14,7 @@
 namespace lumivane::embedded {
 
 enum class CellKind : quint8 {
-    Blank,      ///< carries a style only
+    Blank, ///< carries a style only
     Number,
     Text,       ///< `text` is an index into WorkbookContent::texts
     SheetText,  ///< `text` is an index into SheetContent::texts (inline strings, results of formulas)
@@ -29,8 +29,7 @@ QString errorText(ErrorCode code); ///< "#DIV/0!"
 /// One cell, 16 bytes. A sheet keeps all of them in one block, row by row, columns ascending.
 struct Cell
 {
-    union
-    {
+    union {
         double number;
         quint64 text;
     };
@@ -48,6 +47,7 @@ struct TextRun
 {
     int start = 0; ///< position in the text, in UTF-16 units
     FontStyle font;
+    bool cellFont = false; ///< the stretch has the font of its cell; `font` says nothing
 };
 
 /// Texts of a workbook or sheet in one block of UTF-8, with the runs of the few rich ones beside it.
@@ -61,6 +61,7 @@ public:
     const std::vector<TextRun>* runs(quint64 index) const;
 
     int append(std::string_view utf8);
+    /// Of a text appended after all others that have runs.
     void setRuns(int index, std::vector<TextRun> runs);
     qint64 bytes() const;
 
@@ -72,13 +73,14 @@ private:
 
 struct RowContent
 {
-    int row = 0;            ///< from 1
-    quint32 firstCell = 0;  ///< index into SheetContent::cells; the row ends where the next one begins
-    float height = -1;      ///< points as stored; below 0 when the file stores none
-    qint32 style = -1;      ///< of the cells that are not stored; -1: none
+    int row = 0;           ///< from 1
+    quint32 firstCell = 0; ///< index into SheetContent::cells; the row ends where the next one begins
+    float height = -1;     ///< points as stored; below 0 when the file stores none
+    qint32 style = -1;     ///< of the cells that are not stored; -1: none
     quint8 outlineLevel = 0;
-    bool hidden = false;    ///< by hand, by outline or by a filter
+    bool hidden = false; ///< by hand, by outline or by a filter
     bool customHeight = false;
+    bool collapsed = false; ///< the outline group next to it is folded
 };
 
 struct ColumnContent
@@ -88,6 +90,8 @@ struct ColumnContent
     qint32 style = -1;
     quint8 outlineLevel = 0;
     bool hidden = false;
+    bool customWidth = false;
+    bool collapsed = false; ///< the outline group next to it is folded
 };
 
 enum class PaneKind : quint8 { None, Frozen, Split };
@@ -95,7 +99,7 @@ enum class PaneKind : quint8 { None, Frozen, Split };
 struct SheetView
 {
     PaneKind panes = PaneKind::None;
-    double xSplit = 0, ySplit = 0; ///< frozen: columns and rows; split: twentieths of a point
+    double xSplit = 0, ySplit = 0;          ///< frozen: columns and rows; split: twentieths of a point
     int topRow = 1, leftColumn = 1;         ///< first visible cell of the top left pane
     int paneTopRow = 1, paneLeftColumn = 1; ///< first visible cell of the free pane
     bool gridLines = true;
@@ -113,8 +117,16 @@ struct SheetView
 struct DrawingContent
 {
     QString name;
-    QString kind; ///< "chart", "picture", "shape"
-    CellArea anchor;
+    QString kind;    ///< "chart", "picture", "shape"
+    CellArea anchor; ///< from the cell with its top left corner to that with its bottom right one; the former alone
+                     ///< where the file stores a size instead (`width` and `height`)
+    bool hidden = false;
+    // In EMU, 9525 to a pixel: the corners' distance from those of their cells, or from the sheet's own corner for an
+    // absolute place, whose anchor is A1.
+    qint64 startX = 0, startY = 0;
+    qint64 endX = 0, endY = 0;
+    qint64 width = -1, height = -1; ///< below 0: as the anchor says
+    QString part;                   ///< of the package, with the chart or the picture; empty if it has none
 };
 
 struct SheetContent
@@ -130,10 +142,10 @@ struct SheetContent
     double defaultRowHeight = -1;     ///< points; below 0: from the default font
     bool customDefaultHeight = false; ///< the default height holds even where the text would need more
     bool defaultRowsHidden = false;
-    double defaultColumnWidth = -1;   ///< characters, padding included; below 0: from baseColumnWidth
-    int baseColumnWidth = 8;          ///< characters without padding
-    std::optional<CellArea> used;     ///< cells stored, with contents or styled
-    QString problem;                  ///< what of the sheet could not be read, for the user; empty if all was
+    double defaultColumnWidth = -1; ///< characters, padding included; below 0: from baseColumnWidth
+    int baseColumnWidth = 8;        ///< characters without padding
+    std::optional<CellArea> used;   ///< cells stored, with contents or styled
+    QString problem;                ///< what of the sheet could not be read, for the user; empty if all was
 
     /// The cells of a stored row; empty when the row stores none.
     std::pair<const Cell*, const Cell*> rowCells(size_t rowIndex) const;
@@ -169,6 +181,8 @@ public:
     StyleTable styles;
     TextTable texts;
     bool date1904 = false;
+    bool calculateOnOpen =
+        false; ///< the writer asks that formulas be computed again: their stored results may be stale
     int activeSheet = 0;
 
     /// The sheet at an index from 0, read now if it was not yet. Throws RuntimeError naming file, sheet and fault.

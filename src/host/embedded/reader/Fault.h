@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+namespace lumivane::embedded {
+
+/// What is wrong with a file, as the end of a sentence: "entry "xl/styles.xml" does not match its checksum". Thrown
+/// inside the reader only; readWorkbook and WorkbookContent::sheet turn it into the RuntimeError that names file and
+/// sheet.
+struct Fault
+{
+    QString what;
+};
+
+} // namespace lumivane::embedded

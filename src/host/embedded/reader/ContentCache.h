@@ -17,6 +17,8 @@ public:
 
 private:
     struct Entry;
+    void dropLeastUsed();
+
     std::vector<Entry> m_entries;
     qint64 m_maxBytes;
 };

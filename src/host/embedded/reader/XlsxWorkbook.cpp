@@ -46,6 +46,20 @@ bool isBinaryWorkbook(const Package& package, const std::string& part)
     return false;
 }
 
+/// The entry that is referred to by a type; null where nothing is. Without a part that it refers to, a workbook would
+/// look other than it should, and nobody could tell.
+const Package::Entry* referredEntry(const Package& package, const std::vector<Relationship>& relationships,
+                                    std::string_view type)
+{
+    const Relationship* reference = findRelationship(relationships, type);
+    if (!reference || reference->external)
+        return nullptr;
+    const Package::Entry* entry = package.find(reference->target);
+    if (!entry)
+        throw Fault{u"entry \"%1\" is missing"_s.arg(textFrom(reference->target))};
+    return entry;
+}
+
 } // namespace
 
 XlsxWorkbook::XlsxWorkbook(const QString& path) : m_path(path), m_stamp(FileStamp::of(path))
@@ -129,22 +143,19 @@ void XlsxWorkbook::readNames(pugi::xml_node list)
 void XlsxWorkbook::readThemeAndStyles(const Package& package, const std::vector<Relationship>& relationships)
 {
     pugi::xml_document document;
-    const Relationship* theme = findRelationship(relationships, "theme");
-    if (const Package::Entry* entry = theme ? package.find(theme->target) : nullptr) {
-        readSmallPart(package, *entry, document);
+    if (const Package::Entry* theme = referredEntry(package, relationships, "theme")) {
+        readSmallPart(package, *theme, document);
         m_palette.readTheme(document.document_element());
     }
-    const Relationship* look = findRelationship(relationships, "styles");
-    if (const Package::Entry* entry = look ? package.find(look->target) : nullptr) {
-        readSmallPart(package, *entry, document);
+    if (const Package::Entry* look = referredEntry(package, relationships, "styles")) {
+        readSmallPart(package, *look, document);
         styles = readStyles(document.document_element(), m_palette);
     }
 }
 
 void XlsxWorkbook::readTexts(const Package& package, const std::vector<Relationship>& relationships)
 {
-    const Relationship* shared = findRelationship(relationships, "sharedStrings");
-    const Package::Entry* entry = shared ? package.find(shared->target) : nullptr;
+    const Package::Entry* entry = referredEntry(package, relationships, "sharedStrings");
     if (!entry)
         return;
     const auto stream = package.open(*entry);

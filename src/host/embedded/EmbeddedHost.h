@@ -1,0 +1,75 @@
+#pragma once
+
+#include "host/Host.h"
+#include "host/embedded/drawing/SheetGeometry.h"
+#include "host/embedded/reader/ContentCache.h"
+
+namespace lumivane::embedded {
+
+class EmbeddedSheet;
+class EmbeddedWorkbook;
+
+/// The engine in the place of a spreadsheet program: it reads workbook files itself and draws them itself. An
+/// application costs nothing; what was read is kept in the cache and shared between applications.
+class EmbeddedApplication : public Application
+{
+public:
+    /// The cache must outlive the application.
+    explicit EmbeddedApplication(ContentCache& cache, Metrics metrics = Metrics::File);
+    ~EmbeddedApplication() override;
+
+    /// Never asks anybody anything and never follows links, whatever `updateLinks` says.
+    std::shared_ptr<Workbook> Open(const QString& path, bool updateLinks = false) override;
+    int WorkbooksCount() const override;
+    std::shared_ptr<Workbook> WorkbookItem(int index) override;
+    std::shared_ptr<Workbook> ActiveWorkbook() override;
+    std::shared_ptr<Worksheet> ActiveSheet() override;
+    void Quit() override;
+
+private:
+    friend class EmbeddedWorkbook;
+    ContentCache& m_cache;
+    const Metrics m_metrics;
+    std::vector<std::shared_ptr<EmbeddedWorkbook>> m_workbooks; ///< in the order of opening
+    std::shared_ptr<EmbeddedWorkbook> m_active;
+};
+
+/// One opening of a workbook. It stays usable after Close for whoever still holds it.
+class EmbeddedWorkbook : public Workbook
+{
+public:
+    EmbeddedWorkbook(EmbeddedApplication& application, const QString& path);
+
+    QString FullName() const override { return m_path; }
+    QString Name() const override;
+    QStringList WorksheetNames() const override; ///< chart sheets left out
+    std::shared_ptr<Worksheet> WorksheetByName(const QString& name) override;
+    /// The first visible worksheet where a chart sheet was active; null without any worksheet.
+    std::shared_ptr<Worksheet> ActiveSheet() override;
+    void Activate() override;
+    /// Reads the file as it is now. Worksheets handed out before keep what they had.
+    void RefreshAll() override;
+    /// Leaves the file alone: nothing that an opening changes belongs into it.
+    void Save() override {}
+    void Close() override;
+
+    const WorkbookContent& content() const { return *m_content; }
+
+private:
+    friend class EmbeddedApplication;
+    void read();
+    std::shared_ptr<EmbeddedSheet> worksheet(int index);
+
+    EmbeddedApplication* m_application; ///< null once closed
+    ContentCache& m_cache;
+    const Metrics m_metrics;
+    const QString m_path;
+    std::shared_ptr<WorkbookContent> m_content;
+    std::vector<std::shared_ptr<EmbeddedSheet>> m_sheets; ///< by index, null until asked for
+    std::shared_ptr<int> m_activeSheet;                   ///< shared with the sheets, which set it
+};
+
+/// A worker on the cache of the process.
+std::unique_ptr<Application> makeEmbeddedWorker();
+
+} // namespace lumivane::embedded

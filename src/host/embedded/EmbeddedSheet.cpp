@@ -1,0 +1,269 @@
+#include "host/embedded/EmbeddedSheet.h"
+
+#include "host/embedded/CellSearch.h"
+#include "platform/RuntimeError.h"
+
+#include <QDateTime>
+#include <algorithm>
+#include <cmath>
+
+namespace lumivane::embedded {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Larger pictures are refused: 256 MB of memory for one picture serve nobody.
+constexpr qint64 maxPicturePixels = 64ll << 20;
+constexpr double maxPictureScale = 8;
+
+CellArea joined(const CellArea& area, int row, int column)
+{
+    return {std::min(area.firstRow, row), std::min(area.firstColumn, column), std::max(area.lastRow, row),
+            std::max(area.lastColumn, column)};
+}
+
+bool isNumber(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Short:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Float:
+    case QMetaType::Double:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Days since the sheet's day zero, as workbooks count them.
+double serialDate(const QDateTime& time, bool date1904)
+{
+    const QDate zero = date1904 ? QDate(1904, 1, 1) : QDate(1899, 12, 30);
+    return static_cast<double>(zero.daysTo(time.date())) + time.time().msecsSinceStartOfDay() / 86400000.0;
+}
+
+SheetOverlay::Value overlayValue(const QVariant& value, bool date1904)
+{
+    SheetOverlay::Value result;
+    if (!value.isValid() || value.isNull())
+        return result;
+    result.kind = CellKind::Number;
+    if (value.typeId() == QMetaType::Bool) {
+        result.kind = CellKind::Boolean;
+        result.number = value.toBool() ? 1 : 0;
+    } else if (isNumber(value)) {
+        result.number = value.toDouble();
+    } else if (value.typeId() == QMetaType::QDateTime || value.typeId() == QMetaType::QDate) {
+        result.number = serialDate(value.toDateTime(), date1904);
+    } else {
+        result.kind = CellKind::Text;
+        result.text = value.toString();
+    }
+    return result;
+}
+
+qint64 countUncomputed(const SheetContent& sheet, const CellArea& area)
+{
+    qint64 count = 0;
+    for (size_t i = 0; i < sheet.rows.size() && sheet.rows[i].row <= area.lastRow; ++i) {
+        if (sheet.rows[i].row < area.firstRow)
+            continue;
+        const auto [begin, end] = sheet.rowCells(i);
+        count += std::count_if(begin, end, [&](const Cell& cell) {
+            return cell.kind == CellKind::Uncomputed && area.contains(sheet.rows[i].row, cell.column);
+        });
+    }
+    return count;
+}
+
+} // namespace
+
+EmbeddedSheet::EmbeddedSheet(std::shared_ptr<WorkbookContent> workbook, int index, const QString& workbookName,
+                             Metrics metrics, std::function<void()> onActivate)
+    : m_workbook(std::move(workbook)), m_index(index), m_workbookName(workbookName), m_metrics(metrics),
+      m_onActivate(std::move(onActivate))
+{
+}
+
+QString EmbeddedSheet::Name() const
+{
+    return m_workbook->sheets[static_cast<size_t>(m_index)].name;
+}
+
+bool EmbeddedSheet::Visible() const
+{
+    return m_workbook->sheets[static_cast<size_t>(m_index)].visible;
+}
+
+const SheetContent& EmbeddedSheet::content()
+{
+    if (!m_content)
+        m_content = m_workbook->sheet(m_index);
+    return *m_content;
+}
+
+const ShownTexts& EmbeddedSheet::texts()
+{
+    if (!m_texts) {
+        content();
+        m_texts = std::make_unique<ShownTexts>(m_workbook, m_content);
+    }
+    return *m_texts;
+}
+
+const SheetPainter& EmbeddedSheet::painter()
+{
+    if (!m_painter) {
+        content();
+        m_painter = std::make_unique<SheetPainter>(m_workbook, m_content, &m_overlay, m_metrics);
+    }
+    return *m_painter;
+}
+
+const SheetOverlay::Value* EmbeddedSheet::overlaid(int row, int column) const
+{
+    const auto found = m_overlay.values.find({row, column});
+    return found == m_overlay.values.end() ? nullptr : &found->second;
+}
+
+int EmbeddedSheet::styleAt(int row, int column)
+{
+    const Cell* cell = content().find(row, column);
+    return cell ? static_cast<int>(cell->style) : 0;
+}
+
+QString EmbeddedSheet::place() const
+{
+    return u"sheet \"%1\" of workbook \"%2\""_s.arg(Name(), m_workbookName);
+}
+
+CellArea EmbeddedSheet::usedArea()
+{
+    std::optional<CellArea> used = content().used;
+    for (const auto& [cell, value] : m_overlay.values)
+        used = used ? joined(*used, cell.first, cell.second) : CellArea::cell(cell.first, cell.second);
+    return used.value_or(CellArea::cell(1, 1));
+}
+
+std::optional<CellArea> EmbeddedSheet::contentArea()
+{
+    return CellSearch(*m_workbook, content(), texts(), m_overlay).contentArea();
+}
+
+QString EmbeddedSheet::shownText(int row, int column)
+{
+    if (const SheetOverlay::Value* value = overlaid(row, column))
+        return texts().shown(*value, styleAt(row, column));
+    const Cell* cell = content().find(row, column);
+    return cell ? texts().shown(*cell) : QString();
+}
+
+QString EmbeddedSheet::valueText(int row, int column)
+{
+    if (const SheetOverlay::Value* value = overlaid(row, column))
+        return texts().plain(*value);
+    const Cell* cell = content().find(row, column);
+    return cell ? texts().plain(*cell) : QString();
+}
+
+double EmbeddedSheet::rowHeight(int row)
+{
+    return painter().geometry().rowHeightPoints(row);
+}
+
+void EmbeddedSheet::setRowHeight(int firstRow, int lastRow, double points)
+{
+    for (int row = firstRow; row <= lastRow; ++row)
+        m_overlay.rowHeights[row] = points;
+    m_painter.reset();
+}
+
+double EmbeddedSheet::columnWidth(int column)
+{
+    return painter().geometry().columnWidthCharacters(column);
+}
+
+void EmbeddedSheet::setColumnWidth(int firstColumn, int lastColumn, double characters)
+{
+    for (int column = firstColumn; column <= lastColumn; ++column)
+        m_overlay.columnWidths[column] = characters;
+    m_painter.reset();
+}
+
+void EmbeddedSheet::setInteriorColor(int row, int column, QRgb color)
+{
+    m_overlay.colors[{row, column}] = color;
+    m_painter.reset();
+}
+
+void EmbeddedSheet::setValue(int row, int column, const QVariant& value)
+{
+    m_overlay.values[{row, column}] = overlayValue(value, m_workbook->date1904);
+    m_painter.reset();
+}
+
+std::optional<CellArea> EmbeddedSheet::Find(const CellArea& area, const FindQuestion& question)
+{
+    return CellSearch(*m_workbook, content(), texts(), m_overlay).find(area, question);
+}
+
+QStringList EmbeddedSheet::ShapeNames()
+{
+    QStringList names;
+    for (const DrawingContent& drawing : content().drawings)
+        names.append(drawing.name);
+    return names;
+}
+
+QStringList EmbeddedSheet::undrawn(const CellArea& area)
+{
+    QStringList missing;
+    if (!content().problem.isEmpty())
+        missing.append(content().problem);
+    for (const DrawingContent& drawing : content().drawings) {
+        const auto common = intersect(drawing.anchor, area);
+        // One that lies wholly on hidden rows or columns is not seen on the screen either.
+        if (common && !painter().size(*common).isEmpty())
+            missing.append(u"the %1 \"%2\""_s.arg(drawing.kind, drawing.name));
+    }
+    if (const qint64 formulas = countUncomputed(content(), area))
+        missing.append(formulas == 1 ? u"the result of a formula, which the file does not store"_s
+                                     : u"the results of %1 formulas, which the file does not store"_s.arg(formulas));
+    return missing;
+}
+
+QImage EmbeddedSheet::CopyPicture(const CellArea& area, double scale)
+{
+    if (!(scale > 0 && scale <= maxPictureScale))
+        throw RuntimeError(RuntimeError::ApplicationDefined,
+                           u"A picture cannot be taken at a scale of %1."_s.arg(scale));
+    const QSize size = painter().size(area, scale);
+    if (size.isEmpty())
+        throw RuntimeError(RuntimeError::ApplicationDefined,
+                           u"Nothing of the range %1 on %2 is visible: all its rows or columns are hidden."_s.arg(
+                               area.relative(), place()));
+    if (qint64(size.width()) * size.height() > maxPicturePixels)
+        throw RuntimeError(RuntimeError::ApplicationDefined,
+                           u"The range %1 on %2 is too large for a picture (%3 x %4 pixels). Select a smaller one."_s
+                               .arg(area.relative(), place())
+                               .arg(size.width())
+                               .arg(size.height()));
+    return painter().image(area, scale);
+}
+
+QImage EmbeddedSheet::CopyShapePicture(const QString& name, double)
+{
+    for (const DrawingContent& drawing : content().drawings) {
+        if (drawing.name.compare(name, Qt::CaseInsensitive) == 0)
+            throw RuntimeError(RuntimeError::ApplicationDefined,
+                               u"The %1 \"%2\" on %3 cannot be drawn yet."_s.arg(drawing.kind, name, place()));
+    }
+    throw RuntimeError(RuntimeError::ApplicationDefined,
+                       u"There is no chart or shape \"%1\" on %2."_s.arg(name, place()));
+}
+
+} // namespace lumivane::embedded

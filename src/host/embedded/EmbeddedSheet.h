@@ -1,0 +1,62 @@
+#pragma once
+
+#include "host/Host.h"
+#include "host/embedded/drawing/SheetPainter.h"
+#include "host/embedded/drawing/ShownTexts.h"
+
+#include <functional>
+
+namespace lumivane::embedded {
+
+/// A worksheet of one opening of a workbook: shared content with what this opening has changed laid over it. The sheet
+/// is read from the file when its cells are first needed, so that asking for its name costs nothing; a damaged sheet
+/// fails there and then.
+class EmbeddedSheet : public Worksheet
+{
+public:
+    EmbeddedSheet(std::shared_ptr<WorkbookContent> workbook, int index, const QString& workbookName, Metrics metrics,
+                  std::function<void()> onActivate);
+
+    QString Name() const override;
+    QString WorkbookName() const override { return m_workbookName; }
+    bool Visible() const override;
+    CellArea usedArea() override;
+    std::optional<CellArea> contentArea() override;
+    QString shownText(int row, int column) override;
+    QString valueText(int row, int column) override;
+    double rowHeight(int row) override;
+    void setRowHeight(int firstRow, int lastRow, double points) override;
+    double columnWidth(int column) override;
+    void setColumnWidth(int firstColumn, int lastColumn, double characters) override;
+    void setInteriorColor(int row, int column, QRgb color) override;
+    void setValue(int row, int column, const QVariant& value) override;
+    std::optional<CellArea> Find(const CellArea& area, const FindQuestion& question) override;
+    QStringList ShapeNames() override;
+    QStringList undrawn(const CellArea& area) override;
+    void Activate() override { m_onActivate(); }
+    QImage CopyPicture(const CellArea& area, double scale = 1) override;
+    QImage CopyShapePicture(const QString& name, double scale = 1) override;
+
+    const WorkbookContent& workbookContent() const { return *m_workbook; }
+    const SheetContent& content();
+    /// Drawing and sizes with the changes laid over. Valid until the next change.
+    const SheetPainter& painter();
+
+private:
+    const ShownTexts& texts();
+    const SheetOverlay::Value* overlaid(int row, int column) const;
+    int styleAt(int row, int column);
+    QString place() const;
+
+    std::shared_ptr<WorkbookContent> m_workbook;
+    const int m_index;
+    const QString m_workbookName;
+    const Metrics m_metrics;
+    const std::function<void()> m_onActivate;
+    SheetOverlay m_overlay;
+    std::shared_ptr<const SheetContent> m_content;
+    std::unique_ptr<ShownTexts> m_texts;
+    std::unique_ptr<SheetPainter> m_painter;
+};
+
+} // namespace lumivane::embedded

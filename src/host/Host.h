@@ -148,8 +148,42 @@ public:
     virtual void Activate() = 0;
     /// Reads again what the workbook takes from elsewhere.
     virtual void RefreshAll() = 0;
+    /// False while it has changes that its file lacks.
+    virtual bool Saved() const { return true; }
     virtual void Save() = 0;
     virtual void Close() = 0; ///< without saving
+};
+
+/// What the user has selected in a window.
+struct WindowSelection
+{
+    enum class Kind {
+        Nothing,
+        Range, ///< cells
+        Chart, ///< a chart on the sheet, by its border or by its area
+        Other, ///< any other drawing
+    };
+    Kind kind = Kind::Nothing;
+    QString name; ///< of the chart or drawing; empty for cells
+
+    bool operator==(const WindowSelection&) const = default;
+};
+
+/// A window of the user's instance onto its active sheet. It may be closed by the user at any time; a window that is
+/// gone has nothing selected and no panes.
+class Window
+{
+public:
+    virtual ~Window() = default;
+
+    virtual WindowSelection Selection() = 0;
+    /// Absolute address of the selected cells, also while a drawing is selected: "$C$5:$H$20". Several areas are joined
+    /// by commas, in the order in which they were selected; Worksheet::Range takes only one of them.
+    virtual QString RangeSelection() = 0;
+    virtual int PanesCount() = 0; ///< 1 without panes, 2 split one way, 4 split both ways
+    /// Absolute address of what a pane shows, rows and columns seen in part included. Counted from 1, from left to
+    /// right and then from top to bottom: the last pane is the one that scrolls freely. Throws beyond the count.
+    virtual QString PaneVisibleRange(int index) = 0;
 };
 
 /// A spreadsheet program, or an engine in its place.
@@ -168,6 +202,10 @@ public:
     virtual std::shared_ptr<Workbook> WorkbookItem(int index) = 0; ///< from 1
     virtual std::shared_ptr<Workbook> ActiveWorkbook() = 0;
     virtual std::shared_ptr<Worksheet> ActiveSheet() = 0; ///< null when nothing is open
+    /// Null where nothing is open, and for workers, which have no windows.
+    virtual std::shared_ptr<Window> ActiveWindow() { return nullptr; }
+    /// Puts the active window in front of those of other programs. Workers have none.
+    virtual void BringToFront() {}
     virtual void Quit() = 0;
 };
 
@@ -176,6 +214,8 @@ struct HostFactory
 {
     std::function<std::unique_ptr<Application>()> worker;       ///< throws when none can be had
     std::function<std::shared_ptr<Application>()> userInstance; ///< null when the user runs none
+    /// One whose workbooks the user gets to see when they are opened in it, started now if need be; null when none can.
+    std::function<std::shared_ptr<Application>()> visibleInstance = {};
 };
 void setHostFactory(HostFactory factory);
 const HostFactory& hostFactory();

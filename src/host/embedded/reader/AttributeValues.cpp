@@ -103,6 +103,21 @@ std::optional<CellArea> areaFrom(std::string_view address)
     return area;
 }
 
+std::optional<ErrorCode> errorFrom(std::string_view text)
+{
+    static constexpr std::pair<std::string_view, ErrorCode> names[] = {
+        {"#NULL!", ErrorCode::Null},   {"#DIV/0!", ErrorCode::Div0},
+        {"#VALUE!", ErrorCode::Value}, {"#REF!", ErrorCode::Ref},
+        {"#NAME?", ErrorCode::Name},   {"#NUM!", ErrorCode::Num},
+        {"#N/A", ErrorCode::NA},       {"#GETTING_DATA", ErrorCode::GettingData},
+        {"#SPILL!", ErrorCode::Spill}, {"#CALC!", ErrorCode::Calc}};
+    for (const auto& [name, code] : names) {
+        if (text == name)
+            return code;
+    }
+    return std::nullopt;
+}
+
 QString textFrom(std::string_view utf8)
 {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/CellArea.h"
+#include "host/embedded/Content.h"
 
 #include <QString>
 #include <optional>
@@ -23,6 +24,8 @@ struct CellPlace
 std::optional<CellPlace> placeFrom(std::string_view address);
 /// "B3:D8", "B3", "B:D", "3:8", corners in any order, within the grid.
 std::optional<CellArea> areaFrom(std::string_view address);
+
+std::optional<ErrorCode> errorFrom(std::string_view text); ///< "#DIV/0!" and its like
 
 QString textFrom(std::string_view utf8);
 

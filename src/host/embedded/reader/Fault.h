@@ -10,6 +10,7 @@ namespace lumivane::embedded {
 struct Fault
 {
     QString what;
+    bool otherFormat = false; ///< nothing is wrong with the file, only that it is not read here
 };
 
 } // namespace lumivane::embedded

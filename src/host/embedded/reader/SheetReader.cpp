@@ -23,21 +23,6 @@ constexpr size_t maxRowEntries = 4'000'000; ///< more than the sheet has rows, a
 /// Units of the least XML that a cell can take: "<c/>".
 constexpr quint64 leastCellBytes = 4;
 
-std::optional<ErrorCode> errorFrom(std::string_view text)
-{
-    static constexpr std::pair<std::string_view, ErrorCode> names[] = {
-        {"#NULL!", ErrorCode::Null},   {"#DIV/0!", ErrorCode::Div0},
-        {"#VALUE!", ErrorCode::Value}, {"#REF!", ErrorCode::Ref},
-        {"#NAME?", ErrorCode::Name},   {"#NUM!", ErrorCode::Num},
-        {"#N/A", ErrorCode::NA},       {"#GETTING_DATA", ErrorCode::GettingData},
-        {"#SPILL!", ErrorCode::Spill}, {"#CALC!", ErrorCode::Calc}};
-    for (const auto& [name, code] : names) {
-        if (text == name)
-            return code;
-    }
-    return std::nullopt;
-}
-
 /// The reference of a cell as writers write it, in capital letters; anything else goes the slow way.
 bool plainPlace(std::string_view text, int& row, int& column)
 {

@@ -1,8 +1,11 @@
 #include "host/embedded/reader/WorkbookReader.h"
 
+#include "host/embedded/reader/CsvWorkbook.h"
 #include "host/embedded/reader/Fault.h"
+#include "host/embedded/reader/FileKind.h"
 #include "host/embedded/reader/FileStamp.h"
 #include "host/embedded/reader/XlsxWorkbook.h"
+#include "platform/Clock.h"
 #include "platform/RuntimeError.h"
 
 #include <QFile>
@@ -13,22 +16,27 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QByteArray firstBytes(const QString& path)
+constexpr qint64 maxTextFile = 256 << 20;
+
+std::shared_ptr<WorkbookContent> readTextFile(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw Fault{u"it cannot be opened (%1)"_s.arg(file.errorString())};
-    return file.read(4096);
+    if (file.size() > maxTextFile)
+        throw Fault{u"it is a text of more than %1 MB"_s.arg(maxTextFile >> 20)};
+    return std::make_shared<CsvWorkbook>(path, file.read(maxTextFile).toStdString(), Clock::now().date().year());
 }
 
 std::shared_ptr<WorkbookContent> readByContent(const QString& path)
 {
-    const QByteArray start = firstBytes(path);
-    if (start.isEmpty())
-        throw Fault{u"the file is empty"_s};
-    if (start.startsWith("PK"))
+    switch (fileKind(path)) {
+    case FileKind::Package:
         return std::make_shared<XlsxWorkbook>(path);
-    throw Fault{u"its format is not known here"_s};
+    case FileKind::Text:
+        break;
+    }
+    return readTextFile(path);
 }
 
 } // namespace
@@ -40,8 +48,10 @@ std::shared_ptr<WorkbookContent> readWorkbook(const QString& path)
     try {
         return readByContent(path);
     } catch (const Fault& fault) {
-        throw RuntimeError(RuntimeError::ApplicationDefined,
-                           u"The workbook \"%1\" cannot be read: %2."_s.arg(path, fault.what));
+        const QString sentence = u"The workbook \"%1\" cannot be read: %2."_s.arg(path, fault.what);
+        if (fault.otherFormat)
+            throw FormatNotRead(RuntimeError::ApplicationDefined, sentence);
+        throw RuntimeError(RuntimeError::ApplicationDefined, sentence);
     }
 }
 

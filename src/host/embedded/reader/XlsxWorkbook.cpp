@@ -16,16 +16,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What a package is that holds no workbook that is read here.
-QString otherFormat(const Package& package, const std::string& part)
+/// For a package that holds no workbook that is read here.
+[[noreturn]] void throwOtherFormat(const Package& package, const std::string& part)
 {
     if (const Package::Entry* mime = package.find("mimetype"); mime && mime->size < 200) {
         if (package.read(*mime).starts_with("application/vnd.oasis.opendocument"))
-            return u"it is an OpenDocument file, a format that is not read here"_s;
+            throw Fault{u"it is an OpenDocument file, which is not read by the built-in reader; save it as xlsx"_s,
+                        true};
     }
     if (part.ends_with(".bin"))
-        return u"it is a binary workbook (xlsb), a format that is not read here"_s;
-    return u"there is no workbook in it"_s;
+        throw Fault{u"it is a binary workbook (xlsb), which is not read by the built-in reader; save it as xlsx"_s,
+                    true};
+    throw Fault{u"there is no workbook in it"_s};
 }
 
 /// Readers go by the part's type, which for binary workbooks is the only sure sign.
@@ -87,11 +89,11 @@ std::string XlsxWorkbook::workbookPart(const Package& package) const
     const Relationship* root = findRelationship(roots, "officeDocument");
     const std::string part = root ? root->target : std::string();
     if (!root || part.ends_with(".bin"))
-        throw Fault{otherFormat(package, part)};
+        throwOtherFormat(package, part);
     if (!package.find(part))
         throw Fault{u"entry \"%1\" is missing"_s.arg(textFrom(part))};
     if (isBinaryWorkbook(package, part))
-        throw Fault{otherFormat(package, ".bin")};
+        throwOtherFormat(package, ".bin");
     return part;
 }
 

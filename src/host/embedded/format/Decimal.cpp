@@ -5,25 +5,30 @@
 #include <cmath>
 
 namespace lumivane::embedded {
+namespace {
+
+constexpr int mostDigits = 15;
+
+} // namespace
 
 Decimal::Decimal(double value)
 {
     if (value == 0 || !std::isfinite(value))
         return;
     char buffer[40];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value), std::chars_format::scientific, 14);
-    const QByteArray text(buffer, static_cast<qsizetype>(end.ptr - buffer)); // d.dddddddddddddde+xx
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value), std::chars_format::scientific);
+    const QByteArray text(buffer, static_cast<qsizetype>(end.ptr - buffer)); // d.ddde+xx, as short as is unambiguous
     const qsizetype mark = text.indexOf('e');
     m_digits = text.left(mark);
     m_digits.remove(1, 1);
     while (m_digits.endsWith('0'))
         m_digits.chop(1);
     m_point = text.mid(mark + 1).toInt() + 1;
+    keep(mostDigits);
 }
 
-void Decimal::round(int decimals)
+void Decimal::keep(int kept)
 {
-    const int kept = m_point + decimals;
     if (isZero() || kept >= significantDigits())
         return;
     const bool up = kept >= 0 && m_digits[kept] >= '5';

@@ -16,9 +16,9 @@ public:
     int exponent() const { return isZero() ? 0 : m_point - 1; }
     int significantDigits() const { return static_cast<int>(m_digits.size()); }
     /// Multiplies by a power of ten.
-    void shift(int powerOfTen) { m_point += powerOfTen; }
+    void shift(int powerOfTen) { m_point += isZero() ? 0 : powerOfTen; }
     /// Keeps so many digits behind the point; below 0 rounds in front of it.
-    void round(int decimals);
+    void round(int decimals) { keep(m_point + decimals); }
 
     /// Digits in front of the point without leading zeros; empty below 1.
     QByteArray integerDigits() const;
@@ -26,6 +26,8 @@ public:
     QByteArray decimalDigits(int count) const;
 
 private:
+    void keep(int digits);
+
     QByteArray m_digits; ///< without zeros at either end
     int m_point = 0;     ///< the value is 0.digits times ten to this power
 };

@@ -1,18 +1,19 @@
 #pragma once
 
+#include "host/embedded/drawing/Fonts.h"
 #include "host/embedded/drawing/SheetOverlay.h"
 
-#include <map>
+#include <unordered_map>
 #include <vector>
 
 namespace lumivane::embedded {
 
-/// Which widths columns get: as the program that wrote the file shows them, or as LibreOffice Calc does (for
+/// Which sizes rows and columns get: as the program that wrote the file shows them, or as LibreOffice Calc does (for
 /// comparison only).
 enum class Metrics { File, Calc };
 
 /// Widths and heights of a sheet in pixels and in the units that users see, overlay included. Rows for which the file
-/// stores no height get one from their text.
+/// stores no height get one from their text. Rows that nobody asks for cost nothing.
 class SheetGeometry
 {
 public:
@@ -22,23 +23,46 @@ public:
     bool rowHidden(int row) const;
     bool columnHidden(int column) const;
     double rowHeightPoints(int row) const;          ///< 0 if hidden
-    double columnWidthCharacters(int column) const; ///< 0 if hidden
+    double columnWidthCharacters(int column) const; ///< 0 if hidden; 2 decimals
     int rowPixels(int row, double scale = 1) const;
     int columnPixels(int column, double scale = 1) const;
     /// Of a hidden row or column too: what it would have if shown.
     double shownRowHeightPoints(int row) const;
     int shownColumnPixels(int column) const;
+    double shownColumnWidthCharacters(int column) const;
+
+    /// Where the rows `first` to `last` begin, in pixels from the first one's top, and at the end where the last one
+    /// ends. The pixels of scale 1 are multiplied, so that at scale 2 all is exactly twice as large.
+    std::vector<int> rowEdges(int first, int last, double scale = 1) const;
+    std::vector<int> columnEdges(int first, int last, double scale = 1) const;
+    /// Their sum at scale 1, without walking over rows that the file does not store.
+    qint64 rowsPixels(int first, int last) const;
+    qint64 columnsPixels(int first, int last) const;
 
     /// Widest digit of the default font at 96 dpi, in pixels.
     int digitPixels() const { return m_digit; }
 
 private:
+    double defaultRowPoints() const;
+    double rowPoints(int row, const RowContent* stored) const;
+    double autoHeight(const RowContent& stored) const;
+    double cellHeight(const Cell& cell, int row, double line) const;
+    double exactRowPixels(int row) const;
+    double exactColumnPixels(int column) const;
+    double shownExactColumnPixels(int column) const;
+    double filePixels(double storedWidth) const;
+    int padding() const;
+
     std::shared_ptr<const WorkbookContent> m_workbook;
     std::shared_ptr<const SheetContent> m_sheet;
     const SheetOverlay* m_overlay;
     Metrics m_metrics;
     int m_digit = 7;
-    mutable std::map<int, double> m_autoHeights;
+    double m_digitTwips = 111; ///< as Calc measures it
+    double m_defaultColumnPixels = 64;
+    Fonts m_fonts;
+    double m_defaultLine = 0; ///< height of a line of the default font, pixels
+    mutable std::unordered_map<int, double> m_autoHeights;
 };
 
 } // namespace lumivane::embedded

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "host/embedded/Styles.h"
+
+#include <QRect>
+
+class QPainter;
+
+namespace lumivane::embedded {
+
+/// Fills a cell's place with a colour, a pattern or a gradient. Patterns keep their dots at whole pixels and are
+/// enlarged with the scale; they begin at the picture's origin, so that neighbouring cells join.
+void paintFill(QPainter& painter, const QRect& place, const FillStyle& fill, double scale);
+
+} // namespace lumivane::embedded

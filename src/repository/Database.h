@@ -2,8 +2,10 @@
 
 #include "platform/RuntimeError.h"
 
+#include <QAnyStringView>
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <memory>
 
@@ -13,6 +15,8 @@ class Recordset;
 
 /// An open project file, shared file or error-log database, which is SQLite behind the statements of the program's own
 /// dialect (see Dialect.h). Every statement stands alone and is durable when the call returns.
+/// The file is one of the program's when it bears the program's mark, which is derived from the connect text: that
+/// keeps foreign files out, and is no secrecy. Its tables compare texts without regard to case.
 /// All members throw RuntimeError with a sentence that names the file or the place in the statement.
 class Database
 {
@@ -20,18 +24,21 @@ public:
     /// How far the content of a file is trusted.
     enum class Trust {
         Own,      ///< a file of this installation
-        Stranger, ///< a file that came from someone else: checked first, read-only schema, no triggers, no views
+        Stranger, ///< a file that came from someone else: checked throughout first, shorter texts, may be read-only
     };
+    /// What an empty file is made for.
+    enum class Content { Project, ErrorLog };
 
     /// Opens an existing file for reading and writing. Refuses a missing file, one that is no database, one without
     /// the program's mark (wrong password) and a damaged one.
     static std::shared_ptr<Database> open(const QString& fileName, const QString& connect, Trust trust = Trust::Own);
-    /// Makes a new, empty project file with all tables; refuses to overwrite.
-    static void create(const QString& fileName);
+    /// Makes a new, empty file with all tables; refuses to overwrite. The file appears complete or not at all.
+    static void create(const QString& fileName, Content content = Content::Project);
     ~Database();
 
     QString Name() const; ///< absolute path of the file
-    /// Runs one statement that gives no rows. Returns the number of rows changed.
+    /// Runs one statement that gives no rows. Returns the number of rows changed. `SELECT ... INTO t IN 'file'` makes
+    /// the table in another file of the program, which may be open, all of it or nothing.
     int Execute(const QString& sql);
     /// Runs one query; its rows are read before this returns.
     std::shared_ptr<Recordset> OpenRecordset(const QString& sql);
@@ -43,8 +50,11 @@ public:
     struct Connection;
 
 private:
-    Database();
-    std::unique_ptr<Connection> m_connection;
+    explicit Database(std::shared_ptr<Connection> connection);
+    Connection& connection() const; ///< throws when closed
+    int copyInto(const QString& sql, const struct Translation& translation);
+
+    std::shared_ptr<Connection> m_connection;
 };
 
 /// The connect text that every database of the program is opened with.
@@ -63,26 +73,30 @@ public:
     /// throws.
     QVariant Field(QAnyStringView name) const;
     bool isNull(QAnyStringView name) const;
-    QString text(QAnyStringView name) const;     ///< null reads as empty
-    qint64 number(QAnyStringView name) const;    ///< null throws RuntimeError 94 (invalid use of null)
-    QDateTime date(QAnyStringView name) const;
+    QString text(QAnyStringView name) const;    ///< null reads as empty
+    qint64 number(QAnyStringView name) const;   ///< null throws RuntimeError 94 (invalid use of null)
+    qint32 number32(QAnyStringView name) const; ///< as `number`, throws RuntimeError 6 beyond 32 bits
+    QDateTime date(QAnyStringView name) const;  ///< null reads as an invalid time, another text throws
     QStringList fieldNames() const;
     int rowCount() const;
 
-    /// A new row that takes the values set by setField until Update writes it.
+    /// A new row that takes the values set by setField until Update writes it. Only for a query whose columns all come
+    /// unchanged from one table. The position stays where it is; the new row is behind the others.
     void AddNew();
     void setField(QAnyStringView name, const QVariant& value);
     void Update();
-    /// The row written last, to be addressed by `setBookmark`.
+    /// The row written last, to be addressed by `setBookmark`; throws when none was.
     qint64 LastModified() const;
     qint64 Bookmark() const;
     void setBookmark(qint64 bookmark);
 
 private:
     friend class Database;
-    Recordset();
     struct Rows;
-    std::unique_ptr<Rows> m_rows;
+    explicit Recordset(std::unique_ptr<Rows> rows);
+    const QVariant& value(QAnyStringView name) const;
+
+    std::unique_ptr<Rows> m_rows; ///< null when closed
 };
 
 } // namespace lumivane

@@ -16,17 +16,17 @@ class Recordset;
 class clsPanelSource
 {
 public:
-    qint16 ID = 0;          ///< below 1: not stored yet
-    QString FullPath;       ///< as first pasted from
-    QString Mask;           ///< file name or wildcard
-    QString DestFolder;     ///< working folder, with its delimiter
-    QString NewestFile;     ///< name of the current version in DestFolder
-    QDateTime LastUpdated;  ///< time of the newest version fetched; the frequency counts from it
-    QDateTime LastChecked;  ///< time stamp of the file adopted last
-    qint32 CheckEvery = 0;  ///< minutes
-    QString UpdateType;     ///< "folder", "inbox", "refresh", "default", "NA"
-    QString SourceFolder;   ///< folder to fetch from, with its delimiter
-    QString OLFolder;       ///< mail folder: id ` display name
+    qint16 ID = 0;         ///< below 1: not stored yet
+    QString FullPath;      ///< as first pasted from
+    QString Mask;          ///< file name or wildcard
+    QString DestFolder;    ///< working folder, with its delimiter
+    QString NewestFile;    ///< name of the current version in DestFolder
+    QDateTime LastUpdated; ///< time of the newest version fetched; the frequency counts from it
+    QDateTime LastChecked; ///< time stamp of the file adopted last
+    qint32 CheckEvery = 0; ///< minutes
+    QString UpdateType;    ///< "folder", "inbox", "refresh", "default", "NA"
+    QString SourceFolder;  ///< folder to fetch from, with its delimiter
+    QString OLFolder;      ///< mail folder: id ` display name
     QString OLSubject;
     QString OLSender;
     QString OLAttach;
@@ -78,15 +78,18 @@ class clsSources
 {
 public:
     void ClearFlags();
-    std::shared_ptr<clsPanelSource> Source(int ID) const; ///< null if unknown
+    std::shared_ptr<clsPanelSource> Source(int ID) const;         ///< null if unknown
     std::shared_ptr<clsPanelSource> SourceByIndex(int Ndx) const; ///< from 1
     int Count() const;
-    /// The id of the source of this file, found by its current or first path without regard to case, or made.
+    /// The id of the source of this file, found by its current or first path without regard to case, or made: then
+    /// throws when the file is not there. One that could not be stored has id 0.
     qint16 AddSource(const QString& FullPath);
     bool LoadAll(const std::shared_ptr<Database>& DB);
     void Cleanup();
 
 private:
+    void add(const std::shared_ptr<clsPanelSource>& source); ///< throws RuntimeError 457 for an id that is there
+
     std::vector<std::shared_ptr<clsPanelSource>> m_sources;
     std::map<int, std::shared_ptr<clsPanelSource>> m_byId;
 };

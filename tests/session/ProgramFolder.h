@@ -4,6 +4,7 @@
 #include "platform/Clock.h"
 #include "session/modMain.h"
 #include "session/modUtilsLog.h"
+#include "support/QtPrinting.h"
 #include "support/ScriptedPrompts.h"
 
 #include <QFile>

@@ -1,0 +1,177 @@
+#include "repository/clsPanelSource.h"
+
+#include "platform/ApplicationInfo.h"
+#include "platform/Checked.h"
+#include "platform/Clock.h"
+#include "repository/Database.h"
+#include "repository/SqlText.h"
+#include "repository/modUtilsSQL.h"
+#include "session/ProgramFiles.h"
+#include "session/modUtilsFile.h"
+
+#include <QFile>
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString& sourceModule()
+{
+    static const QString name = u"clsPanelSource"_s;
+    return name;
+}
+
+std::shared_ptr<Recordset> openForSource(const std::shared_ptr<Database>& database, const QString& sql,
+                                         const QString& procedure)
+{
+    std::shared_ptr<Recordset> rs;
+    SQL_OpenRecordset(database, rs, sql, true, sourceModule(), procedure);
+    return rs;
+}
+
+} // namespace
+
+bool clsPanelSource::LoadFromDB(int SourceID, const std::shared_ptr<Database>& DB)
+{
+    const auto rs = openForSource(DB, u"SELECT * FROM LvnPanelSource"_s + u" WHERE ID = "_s + blankedNumber(SourceID),
+                                  u"LoadFromDB"_s);
+    if (!rs || rs->EOF_() || !LoadFromRecSet(rs))
+        return false;
+    chkHasCustom(SourceID, DB);
+    return true;
+}
+
+bool clsPanelSource::LoadFromRecSet(const std::shared_ptr<Recordset>& rs)
+{
+    const auto read = [&](QString& field, QAnyStringView column) {
+        if (!rs->isNull(column))
+            field = rs->text(column);
+    };
+    const auto readTime = [&](QDateTime& field, QAnyStringView column) {
+        if (!rs->isNull(column))
+            field = rs->date(column);
+    };
+    ID = toInt16(double(rs->number(u"ID")));
+    read(FullPath, u"FullPath");
+    read(Mask, u"Mask");
+    read(DestFolder, u"DestFolder");
+    // An empty folder becomes the delimiter alone, and is written back so.
+    DestFolder = withDelimiter(DestFolder);
+    read(NewestFile, u"NewestFile");
+    readTime(LastUpdated, u"LastUpdated");
+    readTime(LastChecked, u"LastChecked");
+    if (!rs->isNull(u"checkEveryNmin"))
+        CheckEvery = rs->number32(u"checkEveryNmin");
+    read(UpdateType, u"UpdateType");
+    read(SourceFolder, u"SourceFolder");
+    SourceFolder = withDelimiter(SourceFolder);
+    read(OLFolder, u"outlookFolder");
+    read(OLSubject, u"outlookSubject");
+    read(OLSender, u"outlookSender");
+    read(OLAttach, u"outlookAttachment");
+    read(Macro, u"MacroName");
+    read(CmdLine, u"CmdLine");
+    read(AddedParams, u"AddedParams");
+    return true;
+}
+
+bool clsPanelSource::chkHasCustom(int SourceID, const std::shared_ptr<Database>& DB)
+{
+    const auto rs = openForSource(DB,
+                                  u"SELECT * FROM LvnSavedPanel"_s + u" WHERE sourceID = "_s + blankedNumber(SourceID) +
+                                      u" and isCustom = 'Y'"_s,
+                                  u"chkHasCustom"_s);
+    if (rs && !rs->EOF_())
+        HasCustom = true;
+    return HasCustom;
+}
+
+bool clsPanelSource::SaveToDB(const std::shared_ptr<Database>& DB)
+{
+    return ID < 1 ? InsertDB(DB) : UpdateDB(DB);
+}
+
+bool clsPanelSource::InsertDB(const std::shared_ptr<Database>& DB)
+{
+    const auto text = [](const QString& value) { return QString(u" '"_s + value + u"', "_s); };
+    // Both dates take the present time: what the fields hold lives until the sources are loaded again.
+    const QString now = u" "_s + dateLiteral(Clock::now()) + u", "_s;
+    const QString sql = u"INSERT INTO LvnPanelSource(FullPath, Mask, DestFolder, NewestFile,"_s +
+                        u" LastUpdated, LastChecked, CheckEveryNMin, UpdateType, SourceFolder,"_s +
+                        u" OutlookFolder, OutlookSubject, OutlookSender, OutlookAttachment,"_s +
+                        u" MacroName, CmdLine, AddedParams)"_s + u" VALUES ("_s + text(FullPath) + text(Mask) +
+                        text(DestFolder) + text(NewestFile) + now + now + blankedNumber(CheckEvery) + u","_s +
+                        text(UpdateType) + text(SourceFolder) + text(OLFolder) + text(doubledApostrophes(OLSubject)) +
+                        text(OLSender) + text(OLAttach) + text(Macro) + text(CmdLine) + u" '"_s + AddedParams + u"'"_s +
+                        u")"_s;
+    if (!SQL_Execute(DB, sql, true, sourceModule(), u"InsertDB"_s))
+        return false;
+    ID = toInt16(double(GetID(DB, FullPath)));
+    return ID > 0;
+}
+
+qint32 clsPanelSource::GetID(const std::shared_ptr<Database>& DB, const QString& path)
+{
+    const auto rs = openForSource(
+        DB, u"SELECT ID FROM LvnPanelSource"_s + u" WHERE FullPath = '"_s + doubledApostrophes(path) + u"'"_s,
+        u"GetID"_s);
+    return rs && !rs->EOF_() ? rs->number32(u"ID") : 0;
+}
+
+bool clsPanelSource::UpdateDB(const std::shared_ptr<Database>& DB)
+{
+    const auto assigned = [](const QString& column, const QString& text) {
+        return QString(u" "_s + column + u" = '"_s + text + u"', "_s);
+    };
+    const QString sql = u"UPDATE LvnPanelSource SET "_s + assigned(u"Mask"_s, Mask) + u" CheckEveryNMin = "_s +
+                        blankedNumber(CheckEvery) + u","_s + assigned(u"UpdateType"_s, UpdateType) +
+                        assigned(u"FullPath"_s, FullPath) + assigned(u"SourceFolder"_s, SourceFolder) +
+                        assigned(u"DestFolder"_s, DestFolder) + assigned(u"OutlookFolder"_s, OLFolder) +
+                        assigned(u"OutlookSubject"_s, doubledApostrophes(OLSubject)) +
+                        assigned(u"OutlookSender"_s, OLSender) + assigned(u"OutlookAttachment"_s, OLAttach) +
+                        assigned(u"MacroName"_s, Macro) + assigned(u"CmdLine"_s, CmdLine) + u" AddedParams = '"_s +
+                        AddedParams + u"'"_s + u" WHERE ID = "_s + blankedNumber(ID);
+    return SQL_Execute(DB, sql, true, sourceModule(), u"UpdateDB"_s);
+}
+
+bool clsPanelSource::DelFromDB(const std::shared_ptr<Database>& DB, int SourceID)
+{
+    return SQL_Execute(DB, u"DELETE * FROM LvnPanelSource"_s + u" WHERE ID = "_s + blankedNumber(SourceID), true,
+                       sourceModule(), u"DelFromDB"_s);
+}
+
+void clsPanelSource::ClearSource()
+{
+    for (QString* text : {&FullPath, &Mask, &DestFolder, &NewestFile, &SourceFolder, &OLFolder, &OLSubject, &OLSender,
+                          &OLAttach, &Macro, &CmdLine, &AddedParams})
+        text->clear();
+    LastUpdated = LastChecked = QDateTime(QDate(2008, 1, 1), QTime(0, 0));
+    CheckEvery = 0;
+    UpdateType = u"NA"_s;
+}
+
+void clsPanelSource::ClearFlags()
+{
+    IsUpdated = false;
+    IsChecked = false;
+}
+
+QString clsPanelSource::currentPath() const
+{
+    return NewestFile.isEmpty() ? FullPath : QString(DestFolder + NewestFile);
+}
+
+void clsPanelSource::ClearBMPs(const std::shared_ptr<Database>& DB)
+{
+    const auto rs = openForSource(DB, u"SELECT ID FROM LvnSavedPanel"_s + u" WHERE SourceID = "_s + blankedNumber(ID),
+                                  u"ClearBMPs"_s);
+    for (; rs && !rs->EOF_(); rs->MoveNext()) {
+        const QString picture = panelPictureFile(int(rs->number(u"ID")));
+        if (FileExists(picture))
+            QFile::remove(picture);
+    }
+}
+
+} // namespace lumivane

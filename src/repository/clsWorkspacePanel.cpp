@@ -1,0 +1,179 @@
+#include "repository/clsWorkspacePanel.h"
+
+#include "platform/Checked.h"
+#include "repository/Database.h"
+#include "repository/SqlText.h"
+#include "repository/clsPanelSource.h"
+#include "repository/modUtilsSQL.h"
+#include "session/modMain.h"
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype longestRuns = 255;
+
+const QString& panelModule()
+{
+    static const QString name = u"clsWorkspacePanel"_s;
+    return name;
+}
+
+QDateTime neverViewed()
+{
+    return QDateTime(QDate(1900, 1, 1), QTime(0, 0));
+}
+
+/// What the column takes of a list of row or column runs: whole runs, since one cut in two would be another one.
+QString fittingRuns(const QString& runs)
+{
+    if (runs.size() <= longestRuns)
+        return runs;
+    const qsizetype end = runs.lastIndexOf(u'`', longestRuns);
+    return end < 0 ? QString() : runs.first(end);
+}
+
+} // namespace
+
+bool clsWorkspacePanel::LoadFromDB(int PanelID, const std::shared_ptr<Database>& DB)
+{
+    std::shared_ptr<Recordset> rs;
+    if (!SQL_OpenRecordset(DB, rs, u"SELECT * FROM LvnSavedPanel"_s + u" WHERE ID = "_s + QString::number(PanelID),
+                           true, panelModule(), u"LoadFromDB"_s))
+        return false;
+    return !rs->EOF_() && LoadFromRecSet(DB, rs);
+}
+
+bool clsWorkspacePanel::LoadFromRecSet(const std::shared_ptr<Database>&, const std::shared_ptr<Recordset>& rs)
+{
+    LastViewed = neverViewed();
+    for (QString* text : {&movRange, &pAdjMovRange, &pAdjPicRange, &NewCell, &Content})
+        text->clear();
+    pRowOff = 0;
+    pColOff = 0;
+
+    ID = toInt16(double(rs->number(u"ID")));
+    pLeft = toInt16(double(rs->number(u"Left")));
+    pTop = toInt16(double(rs->number(u"Top")));
+    pWidth = toInt16(double(rs->number(u"Width")));
+    pHeight = toInt16(double(rs->number(u"Height")));
+    SourceID = rs->number32(u"SourceID");
+
+    const auto read = [&](QString& field, QAnyStringView column) {
+        if (!rs->isNull(column))
+            field = rs->text(column);
+    };
+    read(Comments, u"Comments");
+    read(ContentType, u"ContentType");
+    read(SheetName, u"SheetName");
+    read(PicRange, u"PicRange");
+    read(RowHeights, u"RowHeights");
+    read(ColWidths, u"ColWidths");
+    read(RelativeTo, u"RelativeTo");
+    read(ContentMatch, u"ContentMatch");
+    read(ViewType, u"ViewType");
+    if (!rs->isNull(u"LastViewed"))
+        LastViewed = rs->date(u"LastViewed");
+    read(Caption, u"Caption");
+    read(IsCustom, u"IsCustom");
+    return true;
+}
+
+bool clsWorkspacePanel::SaveToDB(const std::shared_ptr<Database>& DB, qint32 WorkspaceID)
+{
+    return ID < 1 ? InsertDB(DB, WorkspaceID) : UpdateDB(DB, WorkspaceID);
+}
+
+bool clsWorkspacePanel::InsertDB(const std::shared_ptr<Database>& DB, qint32 WorkspaceID)
+{
+    const QString workspace = QString::number(WorkspaceID);
+    QString sql = u"INSERT INTO LvnSavedPanel(WorkspaceID, SourceID, Comments, "_s +
+                  u" ContentType, SheetName, ViewType, Caption, "_s +
+                  u" PicRange, RowHeights, ColWidths, RelativeTo, ContentMatch, isCustom, LastViewed, "_s +
+                  u" [Top], [Left], Height, Width)"_s + u" VALUES ("_s + workspace + u","_s +
+                  QString::number(SourceID) + u","_s + u" '"_s + doubledApostrophes(Comments) + u"',"_s;
+    for (const QString& text : {ContentType, SheetName, ViewType, doubledApostrophes(Caption), PicRange,
+                                fittingRuns(RowHeights), fittingRuns(ColWidths), RelativeTo, ContentMatch, IsCustom})
+        sql += u" '"_s + text + u"', "_s;
+    sql += u" "_s + dateLiteral(LastViewed) + u", "_s + QString::number(pTop) + u","_s + QString::number(pLeft) +
+           u","_s + QString::number(pHeight) + u","_s + QString::number(pWidth) + u")"_s;
+    if (!SQL_Execute(DB, sql, true, panelModule(), u"InsertDB"_s))
+        return false;
+    std::shared_ptr<Recordset> rs;
+    if (!SQL_OpenRecordset(
+            DB, rs, u"SELECT MAX(LvnSavedPanel.ID) AS ID FROM LvnSavedPanel"_s + u" WHERE WorkspaceID = "_s + workspace,
+            true, panelModule(), u"InsertDB"_s))
+        return false;
+    ID = toInt16(double(rs->number(u"ID")));
+    return true;
+}
+
+bool clsWorkspacePanel::UpdateDB(const std::shared_ptr<Database>& DB, qint32 WorkspaceID)
+{
+    const auto assigned = [](const QString& column, const QString& text) {
+        return QString(u" "_s + column + u" = '"_s + text + u"', "_s);
+    };
+    const QString sql =
+        u"UPDATE LvnSavedPanel SET "_s + u" WorkspaceID = "_s + QString::number(WorkspaceID) + u","_s +
+        u" SourceID = "_s + QString::number(SourceID) + u","_s + u" Comments = '"_s + doubledApostrophes(Comments) +
+        u"',"_s + assigned(u"ContentType"_s, ContentType) + assigned(u"SheetName"_s, SheetName) +
+        assigned(u"ViewType"_s, ViewType) + assigned(u"Caption"_s, doubledApostrophes(Caption)) +
+        assigned(u"PicRange"_s, PicRange) + assigned(u"RowHeights"_s, fittingRuns(RowHeights)) +
+        assigned(u"ColWidths"_s, fittingRuns(ColWidths)) + assigned(u"RelativeTo"_s, RelativeTo) +
+        assigned(u"ContentMatch"_s, ContentMatch) + assigned(u"IsCustom"_s, IsCustom) + u" LastViewed = "_s +
+        dateLiteral(LastViewed) + u", "_s + u" [Top] = "_s + QString::number(pTop) + u","_s + u" [Left] = "_s +
+        QString::number(pLeft) + u","_s + u" Height = "_s + QString::number(pHeight) + u","_s + u" Width = "_s +
+        QString::number(pWidth) + u" WHERE ID = "_s + QString::number(ID);
+    return SQL_Execute(DB, sql, true, panelModule(), u"UpdateDB"_s);
+}
+
+bool clsWorkspacePanel::Delete(const std::shared_ptr<Database>& DB)
+{
+    return SQL_Execute(DB, u"DELETE * FROM LvnSavedPanel"_s + u" WHERE ID = "_s + QString::number(ID), true,
+                       panelModule(), u"Delete"_s);
+}
+
+void clsWorkspacePanel::ClearSource()
+{
+    SourceID = 0;
+    for (QString* text : {&ContentType, &Comments, &ViewType, &Caption, &IsCustom, &SheetName, &PicRange, &RelativeTo,
+                          &ContentMatch, &movRange, &pAdjMovRange, &pAdjPicRange, &NewCell, &Content})
+        text->clear();
+    LastViewed = neverViewed();
+    pRowOff = 0;
+    pColOff = 0;
+}
+
+std::shared_ptr<clsPanelSource> clsWorkspacePanel::Source() const
+{
+    return gSources ? gSources->Source(SourceID) : nullptr;
+}
+
+void clsWorkspacePanel::BuildPicRange()
+{
+    if (pFixRowFirst > 0)
+        PicRange += QString::number(pFixRowFirst) + u':' + QString::number(pFixRowLast);
+    PicRange += u'`';
+    if (!pFixColFirst.isEmpty())
+        PicRange += pFixColFirst + u':' + pFixColLast;
+}
+
+void clsWorkspacePanel::ParsePicRange()
+{
+    if (!movRange.isEmpty())
+        return;
+    const QStringList parts = PicRange.split(u'`');
+    movRange = parts[0];
+    if (const QString rows = parts.value(1); !rows.isEmpty()) {
+        pFixRowFirst = toInt16(leadingNumber(rows.section(u':', 0, 0)));
+        pFixRowLast = toInt16(leadingNumber(rows.section(u':', 1)));
+    }
+    if (const QString columns = parts.value(2); !columns.isEmpty()) {
+        pFixColFirst = columns.section(u':', 0, 0);
+        pFixColLast = columns.section(u':', 1);
+    }
+}
+
+} // namespace lumivane

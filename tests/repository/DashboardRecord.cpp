@@ -1,0 +1,310 @@
+#include "repository/ProjectFile.h"
+#include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
+
+namespace lumivane {
+
+struct PanelProbe
+{
+    static QString fixedParts(const clsWorkspacePanel& panel)
+    {
+        return QStringLiteral("%1-%2 %3-%4")
+            .arg(panel.pFixRowFirst)
+            .arg(panel.pFixRowLast)
+            .arg(panel.pFixColFirst, panel.pFixColLast);
+    }
+};
+
+namespace test {
+
+using namespace Qt::StringLiterals;
+
+class DashboardRecord : public ProjectFile
+{
+protected:
+    /// A dashboard with a panel for each of the sources, stored.
+    qint32 stored(const QString& name, std::initializer_list<qint32> sources)
+    {
+        clsWorkspace dashboard;
+        dashboard.Name = name;
+        for (const qint32 source : sources) {
+            const auto panel = dashboard.Panels(dashboard.AddPanel());
+            panel->SourceID = source;
+            panel->Caption = u"source %1"_s.arg(source);
+        }
+        EXPECT_TRUE(dashboard.SaveToDB(db));
+        return dashboard.ID;
+    }
+    QStringList captions(qint32 id)
+    {
+        clsWorkspace dashboard;
+        dashboard.LoadFromDB(id, db);
+        QStringList found;
+        for (int i = 1; i <= dashboard.NumPanels(); ++i)
+            found.append(dashboard.Panels(i)->Caption);
+        return found;
+    }
+    QStringList names() const { return rows(u"SELECT Name FROM LvnSavedWorkspace"_s); }
+};
+
+TEST_F(DashboardRecord, PanelsComeInTheOrderOfTheirSources)
+{
+    const qint32 id = stored(u"d"_s, {3, 1, 2});
+    EXPECT_EQ(captions(id), QStringList({u"source 1"_s, u"source 2"_s, u"source 3"_s}));
+    EXPECT_EQ(captions(stored(u"e"_s, {1, 1, 1})).size(), 3);
+}
+
+TEST_F(DashboardRecord, ASavedNameGrowsByABlankEachTime)
+{
+    const qint32 id = stored(u"Sales"_s, {1});
+    for (const QString& expected : {u"Sales "_s, u"Sales  "_s}) {
+        clsWorkspace dashboard;
+        EXPECT_TRUE(dashboard.LoadFromDB(id, db));
+        EXPECT_TRUE(dashboard.SaveToDB(db));
+        EXPECT_EQ(names(), QStringList(expected));
+    }
+}
+
+TEST_F(DashboardRecord, ApostrophesInNamesAndDescriptions)
+{
+    clsWorkspace dashboard;
+    dashboard.Name = u"Ann's"_s;
+    dashboard.Description = u"it's 'so'"_s;
+    EXPECT_TRUE(dashboard.SaveToDB(db));
+    EXPECT_EQ(rows(u"SELECT ID, Name, Description FROM LvnSavedWorkspace"_s), QStringList(u"1|Ann's|it's 'so'"_s));
+
+    dashboard.Description = u"other"_s;
+    EXPECT_TRUE(dashboard.SaveToDB(db)) << "the result of the statement is not looked at";
+    EXPECT_EQ(user.shown.size(), 1);
+    EXPECT_EQ(rows(u"SELECT Description FROM LvnSavedWorkspace"_s), QStringList(u"it's 'so'"_s));
+
+    dashboard.Name = u"Ann 's"_s;
+    dashboard.Description = u"it's"_s;
+    EXPECT_TRUE(dashboard.SaveToDB(db));
+    EXPECT_EQ(rows(u"SELECT Name, Description FROM LvnSavedWorkspace"_s), QStringList(u"Ann's |it's"_s));
+}
+
+TEST_F(DashboardRecord, LoadingMarksItAsTheNewest)
+{
+    const qint32 first = stored(u"first"_s, {1});
+    stored(u"second"_s, {1});
+    Clock::setFixed(Clock::now().addSecs(60));
+    clsWorkspace dashboard;
+    EXPECT_TRUE(dashboard.LoadFromDB(first, db));
+    EXPECT_EQ(dashboard.ID, first);
+    EXPECT_EQ(rows(u"SELECT Name FROM LvnSavedWorkspace ORDER BY LastUpdated DESC"_s),
+              QStringList({u"first"_s, u"second"_s}));
+    EXPECT_FALSE(dashboard.LoadFromDB(99, db));
+    EXPECT_EQ(dashboard.Name, u"first"_s);
+    EXPECT_FALSE(clsWorkspace().LoadFromDB(stored(u"no panels"_s, {}), db));
+}
+
+TEST_F(DashboardRecord, PlacesOfPanels)
+{
+    clsWorkspace dashboard;
+    EXPECT_EQ(dashboard.AddPanel(), 1);
+    EXPECT_EQ(dashboard.AddPanel(), 2);
+    dashboard.Panels(2)->ID = 7;
+    EXPECT_EQ(dashboard.Panels(0), nullptr);
+    EXPECT_EQ(dashboard.Panels(3), nullptr);
+    EXPECT_EQ(dashboard.PanelsByID(7), dashboard.Panels(2));
+    dashboard.DelPanel(1, false);
+    EXPECT_EQ(dashboard.Panels(1)->ID, 7);
+    dashboard.DelPanel(5, false);
+    dashboard.DelPanel(1, false);
+    EXPECT_EQ(dashboard.NumPanels(), 0);
+    EXPECT_EQ(dashboard.PanelsByID(7), nullptr);
+}
+
+TEST_F(DashboardRecord, SavingDropsRowsOfPanelsThatAreGoneButNotTheLastOnes)
+{
+    const qint32 id = stored(u"d"_s, {1, 2});
+    clsWorkspace dashboard;
+    ASSERT_TRUE(dashboard.LoadFromDB(id, db));
+    dashboard.DelPanel(1, false);
+    dashboard.AddPanel();
+    EXPECT_TRUE(dashboard.SaveToDB(db));
+    EXPECT_EQ(rows(u"SELECT ID, SourceID FROM LvnSavedPanel"_s), QStringList({u"2|2"_s, u"3|0"_s}));
+    EXPECT_EQ(dashboard.Panels(2)->ID, 3);
+    dashboard.DelPanel(2, true);
+    EXPECT_EQ(rows(u"SELECT ID FROM LvnSavedPanel"_s), QStringList(u"2"_s));
+    dashboard.DelPanel(1, false);
+    EXPECT_TRUE(dashboard.SaveToDB(db));
+    EXPECT_EQ(rows(u"SELECT ID FROM LvnSavedPanel"_s), QStringList(u"2"_s)) << "an empty list deletes nothing";
+}
+
+TEST_F(DashboardRecord, DeletingLeavesOtherDashboards)
+{
+    const qint32 gone = stored(u"gone"_s, {1, 2});
+    const qint32 kept = stored(u"kept"_s, {3});
+    clsWorkspace dashboard;
+    ASSERT_TRUE(dashboard.LoadFromDB(gone, db));
+    dashboard.Delete(db);
+    EXPECT_EQ(dashboard.NumPanels(), 0);
+    EXPECT_EQ(dashboard.ID, gone);
+    EXPECT_EQ(names(), QStringList(u"kept"_s));
+    EXPECT_EQ(captions(kept).size(), 1);
+    clsWorkspace().Delete(db);
+    EXPECT_EQ(names().size(), 1);
+}
+
+TEST_F(DashboardRecord, ADamagedPanelRowIsToldAndEndsTheLoad)
+{
+    const qint32 id = stored(u"d"_s, {1, 2});
+    db->Execute(u"UPDATE LvnSavedPanel SET Height = 40000 WHERE ID = 2"_s);
+    clsWorkspace dashboard;
+    EXPECT_FALSE(dashboard.LoadFromDB(id, db));
+    ASSERT_EQ(user.shown.size(), 1);
+    EXPECT_EQ(user.shown[0], u"Error Source:  clsWorkspace.LoadPanelsFromDB\r\nNumber:  6\r\nDescription:  Overflow"_s);
+}
+
+class PanelRecord : public ProjectFile
+{
+protected:
+    clsWorkspacePanel filled()
+    {
+        clsWorkspacePanel panel;
+        panel.SourceID = 70000;
+        panel.Comments = u"it's"_s;
+        panel.ContentType = u"S"_s;
+        panel.IsCustom = u"Y"_s;
+        panel.SheetName = u"Größe \"1\""_s;
+        panel.PicRange = u"$B$10:$F$20`1:3`A:A"_s;
+        panel.RowHeights = u"5:12=12.75"_s;
+        panel.ColWidths = u"A:C=8.43"_s;
+        panel.RelativeTo = u"contents"_s;
+        panel.ContentMatch = u"content=#1; --"_s;
+        panel.pLeft = -15;
+        panel.pTop = 30;
+        panel.pWidth = 32767;
+        panel.pHeight = -32768;
+        panel.ViewType = u"C"_s;
+        panel.LastViewed = QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5));
+        panel.Caption = u"Ann's"_s;
+        return panel;
+    }
+    const QString row = u"5|70000|it's|S|Größe \"1\"|C|Ann's|$B$10:$F$20`1:3`A:A|5:12=12.75|A:C=8.43|contents|"
+                        "content=#1; --|Y|2026-01-02 03:04:05|30|-15|-32768|32767|-"_s;
+};
+
+TEST_F(PanelRecord, IsWrittenAndReadBack)
+{
+    clsWorkspacePanel panel = filled();
+    ASSERT_TRUE(panel.SaveToDB(db, 5));
+    EXPECT_EQ(panel.ID, 1);
+    EXPECT_EQ(rows(u"SELECT * FROM LvnSavedPanel"_s), QStringList(u"1|"_s + row));
+
+    clsWorkspacePanel loaded;
+    loaded.Content = u"left over"_s;
+    ASSERT_TRUE(loaded.LoadFromDB(1, db));
+    EXPECT_TRUE(loaded.Content.isEmpty());
+    loaded.ID = 0;
+    ASSERT_TRUE(loaded.SaveToDB(db, 5));
+    EXPECT_EQ(loaded.ID, 2);
+    EXPECT_EQ(rows(u"SELECT * FROM LvnSavedPanel WHERE ID = 2"_s), QStringList(u"2|"_s + row));
+}
+
+TEST_F(PanelRecord, UpdateWritesEveryColumn)
+{
+    clsWorkspacePanel panel;
+    ASSERT_TRUE(panel.SaveToDB(db, 4));
+    EXPECT_EQ(rows(u"SELECT * FROM LvnSavedPanel"_s), QStringList(u"1|4|0||||||||||||1900-01-01 00:00:00|0|0|0|0|-"_s));
+    const qint16 id = panel.ID;
+    panel = filled();
+    panel.ID = id;
+    ASSERT_TRUE(panel.SaveToDB(db, 5));
+    EXPECT_EQ(rows(u"SELECT * FROM LvnSavedPanel"_s), QStringList(u"1|"_s + row));
+    ASSERT_TRUE(panel.Delete(db));
+    EXPECT_TRUE(rows(u"SELECT ID FROM LvnSavedPanel"_s).isEmpty());
+}
+
+TEST_F(PanelRecord, AnApostropheInASheetNameFailsTheSave)
+{
+    clsWorkspacePanel panel = filled();
+    panel.SheetName = u"Ann's"_s;
+    EXPECT_FALSE(panel.SaveToDB(db, 5));
+    EXPECT_EQ(panel.ID, 0);
+    ASSERT_EQ(user.shown.size(), 1);
+    EXPECT_TRUE(
+        user.shown[0].contains(u"Caller: clsWorkspacePanel.InsertDB"_s) &&
+        user.shown[0].contains(u"SQL: INSERT INTO LvnSavedPanel(WorkspaceID, SourceID, Comments,  ContentType,"_s))
+        << user.shown[0].toStdString();
+    EXPECT_TRUE(rows(u"SELECT ID FROM LvnSavedPanel"_s).isEmpty());
+}
+
+TEST_F(PanelRecord, LongRunsAreCutBetweenRuns)
+{
+    clsWorkspacePanel panel = filled();
+    const QString run = u"100:200=12.75"_s; // 13 and a back-quote
+    QStringList runs(18, run);              // 251 long
+    panel.RowHeights = runs.join(u'`') + u"`1=2"_s;
+    panel.ColWidths = runs.join(u'`') + u"`1=22"_s;
+    ASSERT_TRUE(panel.SaveToDB(db, 5));
+    EXPECT_EQ(rows(u"SELECT RowHeights FROM LvnSavedPanel"_s), QStringList(panel.RowHeights)) << "255 fit";
+    EXPECT_EQ(rows(u"SELECT ColWidths FROM LvnSavedPanel"_s), QStringList(runs.join(u'`')));
+}
+
+TEST_F(PanelRecord, NullKeepsTextsAndFailsForNumbers)
+{
+    db->Execute(u"INSERT INTO LvnSavedPanel (ID, SourceID, [Top], [Left], Height, Width) VALUES (1, 2, 3, 4, 5, 6)"_s);
+    clsWorkspacePanel panel = filled();
+    ASSERT_TRUE(panel.LoadFromDB(1, db));
+    EXPECT_EQ(panel.RelativeTo, u"contents"_s);
+    EXPECT_EQ(panel.LastViewed, clsWorkspacePanel().LastViewed);
+    EXPECT_EQ(panel.pTop, 3);
+    EXPECT_FALSE(panel.LoadFromDB(9, db));
+    EXPECT_EQ(panel.ID, 1);
+    db->Execute(u"UPDATE LvnSavedPanel SET SourceID = NULL"_s);
+    EXPECT_EQ(failure([&] { panel.LoadFromDB(1, db); }), u"Invalid use of Null in column [SourceID]"_s);
+}
+
+TEST_F(PanelRecord, RangesAreTakenApartAndPutTogether)
+{
+    const struct
+    {
+        const char16_t* picRange;
+        const char *movRange, *fixed;
+    } cases[] = {
+        {u"$B$10:$F$20`1:3`A:A", "$B$10:$F$20", "1-3 A-A"},
+        {u"A1:B2", "A1:B2", "0-0 -"},
+        {u"A1:B2`1:2", "A1:B2", "1-2 -"},
+        {u"A1:B2``B:C", "A1:B2", "0-0 B-C"},
+        {u"A1:B2``", "A1:B2", "0-0 -"},
+        {u"", "", "0-0 -"},
+    };
+    for (const auto& c : cases) {
+        clsWorkspacePanel panel;
+        panel.PicRange = QString::fromUtf16(c.picRange);
+        panel.ParsePicRange();
+        EXPECT_EQ(panel.movRange.toStdString(), c.movRange);
+        EXPECT_EQ(PanelProbe::fixedParts(panel).toStdString(), c.fixed) << c.movRange;
+        panel.PicRange = u"X1`"_s;
+        panel.BuildPicRange();
+        const QString rowsText =
+            panel.movRange.isEmpty() ? QString() : QString::fromUtf16(c.picRange).section(u'`', 1, 1);
+        const QString columnsText = QString::fromUtf16(c.picRange).section(u'`', 2, 2);
+        EXPECT_EQ(panel.PicRange, QString(u"X1`"_s + rowsText + u'`' + columnsText));
+    }
+    clsWorkspacePanel kept;
+    kept.movRange = u"C1"_s;
+    kept.PicRange = u"A1`1:2`"_s;
+    kept.ParsePicRange();
+    EXPECT_EQ(kept.movRange, u"C1"_s);
+}
+
+TEST_F(PanelRecord, AnEmptiedPanelKeepsHeightsAndFixedParts)
+{
+    clsWorkspacePanel panel = filled();
+    panel.ID = 3;
+    panel.ParsePicRange();
+    panel.ClearSource();
+    EXPECT_EQ(panel.ID, 3);
+    EXPECT_EQ(panel.RowHeights, u"5:12=12.75"_s);
+    EXPECT_EQ(PanelProbe::fixedParts(panel), u"1-3 A-A"_s);
+    EXPECT_EQ(panel.pTop, 30);
+    EXPECT_TRUE(panel.SourceID == 0 && panel.movRange.isEmpty() && panel.Caption.isEmpty() && panel.IsCustom.isEmpty());
+    EXPECT_EQ(panel.Source(), nullptr);
+}
+
+} // namespace test
+} // namespace lumivane

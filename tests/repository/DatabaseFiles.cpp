@@ -1,0 +1,322 @@
+#include "repository/ProjectFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace lumivane::test {
+
+using namespace Qt::StringLiterals;
+
+class DatabaseFiles : public ProjectFile
+{
+protected:
+    QString openFailure(const QString& fileName, const QString& connect = databaseConnect(),
+                        Database::Trust trust = Database::Trust::Own)
+    {
+        return failure([&] { Database::open(fileName, connect, trust); });
+    }
+
+    QStringList filesHere() const { return QDir(home.path()).entryList(QDir::Files | QDir::Hidden); }
+
+    /// Runs work in a child process and gives its exit status; -1 when it was killed.
+    template <class Work>
+    static int inChild(Work work)
+    {
+        const pid_t child = fork();
+        if (child == 0)
+            _exit(work() ? 0 : 1);
+        int status = 0;
+        waitpid(child, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+};
+
+TEST_F(DatabaseFiles, WhatIsNoProjectIsRefused)
+{
+    write(path(u"empty.lvdu"_s), "");
+    write(path(u"zip.lvdu"_s), "PK\x03\x04" + QByteArray(4000, 'x'));
+    runRaw(path(u"foreign.lvdu"_s), "CREATE TABLE LvnSavedWorkspace (ID INTEGER)");
+    Database::create(path(u"cut.lvdu"_s));
+    QFile(path(u"cut.lvdu"_s)).resize(5000);
+    const struct
+    {
+        const char* file;
+        const char* sentence;
+    } cases[] = {
+        {"none.lvdu", "none.lvdu] does not exist."},
+        {"empty.lvdu", "empty.lvdu] is not a project file."},
+        {"zip.lvdu", "zip.lvdu] is not a project file."},
+        {"foreign.lvdu", "foreign.lvdu] is not a project file."},
+        {"cut.lvdu", "cut.lvdu] is damaged and cannot be used further. Go back to a copy of it."},
+    };
+    for (const auto& row : cases) {
+        const QString sentence = openFailure(path(QString::fromUtf8(row.file)));
+        EXPECT_TRUE(sentence.endsWith(QString::fromUtf8(row.sentence))) << sentence.toStdString();
+    }
+    EXPECT_TRUE(openFailure(home.path()).endsWith(u"does not exist."_s)) << "a folder";
+    EXPECT_TRUE(openFailure(file, u"MS Access;pwd=other"_s).endsWith(u"cannot be opened with this password."_s));
+    EXPECT_EQ(openFailure(file), u"(none)"_s);
+    EXPECT_FALSE(QFileInfo::exists(path(u"none.lvdu"_s))) << "opening makes no file";
+}
+
+TEST_F(DatabaseFiles, DamageInsideIsFoundWhenTheFileIsOpened)
+{
+    for (int i = 0; i < 200; ++i)
+        db->Execute(u"INSERT INTO LvnSavedWorkspace (Name, Description) VALUES ('n','%1')"_s.arg(QString(200, u'x')));
+    db->Close();
+    QFile damaged(file);
+    ASSERT_TRUE(damaged.open(QIODevice::ReadWrite));
+    damaged.seek(damaged.size() - 6 * 4096);
+    damaged.write(QByteArray(4096, '\xAA'));
+    damaged.close();
+    for (const auto trust : {Database::Trust::Own, Database::Trust::Stranger})
+        EXPECT_TRUE(openFailure(file, databaseConnect(), trust).contains(u"is damaged"_s));
+}
+
+TEST_F(DatabaseFiles, CreateMakesTheWholeFileOrNone)
+{
+    EXPECT_TRUE(failure([&] { Database::create(file); }).contains(u"exists already"_s));
+    EXPECT_NE(failure([&] { Database::create(path(u"none/x.lvdu"_s)); }), u"(none)"_s);
+    EXPECT_EQ(filesHere(), QStringList({u"lumivane.log"_s, u"lumivane.lvdu"_s}));
+    for (const char* table : {"LvnSavedWorkspace", "LvnSavedPanel", "LvnPanelSource", "LvnSystem", "LvnAltPaths",
+                              "LvnpanelThresholds", "LvnDrillback", "LvnSourceDoc"})
+        EXPECT_TRUE(rows(u"SELECT * FROM "_s + QString::fromUtf8(table)).isEmpty()) << table;
+    Database::create(path(u"errors.mdb"_s), Database::Content::ErrorLog);
+    const auto errors = Database::open(path(u"errors.mdb"_s), databaseConnect());
+    EXPECT_EQ(errors->OpenRecordset(u"SELECT COUNT(*) AS n FROM TlyS_ErrorLogs"_s)->number(u"n"), 0);
+}
+
+TEST_F(DatabaseFiles, TextsCompareWithoutCase)
+{
+    db->Execute(u"INSERT INTO LvnSavedWorkspace (Name, Description) VALUES ('Sales','a')"_s);
+    db->Execute(u"INSERT INTO LvnSavedWorkspace (Name, Description) VALUES ('costs','b')"_s);
+    EXPECT_EQ(rows(u"SELECT DESCRIPTION FROM lvnSavedWorkspace WHERE NAME = 'SALES'"_s), QStringList(u"a"_s));
+    EXPECT_EQ(rows(u"SELECT Name FROM LvnSavedWorkspace WHERE NOT Name IN ('SALES')"_s), QStringList(u"costs"_s));
+    EXPECT_EQ(rows(u"SELECT Name FROM LvnSavedWorkspace ORDER BY Name"_s), QStringList({u"costs"_s, u"Sales"_s}));
+    EXPECT_EQ(rows(u"SELECT TOP 1 Name FROM LvnSavedWorkspace"_s), QStringList(u"Sales"_s));
+}
+
+TEST_F(DatabaseFiles, FunctionsOfTheDialect)
+{
+    db->Execute(u"INSERT INTO LvnAltPaths (BasePath, AltPath) VALUES ('C:\\Größe', NULL)"_s);
+    const struct
+    {
+        const char* expression;
+        const char* value;
+    } cases[] = {
+        {"Len(BasePath)", "8"},
+        {"Len(AltPath)", "-"},
+        {"Left(BasePath, 2)", "C:"},
+        {"Left(BasePath, 99)", "C:\\Größe"},
+        {"Right(BasePath, 2)", "ße"},
+        {"Mid(BasePath, 4)", "Größe"},
+        {"Mid(BasePath, 4, 2)", "Gr"},
+        {"UCase(BasePath)", "C:\\GRÖSSE"},
+        {"LCase('ÄB')", "äb"},
+        {"Nz(AltPath)", ""},
+        {"Nz(AltPath, 'x')", "x"},
+        {"Nz(BasePath, 'x')", "C:\\Größe"},
+        {"IIf(Len(BasePath) > 3, 'long', 'short')", "long"},
+        {"Now()", "2026-11-24 10:30:05"},
+        {"BasePath LIKE 'c:*'", "1"},
+        {"AltPath LIKE 'c:*'", "-"},
+    };
+    for (const auto& row : cases)
+        EXPECT_EQ(rows(u"SELECT "_s + QString::fromUtf8(row.expression) + u" AS x FROM LvnAltPaths"_s),
+                  QStringList(QString::fromUtf8(row.value)))
+            << row.expression;
+    for (const char* wrong : {"Left(BasePath, -1)", "Mid(BasePath, 0)", "BasePath LIKE '[a'"})
+        EXPECT_NE(failure([&] { rows(u"SELECT "_s + QString::fromUtf8(wrong) + u" FROM LvnAltPaths"_s); }),
+                  u"(none)"_s);
+}
+
+TEST_F(DatabaseFiles, HostileStatementsAreRefused)
+{
+    const QStringList before = rows(u"SELECT * FROM LvnSystem"_s);
+    const char* const statements[] = {
+        "SELECT * FROM sqlite_master",
+        "UPDATE sqlite_schema SET sql = ''",
+        "SELECT * FROM pragma_database_list",
+        "SELECT load_extension('/x.so') FROM LvnSystem",
+        "SELECT writefile('/tmp/x', 'y') FROM LvnSystem",
+        "SELECT randomblob(1000000000) FROM LvnSystem",
+        "SELECT * FROM (WITH RECURSIVE c(x) AS (SELECT 1 UNION ALL SELECT x+1 FROM c) SELECT x FROM c)",
+        "INSERT INTO other (a) VALUES (1)",
+        "DROP TABLE LvnSystem",
+        "DROP TABLE sqlite_sequence",
+        "DELETE FROM sqlite_sequence",
+        "SELECT * INTO LvnSystem IN '/x' FROM LvnSystem",
+        "SELECT 1",
+    };
+    for (const char* statement : statements)
+        EXPECT_NE(failure([&] { db->Execute(QString::fromUtf8(statement)); }), u"(none)"_s) << statement;
+    EXPECT_NE(failure([&] { db->OpenRecordset(u"DELETE FROM LvnSystem"_s); }), u"(none)"_s);
+    EXPECT_NE(failure([&] { db->OpenRecordset(u"SELECT x FROM LvnSystem"_s); }), u"(none)"_s);
+    EXPECT_EQ(rows(u"SELECT * FROM LvnSystem"_s), before);
+}
+
+TEST_F(DatabaseFiles, AFailureInsideAStatementNamesItsPlace)
+{
+    EXPECT_EQ(failure([&] { db->Execute(u"UPDATE LvnSystem SET PropertyKey = #1/1/1900# WHERE Wrong =  2"_s); }),
+              u"The statement is not understood at character 53, [Wrong =  2]: no such column: Wrong."_s);
+    EXPECT_TRUE(
+        failure([&] { db->Execute(u"UPDATE LvnSystem SET PropertyKey == 'x'"_s); }).contains(u"character 35"_s));
+}
+
+TEST_F(DatabaseFiles, AStrangersFileRunsNothingOfItsOwn)
+{
+    const QString shared = path(u"shared.lvds"_s);
+    Database::create(shared);
+    runRaw(shared, "CREATE TRIGGER t AFTER INSERT ON LvnSystem BEGIN DELETE FROM LvnSourceDoc; END;"
+                   "INSERT INTO LvnSourceDoc (Mask) VALUES ('kept');"
+                   "DROP TABLE LvnAltPaths; CREATE VIEW LvnAltPaths AS SELECT UCase('x') AS BasePath, 1 AS AltPath;");
+    const auto stranger = Database::open(shared, databaseConnect(), Database::Trust::Stranger);
+    stranger->Execute(u"INSERT INTO LvnSystem (PropertyKey) VALUES ('x')"_s);
+    EXPECT_EQ(stranger->OpenRecordset(u"SELECT COUNT(*) AS n FROM LvnSourceDoc"_s)->number(u"n"), 1);
+    EXPECT_NE(failure([&] { stranger->OpenRecordset(u"SELECT * FROM LvnAltPaths"_s); }), u"(none)"_s);
+    EXPECT_NE(failure([&] {
+                  stranger->Execute(u"INSERT INTO LvnSystem (PropertyKey) VALUES ('"_s + QString(2'000'000, u'x') +
+                                    u"')"_s);
+              }),
+              u"(none)"_s);
+}
+
+TEST_F(DatabaseFiles, CopyIntoAnotherFileKeepsRowsAndCaseRule)
+{
+    const QString shared = path(u"sh'ared.lvds"_s);
+    Database::create(shared);
+    const auto from = Database::open(shared, databaseConnect(), Database::Trust::Stranger);
+    for (const QString& mask : {u"A.xls"_s, u"b.xls"_s, u"c.xls"_s})
+        from->Execute(u"INSERT INTO LvnPanelSource (FullPath, Mask) VALUES ('C:\\Data\\', '"_s + mask + u"')"_s);
+    const QString copy = u"SELECT 0 AS NewID, * INTO TempSources IN '"_s + db->Name() +
+                         u"' FROM LvnPanelSource WHERE ID IN ( SELECT 1 UNION SELECT 3 )"_s;
+    EXPECT_EQ(from->Execute(copy), 2);
+    EXPECT_EQ(rows(u"SELECT NewID, ID, Mask, LastUpdated FROM TempSources"_s),
+              QStringList({u"0|1|A.xls|-"_s, u"0|3|c.xls|-"_s}));
+    EXPECT_EQ(rows(u"SELECT Mask FROM TempSources WHERE Mask = 'a.XLS' AND FullPath LIKE 'c:\\data*'"_s),
+              QStringList(u"A.xls"_s));
+
+    EXPECT_TRUE(failure([&] { from->Execute(copy); }).contains(u"[TempSources] is there already"_s));
+    EXPECT_EQ(rows(u"SELECT COUNT(*) AS n FROM TempSources"_s), QStringList(u"2"_s)) << "nothing was added";
+    db->Execute(u"DROP TABLE TempSources"_s);
+    EXPECT_EQ(from->Execute(copy), 2);
+
+    QString missing = copy;
+    missing.replace(db->Name(), path(u"none.lvdu"_s));
+    EXPECT_TRUE(failure([&] { from->Execute(missing); }).contains(u"none.lvdu] does not exist"_s));
+    EXPECT_FALSE(QFileInfo::exists(path(u"none.lvdu"_s)));
+}
+
+TEST_F(DatabaseFiles, CopyOfAnOpenFileIsWholeAndMarked)
+{
+    db->Execute(u"INSERT INTO LvnSystem (PropertyKey) VALUES ('x')"_s);
+    db->copyTo(path(u"copy.lvds"_s));
+    const auto copy = Database::open(path(u"copy.lvds"_s), databaseConnect(), Database::Trust::Stranger);
+    EXPECT_EQ(copy->OpenRecordset(u"SELECT * FROM LvnSystem"_s)->text(u"PropertyKey"), u"x"_s);
+    EXPECT_TRUE(failure([&] { db->copyTo(path(u"copy.lvds"_s)); }).contains(u"exists already"_s));
+    EXPECT_EQ(filesHere(), QStringList({u"copy.lvds"_s, u"lumivane.log"_s, u"lumivane.lvdu"_s}));
+}
+
+TEST_F(DatabaseFiles, AClosedFileSaysSo)
+{
+    const auto rs = db->OpenRecordset(u"SELECT * FROM LvnSystem"_s);
+    db->Close();
+    EXPECT_FALSE(db->isOpen());
+    EXPECT_EQ(failure([&] { db->Execute(u"DELETE FROM LvnSystem"_s); }), u"The project file has been closed."_s);
+    EXPECT_NE(failure([&] { rs->AddNew(); }), u"(none)"_s);
+}
+
+TEST_F(DatabaseFiles, AFileLockedByAnotherProcessSaysSo)
+{
+    int ready[2], done[2];
+    ASSERT_EQ(pipe(ready), 0);
+    ASSERT_EQ(pipe(done), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        sqlite3* handle = nullptr;
+        sqlite3_open(file.toUtf8().constData(), &handle);
+        const bool locked = sqlite3_exec(handle, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr) == SQLITE_OK;
+        char byte = locked ? 'y' : 'n';
+        if (::write(ready[1], &byte, 1) == 1 && ::read(done[0], &byte, 1) == 1)
+            sqlite3_close(handle);
+        _exit(0);
+    }
+    char byte = 0;
+    ASSERT_EQ(::read(ready[0], &byte, 1), 1);
+    ASSERT_EQ(byte, 'y');
+    EXPECT_TRUE(failure([&] { db->Execute(u"DELETE FROM LvnSystem"_s); }).contains(u"is in use by another program"_s));
+    ASSERT_EQ(::write(done[1], &byte, 1), 1);
+    waitpid(child, nullptr, 0);
+    EXPECT_EQ(db->Execute(u"INSERT INTO LvnSystem (PropertyKey) VALUES ('x')"_s), 1);
+}
+
+TEST_F(DatabaseFiles, AWriteThatFailsHalfWayLeavesTheFileAsItWas)
+{
+    db->Close();
+    const QByteArray before = read(file);
+    // The disk has no room for a longer file.
+    const int status = inChild([&] {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{rlim_t(before.size()), rlim_t(before.size())};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const auto own = Database::open(file, databaseConnect());
+        const QString sentence = failure([&] {
+            own->Execute(u"INSERT INTO LvnSystem (PropertyKey) VALUES ('"_s + QString(100'000, u'x') + u"')"_s);
+        });
+        return sentence.contains(u"lumivane.lvdu] c"_s) && own->OpenRecordset(u"SELECT * FROM LvnSystem"_s)->EOF_();
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(read(file), before);
+}
+
+TEST_F(DatabaseFiles, AProtectedProjectIsRefusedAndAProtectedSharedFileIsRead)
+{
+    db->Close();
+    ASSERT_TRUE(QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+    ASSERT_TRUE(QFile::setPermissions(home.path(), QFile::Permissions(0x7055)));
+    const int status = inChild([&] {
+        if (geteuid() == 0 && setuid(65534) != 0)
+            return false;
+        return openFailure(file).contains(u"is write-protected"_s) &&
+               openFailure(file, databaseConnect(), Database::Trust::Stranger) == u"(none)"_s;
+    });
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(DatabaseFiles, AKilledProcessLeavesAReadableProject)
+{
+    db->Execute(u"INSERT INTO LvnSystem (PropertyKey, PropertyValue) VALUES ('a', '0')"_s);
+    db->Close();
+    for (int round = 0; round < 12; ++round) {
+        int saved[2];
+        ASSERT_EQ(pipe(saved), 0);
+        const pid_t child = fork();
+        if (child == 0) {
+            const auto own = Database::open(file, databaseConnect());
+            for (int i = 1;; ++i) {
+                own->Execute(u"INSERT INTO LvnSourceDoc (Mask) VALUES ('%1')"_s.arg(i));
+                own->Execute(u"UPDATE LvnSystem SET PropertyValue = '%1'"_s.arg(QString(i * 5'000 % 50'000, u'x')));
+                if (::write(saved[1], "x", 1) != 1)
+                    _exit(1);
+            }
+        }
+        char byte = 0;
+        ASSERT_EQ(::read(saved[0], &byte, 1), 1);
+        usleep(useconds_t(round * 1'700)); // somewhere in the middle of a save
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        ::close(saved[0]);
+        ::close(saved[1]);
+        ASSERT_EQ(openFailure(file, databaseConnect(), Database::Trust::Stranger), u"(none)"_s) << round;
+    }
+    db = Database::open(file, databaseConnect());
+    EXPECT_EQ(rows(u"SELECT PropertyKey FROM LvnSystem"_s), QStringList(u"a"_s));
+    EXPECT_GE(db->OpenRecordset(u"SELECT COUNT(*) AS n FROM LvnSourceDoc"_s)->number(u"n"), 12)
+        << "a save that had returned is there";
+}
+
+} // namespace lumivane::test

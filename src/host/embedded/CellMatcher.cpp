@@ -67,22 +67,29 @@ bool showsNames(const QString& code)
     return containsAny(bareCode(code).code, u"geb");
 }
 
+/// A comma behind the last placeholder divides by a thousand.
+bool scales(const QString& section)
+{
+    for (qsizetype i = section.indexOf(u','); i >= 0; i = section.indexOf(u',', i + 1)) {
+        if (i + 1 == section.size() || !u"#0?"_s.contains(section[i + 1]))
+            return true;
+    }
+    return false;
+}
+
 /// Codes whose digits are those of the number itself, rounded to some decimals: no percents, fractions, exponents,
 /// dates, scaling, and no digits of their own.
 bool showsPlainDigits(const QString& code)
 {
     const BareCode bare = bareCode(code);
-    if (containsAny(bare.literals, u"0123456789.") || bare.code.contains(u",."))
+    if (containsAny(bare.literals, u"0123456789."))
         return false;
-    for (const QString& section : bare.code.split(u';')) {
-        if (section.trimmed().endsWith(u',') || section.contains(u", ") || section.contains(u",)"))
-            return false;
-        const bool known = std::all_of(section.begin(), section.end(),
-                                       [](QChar c) { return u"#0?,.+-() $\u20ac\u00a3\u00a5"_s.contains(c); });
-        if (!known || !containsAny(section, u"0#?"))
-            return false;
-    }
-    return true;
+    const QString placeholders = u"#0?,.+-() $\u20ac\u00a3\u00a5"_s;
+    const QStringList forNumbers = bare.code.split(u';').mid(0, 3); // the fourth is for texts
+    return std::none_of(forNumbers.begin(), forNumbers.end(), [&](const QString& section) {
+        return scales(section) ||
+               std::any_of(section.begin(), section.end(), [&](QChar c) { return !placeholders.contains(c); });
+    });
 }
 
 } // namespace

@@ -1,0 +1,95 @@
+#include "host/Host.h"
+#include "host/modUtilsExcel.h"
+#include "platform/RuntimeError.h"
+#include "repository/Database.h"
+#include "repository/clsPanelSource.h"
+#include "repository/clsWorkspacePanel.h"
+#include "repository/modUtilsSQL.h"
+#include "session/modUtilsLog.h"
+
+#include <QSet>
+
+// The stored ranges of a source's panels, moved on when a new file becomes current.
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString adjustModule = u"clsPanelSource"_s;
+const QString adjustProcedure = u"AdjustRanges"_s;
+
+/// Works through the panels of one source with its new workbook open.
+class RangeAdjustment
+{
+public:
+    RangeAdjustment(std::shared_ptr<Database> database, std::shared_ptr<Workbook> workbook)
+        : m_database(std::move(database)), m_workbook(std::move(workbook))
+    {
+    }
+
+    void adjust(const std::shared_ptr<Recordset>& row)
+    {
+        if (row->text(u"RelativeTo") == "top"_L1)
+            return;
+        const auto sheet = worksheet(row->text(u"SheetName"));
+        if (!sheet)
+            return;
+        clsWorkspacePanel panel;
+        panel.LoadFromRecSet(m_database, row);
+        panel.AdjustAll(*sheet);
+        panel.SaveToDB(m_database, static_cast<qint32>(row->number(u"WorkspaceID")));
+    }
+
+private:
+    std::shared_ptr<Worksheet> worksheet(const QString& name)
+    {
+        if (m_unreadable.contains(name))
+            return nullptr;
+        if (!Excel_HasSheet(m_workbook, name)) {
+            LogEvent(adjustModule, adjustProcedure, name % u" not found in " % m_workbook->Name(), false);
+            return nullptr;
+        }
+        // An engine may read a sheet only when it is needed. One that cannot be read must be seen here: the adjustment
+        // passes over failures, and would store a panel without its range.
+        const auto sheet = m_workbook->WorksheetByName(name);
+        try {
+            sheet->usedArea();
+            return sheet;
+        } catch (const RuntimeError& failure) {
+            m_unreadable.insert(name);
+            LogError(adjustModule, adjustProcedure, failure.number(), failure.description(), true);
+            return nullptr;
+        }
+    }
+
+    const std::shared_ptr<Database> m_database;
+    const std::shared_ptr<Workbook> m_workbook;
+    QSet<QString> m_unreadable; ///< sheets of which the user has been told already
+};
+
+} // namespace
+
+void clsPanelSource::AdjustRanges(const std::shared_ptr<Database>& DB, const QString& Path)
+{
+    XLInstance worker;
+    std::shared_ptr<Recordset> rows;
+    try {
+        const QString sql =
+            u"SELECT * FROM LvnSavedPanel WHERE SourceID = "_s % QString::number(ID) % u" AND ContentType = 'S'";
+        if (SQL_OpenRecordset(DB, rows, sql, true, {}, {}) && !rows->EOF_() && Excel_Init(worker)) {
+            worker->DisplayAlerts = false;
+            RangeAdjustment adjustment(DB, worker->Open(Path));
+            for (; !rows->EOF_(); rows->MoveNext())
+                adjustment.adjust(rows);
+        }
+    } catch (const RuntimeError& failure) {
+        LogError(adjustModule, adjustProcedure, failure.number(), failure.description(), true);
+    }
+    Excel_Exit(worker);
+    if (rows)
+        rows->Close();
+}
+
+} // namespace lumivane

@@ -1,0 +1,273 @@
+#include "panel/frmPanel.h"
+
+#include "panel/ProjectFixture.h"
+#include "panel/Twips.h"
+#include "repository/clsPanelSource.h"
+#include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
+#include "session/modMain.h"
+
+#include <QContextMenuEvent>
+#include <QCoreApplication>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMouseEvent>
+#include <QScrollBar>
+
+using namespace lumivane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// B2:C4 of the plain sheet in pixels.
+constexpr QSize pictureSize(2 * 64, 3 * 20);
+
+class PanelWindow : public test::ProjectFixture
+{
+protected:
+    void SetUp() override
+    {
+        m_path = addBook(u"sales.xlsx"_s);
+        m_record = addPanel(m_path, u"Sales"_s);
+        m_area.setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+        m_area.setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+        m_area.resize(800, 600);
+        m_area.show();
+    }
+
+    /// A version of the workbook that the next pass has to bring in.
+    void bringNewVersion()
+    {
+        touch(m_path, 3600);
+        gSources->ClearFlags();
+    }
+
+    /// Loads and shows the panel as the dashboard does.
+    frmPanel& open(const QString& viewType, QSize window = {})
+    {
+        m_record->ViewType = viewType;
+        m_record->pWidth = static_cast<qint16>(window.width() * twipsPerPixel);
+        m_record->pHeight = static_cast<qint16>(window.height() * twipsPerPixel);
+        saveDashboard(u"Morning"_s);
+        m_panel = new frmPanel([this] { return m_editMode; });
+        m_panel->Index = 1;
+        m_area.addSubWindow(m_panel);
+        m_panel->setPlace(m_record->pLeft, m_record->pTop);
+        XLInstance XLInst = worker();
+        EXPECT_TRUE(m_panel->Panel_Load(XLInst, false));
+        m_panel->IsLoad = true;
+        m_panel->show();
+        m_panel->IsLoad = false;
+        return *m_panel;
+    }
+
+    QSize clientSize() const { return QSize(toPixels(m_panel->ScaleWidth()), toPixels(m_panel->ScaleHeight())); }
+    QWidget* part(const QString& name) const { return m_panel->findChild<QWidget*>(name); }
+    QScrollBar* bar(const QString& name) const { return m_panel->findChild<QScrollBar*>(name); }
+
+    QString m_path;
+    std::shared_ptr<clsWorkspacePanel> m_record;
+    bool m_editMode = false;
+    QMdiArea m_area;
+    frmPanel* m_panel = nullptr;
+};
+
+TEST_F(PanelWindow, AutosizeTakesTheSizeOfThePicture)
+{
+    frmPanel& panel = open(u"A"_s, QSize(700, 500));
+    EXPECT_EQ(clientSize(), pictureSize);
+    EXPECT_EQ(part(u"picPanel"_s)->geometry(), QRect(QPoint(0, 0), pictureSize));
+    EXPECT_EQ(m_record->pWidth, panel.width() * 15);
+    EXPECT_EQ(m_record->pHeight, panel.height() * 15);
+    EXPECT_EQ(panel.pos(), QPoint(10, 20));
+    EXPECT_FALSE(panel.IsDirty) << "loading and showing is no change of the user's";
+}
+
+TEST_F(PanelWindow, AutosizeSnapsBackWhenResized)
+{
+    frmPanel& panel = open(u"A"_s);
+    panel.resize(500, 400);
+    EXPECT_EQ(clientSize(), pictureSize);
+    EXPECT_TRUE(panel.IsDirty);
+}
+
+TEST_F(PanelWindow, CropCentresASmallPicture)
+{
+    open(u"C"_s, QSize(400, 300));
+    EXPECT_EQ(m_panel->size(), QSize(400, 300));
+    const QSize room = clientSize() - pictureSize;
+    EXPECT_LE((part(u"picPanel"_s)->pos() - QPoint(room.width() / 2, room.height() / 2)).manhattanLength(), 2);
+    EXPECT_EQ(part(u"picPanel"_s)->size(), pictureSize);
+    EXPECT_FALSE(bar(u"VScroll1"_s)->isVisible());
+    EXPECT_FALSE(bar(u"HScroll1"_s)->isVisible());
+}
+
+TEST_F(PanelWindow, CropScrollsALargePicture)
+{
+    m_record->PicRange = u"A1:Z60``"_s;
+    open(u"C"_s, QSize(400, 300));
+    QScrollBar* down = bar(u"VScroll1"_s);
+    QScrollBar* across = bar(u"HScroll1"_s);
+    ASSERT_TRUE(down->isVisible());
+    ASSERT_TRUE(across->isVisible());
+    EXPECT_EQ(down->geometry().right() + 1, clientSize().width());
+    EXPECT_EQ(across->geometry().bottom() + 1, clientSize().height());
+    down->setValue(3000);
+    across->setValue(1500);
+    EXPECT_EQ(part(u"picPanel"_s)->pos(), QPoint(-100, -200));
+    m_panel->Panel_Crop();
+    EXPECT_EQ(part(u"picPanel"_s)->pos(), QPoint(0, 0)) << "the view starts at the top left again";
+    EXPECT_EQ(down->value(), 0);
+}
+
+TEST_F(PanelWindow, ZoomStretchesInBothDirections)
+{
+    frmPanel& panel = open(u"Z"_s, QSize(400, 300));
+    EXPECT_EQ(panel.size(), QSize(400, 300));
+    EXPECT_EQ(part(u"picPanel"_s)->geometry(), QRect(QPoint(0, 0), clientSize()));
+    const QImage shown = part(u"picPanel"_s)->grab().toImage();
+    // Each of the six cells has a colour of its own; the last one ends at the last pixel.
+    EXPECT_EQ(shown.pixelColor(shown.width() - 2, shown.height() - 2),
+              panel.picture().image.pixelColor(pictureSize.width() - 1, pictureSize.height() - 1));
+    panel.resize(300, 200);
+    EXPECT_EQ(part(u"picPanel"_s)->geometry(), QRect(QPoint(0, 0), clientSize()));
+    EXPECT_TRUE(panel.IsDirty);
+}
+
+TEST_F(PanelWindow, ViewCommandsChangeTheRecordAndMarkThePanelDirty)
+{
+    frmPanel& panel = open(u"A"_s);
+    int changes = 0;
+    QObject::connect(&panel, &frmPanel::viewChanged, [&] { ++changes; });
+    panel.Panel_Crop();
+    EXPECT_EQ(m_record->ViewType, u"C"_s);
+    EXPECT_TRUE(panel.IsDirty);
+    panel.Panel_ZoomToFit();
+    EXPECT_EQ(m_record->ViewType, u"Z"_s);
+    panel.Panel_Autosize();
+    EXPECT_EQ(m_record->ViewType, u"A"_s);
+    EXPECT_GE(changes, 3);
+}
+
+TEST_F(PanelWindow, AQuietReloadLeavesIsLoadSetSoThatChangesDoNotCount)
+{
+    frmPanel& panel = open(u"Z"_s, QSize(400, 300));
+    XLInstance XLInst = worker();
+    EXPECT_FALSE(panel.Panel_Reload(XLInst));
+    EXPECT_TRUE(panel.IsLoad);
+    panel.resize(350, 250);
+    EXPECT_FALSE(panel.IsDirty);
+}
+
+TEST_F(PanelWindow, AReloadKeepsIsDirtyAndALoadClearsIt)
+{
+    frmPanel& panel = open(u"A"_s);
+    panel.IsDirty = true;
+    bringNewVersion();
+    XLInstance XLInst = worker();
+    EXPECT_TRUE(panel.Panel_Reload(XLInst));
+    EXPECT_TRUE(panel.IsDirty);
+    EXPECT_FALSE(panel.IsLoad);
+    EXPECT_TRUE(panel.Panel_Load(XLInst, true));
+    EXPECT_FALSE(panel.IsDirty);
+}
+
+TEST_F(PanelWindow, MovingCountsAsAChangeAndScrollingTheDashboardDoesNot)
+{
+    frmPanel& panel = open(u"A"_s);
+    auto* far = m_area.addSubWindow(new QWidget);
+    far->setGeometry(2000, 2000, 100, 100);
+    far->show();
+    QCoreApplication::processEvents();
+    const QPointF place(panel.Left(), panel.Top());
+    m_area.horizontalScrollBar()->setValue(m_area.horizontalScrollBar()->maximum());
+    m_area.verticalScrollBar()->setValue(m_area.verticalScrollBar()->maximum());
+    ASSERT_NE(panel.pos(), QPoint(10, 20)) << "the dashboard did not scroll";
+    EXPECT_EQ(QPointF(panel.Left(), panel.Top()), place);
+    EXPECT_FALSE(panel.IsDirty);
+    panel.move(panel.pos() + QPoint(4, 0));
+    EXPECT_TRUE(panel.IsDirty);
+    EXPECT_EQ(panel.Left(), place.x() + 60);
+}
+
+TEST_F(PanelWindow, AMinimizedPanelKeepsItsPlaceAndSize)
+{
+    frmPanel& panel = open(u"Z"_s, QSize(400, 300));
+    panel.showMinimized();
+    EXPECT_EQ(TwipsSize({panel.Width(), panel.Height()}), (TwipsSize{6000, 4500}));
+    EXPECT_EQ(panel.Left(), 150);
+}
+
+TEST_F(PanelWindow, CaptionIsCentredWithBlanksUnlessLeftIsAskedFor)
+{
+    frmPanel& panel = open(u"Z"_s, QSize(400, 300));
+    EXPECT_EQ(panel.windowTitle(), u"Sales"_s);
+    gCaptionAlignment = u"left"_s; // only the exact word counts
+    panel.SetCaption();
+    const QString centred = panel.windowTitle();
+    EXPECT_EQ(centred.trimmed(), u"Sales"_s);
+    EXPECT_GT(centred.size(), 20);
+    panel.resize(600, 300);
+    EXPECT_GT(panel.windowTitle().size(), centred.size()) << "it follows the width";
+}
+
+TEST_F(PanelWindow, CaptionTellsTheFilesDateAndTheMark)
+{
+    gPanelTimeStamp = true;
+    frmPanel& panel = open(u"A"_s);
+    m_record->Source()->NewestFile.clear();
+    panel.SetCaption();
+    EXPECT_EQ(panel.windowTitle(), u"Sales   (Jan 1)"_s);
+    gPanelTimeStamp = false;
+    m_editMode = true;
+    panel.Panel_ToggleMark();
+    EXPECT_EQ(panel.windowTitle(), u"**Sales"_s);
+    panel.IsBase = true;
+    panel.Panel_ToggleMark();
+    EXPECT_EQ(panel.windowTitle(), u"*Sales"_s);
+    EXPECT_TRUE(panel.IsMarked) << "the base cannot be unmarked";
+    m_editMode = false;
+    panel.Panel_ToggleMark();
+    EXPECT_FALSE(panel.IsMarked || panel.IsBase);
+}
+
+TEST_F(PanelWindow, TheUserCannotCloseIt)
+{
+    frmPanel& panel = open(u"A"_s);
+    panel.close();
+    EXPECT_TRUE(panel.isVisible());
+    panel.Unload();
+    EXPECT_TRUE(m_area.subWindowList().isEmpty()) << "gone at once for every walk over the panels";
+}
+
+TEST_F(PanelWindow, AFailedReloadSaysSoInThePanelUntilTheNextOneSucceeds)
+{
+    frmPanel& panel = open(u"A"_s);
+    const auto books = std::exchange(m_library.books, {});
+    bringNewVersion();
+    XLInstance XLInst = worker();
+    EXPECT_FALSE(panel.Panel_Reload(XLInst));
+    const auto* notice = panel.findChild<QLabel*>(u"noticeLabel"_s);
+    EXPECT_TRUE(notice->isVisible());
+    EXPECT_TRUE(notice->toolTip().startsWith(u"Not up to date. "_s));
+    EXPECT_TRUE(notice->toolTip().contains(m_path));
+    m_library.books = books;
+    gSources->ClearFlags();
+    EXPECT_TRUE(panel.Panel_Reload(XLInst));
+    EXPECT_FALSE(notice->isVisible());
+}
+
+TEST_F(PanelWindow, RightButtonAsksForTheMenuWhereverItGoesDown)
+{
+    frmPanel& panel = open(u"A"_s);
+    QList<QPoint> menus;
+    QObject::connect(&panel, &frmPanel::menuRequested, [&](const QPoint& at) { menus.append(at); });
+    for (const QString& name : {u"picPanel"_s, u"picFrame"_s, u"client"_s}) {
+        QMouseEvent press(QEvent::MouseButtonPress, QPointF(2, 2), QPointF(12, 34), Qt::RightButton, Qt::RightButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(part(name), &press);
+    }
+    EXPECT_EQ(menus, QList<QPoint>(3, QPoint(12, 34)));
+}
+
+} // namespace

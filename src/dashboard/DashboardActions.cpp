@@ -1,5 +1,6 @@
 #include "dashboard/DashboardActions.h"
 
+#include "dashboard/Look.h"
 #include "platform/ApplicationInfo.h"
 
 #include <QAction>
@@ -28,7 +29,7 @@ struct EntryText
 
 QAction* addEntry(QMenu& menu, const EntryText& entry)
 {
-    QAction* action = menu.addAction(QIcon(u":/icons/"_s + entry.icon + u".svg"_s), entry.caption);
+    QAction* action = menu.addAction(dashboardIcon(entry.icon), entry.caption);
     action->setObjectName(entry.name);
     action->setStatusTip(entry.hint);
     action->setShortcut(entry.shortcut);

@@ -3,10 +3,9 @@
 #include "panel/PanelStyle.h"
 
 #include <QApplication>
-#include <QIcon>
 
 // Outside the namespace, as the macro demands.
-static void registerDashboardIcons()
+static void initDashboardResource()
 {
     Q_INIT_RESOURCE(dashboard);
 }
@@ -35,13 +34,18 @@ QPalette calmPalette()
 
 } // namespace
 
+QIcon dashboardIcon(const QString& name)
+{
+    initDashboardResource();
+    return QIcon(u":/icons/"_s + name + u".svg"_s);
+}
+
 void applyLook(QApplication& application)
 {
-    registerDashboardIcons();
     QApplication::setStyle(new PanelStyle);
     QApplication::setPalette(calmPalette());
     QApplication::setFont(PanelStyle::captionFont(), "QMdiSubWindowTitleBar");
-    QApplication::setWindowIcon(QIcon(u":/icons/lumivane.svg"_s));
+    QApplication::setWindowIcon(dashboardIcon(u"lumivane"_s));
     application.setStyleSheet(
         u"QToolBar { border: 0; border-bottom: 1px solid #d9e0e6; padding: 4px 6px; spacing: 4px; }"
         "QStatusBar { border-top: 1px solid #d9e0e6; }"

@@ -1,8 +1,7 @@
 #include "dashboard/frmAbout.h"
 
+#include "dashboard/Look.h"
 #include "platform/ApplicationInfo.h"
-
-#include <QIcon>
 
 #include "ui_frmAbout.h"
 
@@ -19,7 +18,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::f
     ui->setupUi(this);
     setWindowTitle(u"About "_s + applicationTitle());
     ui->iconLabel->setPixmap(
-        QIcon(u":/icons/lumivane.svg"_s).pixmap(QSize(aboutIconSize, aboutIconSize), devicePixelRatioF()));
+        dashboardIcon(u"lumivane"_s).pixmap(QSize(aboutIconSize, aboutIconSize), devicePixelRatioF()));
     ui->lblTitle->setText(applicationTitle());
     ui->lblVersion->setText(u"Version "_s + QStringLiteral(LUMIVANE_VERSION));
     connect(ui->cmdOK, &QPushButton::clicked, this, &QDialog::accept);

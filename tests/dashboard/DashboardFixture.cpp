@@ -1,0 +1,78 @@
+#include "dashboard/DashboardFixture.h"
+
+#include "dashboard/frmSaveWorkspace.h"
+#include "panel/frmPanel.h"
+#include "platform/Clock.h"
+#include "repository/Database.h"
+#include "repository/clsPanelSource.h"
+#include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
+#include "session/modMain.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace lumivane::test {
+
+using namespace Qt::StringLiterals;
+
+void DashboardFixture::storeDashboard(const QString& name, const QStringList& captions)
+{
+    Clock::setFixed(QDateTime(QDate(2026, 11, 24), QTime(8, m_stored++)));
+    gWorkspace = std::make_shared<clsWorkspace>();
+    if (!captions.isEmpty()) {
+        const QString path = addBook(name + u".xlsx"_s);
+        for (const QString& caption : captions)
+            addPanel(path, caption);
+    }
+    saveDashboard(name);
+}
+
+frmWorkspace& DashboardFixture::start()
+{
+    Clock::setFixed(QDateTime(QDate(2026, 11, 24), QTime(9, 0)));
+    m_window = std::make_unique<frmWorkspace>();
+    m_window->resize(1000, 700);
+    m_window->show();
+    m_window->Form_Activate();
+    m_library.events.clear();
+    return *m_window;
+}
+
+QStringList DashboardFixture::listed() const
+{
+    QStringList names;
+    const QComboBox& list = *m_window->actions().cmbWorkspaces;
+    for (int i = 0; i < list.count(); ++i)
+        names.append(list.itemText(i));
+    return names;
+}
+
+QStringList DashboardFixture::panelCaptions() const
+{
+    QStringList captions;
+    for (const frmPanel* panel : m_window->panelWindows())
+        captions.append(panel->windowTitle());
+    return captions;
+}
+
+void DashboardFixture::answerName(const QString& name)
+{
+    whenShown<frmSaveWorkspace>([name](frmSaveWorkspace& dialog) {
+        dialog.findChild<QLineEdit*>(u"txtName"_s)->setText(name);
+        dialog.findChild<QPushButton*>(u"cmdOK"_s)->click();
+    });
+}
+
+void DashboardFixture::makeDirty()
+{
+    ASSERT_FALSE(m_window->panelWindows().isEmpty());
+    m_window->panelWindows().first()->IsDirty = true;
+}
+
+int DashboardFixture::rowCount(const QString& table, const QString& where) const
+{
+    return gDB->OpenRecordset(u"SELECT * FROM "_s + table + u" WHERE "_s + where)->rowCount();
+}
+
+} // namespace lumivane::test

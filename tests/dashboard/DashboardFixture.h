@@ -1,0 +1,47 @@
+#pragma once
+
+#include "dashboard/frmWorkspace.h"
+#include "panel/ProjectFixture.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QTimer>
+
+namespace lumivane::test {
+
+/// Does something with the dialog that the next command shows.
+template <class Dialog>
+void whenShown(std::function<void(Dialog&)> act)
+{
+    QTimer::singleShot(0, [act] {
+        auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(dialog) << "another dialog, or none, was shown";
+        act(*dialog);
+        if (dialog->isVisible())
+            dialog->reject();
+    });
+}
+
+/// A main window on a project with stored dashboards.
+class DashboardFixture : public ProjectFixture
+{
+protected:
+    /// Stores a dashboard with one panel for each caption, all of workbook `<name>.xlsx`, as the newest one.
+    void storeDashboard(const QString& name, const QStringList& captions);
+    /// Starts the main window on what was stored, as a run of the program does.
+    frmWorkspace& start();
+    frmWorkspace& window() { return *m_window; }
+    QComboBox& list() { return *m_window->actions().cmbWorkspaces; }
+    QStringList listed() const;
+    QStringList panelCaptions() const; ///< of the windows, in the order they were made
+    /// Ends dialogs of names and choices.
+    void answerName(const QString& name);
+    void makeDirty();
+    qsizetype workersStarted() const { return m_library.events.count(QStringLiteral("start")); }
+    int rowCount(const QString& table, const QString& where = QStringLiteral("1 = 1")) const;
+
+    std::unique_ptr<frmWorkspace> m_window;
+    int m_stored = 0;
+};
+
+} // namespace lumivane::test

@@ -1,0 +1,203 @@
+#include "dashboard/DashboardFixture.h"
+#include "dashboard/PanelArrangement.h"
+#include "dashboard/frmOpenWorkspace.h"
+#include "dashboard/frmSaveWorkspace.h"
+#include "repository/clsWorkspace.h"
+#include "session/modMain.h"
+
+#include <QClipboard>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+using namespace lumivane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <class Widget>
+Widget& part(const QDialog& dialog, const QString& name)
+{
+    return *dialog.findChild<Widget*>(name);
+}
+
+class OpenDialog : public test::DashboardFixture
+{
+protected:
+    static QStringList offered(const frmOpenWorkspace& dialog)
+    {
+        QStringList names;
+        const auto& box = part<QComboBox>(dialog, u"cmbSource"_s);
+        for (int i = 0; i < box.count(); ++i)
+            names.append(box.itemText(i));
+        return names;
+    }
+};
+
+TEST_F(OpenDialog, OffersTheNewestFirstAndPreselectsItAmongSeveral)
+{
+    storeDashboard(u"Morning"_s, {});
+    storeDashboard(u"Evening"_s, {});
+    frmOpenWorkspace dialog{QString()};
+    EXPECT_EQ(offered(dialog), (QStringList{u"Evening"_s, u"Morning"_s}));
+    EXPECT_EQ(dialog.windowTitle(), u"Open a dashboard"_s);
+    EXPECT_EQ(part<QLabel>(dialog, u"lblSource"_s).text(), u"Select a dashboard to open:"_s);
+    part<QPushButton>(dialog, u"cmdOK"_s).click();
+    EXPECT_EQ(dialog.WorkspaceID, gWorkspace->ID);
+}
+
+TEST_F(OpenDialog, ASingleDashboardMustBePicked)
+{
+    storeDashboard(u"Morning"_s, {});
+    frmOpenWorkspace dialog{QString()};
+    part<QPushButton>(dialog, u"cmdOK"_s).click();
+    EXPECT_EQ(m_user.shown, QStringList{u"No dashboard selected."_s});
+    EXPECT_EQ(dialog.WorkspaceID, -1);
+    part<QComboBox>(dialog, u"cmbSource"_s).setCurrentIndex(0);
+    part<QPushButton>(dialog, u"cmdOK"_s).click();
+    EXPECT_EQ(dialog.WorkspaceID, gWorkspace->ID);
+}
+
+TEST_F(OpenDialog, OnlyAMoveLeavesOutTheDashboardOnScreen)
+{
+    storeDashboard(u"Morning"_s, {});
+    storeDashboard(u"Evening"_s, {});
+    frmOpenWorkspace move{u"Move"_s};
+    EXPECT_EQ(offered(move), QStringList{u"Morning"_s});
+    EXPECT_EQ(move.windowTitle(), u"Move to dashboard"_s);
+    EXPECT_EQ(part<QLabel>(move, u"lblSource"_s).text(), u"Select target dashboard:"_s);
+    EXPECT_EQ(offered(frmOpenWorkspace{u"Copy"_s}).size(), 2);
+}
+
+TEST_F(OpenDialog, WithoutDashboardsItSaysSoAndDoesNotOpen)
+{
+    frmOpenWorkspace dialog{QString()};
+    EXPECT_EQ(dialog.exec(), QDialog::Rejected);
+    EXPECT_EQ(m_user.shown, QStringList{u"There are no saved dashboards to select from.  Please save at least one "
+                                        "dashboard."_s});
+}
+
+TEST_F(OpenDialog, TheCommandLoadsTheChoiceThroughTheList)
+{
+    storeDashboard(u"Morning"_s, {u"One"_s});
+    storeDashboard(u"Evening"_s, {u"Two"_s});
+    start();
+    test::whenShown<frmOpenWorkspace>([](frmOpenWorkspace& dialog) {
+        part<QComboBox>(dialog, u"cmbSource"_s).setCurrentIndex(1);
+        part<QPushButton>(dialog, u"cmdOK"_s).click();
+    });
+    window().mnuWorkspaceOpen_Click();
+    EXPECT_EQ(list().currentText(), u"Morning"_s);
+    EXPECT_EQ(panelCaptions(), QStringList{u"One"_s});
+    EXPECT_FALSE(window().IsBusy);
+}
+
+class SaveDialog : public test::DashboardFixture
+{
+protected:
+    static void type(QWidget& box, const QString& text)
+    {
+        for (const QChar c : text) {
+            QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
+            QCoreApplication::sendEvent(&box, &press);
+        }
+    }
+};
+
+TEST_F(SaveDialog, SaysWhatItIsFor)
+{
+    struct
+    {
+        QString mode, caption, title, verb;
+    } const rows[] = {
+        {u"SaveAs"_s, u"Save dashboard As"_s, u"Save current dashboard"_s, u"Save"_s},
+        {u"Rename"_s, u"Rename dashboard"_s, u"Rename current dashboard"_s, u"Rename"_s},
+        {QString(), u"Save dashboard"_s, u"Save current dashboard"_s, u"Save"_s},
+    };
+    for (const auto& row : rows) {
+        const frmSaveWorkspace dialog(row.mode, QString());
+        EXPECT_EQ(dialog.windowTitle(), row.caption);
+        EXPECT_EQ(part<QLabel>(dialog, u"lblTitle"_s).text(), row.title);
+        EXPECT_EQ(part<QLabel>(dialog, u"lblSubtitle"_s).text(),
+                  row.verb + u" the current dashboard for convenient review. Its contents will be updated as new data "
+                             "arrives."_s);
+    }
+}
+
+TEST_F(SaveDialog, RefusesBlankAndTakenNames)
+{
+    storeDashboard(u"Morning"_s, {});
+    const QString blank = u"Name must not be blank!"_s;
+    const QString taken = u"A dashboard with the same name already exists.  Please modify the name."_s;
+    struct
+    {
+        QString typed, box, result;
+    } const rows[] = {
+        {QString(), blank, {}},
+        {u"   "_s, blank, {}},
+        {u"Morning"_s, taken, {}},
+        {u" morning "_s, taken, {}},
+        {u"Morning 2"_s, {}, u"Morning 2"_s},
+        {u"Year's end"_s, {}, u"Year's end"_s},
+    };
+    for (const auto& row : rows) {
+        m_user.shown.clear();
+        frmSaveWorkspace dialog(u"SaveAs"_s, QString());
+        auto& name = part<QLineEdit>(dialog, u"txtName"_s);
+        name.setText(row.typed);
+        part<QPushButton>(dialog, u"cmdOK"_s).click();
+        EXPECT_EQ(m_user.shown, row.box.isEmpty() ? QStringList() : QStringList{row.box});
+        EXPECT_EQ(dialog.WorkspaceName, row.result);
+        EXPECT_EQ(name.selectedText(), row.box.isEmpty() ? QString() : name.text()) << "ready to be typed over";
+    }
+}
+
+TEST_F(SaveDialog, FiltersWhatIsTypedButNotWhatIsPasted)
+{
+    frmSaveWorkspace dialog(u"SaveAs"_s, QString());
+    auto& name = part<QLineEdit>(dialog, u"txtName"_s);
+    type(name, u"a'b\"c*d+e-f"_s);
+    EXPECT_EQ(name.text(), u"abcde-f"_s);
+    QApplication::clipboard()->setText(u"'*"_s);
+    name.paste();
+    EXPECT_EQ(name.text(), u"abcde-f'*"_s);
+}
+
+// ---- windows side by side ----
+
+TEST(Arrangement, TilesFillTheAreaWithoutGapOrOverlap)
+{
+    const QRect area(10, 20, 601, 407);
+    for (int count = 1; count <= 12; ++count) {
+        for (const auto tile : {tileHorizontally, tileVertically}) {
+            const QVector<QRect> places = tile(area, count);
+            ASSERT_EQ(places.size(), count);
+            int covered = 0;
+            for (const QRect& place : places) {
+                EXPECT_TRUE(area.contains(place));
+                covered += place.width() * place.height();
+                for (const QRect& other : places)
+                    EXPECT_TRUE(&other == &place || !other.intersects(place));
+            }
+            EXPECT_EQ(covered, area.width() * area.height()) << count;
+        }
+    }
+    EXPECT_TRUE(tileHorizontally(area, 0).isEmpty());
+}
+
+TEST(Arrangement, FewWindowsLieInRowsOrColumns)
+{
+    const QRect area(0, 0, 600, 300);
+    EXPECT_EQ(tileHorizontally(area, 3), (QVector<QRect>{{0, 0, 600, 100}, {0, 100, 600, 100}, {0, 200, 600, 100}}));
+    EXPECT_EQ(tileVertically(area, 3), (QVector<QRect>{{0, 0, 200, 300}, {200, 0, 200, 300}, {400, 0, 200, 300}}));
+    EXPECT_EQ(tileHorizontally(area, 5).first(), QRect(0, 0, 300, 150)) << "two columns, the second with three windows";
+}
+
+TEST(Arrangement, MinimizedWindowsStandAtTheBottomRowUponRow)
+{
+    EXPECT_EQ(arrangeIcons(QRect(0, 0, 450, 300), QSize(200, 30), 3),
+              (QVector<QRect>{{0, 270, 200, 30}, {200, 270, 200, 30}, {0, 240, 200, 30}}));
+}
+
+} // namespace

@@ -1,0 +1,391 @@
+#include "dashboard/DashboardFixture.h"
+#include "dashboard/frmSaveWorkspace.h"
+#include "panel/frmPanel.h"
+#include "repository/Database.h"
+#include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
+#include "session/modMain.h"
+#include "session/modUtilsINI.h"
+
+#include <QAction>
+#include <QFile>
+#include <QMenu>
+
+using namespace lumivane;
+using namespace Qt::StringLiterals;
+using Answer = Prompts::Answer;
+
+namespace {
+
+class Lifecycle : public test::DashboardFixture
+{
+protected:
+    bool panelMenuEnabled() { return window().actions().mnuPanel->menuAction()->isEnabled(); }
+};
+
+class Start : public Lifecycle
+{
+};
+
+TEST_F(Start, OpensTheDashboardSeenLastWithAWindowForEachPanel)
+{
+    storeDashboard(u"Morning"_s, {u"One"_s, u"Two"_s});
+    storeDashboard(u"Evening"_s, {u"Three"_s, u"Four"_s, u"Five"_s});
+    start();
+    EXPECT_EQ(listed(), (QStringList{u"Evening"_s, u"Morning"_s}));
+    EXPECT_EQ(window().windowTitle(), u"Lumivane - Evening"_s);
+    EXPECT_EQ(panelCaptions(), (QStringList{u"Five"_s, u"Four"_s, u"Three"_s})) << "made last to first";
+    EXPECT_TRUE(panelMenuEnabled());
+    EXPECT_FALSE(window().AnyPanelDirty() || window().IsModified || window().IsBusy || window().IsFirstActivate);
+    EXPECT_EQ(m_user.pointer, Prompts::Pointer::Default);
+}
+
+TEST_F(Start, AnEmptyProjectGetsAnUntitledDashboard)
+{
+    start();
+    EXPECT_EQ(listed(), QStringList{u"Untitled"_s});
+    EXPECT_EQ(list().currentIndex(), 0);
+    EXPECT_EQ(window().windowTitle(), u"Lumivane - Untitled"_s);
+    EXPECT_TRUE(window().IsModified);
+    EXPECT_FALSE(panelMenuEnabled());
+}
+
+TEST_F(Start, ADashboardWithoutPanelsLoadsWithThePanelMenuDisabled)
+{
+    storeDashboard(u"Empty"_s, {});
+    start();
+    EXPECT_EQ(window().windowTitle(), u"Lumivane - Empty"_s);
+    EXPECT_FALSE(panelMenuEnabled());
+    EXPECT_FALSE(window().IsModified);
+}
+
+TEST_F(Start, AProjectThatCannotBeReadEndsTheWindow)
+{
+    gDB->Close();
+    start();
+    ASSERT_FALSE(m_user.shown.isEmpty());
+    EXPECT_EQ(m_user.shown.last(), u"Lumivane was unable to use its database. Please contact your administrator to "
+                                   "correct the problem."_s);
+    EXPECT_FALSE(window().isVisible());
+}
+
+// ---- the save prompt ----
+
+struct PromptRow
+{
+    const char* name;
+    bool panelDirty;
+    bool modified;
+    Answer answer;
+    bool asked;
+    bool ok;
+    bool stored; ///< the moved panel's place
+    bool dirtyAfter;
+};
+
+class SavePrompt : public Lifecycle, public testing::WithParamInterface<PromptRow>
+{
+};
+
+TEST_P(SavePrompt, AsksOnlyForChangesAndDoesAsAnswered)
+{
+    const PromptRow& row = GetParam();
+    storeDashboard(u"Morning"_s, {u"One"_s});
+    start();
+    window().panelWindows().first()->setPlace(600, 450);
+    window().panelWindows().first()->IsDirty = row.panelDirty;
+    window().IsModified = row.modified;
+    m_user.answers = {row.answer};
+
+    bool OK = !row.ok;
+    window().PromptSave(false, OK);
+    EXPECT_EQ(m_user.asked, row.asked ? QStringList{u"Save changes to Morning?"_s} : QStringList());
+    EXPECT_EQ(OK, row.ok);
+    EXPECT_EQ(stored(u"SELECT * FROM LvnSavedPanel"_s, u"Left"_s), row.stored ? u"600"_s : u"150"_s);
+    EXPECT_EQ(window().AnyPanelDirty() || window().IsModified, row.dirtyAfter);
+}
+
+const PromptRow promptRows[] = {
+    {"nothing_changed", false, false, Answer::Yes, false, true, false, false},
+    {"panel_changed_yes", true, false, Answer::Yes, true, true, true, false},
+    {"panel_changed_no", true, false, Answer::No, true, true, false, false},
+    {"panel_changed_cancel", true, false, Answer::Cancel, true, false, false, true},
+    {"dashboard_changed_yes", false, true, Answer::Yes, true, true, true, false},
+    {"dashboard_changed_no", false, true, Answer::No, true, true, false, false},
+};
+INSTANTIATE_TEST_SUITE_P(Answers, SavePrompt, testing::ValuesIn(promptRows),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_F(Lifecycle, NoDropsTheEntriesOfDashboardsNeverStored)
+{
+    storeDashboard(u"Morning"_s, {u"One"_s});
+    start();
+    window().mnuWorkspaceNew_Click();
+    ASSERT_EQ(listed(), (QStringList{u"Morning"_s, u"Untitled"_s}));
+    m_user.answers = {Answer::No};
+    bool OK = false;
+    window().PromptSave(false, OK);
+    EXPECT_EQ(listed(), QStringList{u"Morning"_s});
+}
+
+TEST_F(Lifecycle, YesAndThenNoNameDropsTheWork)
+{
+    start();
+    m_user.answers = {Answer::Yes};
+    test::whenShown<frmSaveWorkspace>([](frmSaveWorkspace& dialog) { dialog.reject(); });
+    bool OK = false;
+    window().PromptSave(false, OK);
+    EXPECT_TRUE(OK);
+    EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 0);
+}
+
+// ---- the list ----
+
+class Switching : public Lifecycle
+{
+protected:
+    void SetUp() override
+    {
+        storeDashboard(u"Morning"_s, {u"One"_s});
+        storeDashboard(u"Evening"_s, {u"Two"_s});
+        start();
+    }
+};
+
+TEST_F(Switching, LoadsTheChosenDashboard)
+{
+    list().setCurrentIndex(1);
+    EXPECT_EQ(window().windowTitle(), u"Lumivane - Morning"_s);
+    EXPECT_EQ(panelCaptions(), QStringList{u"One"_s});
+    EXPECT_FALSE(window().IsBusy);
+}
+
+TEST_F(Switching, CancelStaysAndPutsTheListBack)
+{
+    makeDirty();
+    list().setCurrentIndex(1);
+    EXPECT_EQ(m_user.asked, QStringList{u"Save changes to Evening?"_s});
+    EXPECT_EQ(list().currentText(), u"Evening"_s);
+    EXPECT_EQ(panelCaptions(), QStringList{u"Two"_s});
+    EXPECT_TRUE(window().AnyPanelDirty());
+}
+
+TEST_F(Switching, CancelPutsTheListBackToADashboardNeverStored)
+{
+    window().mnuWorkspaceNew_Click();
+    list().setCurrentIndex(1);
+    EXPECT_EQ(list().currentText(), u"Untitled"_s);
+    EXPECT_EQ(gWorkspace->ID, 0);
+}
+
+TEST_F(Switching, YesStoresTheOldOneAndLoadsTheChosenOne)
+{
+    window().panelWindows().first()->setPlace(600, 450);
+    makeDirty();
+    m_user.answers = {Answer::Yes};
+    list().setCurrentIndex(1);
+    EXPECT_EQ(m_user.asked.size(), 1);
+    EXPECT_EQ(stored(u"SELECT * FROM LvnSavedPanel WHERE Caption = 'Two'"_s, u"Left"_s), u"600"_s);
+    EXPECT_EQ(list().currentText().trimmed(), u"Morning"_s);
+    EXPECT_EQ(panelCaptions(), QStringList{u"One"_s});
+    EXPECT_FALSE(window().AnyPanelDirty());
+}
+
+TEST_F(Switching, NoLoadsTheChosenOneAndStoresNothing)
+{
+    window().panelWindows().first()->setPlace(600, 450);
+    makeDirty();
+    m_user.answers = {Answer::No};
+    list().setCurrentIndex(1);
+    EXPECT_EQ(stored(u"SELECT * FROM LvnSavedPanel WHERE Caption = 'Two'"_s, u"Left"_s), u"150"_s);
+    EXPECT_EQ(panelCaptions(), QStringList{u"One"_s});
+}
+
+TEST_F(Switching, WithoutAHostTheRecordIsThereAndTheHourglassStays)
+{
+    setHostFactory({});
+    list().setCurrentIndex(1);
+    EXPECT_EQ(gWorkspace->NumPanels(), 1);
+    EXPECT_TRUE(window().panelWindows().isEmpty());
+    EXPECT_EQ(m_user.pointer, Prompts::Pointer::Hourglass);
+    EXPECT_FALSE(window().IsBusy);
+}
+
+TEST_F(Switching, ADashboardWhoseRowVanishedLoadsEmpty)
+{
+    gDB->Execute(u"DELETE * FROM LvnSavedWorkspace WHERE Name = 'Morning'"_s);
+    list().setCurrentIndex(1);
+    EXPECT_EQ(window().windowTitle(), u"Lumivane"_s);
+    EXPECT_TRUE(window().panelWindows().isEmpty());
+}
+
+// ---- new, save, rename, delete ----
+
+TEST_F(Lifecycle, EachNewAddsAnEntryWhileAnEarlierOneStands)
+{
+    storeDashboard(u"Morning"_s, {u"One"_s});
+    start();
+    window().mnuWorkspaceNew_Click();
+    window().ClearDirty();
+    window().mnuWorkspaceNew_Click();
+    EXPECT_EQ(listed(), (QStringList{u"Morning"_s, u"Untitled"_s, u"Untitled"_s}));
+    EXPECT_EQ(list().currentIndex(), 2);
+    EXPECT_TRUE(window().panelWindows().isEmpty());
+    EXPECT_FALSE(window().IsBusy);
+}
+
+TEST_F(Lifecycle, ANewDashboardIsStoredUnderTheNameGiven)
+{
+    start();
+    answerName(u"  Noon "_s);
+    window().mnuWorkspaceSave_Click();
+    EXPECT_EQ(stored(u"SELECT * FROM LvnSavedWorkspace"_s, u"Name"_s), u"Noon"_s);
+    EXPECT_EQ(listed(), QStringList{u"Noon"_s});
+    EXPECT_EQ(list().currentIndex(), 0);
+    EXPECT_EQ(window().windowTitle(), u"Lumivane - Noon"_s);
+    EXPECT_FALSE(window().IsModified);
+}
+
+TEST_F(Lifecycle, SaveAsCopiesAllRowsWithTheOldPlaces)
+{
+    storeDashboard(u"Morning"_s, {u"One"_s, u"Two"_s});
+    start();
+    for (frmPanel* panel : window().panelWindows())
+        panel->setPlace(600, 450);
+    answerName(u"Copy"_s);
+    window().mnuWorkspaceSaveAs_Click();
+    EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 2);
+    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 4);
+    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"[Left] = 150"_s), 4) << "Save As alone does not look at the windows";
+    EXPECT_EQ(rowCount(u"LvnPanelSource"_s), 1) << "sources are shared";
+    EXPECT_EQ(list().currentText(), u"Copy"_s);
+    window().mnuWorkspaceSave_Click();
+    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"[Left] = 600"_s), 2);
+}
+
+TEST_F(Lifecycle, ASavedNameGrowsByABlankAndStillIsTheSameDashboard)
+{
+    storeDashboard(u"Morning"_s, {u"One"_s});
+    start();
+    const qint32 id = gWorkspace->ID;
+    answerName(u"Evening"_s);
+    window().mnuWorkspaceRename_Click();
+    EXPECT_EQ(gWorkspace->ID, id);
+    EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 1);
+    EXPECT_EQ(stored(u"SELECT * FROM LvnSavedWorkspace"_s, u"Name"_s), u"Evening "_s);
+    EXPECT_EQ(window().windowTitle(), u"Lumivane - Evening"_s);
+}
+
+TEST_F(Lifecycle, ACancelledNameChangesNothing)
+{
+    storeDashboard(u"Morning"_s, {u"One"_s});
+    start();
+    for (auto save : {&frmWorkspace::mnuWorkspaceSaveAs_Click, &frmWorkspace::mnuWorkspaceRename_Click}) {
+        test::whenShown<frmSaveWorkspace>([](frmSaveWorkspace& dialog) { dialog.reject(); });
+        (window().*save)();
+        EXPECT_EQ(gWorkspace->Name, u"Morning"_s);
+        EXPECT_GT(gWorkspace->ID, 0);
+        EXPECT_FALSE(window().IsBusy);
+    }
+}
+
+TEST_F(Lifecycle, DeleteAsksAndGoesOnToTheNextDashboard)
+{
+    storeDashboard(u"Morning"_s, {u"One"_s});
+    storeDashboard(u"Evening"_s, {u"Two"_s});
+    start();
+    window().mnuWorkspaceDelete_Click();
+    EXPECT_EQ(m_user.asked, QStringList{u"Are you sure you want to delete 'Evening'?"_s});
+    EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 2);
+
+    m_user.confirmations = {true};
+    window().mnuWorkspaceDelete_Click();
+    EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 1);
+    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 1);
+    EXPECT_EQ(window().windowTitle(), u"Lumivane - Morning"_s);
+    EXPECT_EQ(panelCaptions(), QStringList{u"One"_s});
+}
+
+TEST_F(Lifecycle, DeletingTheLastOneLeavesAnUntitledOneThatIsPromptedFor)
+{
+    storeDashboard(u"Morning"_s, {u"One"_s});
+    start();
+    m_user.confirmations = {true};
+    window().mnuWorkspaceDelete_Click();
+    EXPECT_EQ(listed(), QStringList{u"Untitled"_s});
+    EXPECT_FALSE(window().actions().mnuWorkspaceDelete->isEnabled());
+    EXPECT_TRUE(window().panelWindows().isEmpty());
+    m_user.asked.clear();
+    window().close();
+    EXPECT_EQ(m_user.asked, QStringList{u"Save changes to Untitled?"_s});
+}
+
+// ---- panels that do not load ----
+
+class UnloadablePanel : public Lifecycle
+{
+protected:
+    void SetUp() override
+    {
+        storeDashboard(u"Morning"_s, {u"One"_s, u"Two"_s, u"Three"_s});
+        gDB->Execute(u"UPDATE LvnSavedPanel SET SheetName = 'Daten' WHERE Caption = 'Two'"_s);
+    }
+};
+
+TEST_F(UnloadablePanel, KeepsItsRowWhenTheUserSaysNo)
+{
+    start();
+    EXPECT_EQ(m_user.asked,
+              QStringList{u"Unable to load panel with caption 'Two'\r\nDelete this panel from dashboard?"_s});
+    EXPECT_EQ(panelCaptions(), (QStringList{u"Three"_s, u"One"_s}));
+    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 3);
+    EXPECT_EQ(gWorkspace->NumPanels(), 3);
+}
+
+TEST_F(UnloadablePanel, GoesWithItsRowAndLaterWindowsAreRenumbered)
+{
+    m_user.confirmations = {true};
+    start();
+    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 2);
+    ASSERT_EQ(panelCaptions(), (QStringList{u"Three"_s, u"One"_s}));
+    for (const frmPanel* panel : window().panelWindows())
+        EXPECT_EQ(gWorkspace->Panels(panel->Index)->Caption, panel->windowTitle());
+}
+
+// ---- the end ----
+
+TEST_F(Lifecycle, ClosingAsksAndCancelStays)
+{
+    storeDashboard(u"Morning"_s, {u"One"_s});
+    start();
+    makeDirty();
+    EXPECT_FALSE(window().close());
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_TRUE(window().AnyPanelDirty());
+    m_user.answers = {Answer::No};
+    EXPECT_TRUE(window().close());
+}
+
+TEST_F(Lifecycle, TheWindowComesBackWhereItWas)
+{
+    storeDashboard(u"Morning"_s, {u"One"_s});
+    start();
+    const QRect place(40, 50, 640, 480);
+    window().setGeometry(place);
+    window().close();
+    start();
+    m_window = std::make_unique<frmWorkspace>();
+    EXPECT_EQ(window().geometry(), place);
+}
+
+TEST_F(Lifecycle, APlaceOnNoScreenOrNoPlaceAtAllIsNotTaken)
+{
+    for (const QString& text : {u"90000,50,640,480,0"_s, u"40,50,640,480"_s, u"a,b,c,d,e"_s, u"40,50,3,2,0"_s}) {
+        SetIniString(GetIniFile(), u"Session"_s, u"Window"_s, text);
+        m_window = std::make_unique<frmWorkspace>();
+        EXPECT_GE(window().width(), 640) << text.toStdString();
+        EXPECT_LT(window().x(), 5000) << text.toStdString();
+    }
+}
+
+} // namespace

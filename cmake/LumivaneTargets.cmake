@@ -17,6 +17,23 @@ if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()
 
+# Headers that nearly every file needs are read once for all libraries, and once more for all tests. Files include what
+# they use all the same; builds with LUMIVANE_PCH=OFF prove it.
+option(LUMIVANE_PCH "Precompile common headers" ON)
+if(LUMIVANE_PCH)
+  set(common_headers <QDateTime> <QDir> <QFile> <QString> <QStringList> <QVariant>
+    <algorithm> <functional> <map> <memory> <optional> <vector>)
+  add_library(lumivane-pch STATIC ${CMAKE_SOURCE_DIR}/cmake/precompiled.cpp)
+  target_link_libraries(lumivane-pch PRIVATE Qt6::Core lumivane-options)
+  target_precompile_headers(lumivane-pch PRIVATE ${common_headers})
+  if(LUMIVANE_TESTS)
+    find_package(GTest REQUIRED)
+    add_library(lumivane-test-pch STATIC ${CMAKE_SOURCE_DIR}/cmake/precompiled.cpp)
+    target_link_libraries(lumivane-test-pch PRIVATE Qt6::Core GTest::gtest lumivane-options)
+    target_precompile_headers(lumivane-test-pch PRIVATE ${common_headers} <gtest/gtest.h>)
+  endif()
+endif()
+
 # lumivane_library(<name> SOURCES <files...> USES <targets...>)
 # One folder, one library. USES lists all that the folder may include from.
 function(lumivane_library name)
@@ -30,6 +47,9 @@ function(lumivane_library name)
   add_library(${name} STATIC ${ARG_SOURCES})
   target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
   target_link_libraries(${name} PUBLIC ${ARG_USES} PRIVATE lumivane-options)
+  if(LUMIVANE_PCH)
+    target_precompile_headers(${name} REUSE_FROM lumivane-pch)
+  endif()
 endfunction()
 
 # lumivane_test(<name> SOURCES <files...> USES <targets...>)
@@ -41,6 +61,9 @@ function(lumivane_test name)
   target_compile_definitions(${name} PRIVATE
     LUMIVANE_TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/data" LUMIVANE_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
     LUMIVANE_BIN_DIR="${CMAKE_BINARY_DIR}/bin")
+  if(LUMIVANE_PCH)
+    target_precompile_headers(${name} REUSE_FROM lumivane-test-pch)
+  endif()
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()

@@ -1,0 +1,1 @@
+// Carries the headers that nearly every file includes, see LumivaneTargets.cmake.

@@ -335,8 +335,10 @@ SheetReader::CellStart SheetReader::cellStart()
     if (column > maxColumn)
         throw Fault{u"row %1 has more cells than a sheet has columns"_s.arg(row)};
     // A cell that names another row than the one it stands in belongs where it says.
-    if (row != m_cellRow)
+    if (row != m_cellRow) {
+        dropEmptyRow();
         startRow(row);
+    }
     start.cell.column = static_cast<quint16>(column);
     return start;
 }

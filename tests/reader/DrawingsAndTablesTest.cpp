@@ -1,0 +1,124 @@
+#include "host/embedded/reader/WorkbookReader.h"
+#include "reader/ContentText.h"
+#include "support/QtPrinting.h"
+#include "support/XlsxWriter.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace lumivane::test {
+
+using namespace embedded;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+WorkbookParts bookWithDrawing(const std::string& anchors)
+{
+    WorkbookParts parts(
+        {{"Data", "<sheetData/><drawing r:id='d'/><tableParts count='1'><tablePart r:id='t'/></tableParts>", ""}});
+    parts.set("xl/worksheets/_rels/sheet1.xml.rels",
+              "<Relationships><Relationship Id='d' Type='x/drawing' Target='../drawings/drawing1.xml'/>"
+              "<Relationship Id='t' Type='x/table' Target='/xl/tables/table1.xml'/></Relationships>");
+    parts.set("xl/tables/table1.xml", "<table ref='A1:C9'><autoFilter ref='A1:C8'/></table>");
+    parts.set("xl/drawings/_rels/drawing1.xml.rels",
+              "<Relationships><Relationship Id='c' Type='x/chart' Target='../charts/chart7.xml'/>"
+              "<Relationship Id='p' Type='x/image' Target='../media/image1.png'/>"
+              "<Relationship Id='e' Type='x/image' Target='file:///x.png' TargetMode='External'/></Relationships>");
+    parts.set("xl/drawings/drawing1.xml", "<xdr:wsDr xmlns:xdr='a'>" + anchors + "</xdr:wsDr>");
+    return parts;
+}
+
+std::shared_ptr<const SheetContent> sheetOf(const WorkbookParts& parts)
+{
+    return readWorkbook(writeTemporary(u"Book.xlsx"_s, parts.package()))->sheet(0);
+}
+
+const std::string fromTo = "<xdr:from><xdr:col>1</xdr:col><xdr:colOff>100</xdr:colOff><xdr:row>2</xdr:row>"
+                           "<xdr:rowOff>200</xdr:rowOff></xdr:from><xdr:to><xdr:col>4</xdr:col><xdr:colOff>300"
+                           "</xdr:colOff><xdr:row>9</xdr:row><xdr:rowOff>400</xdr:rowOff></xdr:to>";
+
+} // namespace
+
+TEST(Drawings, ReadNamesKindsAndPlaces)
+{
+    const auto sheet = sheetOf(bookWithDrawing(
+        "<xdr:twoCellAnchor>" + fromTo +
+        "<xdr:graphicFrame><xdr:nvGraphicFramePr><xdr:cNvPr id='2' name='Sales &amp; more'/></xdr:nvGraphicFramePr>"
+        "<a:graphic><a:graphicData><c:chart "
+        "r:id='c'/></a:graphicData></a:graphic></xdr:graphicFrame></xdr:twoCellAnchor>"
+        "<xdr:oneCellAnchor><xdr:from><xdr:col>0</xdr:col><xdr:row>99999999</xdr:row></xdr:from>"
+        "<xdr:ext cx='9525' cy='-1'/><xdr:pic><xdr:nvPicPr><xdr:cNvPr name='Logo' hidden='1'/></xdr:nvPicPr>"
+        "<xdr:blipFill><a:blip r:embed='p'/></xdr:blipFill></xdr:pic></xdr:oneCellAnchor>"
+        "<xdr:absoluteAnchor><xdr:pos x='500' y='600'/><xdr:ext cx='700' cy='800'/><mc:AlternateContent>"
+        "<mc:Choice><xdr:sp><xdr:nvSpPr><xdr:cNvPr name='Box'/></xdr:nvSpPr></xdr:sp></mc:Choice>"
+        "<mc:Fallback><xdr:pic/></mc:Fallback></mc:AlternateContent></xdr:absoluteAnchor>"
+        "<xdr:twoCellAnchor>" +
+        fromTo +
+        "<xdr:clientData/></xdr:twoCellAnchor>"
+        "<xdr:twoCellAnchor>" +
+        fromTo +
+        "<xdr:pic><xdr:nvPicPr><xdr:cNvPr name='Linked'/></xdr:nvPicPr>"
+        "<xdr:blipFill><a:blip r:embed='e'/></xdr:blipFill></xdr:pic></xdr:twoCellAnchor>"));
+    std::ostringstream printed;
+    for (const DrawingContent& one : sheet->drawings) {
+        printed << one.kind.toStdString() << " '" << one.name.toStdString() << "' " << areaText(one.anchor);
+        for (const qint64 number : {one.startX, one.startY, one.endX, one.endY, one.width, one.height})
+            printed << ' ' << number;
+        printed << (one.hidden ? " hidden " : " ") << one.part.toStdString() << '\n';
+    }
+    EXPECT_EQ(printed.str(), "chart 'Sales & more' B3:E10 100 200 300 400 -1 -1 xl/charts/chart7.xml\n"
+                             "picture 'Logo' A1048576:A1048576 0 0 0 0 9525 0 hidden xl/media/image1.png\n"
+                             "shape 'Box' A1:A1 500 600 0 0 700 800 \n"
+                             "picture 'Linked' B3:E10 100 200 300 400 -1 -1 \n");
+    ASSERT_EQ(sheet->filtered.size(), 1u);
+    EXPECT_EQ(areaText(sheet->filtered[0]), "A1:C8");
+    EXPECT_EQ(sheet->problem, u""_s);
+}
+
+TEST(Drawings, AreToldMissingWhereTheyAreBrokenAndTheCellsStay)
+{
+    const WorkbookParts good = bookWithDrawing("");
+    const struct
+    {
+        const char* name;
+        WorkbookParts parts;
+        const char16_t* expected;
+    } cases[] = {
+        {"broken", bookWithDrawing("<xdr:twoCellAnchor>"), u"the XML of entry \"xl/drawings/drawing1.xml\" is broken"},
+        {"missing", WorkbookParts(good).remove("xl/drawings/drawing1.xml"), u"the part with the drawings is missing"},
+        {"not referred to", WorkbookParts(good).remove("xl/worksheets/_rels/sheet1.xml.rels"),
+         u"the part with the drawings is missing"},
+    };
+    for (const auto& one : cases) {
+        const QString problem = sheetOf(one.parts)->problem;
+        EXPECT_TRUE(problem.startsWith(u"Charts and pictures are missing: "_s)) << one.name;
+        EXPECT_TRUE(problem.contains(QStringView(one.expected))) << one.name << ": " << problem.toStdString();
+    }
+}
+
+TEST(Drawings, DoNotFollowChoicesForEver)
+{
+    std::string anchors = "<xdr:oneCellAnchor>";
+    for (int i = 0; i < 100000; ++i)
+        anchors += "<mc:AlternateContent><mc:Choice>";
+    for (int i = 0; i < 100000; ++i)
+        anchors += "</mc:Choice></mc:AlternateContent>";
+    EXPECT_TRUE(sheetOf(bookWithDrawing(anchors + "</xdr:oneCellAnchor>"))->drawings.empty());
+}
+
+TEST(ChartSheet, HasDrawingsAndNoCells)
+{
+    WorkbookParts parts = bookWithDrawing("<xdr:absoluteAnchor><xdr:sp/></xdr:absoluteAnchor>");
+    parts.set("xl/_rels/workbook.xml.rels", "<Relationships><Relationship Id='rId1' Type='x/chartsheet' "
+                                            "Target='worksheets/sheet1.xml'/></Relationships>");
+    parts.set("xl/worksheets/sheet1.xml", "<chartsheet xmlns:r='x'><sheetViews><sheetView zoomScale='70'/></sheetViews>"
+                                          "<drawing r:id='d'/></chartsheet>");
+    const auto book = readWorkbook(writeTemporary(u"Book.xlsx"_s, parts.package()));
+    EXPECT_TRUE(book->sheets[0].isChartSheet);
+    EXPECT_EQ(book->sheet(0)->drawings.size(), 1u);
+    EXPECT_EQ(book->sheet(0)->view.zoom, 70);
+    EXPECT_TRUE(book->sheet(0)->cells.empty());
+}
+
+} // namespace lumivane::test

@@ -1,0 +1,95 @@
+#include "platform/ApplicationInfo.h"
+#include "platform/Checked.h"
+#include "repository/Database.h"
+#include "repository/modUtilsSQL.h"
+#include "session/Startup.h"
+#include "session/modMain.h"
+#include "session/modUtilsINI.h"
+#include "session/modUtilsLog.h"
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString& optionsSection()
+{
+    static const QString name = u"Options"_s;
+    return name;
+}
+
+/// The settings file has a colour as one number with red in its lowest byte, as older files do.
+QRgb colorOfSetting(qint32 number)
+{
+    const quint32 bits = quint32(number);
+    return qRgb(int(bits & 0xFF), int(bits >> 8 & 0xFF), int(bits >> 16 & 0xFF)) & 0xFFFFFF;
+}
+
+qint32 settingOfColor(QRgb color)
+{
+    return qRed(color) | qGreen(color) << 8 | qBlue(color) << 16;
+}
+
+bool changeSystemSettings(const QString& sql, const QString& procedure)
+{
+    return SQL_Execute(gDB, sql, true, u"Main"_s, procedure);
+}
+
+} // namespace
+
+bool GetOptionsSettings()
+{
+    const QString file = GetIniFile();
+    if (ReadOptions(file, true) || ReadOptions(file, false))
+        return true;
+    LogEvent(u"Main"_s, u"GetOptionsSettings"_s,
+             u"INI File ["_s + file + u"] contains invalid settings.  Unable to continue loading "_s +
+                 applicationTitle() + u" until this has been corrected."_s,
+             true);
+    return false;
+}
+
+bool ReadOptions(const QString& File, bool)
+{
+    gDashboardColor = colorOfSetting(GetIniInt(File, optionsSection(), u"Dashboard Color"_s, 0xFFFFFF));
+    gPanelTimeStamp = GetIniInt(File, optionsSection(), u"Panel Time Stamp"_s, -1) != 0;
+    gRefreshFrequency = toInt16(GetIniInt(File, optionsSection(), u"Refresh Frequency"_s, 10));
+    gCaptionAlignment = GetIniString(File, optionsSection(), u"Caption Alignment"_s, u"Center"_s);
+    return true;
+}
+
+void SaveOptions()
+{
+    const auto save = [file = GetIniFile()](const QString& key, const QString& value) {
+        SetIniString(file, optionsSection(), key, value);
+    };
+    save(u"Dashboard Color"_s, QString::number(settingOfColor(gDashboardColor)));
+    save(u"Panel Time Stamp"_s, gPanelTimeStamp ? u"-1"_s : u"0"_s);
+    save(u"Refresh Frequency"_s, QString::number(gRefreshFrequency));
+    save(u"Caption Alignment"_s, gCaptionAlignment);
+}
+
+QString GetSystemSettings(const QString& Key)
+{
+    std::shared_ptr<Recordset> rs;
+    const QString sql = u"SELECT PropertyValue FROM LvnSystem WHERE PropertyKey = '"_s + Key + u"'"_s;
+    if (!SQL_OpenRecordset(gDB, rs, sql, true, u"Main"_s, u"GetSystemSettings"_s) || rs->EOF_())
+        return {};
+    return rs->text(u"PropertyValue");
+}
+
+bool SaveSystemSettings(const QString& Key, const QString& Value)
+{
+    return changeSystemSettings(u"INSERT INTO LvnSystem (PropertyKey, PropertyValue) VALUES ('"_s + Key + u"','"_s +
+                                    Value + u"')"_s,
+                                u"SaveSystemSettings"_s);
+}
+
+bool DeleteSystemSettings(const QString& Key)
+{
+    return changeSystemSettings(u"DELETE * FROM LvnSystem WHERE PropertyKey = '"_s + Key + u"'"_s,
+                                u"DeleteSystemSettings"_s);
+}
+
+} // namespace lumivane

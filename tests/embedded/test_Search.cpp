@@ -117,7 +117,10 @@ const ReachRow reachRows[] = {
     {"number_in_percents", u"0%"_s, u"50%"_s, FormatReach::Perhaps},
     {"number_in_thousands", u"#,##0,"_s, u"12"_s, FormatReach::Perhaps},
     {"number_in_literal_digits", u"\"1\"0"_s, u"12"_s, FormatReach::Perhaps},
-    {"word_in_month_names", u"d-mmm-yy"_s, u"Total"_s, FormatReach::Perhaps},
+    {"number_in_date", u"m/d/yyyy"_s, u"2026"_s, FormatReach::Never},
+    {"date_in_date", u"m/d/yyyy"_s, u"11/24/2026"_s, FormatReach::Perhaps},
+    {"number_in_elapsed_hours", u"[h]"_s, u"2026"_s, FormatReach::Perhaps},
+    {"word_in_weekdays", u"dddd"_s, u"Total"_s, FormatReach::Perhaps},
     {"letters_of_the_literal", u"0\" km\""_s, u"12 KM"_s, FormatReach::NearNumber},
     {"general", u"General"_s, u"12"_s, FormatReach::Never},
 };

@@ -1,0 +1,135 @@
+#include "bench/LargeWorkbook.h"
+#include "host/embedded/reader/Package.h"
+#include "host/embedded/reader/WorkbookReader.h"
+#include "support/XlsxWriter.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QProcess>
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <ctime>
+#include <isa-l/igzip_lib.h>
+#include <map>
+
+// How near reading a workbook comes to its floor: reading the sheet's bytes once, inflating them through one small
+// reused buffer and walking over them once. Run it alone on a quiet machine; only ratios of one run mean anything.
+
+namespace {
+
+using namespace lumivane;
+using namespace lumivane::embedded;
+
+const QString& workbookFile(int rows, int columns)
+{
+    static std::map<std::pair<int, int>, QString> files;
+    QString& file = files[{rows, columns}];
+    if (file.isEmpty())
+        file = test::writeTemporary(QStringLiteral("Large.xlsx"), bench::largeWorkbook(rows, columns));
+    return file;
+}
+
+size_t walkFloor(const QString& path, quint64 offset, quint64 packedSize)
+{
+    static std::vector<char> packed(64 << 10), plain(256 << 10);
+    static inflate_state inflater;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) || !file.seek(qint64(offset)))
+        return 0;
+    isal_inflate_init(&inflater);
+    inflater.crc_flag = ISAL_DEFLATE;
+    size_t tags = 0;
+    while (inflater.block_state != ISAL_BLOCK_FINISH) {
+        if (inflater.avail_in == 0) {
+            const qint64 count = file.read(packed.data(), qint64(std::min<quint64>(packed.size(), packedSize)));
+            packedSize -= quint64(count);
+            inflater.next_in = reinterpret_cast<uint8_t*>(packed.data());
+            inflater.avail_in = uint32_t(count);
+        }
+        inflater.next_out = reinterpret_cast<uint8_t*>(plain.data());
+        inflater.avail_out = uint32_t(plain.size());
+        isal_inflate(&inflater);
+        tags += size_t(std::count(plain.data(), plain.data() + plain.size() - inflater.avail_out, '<'));
+    }
+    return tags;
+}
+
+/// Where the sheet's packed bytes lie.
+std::pair<quint64, quint64> sheetBytes(const QString& path)
+{
+    const Package package(path);
+    const Package::Entry* entry = package.find("xl/worksheets/sheet1.xml");
+    return {entry->offset + 30 + entry->name.size(), entry->packedSize};
+}
+
+/// Of the processor, not of the clock on the wall, which others share.
+double seconds(const auto& work)
+{
+    const std::clock_t start = std::clock();
+    work();
+    return double(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+void Floor(benchmark::State& state)
+{
+    const QString& path = workbookFile(int(state.range(0)), int(state.range(1)));
+    const auto [offset, size] = sheetBytes(path);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(walkFloor(path, offset, size));
+}
+
+/// Floor and reading take turns, so that what else the machine does strikes both; the least of each counts.
+void Reading(benchmark::State& state)
+{
+    const QString& path = workbookFile(int(state.range(0)), int(state.range(1)));
+    const auto [offset, size] = sheetBytes(path);
+    double floor = 1e9, reading = 1e9;
+    for (auto _ : state) {
+        state.PauseTiming();
+        const double below = seconds([&] { benchmark::DoNotOptimize(walkFloor(path, offset, size)); });
+        state.ResumeTiming();
+        const double whole = seconds([&] { benchmark::DoNotOptimize(readWorkbook(path)->sheet(0)); });
+        floor = std::min(floor, below);
+        reading = std::min(reading, whole);
+    }
+    state.counters["floor_ms"] = floor * 1000;
+    state.counters["reading_ms"] = reading * 1000;
+    state.counters["ratio"] = reading / floor;
+}
+
+BENCHMARK(Floor)->Args({200, 12})->Args({5000, 20})->Args({100000, 20})->Unit(benchmark::kMillisecond);
+BENCHMARK(Reading)->Args({200, 12})->Args({5000, 20})->Args({100000, 20})->Unit(benchmark::kMillisecond);
+
+/// The most memory that this process ever held, in kB.
+QByteArray peakMemory()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return "unknown";
+    for (const QByteArray& line : status.readAll().split('\n')) {
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed();
+    }
+    return "unknown";
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    if (argc == 3 && QByteArray(argv[1]) == "--peak") {
+        const QByteArray before = peakMemory();
+        const auto book = readWorkbook(QString::fromLocal8Bit(argv[2]));
+        const auto sheet = book->sheet(0);
+        std::printf("peak memory: %s before, %s with %zu cells (%lld bytes of content)\n", before.constData(),
+                    peakMemory().constData(), sheet->cells.size(), static_cast<long long>(book->bytes()));
+        return 0;
+    }
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    // In a process of its own, since this one has held whole workbooks in memory.
+    std::fflush(stdout);
+    return QProcess::execute(QCoreApplication::applicationFilePath(),
+                             {QStringLiteral("--peak"), workbookFile(100000, 20)});
+}

@@ -220,10 +220,4 @@ Row SqliteStatement::row() const
     return values;
 }
 
-QByteArray quotedIdentifier(const QString& name)
-{
-    QString doubled = name;
-    return (u'"' + doubled.replace(u'"', u"\"\""_s) + u'"').toUtf8();
-}
-
 } // namespace lumivane

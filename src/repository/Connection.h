@@ -75,7 +75,6 @@ private:
     bool m_before;
 };
 
-QByteArray quotedIdentifier(const QString& name);
 /// Gives the connection the functions of the dialect and its LIKE.
 void registerFunctions(sqlite3* handle);
 

@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/RuntimeError.h"
+#include "platform/Wildcards.h"
 #include "repository/Tokens.h"
 
 #include <QDateTime>
@@ -14,46 +15,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The store's form of a date of the dialect; empty if it is none. A time alone is one of the day from which dates are
-/// counted.
-QString storedDate(const QString& text)
-{
-    static const QRegularExpression form(
-        uR"(^\s*(?:(?:(\d{4})-(\d{1,2})-(\d{1,2}))|(?:(\d{1,2})/(\d{1,2})/(\d{4})))?)"
-        uR"((?:(?:^|\s+|T)(\d{1,2}):(\d{2})(?::(\d{2}))?(?:\s*([AaPp])[Mm])?)?\s*$)"_s);
-    const QRegularExpressionMatch match = form.match(text);
-    const auto part = [&](int group) { return match.captured(group).toInt(); };
-    const bool hasDate = match.hasCaptured(1) || match.hasCaptured(4);
-    const bool hasTime = match.hasCaptured(7);
-    if (!match.hasMatch() || !(hasDate || hasTime))
-        return {};
-    QDate date(1899, 12, 30);
-    if (match.hasCaptured(1))
-        date = QDate(part(1), part(2), part(3));
-    else if (match.hasCaptured(4))
-        date = QDate(part(6), part(4), part(5));
-    int hour = part(7);
-    if (match.hasCaptured(10)) {
-        if (hour < 1 || hour > 12)
-            return {};
-        hour = hour % 12 + (match.captured(10).compare(u"p"_s, Qt::CaseInsensitive) == 0 ? 12 : 0);
-    }
-    const QTime time = hasTime ? QTime(hour, part(8), part(9)) : QTime(0, 0);
-    if (!date.isValid() || !time.isValid() || date.year() < 100)
-        return {};
-    return date.toString(Qt::ISODate) + u' ' + time.toString(u"HH:mm:ss"_s);
-}
-
 QByteArray quotedText(const QString& text)
 {
     QString doubled = text;
     return (u'\'' + doubled.replace(u'\'', u"''"_s) + u'\'').toUtf8();
-}
-
-QByteArray quotedName(const QString& name)
-{
-    QString doubled = name;
-    return (u'"' + doubled.replace(u'"', u"\"\""_s) + u'"').toUtf8();
 }
 
 /// Walks the tokens of one statement once and writes them for SQLite.
@@ -183,7 +148,7 @@ private:
     {
         switch (token.kind) {
         case Token::Kind::Name:
-            return quotedName(token.text);
+            return quotedIdentifier(token.text);
         case Token::Kind::Text:
             return quotedText(token.text);
         case Token::Kind::Date: {
@@ -195,7 +160,7 @@ private:
         case Token::Kind::Word:
             // These two are functions here and joins to SQLite.
             if ((token.is(u"Left") || token.is(u"Right")) && isSymbolAt(m_at + 1, u"("))
-                return quotedName(token.text);
+                return quotedIdentifier(token.text);
             if (token.is(u"True"))
                 return "(-1)";
             if (token.is(u"False"))
@@ -288,6 +253,40 @@ qsizetype Translation::placeInStatement(qsizetype byte) const
     return byte < 0 || behind == origins.begin() ? 0 : std::prev(behind)->character + 1;
 }
 
+QString storedDate(const QString& text)
+{
+    static const QRegularExpression form(
+        uR"(^\s*(?:(?:(\d{4})-(\d{1,2})-(\d{1,2}))|(?:(\d{1,2})/(\d{1,2})/(\d{4})))?)"
+        uR"((?:(?:^|\s+|T)(\d{1,2}):(\d{2})(?::(\d{2}))?(?:\s*([AaPp])[Mm])?)?\s*$)"_s);
+    const QRegularExpressionMatch match = form.match(text);
+    const auto part = [&](int group) { return match.captured(group).toInt(); };
+    const bool hasDate = match.hasCaptured(1) || match.hasCaptured(4);
+    const bool hasTime = match.hasCaptured(7);
+    if (!match.hasMatch() || !(hasDate || hasTime))
+        return {};
+    QDate date(1899, 12, 30);
+    if (match.hasCaptured(1))
+        date = QDate(part(1), part(2), part(3));
+    else if (match.hasCaptured(4))
+        date = QDate(part(6), part(4), part(5));
+    int hour = part(7);
+    if (match.hasCaptured(10)) {
+        if (hour < 1 || hour > 12)
+            return {};
+        hour = hour % 12 + (match.captured(10).compare(u"p"_s, Qt::CaseInsensitive) == 0 ? 12 : 0);
+    }
+    const QTime time = hasTime ? QTime(hour, part(8), part(9)) : QTime(0, 0);
+    if (!date.isValid() || !time.isValid() || date.year() < 100)
+        return {};
+    return date.toString(Qt::ISODate) + u' ' + time.toString(u"HH:mm:ss"_s);
+}
+
+QByteArray quotedIdentifier(const QString& name)
+{
+    QString doubled = name;
+    return (u'"' + doubled.replace(u'"', u"\"\""_s) + u'"').toUtf8();
+}
+
 Translation translateStatement(const QString& statement)
 {
     return Rewriter(statement).translate();
@@ -295,26 +294,7 @@ Translation translateStatement(const QString& statement)
 
 bool matchesLikePattern(QStringView text, QStringView pattern)
 {
-    // Only the last `*` is taken back, so that a hostile pattern costs no more than pattern times text.
-    qsizetype t = 0, p = 0, star = -1, resume = 0;
-    while (t < text.size()) {
-        if (p < pattern.size() && pattern[p] == u'*') {
-            star = ++p;
-            resume = t;
-            continue;
-        }
-        if (p < pattern.size() && matchesOne(pattern, p, text[t])) {
-            ++t;
-            continue;
-        }
-        if (star < 0)
-            return false;
-        p = star;
-        t = ++resume;
-    }
-    while (p < pattern.size() && pattern[p] == u'*')
-        ++p;
-    return p == pattern.size();
+    return fitsPattern(text, pattern, matchesOne);
 }
 
 void refuseStatement(const QString& statement, qsizetype character, const QString& reason)

@@ -34,6 +34,12 @@ struct Translation
 /// what it does not understand, an empty list behind `IN` and a second statement among it.
 Translation translateStatement(const QString& statement);
 
+/// The store's form of a date of the dialect; empty if it is none. A date without time is its midnight, a time without
+/// date one of the day from which dates are counted.
+QString storedDate(const QString& text);
+/// A name as SQLite takes it, whatever it holds.
+QByteArray quotedIdentifier(const QString& name);
+
 /// `LIKE` of the dialect: `*` any characters, `?` one, `#` a digit, `[a-z]` and `[!a-z]` one of a set; without regard
 /// to case. Throws RuntimeError for a bracket that is not closed.
 bool matchesLikePattern(QStringView text, QStringView pattern);

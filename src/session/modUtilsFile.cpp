@@ -3,6 +3,7 @@
 #include "platform/ApplicationInfo.h"
 #include "platform/Clock.h"
 #include "platform/RuntimeError.h"
+#include "platform/Wildcards.h"
 #include "session/modUtilsLog.h"
 
 #include <QDir>
@@ -36,28 +37,13 @@ bool isHidden(const QString& name)
     return name.startsWith(u'.') || name.startsWith(u"~$"_s);
 }
 
-/// `*` and `?` without regard to case. Takes back the last `*` only, so that a hostile mask costs no more than mask
-/// times name.
+/// `*` and `?` without regard to case.
 bool matchesMask(QStringView name, QStringView mask)
 {
-    qsizetype n = 0, m = 0, star = -1, resume = 0;
-    while (n < name.size()) {
-        if (m < mask.size() && mask[m] == u'*') {
-            star = m++;
-            resume = n;
-        } else if (m < mask.size() && (mask[m] == u'?' || mask[m].toCaseFolded() == name[n].toCaseFolded())) {
-            ++m;
-            ++n;
-        } else if (star >= 0) {
-            m = star + 1;
-            n = ++resume;
-        } else {
-            return false;
-        }
-    }
-    while (m < mask.size() && mask[m] == u'*')
-        ++m;
-    return m == mask.size();
+    return fitsPattern(name, mask, [](QStringView pattern, qsizetype& at, QChar c) {
+        const QChar p = pattern[at++];
+        return p == u'?' || p.toCaseFolded() == c.toCaseFolded();
+    });
 }
 
 QString filePart(const QString& path)

@@ -57,7 +57,7 @@ void writeToDatabase(const QString& module, const QString& procedure, const QStr
     underWay = false;
 }
 
-void show(const QString& text)
+void showLogMessage(const QString& text)
 {
     if (!gSuppressMessages)
         prompts().message(text, Prompts::Icon::Exclamation);
@@ -111,7 +111,7 @@ void LogEvent(const QString& Module, const QString& Procedure, const QString& Te
     WriteEventLine(Module, Procedure, Text);
     writeToDatabase(Module, Procedure, u"Event"_s, 0, Text);
     if (ShowMessage)
-        show(Text);
+        showLogMessage(Text);
 }
 
 void LogError(const QString& Module, const QString& Procedure, int Number, const QString& Description, bool ShowMessage)
@@ -120,8 +120,8 @@ void LogError(const QString& Module, const QString& Procedure, int Number, const
     WriteErrorLine(source, Number, Description);
     writeToDatabase(Module, Procedure, u"Error"_s, Number, Description);
     if (ShowMessage)
-        show(u"Error Source:  "_s + source + u"\r\nNumber:  "_s + QString::number(Number) + u"\r\nDescription:  "_s +
-             Description);
+        showLogMessage(u"Error Source:  "_s + source + u"\r\nNumber:  "_s + QString::number(Number) +
+                       u"\r\nDescription:  "_s + Description);
 }
 
 } // namespace lumivane

@@ -49,6 +49,9 @@ TEST_F(RecordsetRows, ValuesAreCheckedWhereTheyAreRead)
     EXPECT_EQ(number([&] { rs->date(u"Caption"); }), 13);
     EXPECT_EQ(number([&] { rs->text(u"none"); }), 3265);
     EXPECT_FALSE(rs->date(u"Comments").isValid());
+    db->Execute(u"UPDATE LvnSavedPanel SET LastViewed = '1/2/2026'"_s);
+    EXPECT_EQ(db->OpenRecordset(u"SELECT * FROM LvnSavedPanel"_s)->date(u"LastViewed"),
+              QDateTime(QDate(2026, 1, 2), QTime(0, 0)));
     rs->Close();
     EXPECT_TRUE(rs->EOF_());
     EXPECT_EQ(number([&] { rs->text(u"ID"); }), 3420);

@@ -18,11 +18,14 @@ constexpr double scriptSize = 0.58; // of super- and subscripts, as a share of t
 /// Letters from here on may join, combine or come in pairs.
 constexpr char16_t firstJoining = 0x300;
 
+/// Free families for those that only other systems have: first those of equal widths, then those whose digits are
+/// nearest, as digits decide the widths of columns.
 QString substitute(const QString& family)
 {
-    static const QHash<QString, QString> sameWidths = {
+    static const QHash<QString, QString> substitutes = {
         {u"calibri"_s, u"Carlito"_s},
         {u"cambria"_s, u"Caladea"_s},
+        {u"cambria math"_s, u"Caladea"_s},
         {u"arial"_s, u"Liberation Sans"_s},
         {u"helvetica"_s, u"Liberation Sans"_s},
         {u"arial narrow"_s, u"Liberation Sans Narrow"_s},
@@ -30,8 +33,27 @@ QString substitute(const QString& family)
         {u"times"_s, u"Liberation Serif"_s},
         {u"courier new"_s, u"Liberation Mono"_s},
         {u"courier"_s, u"Liberation Mono"_s},
+        {u"aptos"_s, u"Liberation Sans"_s},
+        {u"aptos narrow"_s, u"Liberation Sans Narrow"_s},
+        {u"calibri light"_s, u"Carlito"_s},
+        {u"candara"_s, u"Carlito"_s},
+        {u"consolas"_s, u"Liberation Mono"_s},
+        {u"constantia"_s, u"Caladea"_s},
+        {u"garamond"_s, u"Liberation Serif"_s},
+        {u"georgia"_s, u"DejaVu Serif"_s},
+        {u"lucida console"_s, u"DejaVu Sans Mono"_s},
+        {u"microsoft sans serif"_s, u"Liberation Sans"_s},
+        {u"ms sans serif"_s, u"Liberation Sans"_s},
+        {u"segoe ui"_s, u"Liberation Sans"_s},
+        {u"tahoma"_s, u"Liberation Sans"_s},
+        {u"trebuchet ms"_s, u"Liberation Sans"_s},
     };
-    return sameWidths.value(family.toLower());
+    QString name = family.toLower();
+    // Old workbooks name a font's letters for one region as a family of its own.
+    for (const QLatin1StringView region : {" cyr"_L1, " ce"_L1, " greek"_L1, " tur"_L1, " baltic"_L1})
+        if (name.endsWith(region))
+            name.chop(region.size());
+    return substitutes.value(name);
 }
 
 QString findInstalled(const QString& family)
@@ -78,7 +100,7 @@ const Fonts::Face& Fonts::face(const FontStyle& style, double shrink) const
     font.setPointSizeF(hundredths / 100.0 / pixelsPerPoint);
     font.setBold(style.bold);
     font.setItalic(style.italic);
-    font.setHintingPreference(QFont::PreferNoHinting);
+    font.setHintingPreference(QFont::PreferFullHinting);
     font.setKerning(false);
     return m_faces.emplace(key, Face(font)).first->second;
 }
@@ -113,7 +135,7 @@ double widestDigit(const FontStyle& style, double pixelSize)
     QFont font(installedFamily(style.family));
     font.setBold(style.bold);
     font.setItalic(style.italic);
-    font.setHintingPreference(QFont::PreferNoHinting);
+    font.setHintingPreference(QFont::PreferFullHinting);
     // Measured large and scaled down, as whole pixels would round the advance.
     constexpr int large = 1000;
     font.setPixelSize(large);

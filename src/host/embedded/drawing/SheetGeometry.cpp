@@ -10,6 +10,7 @@ namespace {
 
 constexpr double pointsPerPixel = 72.0 / 96.0;
 constexpr double twipsPerPixel = 15;
+constexpr double calcRowPoints = 12.8;
 constexpr int cellPadding = 2; // pixels left and right of a text
 
 double fontLine(const Fonts& fonts, const FontStyle& style)
@@ -38,6 +39,8 @@ SheetGeometry::SheetGeometry(std::shared_ptr<const WorkbookContent> workbook, st
     const int base = std::clamp(m_sheet->baseColumnWidth, 0, 255);
     if (m_sheet->defaultColumnWidth >= 0)
         m_defaultColumnPixels = filePixels(m_sheet->defaultColumnWidth);
+    else if (m_metrics == Metrics::Calc && m_sheet->defaultRowHeight < 0)
+        m_defaultColumnPixels = 8.5 * m_digitTwips / twipsPerPixel; // the file says nothing of sizes at all
     else if (m_metrics == Metrics::Calc)
         m_defaultColumnPixels = (base * m_digitTwips) / twipsPerPixel + 5;
     else
@@ -79,6 +82,8 @@ double SheetGeometry::defaultRowPoints() const
 {
     if (m_sheet->defaultRowHeight > 0)
         return m_sheet->defaultRowHeight;
+    if (m_metrics == Metrics::Calc)
+        return calcRowPoints;
     return (m_defaultLine + 2) * pointsPerPixel;
 }
 
@@ -89,8 +94,10 @@ double SheetGeometry::rowPoints(int row, const RowContent* stored) const
         points = static_cast<double>(stored->height);
     else if (stored && m_metrics == Metrics::File && !m_sheet->customDefaultHeight)
         points = autoHeight(*stored);
-    // Calc cuts heights to whole pixels.
-    return m_metrics == Metrics::Calc ? std::floor(points / pointsPerPixel + 1e-4) * pointsPerPixel : points;
+    // Calc cuts heights to whole pixels, but not its own.
+    return m_metrics == Metrics::Calc && points != calcRowPoints
+               ? std::floor(points / pointsPerPixel + 1e-4) * pointsPerPixel
+               : points;
 }
 
 /// The height that the largest font and the wrapped texts of a row ask for, at least the default one.
@@ -150,9 +157,16 @@ double SheetGeometry::rowHeightPoints(int row) const
     return rowHidden(row) ? 0 : shownRowHeightPoints(row);
 }
 
+double SheetGeometry::pixelsOfRow(double points) const
+{
+    return m_metrics == Metrics::Calc ? points / pointsPerPixel : std::round(points / pointsPerPixel);
+}
+
 double SheetGeometry::exactRowPixels(int row) const
 {
-    return rowHidden(row) ? 0 : std::round(shownRowHeightPoints(row) / pointsPerPixel);
+    if (rowHidden(row))
+        return 0;
+    return pixelsOfRow(shownRowHeightPoints(row));
 }
 
 double SheetGeometry::shownExactColumnPixels(int column) const
@@ -199,12 +213,18 @@ int SheetGeometry::columnPixels(int column, double scale) const
     return static_cast<int>(std::lround(exactColumnPixels(column) * scale));
 }
 
+/// Calc's conversion falls a trace short of whole pixels, and cuts.
+double SheetGeometry::drawnPixels(double pixels) const
+{
+    return m_metrics == Metrics::Calc && pixels > 0 ? std::max(std::ceil(pixels - 0.01) - 1, 1.0) : pixels;
+}
+
 std::vector<int> SheetGeometry::rowEdges(int first, int last, double scale) const
 {
     std::vector<int> edges{0};
     double sum = 0;
     for (int row = first; row <= last; ++row) {
-        sum += exactRowPixels(row);
+        sum += drawnPixels(exactRowPixels(row));
         edges.push_back(static_cast<int>(std::lround(sum * scale)));
     }
     return edges;
@@ -215,7 +235,7 @@ std::vector<int> SheetGeometry::columnEdges(int first, int last, double scale) c
     std::vector<int> edges{0};
     double sum = 0;
     for (int column = first; column <= last; ++column) {
-        sum += exactColumnPixels(column);
+        sum += drawnPixels(exactColumnPixels(column));
         edges.push_back(static_cast<int>(std::lround(sum * scale)));
     }
     return edges;
@@ -223,7 +243,7 @@ std::vector<int> SheetGeometry::columnEdges(int first, int last, double scale) c
 
 qint64 SheetGeometry::rowsPixels(int first, int last) const
 {
-    const double usual = m_sheet->defaultRowsHidden ? 0 : std::round(rowPoints(0, nullptr) / pointsPerPixel);
+    const double usual = m_sheet->defaultRowsHidden ? 0 : pixelsOfRow(rowPoints(0, nullptr));
     double sum = usual * std::max(last - first + 1, 0);
     auto stored = std::lower_bound(m_sheet->rows.begin(), m_sheet->rows.end(), first,
                                    [](const RowContent& row, int wanted) { return row.row < wanted; });

@@ -32,7 +32,9 @@ public:
     double shownColumnWidthCharacters(int column) const;
 
     /// Where the rows `first` to `last` begin, in pixels from the first one's top, and at the end where the last one
-    /// ends. The pixels of scale 1 are multiplied, so that at scale 2 all is exactly twice as large.
+    /// ends. The pixels of scale 1 are multiplied, so that at scale 2 all is exactly twice as large. (With
+    /// Metrics::Calc the end lies before the sum of sizes: Calc cuts each row and column, but not the whole, to
+    /// pixels.)
     std::vector<int> rowEdges(int first, int last, double scale = 1) const;
     std::vector<int> columnEdges(int first, int last, double scale = 1) const;
     /// Their sum at scale 1, without walking over rows that the file does not store.
@@ -47,7 +49,9 @@ private:
     double rowPoints(int row, const RowContent* stored) const;
     double autoHeight(const RowContent& stored) const;
     double cellHeight(const Cell& cell, int row, double line) const;
+    double pixelsOfRow(double points) const;
     double exactRowPixels(int row) const;
+    double drawnPixels(double pixels) const;
     double exactColumnPixels(int column) const;
     double shownExactColumnPixels(int column) const;
     double filePixels(double storedWidth) const;

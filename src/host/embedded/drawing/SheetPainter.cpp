@@ -41,10 +41,10 @@ void SheetPainter::paint(QPainter& painter, const CellArea& area, double scale) 
         return;
     const VisibleGrid grid(m_geometry, area, scale, m_sheet->view.rightToLeft);
     painter.save();
-    painter.setClipRect(QRect(QPoint(0, 0), grid.size()), Qt::IntersectClip);
+    painter.setClipRect(QRect(QPoint(0, 0), whole), Qt::IntersectClip);
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
-    painter.fillRect(QRect(QPoint(0, 0), grid.size()), Qt::white);
+    painter.fillRect(QRect(QPoint(0, 0), whole), Qt::white);
 
     SheetTexts texts(*m_cells, m_geometry, grid, fonts(scale), m_metrics);
     texts.place();

@@ -87,7 +87,7 @@ double CellText::width() const
 double CellText::lineHeight(int line) const
 {
     const Line& entry = m_lines[static_cast<size_t>(line)];
-    return std::round(entry.ascent + entry.descent);
+    return std::round(entry.ascent + entry.descent) + 2 * m_leading;
 }
 
 double CellText::height() const
@@ -107,7 +107,7 @@ int CellText::blanks(int line) const
 void CellText::draw(QPainter& painter, int line, const QPointF& leftTop, const Stroke& stroke) const
 {
     const Line& entry = m_lines[static_cast<size_t>(line)];
-    QPointF base(leftTop.x(), std::round(leftTop.y() + entry.ascent));
+    QPointF base(leftTop.x(), std::round(leftTop.y() + m_leading + entry.ascent));
     Stroke relative = stroke;
     for (const Piece& piece : pieces(entry.place.start, entry.place.length)) {
         const QStringView part = QStringView(m_text).mid(piece.start, piece.length);

@@ -20,6 +20,9 @@ public:
     /// The spans follow each other and cover the text. `shrink` reduces every size.
     CellText(const Fonts& fonts, QString text, std::vector<Span> spans, double shrink = 1);
 
+    /// Pixels above and below each line.
+    void setLeading(double pixels) { m_leading = pixels; }
+
     const QString& text() const { return m_text; }
     const std::vector<Span>& spans() const { return m_spans; }
 
@@ -67,6 +70,7 @@ private:
     QString m_text;
     std::vector<Span> m_spans;
     double m_shrink;
+    double m_leading = 0;
     std::vector<Line> m_lines;
 };
 

@@ -4,6 +4,7 @@
 #include <QHash>
 #include <QImage>
 #include <QRawFont>
+#include <QtEndian>
 #include <algorithm>
 #include <cmath>
 
@@ -56,6 +57,21 @@ QString substitute(const QString& family)
     return substitutes.value(name);
 }
 
+/// Ascent and descent that the font states for its lines, without the gap that other measures include.
+std::pair<double, double> lineExtent(const QFont& font)
+{
+    const QRawFont raw = QRawFont::fromFont(font);
+    const QByteArray table = raw.fontTable("hhea");
+    if (table.size() >= 8 && raw.unitsPerEm() > 0) {
+        const double unit = raw.pixelSize() / raw.unitsPerEm();
+        const double ascent = qFromBigEndian<qint16>(table.constData() + 4) * unit;
+        const double descent = -qFromBigEndian<qint16>(table.constData() + 6) * unit;
+        if (ascent > 0)
+            return {ascent, descent};
+    }
+    return {raw.ascent(), raw.descent()};
+}
+
 QString findInstalled(const QString& family)
 {
     for (const QString& candidate : {family, substitute(family), u"DejaVu Sans"_s, u"Liberation Sans"_s})
@@ -96,18 +112,35 @@ const Fonts::Face& Fonts::face(const FontStyle& style, double shrink) const
     if (place != m_faces.end())
         return place->second;
 
-    QFont font(installedFamily(style.family));
-    font.setPointSizeF(hundredths / 100.0 / pixelsPerPoint);
-    font.setBold(style.bold);
-    font.setItalic(style.italic);
-    font.setHintingPreference(QFont::PreferFullHinting);
-    font.setKerning(false);
-    return m_faces.emplace(key, Face(font)).first->second;
+    return m_faces.emplace(key, makeFace(style, hundredths / 100.0)).first->second;
 }
 
-Fonts::Face::Face(const QFont& font)
-    : m_font(font, device()), m_metrics(m_font, device()), m_ascent(m_metrics.ascent()), m_descent(m_metrics.descent()),
-      m_letters(firstJoining, -1.0f)
+Fonts::Face Fonts::makeFace(const FontStyle& style, double pixels) const
+{
+    QFont font(installedFamily(style.family));
+    font.setPointSizeF(pixels / pixelsPerPoint);
+    font.setBold(style.bold);
+    font.setItalic(style.italic);
+    font.setKerning(false);
+    if (m_metrics == Metrics::Calc) {
+        font.setHintingPreference(QFont::PreferFullHinting);
+        const QFont sized(font, device());
+        const auto [ascent, descent] = lineExtent(sized);
+        return {sized, ascent, descent};
+    }
+    // On screen a digit is a whole number of pixels wide, mostly less than its outline asks for; so texts are drawn a
+    // little narrower. Without hinting a picture of scale 2 is exactly twice as wide.
+    font.setHintingPreference(QFont::PreferNoHinting);
+    const double digit = widestDigit(style, pixels / m_scale);
+    if (std::round(digit) < digit && digit >= 1)
+        font.setStretch(static_cast<int>(std::lround(100 * std::round(digit) / digit)));
+    const QFont sized(font, device());
+    const QFontMetricsF metrics(sized, device());
+    return {sized, metrics.ascent(), metrics.descent()};
+}
+
+Fonts::Face::Face(const QFont& font, double ascent, double descent)
+    : m_font(font), m_metrics(m_font, device()), m_ascent(ascent), m_descent(descent), m_letters(firstJoining, -1.0f)
 {
 }
 

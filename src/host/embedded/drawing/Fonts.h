@@ -16,6 +16,10 @@ namespace lumivane::embedded {
 /// widths, otherwise one that has most letters. The one place that decides.
 QString installedFamily(const QString& family);
 
+/// Which sizes texts, rows and columns get: as the program that wrote the file shows them, or as LibreOffice Calc does
+/// (for comparison only).
+enum class Metrics { File, Calc };
+
 /// Fonts of cells and their measures at one scale, made once and kept: asking the font system is dear.
 class Fonts
 {
@@ -23,7 +27,7 @@ public:
     class Face
     {
     public:
-        explicit Face(const QFont& font);
+        Face(const QFont& font, double ascent, double descent);
 
         const QFont& font() const { return m_font; }
         double ascent() const { return m_ascent; } ///< of a line, pixels
@@ -44,7 +48,7 @@ public:
         mutable std::vector<float> m_letters; ///< of those below `firstJoining`; below 0: not yet measured
     };
 
-    explicit Fonts(double scale = 1) : m_scale(scale) {}
+    explicit Fonts(double scale = 1, Metrics metrics = Metrics::File) : m_scale(scale), m_metrics(metrics) {}
 
     /// The face of a style; `shrink` reduces its size. Super- and subscripts are smaller by themselves.
     const Face& face(const FontStyle& style, double shrink = 1) const;
@@ -55,7 +59,10 @@ public:
 
 private:
     using Key = std::tuple<QString, int, bool, bool>; ///< family, hundredths of a pixel, bold, italic
+    Face makeFace(const FontStyle& style, double pixels) const;
+
     double m_scale;
+    Metrics m_metrics;
     mutable std::map<Key, Face> m_faces;
 };
 

@@ -8,10 +8,6 @@
 
 namespace lumivane::embedded {
 
-/// Which sizes rows and columns get: as the program that wrote the file shows them, or as LibreOffice Calc does (for
-/// comparison only).
-enum class Metrics { File, Calc };
-
 /// Widths and heights of a sheet in pixels and in the units that users see, overlay included. Rows for which the file
 /// stores no height get one from their text. Rows that nobody asks for cost nothing.
 class SheetGeometry

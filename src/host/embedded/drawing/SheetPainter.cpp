@@ -31,7 +31,7 @@ QSize SheetPainter::size(const CellArea& area, double scale) const
 
 const Fonts& SheetPainter::fonts(double scale) const
 {
-    return m_fonts.try_emplace(scale, scale).first->second;
+    return m_fonts.try_emplace(scale, scale, m_metrics).first->second;
 }
 
 void SheetPainter::paint(QPainter& painter, const CellArea& area, double scale) const

@@ -27,7 +27,13 @@ Horizontal shownAlignment(const CellStyle& style, CellKind kind)
         return Horizontal::Right;
     if (!isTextKind(kind))
         return Horizontal::Center;
-    return style.readingOrder == 2 ? Horizontal::Right : Horizontal::Left;
+    return Horizontal::Left;
+}
+
+/// By its own setting, else by its first letter.
+bool runsFromRight(const CellStyle& style, const QString& text)
+{
+    return style.readingOrder == 0 ? text.isRightToLeft() : style.readingOrder == 2;
 }
 
 bool takesSeveralLines(const CellStyle& style)
@@ -138,7 +144,10 @@ CellText SheetTexts::make(const Place& place, const FormattedText& formatted, do
         }
     if (start < size || spans.empty())
         spans.push_back({start, size - start, colored(font)});
-    return {m_fonts, formatted.text, std::move(spans), shrink};
+    CellText text(m_fonts, formatted.text, std::move(spans), shrink);
+    if (m_metrics == Metrics::File)
+        text.setLeading(m_grid.scale()); // a row is as many times higher as it holds lines
+    return text;
 }
 
 void SheetTexts::placeNumber(const Place& place)
@@ -221,11 +230,14 @@ CellText SheetTexts::repeated(const Place& place, const CellText& text, double w
     return result;
 }
 
-void SheetTexts::placeText(const Place& place)
+void SheetTexts::placeText(Place place)
 {
     const FormattedText formatted = m_cells.formatted(place.row, place.column, customaryDigits);
     if (formatted.text.isEmpty())
         return;
+    if (place.style.horizontal == Horizontal::General && isTextKind(place.kind) &&
+        runsFromRight(place.style, formatted.text))
+        place.horizontal = Horizontal::Right;
     CellText text = make(place, formatted);
     if (place.style.rotation == stackedLetters)
         return placeStacked(place, text);
@@ -408,7 +420,7 @@ void SheetTexts::paintLines(QPainter& painter, const Placed& placed, const QRect
     double y = box.top();
     double gap = 0;
     if (placed.vertical == Vertical::Bottom)
-        y += room - m_grid.scale();
+        y += m_metrics == Metrics::File ? room : room - m_grid.scale();
     else if (placed.vertical == Vertical::Center || (placed.vertical == Vertical::Distributed && lines == 1))
         y += std::floor(room / 2);
     else if (placed.vertical != Vertical::Top && lines > 1)

@@ -51,7 +51,7 @@ private:
     void placeMerged();
     void placeCell(int row, int column, const CellArea& area);
     void placeNumber(const Place& place);
-    void placeText(const Place& place);
+    void placeText(Place place);
     void placeLines(const Place& place, CellText text);
     void placeRotated(const Place& place, CellText text);
     void placeStacked(const Place& place, const CellText& text);

@@ -277,13 +277,29 @@ bool PanelPipeline::Panel_PasteExcel(XLInstance& XLInst, const Record& Panel, co
             captureShape(*sheet, Range, *Panel);
         } else if (ContentType == u"S") {
             const SheetRange cells = sheet->Range(Range);
-            picTemp.image = sheet->CopyPicture(cells.area(), m_scale);
-            picTemp.image.setDevicePixelRatio(m_scale);
+            picTemp.image = captureCells(*sheet, cells.area());
             picTemp.notice = undrawnNotice(*sheet, Range);
         }
         Panel->ContentType = ContentType;
         return true;
     });
+}
+
+QImage PanelPipeline::captureCells(Worksheet& sheet, const CellArea& area) const
+{
+    const auto captureAt = [&](double scale) {
+        QImage image = sheet.CopyPicture(area, scale);
+        image.setDevicePixelRatio(scale);
+        return image;
+    };
+    if (m_scale <= 1)
+        return captureAt(1);
+    try {
+        return captureAt(m_scale);
+    } catch (const RuntimeError&) {
+        // A range too large for a sharp picture may still fit as a plain one; if not, that failure tells why.
+        return captureAt(1);
+    }
 }
 
 void PanelPipeline::captureShape(Worksheet& sheet, const QString& name, const clsWorkspacePanel& Panel)

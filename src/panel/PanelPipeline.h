@@ -10,6 +10,7 @@
 
 namespace lumivane {
 
+struct CellArea;
 class clsPanelSource;
 class clsWorkspacePanel;
 class Workbook;
@@ -30,7 +31,7 @@ public:
     /// Run at the end of a successful load or reload, inside its trap.
     std::function<void(clsWorkspacePanel&)> applyView;
 
-    /// Pixels to a logical pixel of the screen; captures are asked for at this scale where it is above 1.
+    /// Captures are asked for at this scale where it is above 1. A range too large for that is taken at 1.
     void setScale(double scale) { m_scale = scale; }
 
     /// True when the picture is in picTemp and the view was applied.
@@ -58,6 +59,7 @@ private:
                       const std::shared_ptr<Worksheet>& sheet, bool IsPaste, const Record& Panel);
     bool captureRange(XLInstance& XLInst, const std::shared_ptr<Worksheet>& sheet, const QString& SourcePath,
                       bool IsPaste, const Record& Panel);
+    QImage captureCells(Worksheet& sheet, const CellArea& area) const;
     void captureShape(Worksheet& sheet, const QString& name, const clsWorkspacePanel& Panel);
 
     bool failWithBox(const QString& text, Prompts::Icon icon);

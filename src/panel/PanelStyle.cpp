@@ -35,10 +35,11 @@ void drawMinimizeButton(QPainter& painter, const QRect& button, const QColor& co
 {
     painter.setPen(QPen(color, 1.4));
     const QRectF glyph = QRectF(button).adjusted(5, 5, -5, -5);
+    const qreal middle = button.center().y() + 0.5;
     if (restores)
         painter.drawRect(glyph);
     else
-        painter.drawLine(glyph.bottomLeft(), glyph.bottomRight());
+        painter.drawLine(QPointF(glyph.left(), middle), QPointF(glyph.right(), middle));
 }
 
 } // namespace
@@ -69,6 +70,17 @@ int PanelStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
     }
 }
 
+int PanelStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                          QStyleHintReturn* returned) const
+{
+    // Square corners: a mask cannot round them without steps.
+    if (hint == SH_WindowFrame_Mask)
+        return 0;
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+        return 0;
+    return QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
 QRect PanelStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl subControl,
                                  const QWidget* widget) const
 {
@@ -78,7 +90,7 @@ QRect PanelStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
 
     const bool minimized = title->titleBarState & Qt::WindowMinimized;
     const QRect button(title->rect.right() - titlePadding / 2 - titleButton,
-                       title->rect.top() + (title->rect.height() - titleButton) / 2 + 1, titleButton, titleButton);
+                       title->rect.top() + (title->rect.height() - titleButton) / 2, titleButton, titleButton);
     switch (subControl) {
     case SC_TitleBarLabel:
         return visualRect(title->direction, title->rect,
@@ -106,6 +118,12 @@ void PanelStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing, false);
     painter->fillRect(title->rect, colors.title);
+    // The frame's own line is only drawn below the title.
+    const QRect edge = title->rect.adjusted(0, 0, -1, 0);
+    painter->setPen(colors.line);
+    painter->drawLine(edge.topLeft(), edge.topRight());
+    painter->drawLine(edge.topLeft(), edge.bottomLeft());
+    painter->drawLine(edge.topRight(), edge.bottomRight());
     painter->setPen(colors.text);
     painter->setFont(captionFont());
     const QRect label = subControlRect(control, title, SC_TitleBarLabel, widget);

@@ -6,7 +6,8 @@
 namespace lumivane {
 
 /// Draws panel windows: a slim title with the caption at its left (centring is done by the caption's own blanks), one
-/// thin border, and buttons that are lines. All else is left to the style below it.
+/// thin border, and buttons that are lines. All else is left to the style below it, but for buttons of dialogs, which
+/// carry no icons.
 class PanelStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -17,6 +18,8 @@ public:
     static QFont captionFont();
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

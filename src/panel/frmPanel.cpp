@@ -90,7 +90,7 @@ bool frmPanel::Panel_Load(XLInstance& XLInst, bool Refresh)
 {
     IsLoad = true;
     IsDirty = false;
-    m_pipeline.setScale(devicePixelRatioF());
+    m_pipeline.setScale(captureScale());
     const bool loaded = m_pipeline.Panel_Load(XLInst, record(), Refresh);
     if (loaded)
         IsLoad = false;
@@ -101,12 +101,19 @@ bool frmPanel::Panel_Load(XLInstance& XLInst, bool Refresh)
 bool frmPanel::Panel_Reload(XLInstance& XLInst)
 {
     IsLoad = true;
-    m_pipeline.setScale(devicePixelRatioF());
+    m_pipeline.setScale(captureScale());
     const bool drawn = m_pipeline.Panel_Reload(XLInst, record());
     if (drawn)
         IsLoad = false;
     showNotice();
     return drawn;
+}
+
+double frmPanel::captureScale() const
+{
+    // A stretched picture has pixels to spare, or its texts would blur.
+    const auto panel = record();
+    return devicePixelRatioF() * (panel && panel->ViewType == u"Z" ? 2 : 1);
 }
 
 void frmPanel::Panel_ApplyView(clsWorkspacePanel& Panel)

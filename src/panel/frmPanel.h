@@ -70,6 +70,7 @@ private:
     void buildParts();
     void Form_Resize();
     void Panel_ApplyView(clsWorkspacePanel& Panel);
+    double captureScale() const;
     void setView(const QString& viewType);
     void markDirty();
     PanelMeasures measures() const;

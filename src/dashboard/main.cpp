@@ -1,0 +1,54 @@
+#include "dashboard/Look.h"
+#include "dashboard/QtPrompts.h"
+#include "dashboard/frmWorkspace.h"
+#include "host/Host.h"
+#include "host/embedded/EmbeddedHost.h"
+#include "platform/ApplicationInfo.h"
+#include "platform/RuntimeError.h"
+#include "session/Startup.h"
+#include "session/modMain.h"
+#include "session/modUtilsLog.h"
+
+#include <QApplication>
+
+namespace {
+
+/// The last net: an error that no command trapped is logged and told, and the program goes on.
+class LumivaneApplication : public QApplication
+{
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override
+    {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const lumivane::RuntimeError& error) {
+            lumivane::LogError(QStringLiteral("Main"), QStringLiteral("notify"), error.number(), error.description(),
+                               true);
+        }
+        return true;
+    }
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    LumivaneApplication application(argc, argv);
+    QApplication::setApplicationName(lumivane::executableName());
+    lumivane::applyLook(application);
+
+    lumivane::QtPrompts prompts;
+    lumivane::setPrompts(&prompts);
+    lumivane::setHostFactory(
+        {lumivane::embedded::makeEmbeddedWorker, [] { return std::shared_ptr<lumivane::Application>(); }});
+    if (!lumivane::Main_Start())
+        return 1;
+
+    lumivane::frmWorkspace window;
+    window.show();
+    const int status = QApplication::exec();
+    lumivane::setPrompts(nullptr);
+    return status;
+}

@@ -44,13 +44,30 @@ void applyLook(QApplication& application)
 {
     QApplication::setStyle(new PanelStyle);
     QApplication::setPalette(calmPalette());
+    // Icons of dark lines cannot be read on a strong highlight.
+    QPalette menus = calmPalette();
+    menus.setColor(QPalette::Highlight, QColor(0xd7, 0xe6, 0xf2));
+    menus.setColor(QPalette::HighlightedText, menus.color(QPalette::Text));
+    QApplication::setPalette(menus, "QMenu");
+    QApplication::setPalette(menus, "QMenuBar");
     QApplication::setFont(PanelStyle::captionFont(), "QMdiSubWindowTitleBar");
     QApplication::setWindowIcon(dashboardIcon(u"lumivane"_s));
     application.setStyleSheet(
         u"QToolBar { border: 0; border-bottom: 1px solid #d9e0e6; padding: 4px 6px; spacing: 4px; }"
         "QStatusBar { border-top: 1px solid #d9e0e6; }"
         "QStatusBar::item { border: 0; }"
-        "QMainWindow > QMenuBar { padding: 2px 4px; }"_s);
+        "QMenuBar { background: transparent; border: 0; padding: 2px 4px; }"
+        "QMenuBar::item { background: transparent; padding: 4px 9px; border-radius: 4px; }"
+        "QMenuBar::item:selected { background: #d7e6f2; }"
+        "QScrollBar { background: #f3f5f8; border: 0; }"
+        "QScrollBar:vertical { width: 12px; }"
+        "QScrollBar:horizontal { height: 12px; }"
+        "QScrollBar::handle { background: #bcc8d3; border-radius: 4px; margin: 2px; }"
+        "QScrollBar::handle:vertical { min-height: 24px; }"
+        "QScrollBar::handle:horizontal { min-width: 24px; }"
+        "QScrollBar::handle:hover { background: #93a7b8; }"
+        "QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }"
+        "QScrollBar::add-page, QScrollBar::sub-page { background: none; }"_s);
 }
 
 } // namespace lumivane

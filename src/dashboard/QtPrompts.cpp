@@ -1,5 +1,6 @@
 #include "dashboard/QtPrompts.h"
 
+#include "dashboard/Look.h"
 #include "platform/ApplicationInfo.h"
 
 #include <QApplication>
@@ -14,19 +15,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QMessageBox::Icon boxIcon(Prompts::Icon icon)
+constexpr QSize boxIconSize(40, 40);
+
+QString boxIcon(Prompts::Icon icon)
 {
     switch (icon) {
     case Prompts::Icon::Information:
-        return QMessageBox::Information;
+        break;
     case Prompts::Icon::Exclamation:
-        return QMessageBox::Warning;
+        return u"box-exclamation"_s;
     case Prompts::Icon::Critical:
-        return QMessageBox::Critical;
+        return u"box-critical"_s;
     case Prompts::Icon::Question:
-        return QMessageBox::Question;
+        return u"box-question"_s;
     }
-    return QMessageBox::NoIcon;
+    return u"box-information"_s;
 }
 
 struct BoxQuestion
@@ -41,7 +44,9 @@ struct BoxQuestion
 int showBox(Prompts::Icon icon, const BoxQuestion& question)
 {
     QString text = question.text;
-    QMessageBox box(boxIcon(icon), question.title, text.remove(u'\r'), question.buttons, QApplication::activeWindow());
+    QMessageBox box(QMessageBox::NoIcon, question.title, text.remove(u'\r'), question.buttons,
+                    QApplication::activeWindow());
+    box.setIconPixmap(dashboardIcon(boxIcon(icon)).pixmap(boxIconSize, box.devicePixelRatioF()));
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(question.preset);
     box.setCursor(Qt::ArrowCursor);

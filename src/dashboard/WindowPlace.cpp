@@ -53,8 +53,9 @@ void restoreWindowPlace(QWidget& window)
     if (place.width() >= smallestWindow.width() && place.height() >= smallestWindow.height() && canBeSeen(place)) {
         window.setGeometry(place);
     } else {
-        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-        window.resize(screen.size().boundedTo(QSize(1280, 800)) * 0.94);
+        // A dashboard wants room. The size counts where no window manager obeys the state.
+        window.setGeometry(QGuiApplication::primaryScreen()->availableGeometry());
+        maximized = true;
     }
     if (maximized)
         window.setWindowState(window.windowState() | Qt::WindowMaximized);

@@ -58,7 +58,7 @@ void putWeeks(Sheet& sheet, int version)
 {
     const QStringList lines{u"Opening balance"_s, u"Customers"_s,       u"Other receipts"_s,
                             u"Suppliers"_s,       u"Wages and taxes"_s, u"Investments"_s};
-    const int thisWeek = 2 + version, lastColumn = thisWeek + 4;
+    const int thisWeek = 3 + version, lastColumn = thisWeek + 4;
     putTitle(sheet, u"Cash by week"_s, u"Thousand euros; weeks behind us are actual figures"_s, 6);
     sheet.set(4, 1, u"Week"_s, looks::headerLeft);
     sheet.set(5, 1, u"State"_s, looks::label.colored("64748B"));
@@ -66,7 +66,7 @@ void putWeeks(Sheet& sheet, int version)
     for (int column = 2; column <= lastColumn; ++column) {
         const bool present = column == thisWeek;
         const QByteArray fill = present ? "FFF6DD" : column < thisWeek ? "F1F5F9" : "";
-        sheet.set(4, column, u"Week %1"_s.arg(38 + column), looks::header);
+        sheet.set(4, column, u"Week %1"_s.arg(37 + column), looks::header);
         sheet.set(5, column,
                   present             ? u"This week"_s
                   : column < thisWeek ? u"Actual"_s

@@ -1,32 +1,16 @@
 #include "DemoProject.h"
 #include "Reports.h"
+#include "host/Host.h"
 #include "host/embedded/EmbeddedHost.h"
 #include "platform/RuntimeError.h"
 #include "session/modMain.h"
+#include "tools/ConsolePrompts.h"
 
 #include <QFile>
 #include <QGuiApplication>
 #include <cstdio>
 
 using namespace lumivane;
-
-namespace {
-
-/// Nobody is asked while the demo is made; what the code would tell a user goes to the standard error output.
-class ConsolePrompts : public Prompts
-{
-public:
-    void message(const QString& text, Icon) override { std::fprintf(stderr, "%s\n", qPrintable(text)); }
-    bool confirmAction(const QString&) override { return false; }
-    Answer askYesNoCancel(const QString&) override { return Answer::Cancel; }
-    QString openFile(const FileQuestion&) override { return {}; }
-    QString browseForFolder(const QString&, const QString&) override { return {}; }
-    std::optional<QColor> chooseColor(const QColor&) override { return {}; }
-    void setPointer(Pointer) override {}
-    void doEvents() override {}
-};
-
-} // namespace
 
 /// Makes the demo in a folder: FOLDER/versions with every version of the reports, and the project with its reports as
 /// they are at the beginning.

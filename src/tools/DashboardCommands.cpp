@@ -1,0 +1,66 @@
+#include "host/modUtilsExcel.h"
+#include "panel/PanelPipeline.h"
+#include "platform/RuntimeError.h"
+#include "repository/clsPanelSource.h"
+#include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
+#include "session/modMain.h"
+#include "tools/Commands.h"
+#include "tools/DashboardPicture.h"
+#include "tools/OpenProject.h"
+#include "tools/Output.h"
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What a timer's pass does with one panel, in words. A worker of its own serves each panel, as in the program.
+QString refreshPanel(const std::shared_ptr<clsWorkspacePanel>& panel, bool& failed)
+{
+    XLInstance worker;
+    if (!Excel_Init(worker)) {
+        failed = true;
+        return u"failed: no workbook engine could be started"_s;
+    }
+    PanelPipeline pipeline;
+    const bool drawn = pipeline.Panel_Reload(worker, panel);
+    Excel_Exit(worker);
+    if (drawn)
+        return u"drawn anew"_s;
+    if (pipeline.problem.isEmpty())
+        return u"unchanged"_s;
+    failed = true;
+    return u"failed: "_s + pipeline.problem.simplified();
+}
+
+} // namespace
+
+int refreshCommand(const CommandLine& line)
+{
+    OpenProject project(line.argument(0), line.option(u"home"_s));
+    project.loadDashboard(line.argument(1));
+    gSources->ClearFlags();
+    bool anyFailed = false;
+    for (int i = 1; i <= gWorkspace->NumPanels(); ++i) {
+        const auto panel = gWorkspace->Panels(i);
+        const QString outcome = refreshPanel(panel, anyFailed);
+        printLine(u"%1\t%2\t%3"_s.arg(QString::number(panel->ID), panel->Caption, outcome));
+    }
+    return anyFailed ? 1 : 0;
+}
+
+int snapshotCommand(const CommandLine& line)
+{
+    OpenProject project(line.argument(0), line.option(u"home"_s));
+    project.loadDashboard(line.argument(1));
+    const DashboardPicture picture = drawDashboard();
+    writePicture(picture.image, line.argument(2));
+    if (!picture.failedPanels.isEmpty())
+        throw RuntimeError(RuntimeError::ApplicationDefined,
+                           u"No current picture could be had for: %1."_s.arg(picture.failedPanels.join(u", "_s)));
+    return 0;
+}
+
+} // namespace lumivane

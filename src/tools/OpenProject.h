@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <memory>
+
+namespace lumivane {
+
+class clsWorkspace;
+
+/// A project as the program has it open, for one command: gDB, gSources and gWorkspace are set while this object
+/// lives. Throws RuntimeError with a sentence naming the file or the dashboard.
+class OpenProject
+{
+public:
+    /// `home` is the program folder, with its picture cache and settings; empty: where the program has it.
+    OpenProject(const QString& file, const QString& home);
+    ~OpenProject();
+    OpenProject(const OpenProject&) = delete;
+
+    /// Makes a dashboard the present one, as opening it in the window does; an empty name means the one used last.
+    void loadDashboard(const QString& name);
+};
+
+} // namespace lumivane

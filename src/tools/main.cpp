@@ -1,0 +1,19 @@
+#include "dashboard/Look.h"
+#include "host/Host.h"
+#include "host/embedded/EmbeddedHost.h"
+#include "session/modMain.h"
+#include "tools/Commands.h"
+#include "tools/ConsolePrompts.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // pictures are drawn without a display
+    QApplication application(argc, argv);
+    lumivane::applyLook(application);
+    lumivane::ConsolePrompts prompts;
+    lumivane::setPrompts(&prompts);
+    lumivane::setHostFactory({lumivane::embedded::makeEmbeddedWorker, [] { return nullptr; }});
+    return lumivane::runCommand(application.arguments().mid(1));
+}

@@ -45,7 +45,7 @@ std::shared_ptr<clsPanelSource> sourceOf(const PanelPipeline::Record& Panel)
     return Panel->Source();
 }
 
-bool isRange(const clsWorkspacePanel& Panel)
+bool isRangePanel(const clsWorkspacePanel& Panel)
 {
     return Panel.ContentType == u"S" || Panel.ContentType == u"M";
 }
@@ -121,7 +121,7 @@ bool PanelPipeline::loadContent(XLInstance& XLInst, clsPanelSource& source, cons
 
     if (Panel->ContentType == u"P") {
         picTemp = loadPictureFile(path);
-    } else if (isRange(*Panel) || Panel->ContentType == u"C") {
+    } else if (isRangePanel(*Panel) || Panel->ContentType == u"C") {
         const QString openPath = Panel->IsCustom == u"Y" ? source.Prepped() : path;
         if (!Panel_LoadExcel(openPath, path, false, XLInst, Panel))
             return false;
@@ -206,7 +206,7 @@ bool PanelPipeline::loadFromSheet(XLInstance& XLInst, const std::shared_ptr<Work
     sheet->Select();
     if (Panel->ContentType == u"C")
         return captureChart(XLInst, workbook, sheet, IsPaste, Panel);
-    if (isRange(*Panel))
+    if (isRangePanel(*Panel))
         return captureRange(XLInst, sheet, SourcePath, IsPaste, Panel);
     return false;
 }

@@ -47,6 +47,7 @@ frmPanel::frmPanel(std::function<bool()> editMode, QWidget* parent)
 {
     setObjectName(u"frmPanel"_s);
     setAttribute(Qt::WA_DeleteOnClose, false);
+    setSystemMenu(nullptr); // it offers to close the window
     buildParts();
     m_pipeline.applyView = [this](clsWorkspacePanel& Panel) { Panel_ApplyView(Panel); };
 }
@@ -78,6 +79,7 @@ void frmPanel::buildParts()
 
     m_notice = new QLabel(m_client);
     m_notice->setObjectName(u"noticeLabel"_s);
+    m_notice->setTextFormat(Qt::PlainText);
     m_notice->setStyleSheet(
         u"QLabel { background: #fff6dc; color: #5c4a12; border-top: 1px solid #e7d49a; padding: 3px 6px; }"_s);
     m_notice->hide();
@@ -265,7 +267,8 @@ void frmPanel::showNotice()
     const QString text = m_pipeline.problem.isEmpty() ? m_pipeline.picTemp.notice
                                                       : u"Not up to date. "_s + m_pipeline.problem.simplified();
     m_notice->setVisible(!text.isEmpty());
-    m_notice->setToolTip(text);
+    // Names from workbooks stand in it; a tool tip would take their signs for markup.
+    m_notice->setToolTip(text.isEmpty() ? QString() : u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s);
     m_notice->setAccessibleName(text);
     if (text.isEmpty())
         return;
@@ -372,6 +375,12 @@ void frmPanel::closeEvent(QCloseEvent* event)
         QMdiSubWindow::closeEvent(event);
     else
         event->ignore();
+}
+
+void frmPanel::contextMenuEvent(QContextMenuEvent* event)
+{
+    // On the title or border; the client's own requests are seen by clientEvent.
+    Q_EMIT menuRequested(event->globalPos());
 }
 
 bool frmPanel::eventFilter(QObject* watched, QEvent* event)

@@ -366,4 +366,85 @@ TEST_F(Pipeline, APanelWithoutASourceSaysSo)
     EXPECT_EQ(m_user.shown, QStringList{u"Panel has no source defined."_s});
 }
 
+/// A host that holds one workbook whose drawings it cannot draw, as the embedded one does.
+class UndrawingSheet : public test::PlainSheet
+{
+public:
+    using PlainSheet::PlainSheet;
+    QImage CopyShapePicture(const QString& name, double) override
+    {
+        throw RuntimeError(RuntimeError::ApplicationDefined, u"The chart \"%1\" cannot be drawn."_s.arg(name));
+    }
+    QStringList undrawn(const CellArea& area) override
+    {
+        return area.contains(3, 3) ? QStringList{u"the chart \"Trend\""_s} : QStringList();
+    }
+};
+
+class UndrawingHost : public Application, public Workbook
+{
+public:
+    explicit UndrawingHost(std::shared_ptr<UndrawingSheet> sheet) : m_sheet(std::move(sheet)) {}
+
+    std::shared_ptr<Workbook> Open(const QString&, bool) override { return {std::shared_ptr<void>(), this}; }
+    int WorkbooksCount() const override { return 0; }
+    std::shared_ptr<Workbook> WorkbookItem(int) override { return nullptr; }
+    std::shared_ptr<Workbook> ActiveWorkbook() override { return nullptr; }
+    std::shared_ptr<Worksheet> ActiveSheet() override { return m_sheet; }
+    void Quit() override {}
+    QString FullName() const override { return u"sales.xlsx"_s; }
+    QString Name() const override { return u"sales.xlsx"_s; }
+    QStringList WorksheetNames() const override { return {m_sheet->Name()}; }
+    std::shared_ptr<Worksheet> WorksheetByName(const QString&) override { return m_sheet; }
+    void Activate() override {}
+    void RefreshAll() override {}
+    void Save() override {}
+    void Close() override {}
+
+private:
+    std::shared_ptr<UndrawingSheet> m_sheet;
+};
+
+class Undrawn : public Pipeline
+{
+protected:
+    void SetUp() override
+    {
+        Pipeline::SetUp();
+        const auto sheet = std::make_shared<UndrawingSheet>(u"Data"_s);
+        sheet->put(u"B2"_s, u"1"_s).shape(u"Trend"_s);
+        m_host = std::make_shared<UndrawingHost>(sheet);
+    }
+
+    bool loadFromHost(bool refresh = false) { return m_pipeline.Panel_Load(m_host, m_panel, refresh); }
+
+    XLInstance m_host;
+};
+
+TEST_F(Undrawn, AGapInThePictureIsToldAndToldAgainFromTheCache)
+{
+    ASSERT_TRUE(loadFromHost());
+    const QString notice = u"Not shown here: the chart \"Trend\"."_s;
+    EXPECT_EQ(m_pipeline.picTemp.notice, notice);
+    m_pipeline.picTemp = {};
+    ASSERT_TRUE(loadFromHost());
+    EXPECT_EQ(m_pipeline.picTemp.notice, notice);
+    m_panel->PicRange = u"$B$2:$B$2``"_s;
+    saveDashboard(u"Morning"_s);
+    ASSERT_TRUE(loadFromHost(true));
+    EXPECT_TRUE(m_pipeline.picTemp.notice.isEmpty()) << "the gap lies outside now";
+}
+
+TEST_F(Undrawn, AChartThatIsThereIsExplainedNotOfferedForDeletionAndNeverKept)
+{
+    m_panel->ContentType = u"C"_s;
+    m_panel->PicRange = u"Trend"_s;
+    saveDashboard(u"Morning"_s);
+    EXPECT_TRUE(loadFromHost());
+    EXPECT_FALSE(m_pipeline.picTemp.image.isNull());
+    EXPECT_EQ(m_pipeline.picTemp.notice, u"Panel 'Sales' shows no current picture."_s);
+    EXPECT_FALSE(cached(*m_panel)) << "the next pass tries again";
+    EXPECT_TRUE(m_user.shown.isEmpty());
+}
+
 } // namespace

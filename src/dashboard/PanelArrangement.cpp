@@ -7,13 +7,13 @@ namespace lumivane {
 namespace {
 
 /// The part of a length that piece `index` of `count` takes, without gaps from rounding: begin and end.
-std::pair<int, int> piece(int length, int count, int index)
+std::pair<int, int> tilePiece(int length, int count, int index)
 {
     return {length * index / count, length * (index + 1) / count};
 }
 
 /// Windows in lines: `lines` lines along the first direction, filled so that the last lines hold one window more.
-QVector<QRect> tile(const QRect& area, int count, bool linesAreColumns)
+QVector<QRect> tileLines(const QRect& area, int count, bool linesAreColumns)
 {
     QVector<QRect> places;
     if (count < 1)
@@ -23,9 +23,9 @@ QVector<QRect> tile(const QRect& area, int count, bool linesAreColumns)
     const int along = linesAreColumns ? area.height() : area.width();
     for (int line = 0; line < lines; ++line) {
         const int inLine = count / lines + (line >= lines - count % lines ? 1 : 0);
-        const auto [lineBegin, lineEnd] = piece(across, lines, line);
+        const auto [lineBegin, lineEnd] = tilePiece(across, lines, line);
         for (int i = 0; i < inLine; ++i) {
-            const auto [begin, end] = piece(along, inLine, i);
+            const auto [begin, end] = tilePiece(along, inLine, i);
             const QRect place = linesAreColumns ? QRect(lineBegin, begin, lineEnd - lineBegin, end - begin)
                                                 : QRect(begin, lineBegin, end - begin, lineEnd - lineBegin);
             places.append(place.translated(area.topLeft()));
@@ -38,12 +38,12 @@ QVector<QRect> tile(const QRect& area, int count, bool linesAreColumns)
 
 QVector<QRect> tileHorizontally(const QRect& area, int count)
 {
-    return tile(area, count, true);
+    return tileLines(area, count, true);
 }
 
 QVector<QRect> tileVertically(const QRect& area, int count)
 {
-    return tile(area, count, false);
+    return tileLines(area, count, false);
 }
 
 QVector<QRect> arrangeIcons(const QRect& area, const QSize& icon, int count)

@@ -1,5 +1,6 @@
 #include "dashboard/DashboardFixture.h"
 #include "dashboard/PanelArrangement.h"
+#include "dashboard/QtPrompts.h"
 #include "dashboard/frmOpenWorkspace.h"
 #include "dashboard/frmSaveWorkspace.h"
 #include "repository/clsWorkspace.h"
@@ -9,6 +10,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 
 using namespace lumivane;
@@ -162,6 +164,48 @@ TEST_F(SaveDialog, FiltersWhatIsTypedButNotWhatIsPasted)
     QApplication::clipboard()->setText(u"'*"_s);
     name.paste();
     EXPECT_EQ(name.text(), u"abcde-f'*"_s);
+}
+
+// ---- boxes ----
+
+TEST(Boxes, ShowTextsOfWorkbooksAsPlainText)
+{
+    const QString name = u"<b>Sales</b>\r\nnot found"_s;
+    test::whenShown<QMessageBox>([&](QMessageBox& box) {
+        EXPECT_EQ(box.textFormat(), Qt::PlainText);
+        EXPECT_EQ(box.text(), u"<b>Sales</b>\nnot found"_s);
+        EXPECT_EQ(box.windowTitle(), u"Lumivane"_s);
+    });
+    QtPrompts().message(name, Prompts::Icon::Exclamation);
+}
+
+TEST(Boxes, AQuestionIsNoUnlessYesIsChosen)
+{
+    QtPrompts user;
+    test::whenShown<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(box.windowTitle(), u"Confirm Action"_s);
+        EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::No));
+    });
+    EXPECT_FALSE(user.confirmAction(u"Delete?"_s)) << "closed without an answer";
+    test::whenShown<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); });
+    EXPECT_TRUE(user.confirmAction(u"Delete?"_s));
+    test::whenShown<QMessageBox>([](QMessageBox& box) { box.reject(); });
+    EXPECT_EQ(user.askYesNoCancel(u"Save?"_s), Prompts::Answer::Cancel);
+    test::whenShown<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::No)->click(); });
+    EXPECT_EQ(user.askYesNoCancel(u"Save?"_s), Prompts::Answer::No);
+}
+
+TEST(Boxes, ThePointerOfALongCommandComesBackAfterABox)
+{
+    QtPrompts user;
+    user.setPointer(Prompts::Pointer::Hourglass);
+    user.setPointer(Prompts::Pointer::Hourglass);
+    test::whenShown<QMessageBox>(
+        [](QMessageBox&) { EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor); });
+    user.message(u"Not found"_s, Prompts::Icon::Critical);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    user.setPointer(Prompts::Pointer::Default);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
 // ---- windows side by side ----

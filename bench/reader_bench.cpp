@@ -1,5 +1,5 @@
 #include "bench/LargeWorkbook.h"
-#include "host/embedded/reader/Package.h"
+#include "bench/ReadingFloor.h"
 #include "host/embedded/reader/WorkbookReader.h"
 #include "support/XlsxWriter.h"
 
@@ -8,8 +8,6 @@
 #include <QProcess>
 #include <algorithm>
 #include <benchmark/benchmark.h>
-#include <ctime>
-#include <isa-l/igzip_lib.h>
 #include <map>
 
 // How near reading a workbook comes to its floor: reading the sheet's bytes once, inflating them through one small
@@ -19,6 +17,7 @@ namespace {
 
 using namespace lumivane;
 using namespace lumivane::embedded;
+using bench::seconds;
 
 const QString& workbookFile(int rows, int columns)
 {
@@ -29,67 +28,26 @@ const QString& workbookFile(int rows, int columns)
     return file;
 }
 
-size_t walkFloor(const QString& path, quint64 offset, quint64 packedSize)
-{
-    static std::vector<char> packed(64 << 10), plain(256 << 10);
-    static inflate_state inflater;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) || !file.seek(qint64(offset)))
-        return 0;
-    isal_inflate_init(&inflater);
-    inflater.crc_flag = ISAL_DEFLATE;
-    size_t tags = 0;
-    while (inflater.block_state != ISAL_BLOCK_FINISH) {
-        if (inflater.avail_in == 0) {
-            const qint64 count = file.read(packed.data(), qint64(std::min<quint64>(packed.size(), packedSize)));
-            packedSize -= quint64(count);
-            inflater.next_in = reinterpret_cast<uint8_t*>(packed.data());
-            inflater.avail_in = uint32_t(count);
-        }
-        inflater.next_out = reinterpret_cast<uint8_t*>(plain.data());
-        inflater.avail_out = uint32_t(plain.size());
-        isal_inflate(&inflater);
-        tags += size_t(std::count(plain.data(), plain.data() + plain.size() - inflater.avail_out, '<'));
-    }
-    return tags;
-}
-
-/// Where the sheet's packed bytes lie.
-std::pair<quint64, quint64> sheetBytes(const QString& path)
-{
-    const Package package(path);
-    const Package::Entry* entry = package.find("xl/worksheets/sheet1.xml");
-    return {entry->offset + 30 + entry->name.size(), entry->packedSize};
-}
-
-/// Of the processor, not of the clock on the wall, which others share.
-double seconds(const auto& work)
-{
-    const std::clock_t start = std::clock();
-    work();
-    return double(std::clock() - start) / CLOCKS_PER_SEC;
-}
-
 void Floor(benchmark::State& state)
 {
     const QString& path = workbookFile(int(state.range(0)), int(state.range(1)));
-    const auto [offset, size] = sheetBytes(path);
+    const bench::ReadingFloor floor(path);
     for (auto _ : state)
-        benchmark::DoNotOptimize(walkFloor(path, offset, size));
+        benchmark::DoNotOptimize(floor.walk());
 }
 
 /// Floor and reading take turns, so that what else the machine does strikes both; the least of each counts.
 void Reading(benchmark::State& state)
 {
     const QString& path = workbookFile(int(state.range(0)), int(state.range(1)));
-    const auto [offset, size] = sheetBytes(path);
+    const bench::ReadingFloor below(path);
     double floor = 1e9, reading = 1e9;
     for (auto _ : state) {
         state.PauseTiming();
-        const double below = seconds([&] { benchmark::DoNotOptimize(walkFloor(path, offset, size)); });
+        const double least = seconds([&] { benchmark::DoNotOptimize(below.walk()); });
         state.ResumeTiming();
         const double whole = seconds([&] { benchmark::DoNotOptimize(readWorkbook(path)->sheet(0)); });
-        floor = std::min(floor, below);
+        floor = std::min(floor, least);
         reading = std::min(reading, whole);
     }
     state.counters["floor_ms"] = floor * 1000;

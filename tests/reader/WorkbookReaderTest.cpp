@@ -24,7 +24,7 @@ std::shared_ptr<WorkbookContent> open(const WorkbookParts& parts)
 QByteArray compoundFile(const char16_t* streamName)
 {
     QByteArray bytes("\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1");
-    bytes.append(QByteArray(1048570, '\0')); // so that the name lies across the blocks in which it is looked for
+    bytes.append(QByteArray(65530, '\0')); // so that the name lies across the blocks in which it is looked for
     const QStringView name(streamName);
     bytes.append(reinterpret_cast<const char*>(name.utf16()), name.size() * 2);
     return bytes + QByteArray(500, '\0');

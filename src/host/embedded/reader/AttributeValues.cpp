@@ -67,6 +67,11 @@ std::optional<double> numberFrom(std::string_view text)
 
 std::optional<int> integerFrom(std::string_view text)
 {
+    // Nearly always there is nothing around the digits.
+    int value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error == std::errc() && end == text.data() + text.size())
+        return value;
     return wholeNumber<int>(text);
 }
 

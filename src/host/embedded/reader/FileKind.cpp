@@ -16,7 +16,7 @@ bool hasEncryptedPackage(QFile& file)
 {
     const QStringView name = u"EncryptedPackage";
     const QByteArray wanted(reinterpret_cast<const char*>(name.utf16()), name.size() * 2);
-    constexpr qint64 blockSize = 1 << 20;
+    constexpr qint64 blockSize = 64 << 10;
     QByteArray block;
     file.seek(0);
     while (true) {

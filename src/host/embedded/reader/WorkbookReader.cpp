@@ -25,7 +25,7 @@ std::shared_ptr<WorkbookContent> readTextFile(const QString& path)
         throw Fault{u"it cannot be opened (%1)"_s.arg(file.errorString())};
     if (file.size() > maxTextFile)
         throw Fault{u"it is a text of more than %1 MB"_s.arg(maxTextFile >> 20)};
-    return std::make_shared<CsvWorkbook>(path, file.read(maxTextFile).toStdString(), Clock::now().date().year());
+    return std::make_shared<CsvWorkbook>(path, file.read(file.size()).toStdString(), Clock::now().date().year());
 }
 
 std::shared_ptr<WorkbookContent> readByContent(const QString& path)

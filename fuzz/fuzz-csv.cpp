@@ -1,0 +1,14 @@
+#include "host/embedded/reader/CsvWorkbook.h"
+#include "host/embedded/reader/Fault.h"
+
+// Text files: decoding, separators, quotes, and what their fields stand for.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    using namespace lumivane::embedded;
+    try {
+        CsvWorkbook book(QStringLiteral("Table.csv"), std::string(reinterpret_cast<const char*>(data), size), 2026);
+        book.sheet(0);
+    } catch (const Fault&) {
+    }
+    return 0;
+}

@@ -1,0 +1,97 @@
+#include "support/XlsxWriter.h"
+
+#include <QDir>
+#include <QFile>
+#include <cstdio>
+#include <string>
+
+// Writes first inputs for the fuzz targets into folders named after them, below the folder given.
+
+namespace {
+
+using lumivane::test::WorkbookParts;
+
+const std::string sheet =
+    "<worksheet xmlns:r='r'><dimension ref='A1:C9'/><sheetViews><sheetView showGridLines='0' zoomScale='90'>"
+    "<pane xSplit='1' ySplit='2' topLeftCell='B3' activePane='bottomRight' state='frozen'/>"
+    "<selection pane='bottomRight' activeCell='B3' sqref='B3:C4'/></sheetView></sheetViews>"
+    "<sheetFormatPr defaultRowHeight='15' zeroHeight='0'/><cols><col min='1' max='3' width='9.5' customWidth='1' "
+    "hidden='0' style='1' outlineLevel='1' collapsed='1'/></cols><sheetData>"
+    "<row r='1' ht='20' customHeight='1' s='1' customFormat='1' spans='1:3'><c r='A1' t='s' s='1'><v>0</v></c>"
+    "<c r='B1'><v>1.5E2</v></c><c r='C1' t='str'><f>A1&amp;1</f><v>x_x000D_y</v></c></row>"
+    "<row r='3' hidden='1'><c r='B3' t='b'><v>1</v></c><c t='e'><v>#N/A</v></c><c r='A2' t='d'><v>2026-11-24T10:30:00"
+    "</v></c></row><x:row><x:c t='inlineStr'><is><r><rPr><b/><sz val='9'/><color theme='4' tint='-0.5'/></rPr><t>a</t>"
+    "</r><rPh><t>p</t></rPh></is></x:c><c><f/></c></x:row></sheetData><autoFilter ref='A1:C9'/>"
+    "<mergeCells><mergeCell ref='A1:B2'/><mergeCell ref='B2:C3'/></mergeCells><drawing r:id='d'/>"
+    "<tableParts><tablePart r:id='t'/></tableParts><!-- c --><![CDATA[x]]></worksheet>";
+
+const std::string texts =
+    "<sst><si><t>zero &#x20ac;</t></si><si><r><t>a</t></r><r><rPr><i/><u val='double'/></rPr><t>b</t></r></si></sst>";
+
+const std::string styles =
+    "<styleSheet><numFmts><numFmt numFmtId='164' formatCode='0.0'/></numFmts><fonts><font><b/><sz val='11'/>"
+    "<color indexed='9'/><name val='Arial'/></font></fonts><fills><fill><patternFill patternType='solid'><fgColor "
+    "theme='1' tint='0.5'/></patternFill></fill><fill><gradientFill degree='45'><stop><color rgb='FF112233'/></stop>"
+    "</gradientFill></fill></fills><borders><border><left style='thin'><color auto='1'/></left></border></borders>"
+    "<cellXfs><xf numFmtId='164' fontId='0' fillId='1' borderId='0'><alignment textRotation='90' indent='2' "
+    "wrapText='1'/></xf><xf numFmtId='14'/></cellXfs><colors><indexedColors><rgbColor rgb='00FF0000'/></indexedColors>"
+    "</colors></styleSheet>";
+
+const std::string theme =
+    "<a:theme><a:themeElements><a:clrScheme><a:dk1><a:sysClr lastClr='000000'/></a:dk1><a:lt1><a:srgbClr val='FFFFFF'/>"
+    "</a:lt1></a:clrScheme></a:themeElements></a:theme>";
+
+const std::string drawing =
+    "<d><twoCellAnchor><from><col>1</col><row>2</row></from><to><col>3</col><row>4</row></to><graphicFrame>"
+    "<nvGraphicFramePr><cNvPr name='Chart 1'/></nvGraphicFramePr></graphicFrame></twoCellAnchor><oneCellAnchor><from/>"
+    "<ext cx='1' cy='2'/><AlternateContent><Choice><pic/></Choice></AlternateContent></oneCellAnchor></d>";
+
+const std::string relationships =
+    "<R><Relationship Id='d' Type='x/drawing' Target='../drawings/drawing1.xml'/><Relationship Id='t' Type='x/table' "
+    "Target='/xl/styles.xml'/></R>";
+
+const std::string workbook =
+    "<workbook><workbookPr date1904='1'/><bookViews><workbookView activeTab='0'/></bookViews><sheets><sheet name='A' "
+    "state='hidden' r:id='rId1'/></sheets><definedNames><definedName name='N' localSheetId='0'>A!$A$1</definedName>"
+    "</definedNames></workbook>";
+
+const std::string tables[] = {
+    "Name,Value,Day\r\n\"a, \"\"b\"\"\",\"1,234.5\",2026-11-24\nx,50%,11/24/2026 10:30 AM\n",
+    "a;b;c\n1e5;$12.50;TRUE\n1 1/2;24-Nov-2026;=A1\n",
+    "a\tb\n10:30\tNov 24, 2026\n25:00:01\t#N/A\n",
+    std::string("\xff\xfe\x61\0;\0b\0", 8),
+    "\xe9|\x80\n(5)|-3%\n",
+};
+
+void write(const QString& folder, int number, const std::string& bytes)
+{
+    QDir().mkpath(folder);
+    QFile file(folder + QLatin1Char('/') + QString::number(number));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), qint64(bytes.size())) != qint64(bytes.size()))
+        std::fprintf(stderr, "cannot write %s\n", qPrintable(file.fileName()));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: fuzz-seeds FOLDER\n");
+        return 2;
+    }
+    const QString folder = QString::fromLocal8Bit(argv[1]);
+    WorkbookParts parts({{"Data", "<sheetData><row><c t='s'><v>0</v></c></row></sheetData>", ""}});
+    write(folder + QLatin1String("/fuzz-package"), 1, parts.sharedTexts({"zero"}).package().toStdString());
+    write(folder + QLatin1String("/fuzz-package"), 2, "PK\5\6" + std::string(18, '\0'));
+    write(folder + QLatin1String("/fuzz-package"), 3, "\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1");
+    std::string all = sheet;
+    for (const std::string& part : {texts, styles, theme, drawing, relationships, workbook})
+        all += '\x01' + part;
+    write(folder + QLatin1String("/fuzz-workbook"), 1, all);
+    write(folder + QLatin1String("/fuzz-sheet"), 1, "\x05" + sheet);
+    write(folder + QLatin1String("/fuzz-sheet"), 2, "\xff" + sheet);
+    int number = 0;
+    for (const std::string& table : tables)
+        write(folder + QLatin1String("/fuzz-csv"), ++number, table);
+    return 0;
+}

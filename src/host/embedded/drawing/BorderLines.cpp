@@ -140,12 +140,12 @@ void paintDiagonals(QPainter& painter, const QRect& place, const BorderStyle& bo
     if (border.diagonal.style == LineStyle::None || place.isEmpty())
         return;
     QPen pen(QColor::fromRgb(border.diagonal.color), scaled(lineWidth(border.diagonal.style), scale));
-    pen.setCapStyle(Qt::FlatCap);
     const std::vector<int> pattern = dashes(border.diagonal.style);
     if (!pattern.empty()) {
         QList<qreal> lengths; // in pen widths
         for (const int length : pattern)
             lengths.append(length * scale / pen.widthF());
+        pen.setCapStyle(Qt::FlatCap);
         pen.setDashPattern(lengths);
     }
     painter.setPen(pen);

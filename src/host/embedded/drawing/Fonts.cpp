@@ -128,12 +128,14 @@ Fonts::Face Fonts::makeFace(const FontStyle& style, double pixels) const
         const auto [ascent, descent] = lineExtent(sized);
         return {sized, ascent, descent};
     }
-    // On screen a digit is a whole number of pixels wide, mostly less than its outline asks for; so texts are drawn a
-    // little narrower. Without hinting a picture of scale 2 is exactly twice as wide.
+    // On screen letters are a whole number of pixels high and digits as many wide, mostly less than their outlines ask
+    // for; so texts are drawn a little narrower. At other scales the width follows that of scale 1.
     font.setHintingPreference(QFont::PreferNoHinting);
-    const double digit = widestDigit(style, pixels / m_scale);
-    if (std::round(digit) < digit && digit >= 1)
-        font.setStretch(static_cast<int>(std::lround(100 * std::round(digit) / digit)));
+    const double screenPixels = pixels / m_scale;
+    const double screenDigit = std::min(widestDigit(style, std::max(std::round(screenPixels), 1.0)),
+                                        std::max(std::round(widestDigit(style, screenPixels)), 1.0));
+    const double digit = widestDigit(style, std::max(std::round(pixels), 1.0));
+    font.setStretch(std::clamp(static_cast<int>(std::lround(100 * screenDigit * m_scale / digit)), 50, 200));
     const QFont sized(font, device());
     const QFontMetricsF metrics(sized, device());
     return {sized, metrics.ascent(), metrics.descent()};

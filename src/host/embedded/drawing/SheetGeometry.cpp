@@ -11,11 +11,18 @@ namespace {
 constexpr double pointsPerPixel = 72.0 / 96.0;
 constexpr double twipsPerPixel = 15;
 constexpr double calcRowPoints = 12.8;
+constexpr double highestRow = 409.5; // points
 constexpr int cellPadding = 2; // pixels left and right of a text
 
 double fontLine(const Fonts& fonts, const FontStyle& style)
 {
     return std::round(fonts.face(style).lineHeight());
+}
+
+const FontStyle& fontOf(const StyleTable& styles, const CellStyle& style)
+{
+    const bool known = style.font >= 0 && static_cast<size_t>(style.font) < styles.fonts.size();
+    return styles.fonts[known ? static_cast<size_t>(style.font) : 0];
 }
 
 double characters(double pixels, int digit, int padding)
@@ -30,7 +37,7 @@ SheetGeometry::SheetGeometry(std::shared_ptr<const WorkbookContent> workbook, st
                              const SheetOverlay* overlay, Metrics metrics)
     : m_workbook(std::move(workbook)), m_sheet(std::move(sheet)), m_overlay(overlay), m_metrics(metrics)
 {
-    const FontStyle& font = m_workbook->styles.defaultFont();
+    const FontStyle& font = fontOf(m_workbook->styles, m_workbook->styles.cell(0));
     m_digit = std::max(1, static_cast<int>(std::lround(widestDigit(font, font.points / pointsPerPixel))));
     // Calc measures with a font of as many pixels as the real one has twips, a trace small.
     m_digitTwips = std::max(1.0, std::floor(widestDigit(font, font.points * 20) + 0.4));
@@ -81,7 +88,7 @@ bool SheetGeometry::columnHidden(int column) const
 double SheetGeometry::defaultRowPoints() const
 {
     if (m_sheet->defaultRowHeight > 0)
-        return m_sheet->defaultRowHeight;
+        return std::min(m_sheet->defaultRowHeight, highestRow);
     if (m_metrics == Metrics::Calc)
         return calcRowPoints;
     return (m_defaultLine + 2) * pointsPerPixel;
@@ -91,7 +98,7 @@ double SheetGeometry::rowPoints(int row, const RowContent* stored) const
 {
     double points = defaultRowPoints();
     if (stored && stored->height > 0)
-        points = static_cast<double>(stored->height);
+        points = std::min(static_cast<double>(stored->height), highestRow);
     else if (stored && m_metrics == Metrics::File && !m_sheet->customDefaultHeight)
         points = autoHeight(*stored);
     // Calc cuts heights to whole pixels, but not its own.
@@ -116,13 +123,13 @@ double SheetGeometry::autoHeight(const RowContent& stored) const
         if (style.font != fontBefore)
             line = style.font == m_workbook->styles.cells[0].font
                        ? m_defaultLine
-                       : fontLine(m_fonts, m_workbook->styles.fonts[static_cast<size_t>(style.font)]);
+                       : fontLine(m_fonts, fontOf(m_workbook->styles, style));
         fontBefore = style.font;
         extra = std::max(extra, line - m_defaultLine);
         if (style.wrap)
             extra = std::max(extra, cellHeight(*cell, stored.row, line) - m_defaultLine - 2);
     }
-    const double points = fallback + extra * pointsPerPixel;
+    const double points = std::min(fallback + extra * pointsPerPixel, highestRow);
     m_autoHeights.emplace(stored.row, points);
     return points;
 }
@@ -136,7 +143,7 @@ double SheetGeometry::cellHeight(const Cell& cell, int row, double line) const
         return line + 2;
     const QString text = (cell.kind == CellKind::Text ? m_workbook->texts : m_sheet->texts).text(cell.text);
     const CellStyle& style = m_workbook->styles.cell(static_cast<int>(cell.style));
-    const Fonts::Face& face = m_fonts.face(m_workbook->styles.fonts[static_cast<size_t>(style.font)]);
+    const Fonts::Face& face = m_fonts.face(fontOf(m_workbook->styles, style));
     const double width = shownExactColumnPixels(cell.column) - 2 * cellPadding;
     const auto lines = breakLines(
         text, width, [&](int start, int length) { return face.advance(QStringView(text).mid(start, length)); });

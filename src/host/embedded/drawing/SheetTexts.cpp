@@ -47,7 +47,7 @@ bool takesSeveralLines(const CellStyle& style)
 SheetTexts::SheetTexts(const SheetCells& cells, const SheetGeometry& geometry, const VisibleGrid& grid,
                        const Fonts& fonts, Metrics metrics)
     : m_cells(cells), m_geometry(geometry), m_grid(grid), m_fonts(fonts), m_metrics(metrics),
-      m_padding(2 * grid.scale()), m_blank(fonts.face(cells.workbook().styles.defaultFont()).advance(u" "))
+      m_padding(2 * grid.scale()), m_blank(fonts.face(cells.font(cells.workbook().styles.cell(0))).advance(u" "))
 {
 }
 
@@ -114,7 +114,8 @@ double SheetTexts::indent(const Place& place) const
 {
     const bool indented = place.horizontal == Horizontal::Left || place.horizontal == Horizontal::Right ||
                           place.horizontal == Horizontal::Distributed;
-    return indented ? std::floor(3 * m_blank * place.style.indent) : 0;
+    // Three blanks, in whole pixels of scale 1.
+    return indented ? std::floor(3 * m_blank / m_grid.scale()) * m_grid.scale() * place.style.indent : 0;
 }
 
 double SheetTexts::innerWidth(const Place& place) const

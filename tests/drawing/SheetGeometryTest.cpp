@@ -1,0 +1,246 @@
+#include "host/embedded/drawing/SheetGeometry.h"
+#include "SheetBuilder.h"
+#include "host/embedded/drawing/TextLines.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace lumivane::embedded {
+namespace {
+
+struct WidthRow
+{
+    const char* name;
+    double stored;
+    int pixels;
+    double characters;
+};
+
+TEST(SheetGeometry, turnsStoredWidthsIntoPixelsAndCharacters)
+{
+    const WidthRow rows[] = {
+        {"the customary one", 9.140625, 64, 8.43}, {"ten characters", 10.7109375, 75, 10},
+        {"a whole stored number", 20, 140, 19.29}, {"narrower than a character", 1, 7, 0.58},
+        {"one character", 1.7109375, 12, 1},       {"a sliver", 0.140625, 1, 0.08},
+        {"the widest", 255.7109375, 1790, 255},    {"wider than allowed", 5000, 1792, 255.29},
+    };
+    for (const WidthRow& row : rows) {
+        SheetBuilder made;
+        made.column(1, 1, row.stored);
+        const SheetGeometry geometry(made.workbook(), made.content());
+        ASSERT_EQ(geometry.digitPixels(), 7);
+        EXPECT_EQ(geometry.columnPixels(1), row.pixels) << row.name;
+        EXPECT_DOUBLE_EQ(geometry.columnWidthCharacters(1), row.characters) << row.name;
+    }
+}
+
+TEST(SheetGeometry, givesColumnsTheirDefaultWidth)
+{
+    struct Row
+    {
+        const char* name;
+        double sheetDefault;
+        int base;
+        int pixels;
+    };
+    const Row rows[] = {{"nothing stored", -1, 8, 64},
+                        {"ten base characters", -1, 10, 80},
+                        {"stored default", 12.7109375, 8, 89},
+                        {"absurd base", -1, 1000000, 1792}};
+    for (const Row& row : rows) {
+        SheetBuilder made;
+        made.sheet().defaultColumnWidth = row.sheetDefault;
+        made.sheet().baseColumnWidth = row.base;
+        EXPECT_EQ(SheetGeometry(made.workbook(), made.content()).columnPixels(500), row.pixels) << row.name;
+    }
+}
+
+TEST(SheetGeometry, readsBackTheCharactersThatAJobSets)
+{
+    SheetBuilder made;
+    const double widths[] = {0.5, 1, 8.43, 12.71, 30.14, 100};
+    SheetOverlay overlay;
+    int column = 0;
+    for (const double width : widths)
+        overlay.columnWidths[++column] = width;
+    const SheetGeometry geometry(made.workbook(), made.content(), &overlay);
+    column = 0;
+    for (const double width : widths)
+        EXPECT_NEAR(geometry.columnWidthCharacters(++column), width, 0.005) << width;
+    EXPECT_EQ(geometry.columnPixels(3), 64);
+}
+
+TEST(SheetGeometry, hidesRowsAndColumns)
+{
+    SheetBuilder made;
+    made.column(1, 1, 10, true).column(2, 2, 0).column(3, 3, 10);
+    made.row(1).hidden = true;
+    made.row(1).height = 30;
+    made.row(2).height = 0;
+    made.row(3).height = 22.5F;
+    SheetOverlay overlay;
+    overlay.rowHeights[4] = 0;
+    overlay.rowHeights[1] = 12;
+    overlay.columnWidths[3] = 0;
+    const auto workbook = made.workbook();
+    const auto sheet = made.content();
+    const SheetGeometry stored(workbook, sheet);
+    EXPECT_EQ(stored.rowHeightPoints(1), 0);
+    EXPECT_EQ(stored.shownRowHeightPoints(1), 30);
+    EXPECT_EQ(stored.rowPixels(1), 0);
+    EXPECT_TRUE(stored.rowHidden(2));
+    EXPECT_EQ(stored.rowPixels(3), 30);
+    EXPECT_TRUE(stored.columnHidden(1));
+    EXPECT_EQ(stored.shownColumnPixels(1), 70);
+    EXPECT_TRUE(stored.columnHidden(2));
+    EXPECT_EQ(stored.columnWidthCharacters(2), 0);
+    const SheetGeometry changed(workbook, sheet, &overlay);
+    EXPECT_EQ(changed.rowHeightPoints(1), 12) << "a height shows a hidden row again";
+    EXPECT_TRUE(changed.rowHidden(4));
+    EXPECT_TRUE(changed.columnHidden(3));
+    EXPECT_EQ(changed.shownColumnPixels(3), 70) << "what it would have if shown";
+}
+
+TEST(SheetGeometry, sumsUpWithoutWalkingOverEveryRow)
+{
+    SheetBuilder made;
+    made.row(2).height = 30;
+    made.row(5).hidden = true;
+    SheetOverlay overlay;
+    overlay.rowHeights[7] = 60;
+    const SheetGeometry geometry(made.workbook(), made.content(), &overlay);
+    EXPECT_EQ(geometry.rowsPixels(1, 10), 20 * 7 + 40 + 0 + 80);
+    EXPECT_EQ(geometry.rowsPixels(1, maxRow), 20ll * (maxRow - 3) + 120);
+    EXPECT_EQ(geometry.rowEdges(1, 3), (std::vector<int>{0, 20, 60, 80}));
+    EXPECT_EQ(geometry.rowsPixels(5, 4), 0);
+}
+
+TEST(SheetGeometry, doublesEdgesExactlyAtScaleTwo)
+{
+    SheetBuilder made;
+    made.column(1, 1, 9.140625).column(2, 2, 3.3).column(3, 3, 17.77);
+    made.row(1).height = 14.4F;
+    made.row(2).height = 17.3F;
+    const SheetGeometry geometry(made.workbook(), made.content());
+    const auto doubled = [](std::vector<int> edges) {
+        for (int& edge : edges)
+            edge *= 2;
+        return edges;
+    };
+    EXPECT_EQ(geometry.columnEdges(1, 4, 2), doubled(geometry.columnEdges(1, 4)));
+    EXPECT_EQ(geometry.rowEdges(1, 4, 2), doubled(geometry.rowEdges(1, 4)));
+}
+
+TEST(SheetGeometry, growsRowsThatStoreNoHeight)
+{
+    SheetBuilder made;
+    FontStyle large;
+    large.points = 18;
+    FontStyle small;
+    small.points = 8;
+    const int wrapped = made.style([](CellStyle& style) { style.wrap = true; });
+    made.text(1, 1, u"x"_s)
+        .text(2, 1, u"x"_s, made.fontStyle(large))
+        .text(3, 1, u"x"_s, made.fontStyle(small))
+        .text(4, 1, u"one\ntwo\nthree"_s, wrapped)
+        .text(5, 1, u"one\ntwo\nthree"_s, wrapped)
+        .text(6, 1, u"one\ntwo"_s)
+        .text(7, 1, u"merged\nmerged"_s, wrapped)
+        .text(9, 1, QString(500, u'\n'), wrapped);
+    made.row(10).height = 1e9F;
+    made.row(5).height = 20;
+    made.sheet().merged.push_back({7, 1, 7, 2});
+    const SheetGeometry geometry(made.workbook(), made.content());
+    EXPECT_EQ(geometry.rowHeightPoints(1), 15);
+    EXPECT_GE(geometry.rowHeightPoints(2), 22);
+    EXPECT_LE(geometry.rowHeightPoints(2), 25);
+    EXPECT_EQ(geometry.rowHeightPoints(3), 15) << "never lower than the default";
+    EXPECT_EQ(geometry.rowHeightPoints(4), 45) << "three lines";
+    EXPECT_EQ(geometry.rowHeightPoints(5), 20) << "stored";
+    EXPECT_EQ(geometry.rowHeightPoints(6), 15) << "line feeds do not break without wrapping";
+    EXPECT_EQ(geometry.rowHeightPoints(7), 15) << "merged cells do not grow";
+    EXPECT_EQ(geometry.rowHeightPoints(8), 15) << "not stored";
+    EXPECT_EQ(geometry.rowHeightPoints(9), 409.5) << "no row is higher";
+    EXPECT_EQ(geometry.rowHeightPoints(10), 409.5);
+    made.sheet().customDefaultHeight = true;
+    EXPECT_EQ(SheetGeometry(made.workbook(), made.content()).rowHeightPoints(4), 15);
+}
+
+TEST(SheetGeometry, hidesRowsNotStoredWhereTheSheetSaysSo)
+{
+    SheetBuilder made;
+    made.sheet().defaultRowsHidden = true;
+    made.number(2, 1, 1);
+    const SheetGeometry geometry(made.workbook(), made.content());
+    EXPECT_TRUE(geometry.rowHidden(1));
+    EXPECT_FALSE(geometry.rowHidden(2));
+    EXPECT_EQ(geometry.rowsPixels(1, 1000), 20);
+}
+
+TEST(SheetGeometry, measuresAsCalcDoesWhenAsked)
+{
+    SheetBuilder made;
+    made.column(1, 1, 20);
+    made.row(1).height = 14.4F;
+    const SheetGeometry geometry(made.workbook(), made.content(), nullptr, Metrics::Calc);
+    EXPECT_EQ(geometry.columnPixels(1), 148);
+    EXPECT_EQ(geometry.columnPixels(2), 64);
+    EXPECT_DOUBLE_EQ(geometry.rowHeightPoints(1), 14.25) << "cut to whole pixels";
+}
+
+TEST(Fonts, givesMissingFamiliesOneOfEqualWidths)
+{
+    EXPECT_EQ(installedFamily(u"Calibri"_s), u"Carlito"_s);
+    EXPECT_EQ(installedFamily(u"ARIAL"_s), u"Liberation Sans"_s);
+    EXPECT_EQ(installedFamily(u"Arial CE"_s), u"Liberation Sans"_s);
+    EXPECT_EQ(installedFamily(u"Times New Roman"_s), u"Liberation Serif"_s);
+    EXPECT_EQ(installedFamily(u"DejaVu Sans Mono"_s), u"DejaVu Sans Mono"_s);
+    EXPECT_EQ(installedFamily(u"No Such Font"_s), u"DejaVu Sans"_s);
+}
+
+struct BreakRow
+{
+    const char* name;
+    const char* text;
+    double width;
+    std::vector<std::string> lines;
+};
+
+TEST(TextLines, breaksWhereALineIsFull)
+{
+    const BreakRow rows[] = {
+        {"fits", "one two", 100, {"one two"}},
+        {"between words", "one two three", 70, {"one two", "three"}},
+        {"blank at the break is dropped", "one two", 40, {"one", "two"}},
+        {"blank beyond the edge needs no room", "one two", 30, {"one", "two"}},
+        {"line feed", "a\nb", 100, {"a", "b"}},
+        {"empty lines stay", "a\n\nb\n", 100, {"a", "", "b", ""}},
+        {"carriage return", "a\r\nb", 100, {"a", "b"}},
+        {"long word between letters", "abcdefgh", 30, {"abc", "def", "gh"}},
+        {"long word behind a short one", "a bcdefgh", 30, {"a", "bcd", "efg", "h"}},
+        {"narrower than a letter", "abc", 5, {"a", "b", "c"}},
+        {"hyphen", "well-known", 60, {"well-", "known"}},
+        {"empty", "", 10, {""}},
+    };
+    for (const BreakRow& row : rows) {
+        const QString text = QString::fromUtf8(row.text);
+        std::vector<std::string> lines;
+        for (const TextLine& line : breakLines(text, row.width, [](int, int length) { return length * 10.0; }))
+            lines.push_back(text.mid(line.start, line.length).toStdString());
+        EXPECT_EQ(lines, row.lines) << row.name;
+    }
+}
+
+TEST(TextLines, knowsLastLinesOfParagraphs)
+{
+    const auto lines = breakLines(u"one two\nthree"_s, 30, [](int, int length) { return length * 10.0; });
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_FALSE(lines[0].endsParagraph);
+    EXPECT_TRUE(lines[1].endsParagraph);
+    EXPECT_FALSE(lines[2].endsParagraph) << "a word cut between letters goes on";
+    EXPECT_TRUE(lines[3].endsParagraph);
+}
+
+} // namespace
+} // namespace lumivane::embedded

@@ -6,7 +6,7 @@ namespace lumivane::embedded {
 
 QString errorText(ErrorCode code)
 {
-    static const char* const texts[] = {"#NULL!", "#DIV/0!", "#VALUE!",        "#REF!",   "#NAME?",
+    static const char* const texts[] = {"#NULL!", "#DIV/0!", "#VALUE!",       "#REF!",   "#NAME?",
                                         "#NUM!",  "#N/A",    "#GETTING_DATA", "#SPILL!", "#CALC!"};
     return QString::fromLatin1(texts[static_cast<size_t>(code)]);
 }
@@ -41,6 +41,7 @@ int TextTable::append(std::string_view utf8)
 
 void TextTable::setRuns(int index, std::vector<TextRun> runs)
 {
+    m_runCount += runs.size();
     m_runs.emplace_back(index, std::move(runs));
 }
 
@@ -83,11 +84,32 @@ const ColumnContent* SheetContent::findColumn(int column) const
     return place != columns.end() && place->first <= column ? &*place : nullptr;
 }
 
+void SheetContent::setMerged(std::vector<CellArea> areas)
+{
+    merged = std::move(areas);
+    std::stable_sort(merged.begin(), merged.end(),
+                     [](const CellArea& a, const CellArea& b) { return a.firstRow < b.firstRow; });
+    mergedReach.clear();
+    for (const CellArea& area : merged)
+        mergedReach.push_back(std::max(area.lastRow, mergedReach.empty() ? 0 : mergedReach.back()));
+}
+
 const CellArea* SheetContent::mergedAt(int row, int column) const
 {
-    const auto place = std::find_if(merged.begin(), merged.end(),
-                                    [&](const CellArea& area) { return area.contains(row, column); });
-    return place != merged.end() ? &*place : nullptr;
+    if (mergedReach.size() != merged.size()) {
+        const auto place = std::find_if(merged.begin(), merged.end(),
+                                        [&](const CellArea& area) { return area.contains(row, column); });
+        return place != merged.end() ? &*place : nullptr;
+    }
+    // From the last that begins at or above the row, back to where none reaches down to it any more.
+    auto place = std::upper_bound(merged.begin(), merged.end(), row,
+                                  [](int wanted, const CellArea& area) { return wanted < area.firstRow; });
+    while (place != merged.begin() && mergedReach[static_cast<size_t>(place - merged.begin()) - 1] >= row) {
+        --place;
+        if (place->contains(row, column))
+            return &*place;
+    }
+    return nullptr;
 }
 
 qint64 SheetContent::bytes() const

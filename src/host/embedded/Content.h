@@ -59,6 +59,7 @@ public:
     QString text(quint64 index) const;
     /// Runs in ascending order; null for a plain text.
     const std::vector<TextRun>* runs(quint64 index) const;
+    size_t runCount() const { return m_runCount; } ///< of all texts
 
     int append(std::string_view utf8);
     /// Of a text appended after all others that have runs.
@@ -69,6 +70,7 @@ private:
     std::vector<char> m_bytes;
     std::vector<quint32> m_ends;
     std::vector<std::pair<int, std::vector<TextRun>>> m_runs; ///< ascending by index
+    size_t m_runCount = 0;
 };
 
 struct RowContent
@@ -135,7 +137,8 @@ struct SheetContent
     std::vector<RowContent> rows;       ///< those stored, ascending
     std::vector<ColumnContent> columns; ///< ascending, not overlapping
     std::vector<CellArea> merged;       ///< not overlapping
-    std::vector<CellArea> filtered;     ///< ranges of auto filters
+    std::vector<int> mergedReach;   ///< beside `merged`: the last row of all up to that one; empty without setMerged
+    std::vector<CellArea> filtered; ///< ranges of auto filters
     std::vector<DrawingContent> drawings;
     TextTable texts;
     SheetView view;
@@ -152,6 +155,8 @@ struct SheetContent
     const RowContent* findRow(int row) const;
     const Cell* find(int row, int column) const;
     const ColumnContent* findColumn(int column) const;
+    /// Sets `merged`, in the order of their first rows and ready to be found fast.
+    void setMerged(std::vector<CellArea> areas);
     const CellArea* mergedAt(int row, int column) const;
     qint64 bytes() const;
 };

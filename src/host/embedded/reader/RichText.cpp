@@ -1,13 +1,18 @@
 #include "host/embedded/reader/RichText.h"
 
 #include "host/embedded/reader/AttributeValues.h"
+#include "host/embedded/reader/Fault.h"
 #include "host/embedded/reader/StyleReader.h"
 
 #include <QStringView>
 
 namespace lumivane::embedded {
 
+using namespace Qt::StringLiterals;
+
 namespace {
+
+constexpr size_t maxRuns = 2'000'000;
 
 FontStyle readRunFont(XmlScanner& xml, const Palette& palette)
 {
@@ -171,6 +176,8 @@ int readRichText(XmlScanner& xml, const Palette& palette, TextTable& texts, std:
     const int index = texts.append(buffer);
     if (styled)
         texts.setRuns(index, std::move(runs));
+    if (texts.runCount() > maxRuns)
+        throw Fault{u"its texts have more than %1 changes of font"_s.arg(maxRuns)};
     return index;
 }
 

@@ -20,6 +20,9 @@ constexpr size_t maxMerges = 200000;
 constexpr size_t maxCells = 40'000'000;
 constexpr size_t maxRowEntries = 4'000'000; ///< more than the sheet has rows, as some may come twice
 
+constexpr double maxHeight = 409.5; ///< points
+constexpr double maxWidth = 255;    ///< characters
+
 /// Units of the least XML that a cell can take: "<c/>".
 constexpr quint64 leastCellBytes = 4;
 
@@ -191,11 +194,11 @@ void SheetReader::readPane()
 void SheetReader::readDefaults()
 {
     const double height = numberFrom(m_xml.attribute("defaultRowHeight")).value_or(-1);
-    m_content.defaultRowHeight = height >= 0 && height <= 409.5 ? height : -1;
+    m_content.defaultRowHeight = height >= 0 ? std::min(height, maxHeight) : -1;
     m_content.customDefaultHeight = flagFrom(m_xml.attribute("customHeight"), false);
     m_content.defaultRowsHidden = flagFrom(m_xml.attribute("zeroHeight"), false);
     const double width = numberFrom(m_xml.attribute("defaultColWidth")).value_or(-1);
-    m_content.defaultColumnWidth = width >= 0 && width <= 255 ? width : -1;
+    m_content.defaultColumnWidth = width >= 0 ? std::min(width, maxWidth) : -1;
     m_content.baseColumnWidth = std::clamp(integerFrom(m_xml.attribute("baseColWidth")).value_or(8), 0, 255);
     m_xml.skip();
 }
@@ -230,7 +233,7 @@ void SheetReader::readColumn()
     if (column.first > column.last || m_content.columns.size() >= size_t(maxColumn))
         return;
     const double width = numberFrom(m_xml.attribute("width")).value_or(-1);
-    column.width = width >= 0 ? std::min(width, 255.0) : -1;
+    column.width = width >= 0 ? std::min(width, maxWidth) : -1;
     column.customWidth = flagFrom(m_xml.attribute("customWidth"), false);
     column.hidden = flagFrom(m_xml.attribute("hidden"), false) || (width == 0 && column.customWidth);
     column.style = std::max(-1, integerFrom(m_xml.attribute("style")).value_or(-1));
@@ -255,7 +258,7 @@ void SheetReader::readRow()
             number = integerFrom(attribute.value).value_or(0);
         } else if (attribute.name == "ht") {
             const double height = numberFrom(attribute.value).value_or(-1);
-            row.height = height >= 0 && height <= 409.5 ? static_cast<float>(height) : -1;
+            row.height = height >= 0 ? static_cast<float>(std::min(height, maxHeight)) : -1;
         } else if (attribute.name == "customHeight") {
             row.customHeight = flagFrom(attribute.value, false);
         } else if (attribute.name == "hidden") {
@@ -414,7 +417,7 @@ void SheetReader::setValue(CellStart& start, std::string_view raw)
     } else if (start.type == "d") {
         setDate(cell, raw);
     } else {
-        failCell("an unknown type", start.type);
+        failCell(cell, "an unknown type", start.type);
     }
 }
 
@@ -430,7 +433,7 @@ void SheetReader::setNumber(Cell& cell, std::string_view raw)
             return;
         }
         if (!other)
-            failCell("a number that is none", raw);
+            failCell(cell, "a number that is none", raw);
         value = *other;
     }
     cell.kind = CellKind::Number;
@@ -441,7 +444,7 @@ void SheetReader::setDate(Cell& cell, std::string_view raw)
 {
     const std::optional<double> serial = serialFromIso(raw, m_surroundings.date1904);
     if (!serial)
-        failCell("a date that is none", raw);
+        failCell(cell, "a date that is none", raw);
     cell.kind = CellKind::Number;
     cell.number = *serial;
 }
@@ -453,16 +456,15 @@ void SheetReader::setSharedText(Cell& cell, std::string_view raw)
     if (error != std::errc() || end != raw.data() + raw.size())
         index = integerFrom(raw).value_or(-1);
     if (index < 0 || index >= m_surroundings.sharedTexts)
-        failCell("the number of a text that the workbook does not have", raw);
+        failCell(cell, "the number of a text that the workbook does not have", raw);
     cell.kind = CellKind::Text;
     cell.text = static_cast<quint64>(index);
 }
 
-void SheetReader::failCell(const char* what, std::string_view value) const
+void SheetReader::failCell(const Cell& cell, const char* what, std::string_view value) const
 {
-    const QString address = columnLetters(m_column + 1) + QString::number(m_cellRow);
-    throw Fault{
-        u"a cell near %1 holds %2: \"%3\""_s.arg(address, QLatin1StringView(what), textFrom(value.substr(0, 100)))};
+    const QString address = columnLetters(cell.column) + QString::number(m_cellRow);
+    throw Fault{u"cell %1 holds %2: \"%3\""_s.arg(address, QLatin1StringView(what), textFrom(value.substr(0, 100)))};
 }
 
 void SheetReader::appendCell(const Cell& cell)
@@ -477,7 +479,6 @@ void SheetReader::appendCell(const Cell& cell)
 
 void SheetReader::readMerges()
 {
-    std::vector<CellArea>& merged = m_content.merged;
     std::vector<CellArea> found;
     forChildren([&](quint64 name) {
         if (name == nameKey("mergeCell")) {
@@ -491,7 +492,7 @@ void SheetReader::readMerges()
         }
         m_xml.skip();
     });
-    merged = withoutOverlaps(found);
+    m_content.setMerged(withoutOverlaps(found));
 }
 
 void SheetReader::readTableParts()

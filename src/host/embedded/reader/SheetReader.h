@@ -59,7 +59,7 @@ private:
     void measure();
     template <class Handle>
     void forChildren(Handle handle);
-    [[noreturn]] void failCell(const char* what, std::string_view value) const;
+    [[noreturn]] void failCell(const Cell& cell, const char* what, std::string_view value) const;
 
     const SheetSurroundings m_surroundings;
     SheetContent& m_content;

@@ -30,9 +30,9 @@ private:
     Token next()
     {
         const QChar c = m_statement[m_at];
-        if (isWordChar(c) && !c.isDigit())
+        if (isWordChar(c) && !isDigit(c))
             return {Token::Kind::Word, take(&TokenReader::isWordChar), 0};
-        if (c.isDigit() || (c == u'.' && peek(1).isDigit()))
+        if (isDigit(c) || (c == u'.' && isDigit(peek(1))))
             return {Token::Kind::Number, number(), 0};
         if (c == u'\'' || c == u'"')
             return {Token::Kind::Text, enclosed(c, true, u"text"_s), 0};

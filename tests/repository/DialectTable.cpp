@@ -102,6 +102,7 @@ TEST(Dialect, WhatIsNotUnderstoodIsRefusedByItsPlace)
         {"empty list", "DELETE FROM t WHERE ID NOT IN ( )", "at character 31, [( )]: the list behind IN is empty"},
         {"parameter", "SELECT ? FROM t", "at character 8, [? FROM t]: this sign is not understood"},
         {"named parameter", "SELECT :a FROM t", "this sign is not understood"},
+        {"digit of another script", "SELECT ߇ FROM t", "at character 8, [߇ FROM t]: this sign is not understood"},
         {"joining sign", "SELECT a & b FROM t", "this sign is not understood"},
         {"top of nothing", "SELECT TOP 1.5 * FROM t", "TOP takes a number of rows"},
         {"top per cent", "SELECT TOP 5 PERCENT * FROM t", "TOP takes a number of rows"},

@@ -16,7 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int busyTimeout = 5000; // milliseconds
+constexpr int busyTimeout = 5000;         // milliseconds
+constexpr int deadlineInterval = 100'000; // steps of SQLite's machine, about a millisecond
 
 bool isAllowedFunction(const char* name)
 {
@@ -47,6 +48,13 @@ int authorizeStatement(void* data, int action, const char* first, const char* se
     }
 }
 
+/// A statement into which a hostile text found its way must not hold the program up.
+int giveUpAfterDeadline(void* data)
+{
+    const auto* connection = static_cast<const Database::Connection*>(data);
+    return !connection->unrestricted && connection->deadline.hasExpired();
+}
+
 RuntimeError failureOf(int code, const QString& fileName, const QString& details)
 {
     const QString file = u"["_s + fileName + u"]"_s;
@@ -72,6 +80,8 @@ RuntimeError failureOf(int code, const QString& fileName, const QString& details
                                    u"). Check the disk or network folder it lies on."_s};
     case SQLITE_AUTH:
         return {NotAllowed, u"The statement does what the program never does: "_s + details + u"."_s};
+    case SQLITE_INTERRUPT:
+        return {StatementFailed, u"The statement takes too long and was given up; "_s + file + u" is as it was."_s};
     case SQLITE_TOOBIG:
         return {StatementFailed, u"A text or statement for "_s + file + u" is too long."_s};
     default:
@@ -107,6 +117,7 @@ Database::Connection::Connection(const QString& file, Trust trust, int openFlags
     sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
     registerFunctions(handle);
     sqlite3_set_authorizer(handle, authorizeStatement, this);
+    sqlite3_progress_handler(handle, deadlineInterval, giveUpAfterDeadline, this);
 }
 
 Database::Connection::~Connection()
@@ -134,6 +145,7 @@ void Database::Connection::fail(int code) const
 
 SqliteStatement::SqliteStatement(Database::Connection& connection, const QByteArray& sql) : m_connection(connection)
 {
+    connection.deadline.setRemainingTime(connection.statementLimit);
     const char* tail = nullptr;
     connection.check(sqlite3_prepare_v2(connection.handle, sql.constData(), int(sql.size()), &m_statement, &tail));
 }

@@ -3,7 +3,9 @@
 #include "repository/Database.h"
 
 #include <QByteArray>
+#include <QDeadlineTimer>
 #include <QList>
+#include <chrono>
 #include <sqlite3.h>
 
 namespace lumivane {
@@ -56,6 +58,8 @@ struct Database::Connection
     sqlite3* handle = nullptr;
     QString fileName;
     bool unrestricted = false; ///< statements of our own are running
+    std::chrono::milliseconds statementLimit = std::chrono::seconds(20);
+    QDeadlineTimer deadline{QDeadlineTimer::Forever}; ///< of the statement that is running
 };
 
 /// Lifts the restrictions of the dialect while it lives.

@@ -55,6 +55,8 @@ private:
     int copyInto(const QString& sql, const struct Translation& translation);
 
     std::shared_ptr<Connection> m_connection;
+
+    friend struct DatabaseProbe; // tests shorten the time a statement has
 };
 
 /// The connect text that every database of the program is opened with.

@@ -1,3 +1,4 @@
+#include "repository/Connection.h"
 #include "repository/ProjectFile.h"
 
 #include <QDir>
@@ -7,7 +8,17 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace lumivane::test {
+namespace lumivane {
+
+struct DatabaseProbe
+{
+    static void setStatementLimit(Database& database, std::chrono::milliseconds limit)
+    {
+        database.m_connection->statementLimit = limit;
+    }
+};
+
+namespace test {
 
 using namespace Qt::StringLiterals;
 
@@ -157,6 +168,18 @@ TEST_F(DatabaseFiles, HostileStatementsAreRefused)
     EXPECT_NE(failure([&] { db->OpenRecordset(u"DELETE FROM LvnSystem"_s); }), u"(none)"_s);
     EXPECT_NE(failure([&] { db->OpenRecordset(u"SELECT x FROM LvnSystem"_s); }), u"(none)"_s);
     EXPECT_EQ(rows(u"SELECT * FROM LvnSystem"_s), before);
+}
+
+TEST_F(DatabaseFiles, AStatementWithoutEndIsGivenUp)
+{
+    for (int i = 0; i < 100; ++i)
+        db->Execute(u"INSERT INTO LvnSourceDoc (Mask) VALUES ('x')"_s);
+    const QString endless = u"UPDATE LvnSourceDoc SET Mask = 'y' WHERE 0 < (SELECT COUNT(*) FROM LvnSourceDoc AS a, "
+                            "LvnSourceDoc AS b, LvnSourceDoc AS c, LvnSourceDoc AS d, LvnSourceDoc AS e, "
+                            "LvnSourceDoc AS f)"_s;
+    DatabaseProbe::setStatementLimit(*db, std::chrono::milliseconds(50));
+    EXPECT_TRUE(failure([&] { db->Execute(endless); }).startsWith(u"The statement takes too long"_s));
+    EXPECT_EQ(rows(u"SELECT DISTINCT Mask FROM LvnSourceDoc"_s), QStringList(u"x"_s));
 }
 
 TEST_F(DatabaseFiles, AFailureInsideAStatementNamesItsPlace)
@@ -319,4 +342,5 @@ TEST_F(DatabaseFiles, AKilledProcessLeavesAReadableProject)
         << "a save that had returned is there";
 }
 
-} // namespace lumivane::test
+} // namespace test
+} // namespace lumivane

@@ -141,14 +141,33 @@ TEST(EmbeddedSheet, RefusesPicturesNobodyCouldLookAt)
               sheet->CopyPicture(*CellArea::parse(u"A1:B3")).size() * 2);
 }
 
-/// A workbook with a chart over B2:D5, as stored by spreadsheet programs.
-WorkbookParts withChart(const std::string& sheetData)
+constexpr int emuPerPixel = 9525;
+
+std::string corner(const std::string& tag, int column, int row)
+{
+    return "<xdr:" + tag + "><xdr:col>" + std::to_string(column) + "</xdr:col><xdr:colOff>0</xdr:colOff><xdr:row>" +
+           std::to_string(row) + "</xdr:row><xdr:rowOff>0</xdr:rowOff></xdr:" + tag + ">";
+}
+
+/// Where a drawing lies, as <xdr:...> around it.
+struct DrawingPlace
+{
+    std::string tag, inside;
+};
+
+const DrawingPlace b2ToD5{"twoCellAnchor", corner("from", 1, 1) + corner("to", 3, 4)}; // the corner of D5
+
+DrawingPlace fromB2(int width, int height)
+{
+    return {"oneCellAnchor", corner("from", 1, 1) + "<xdr:ext cx=\"" + std::to_string(width * emuPerPixel) +
+                                 "\" cy=\"" + std::to_string(height * emuPerPixel) + "\"/>"};
+}
+
+/// A workbook with a chart, as stored by spreadsheet programs.
+WorkbookParts withChart(const std::string& sheetData, const DrawingPlace& place = b2ToD5,
+                        const std::string& attributes = "")
 {
     const std::string relations = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
-    const auto corner = [](const std::string& tag, int column, int row) {
-        return "<xdr:" + tag + "><xdr:col>" + std::to_string(column) + "</xdr:col><xdr:colOff>0</xdr:colOff><xdr:row>" +
-               std::to_string(row) + "</xdr:row><xdr:rowOff>0</xdr:rowOff></xdr:" + tag + ">";
-    };
     WorkbookParts parts({{"Data", "<sheetData>" + sheetData + "</sheetData><drawing r:id=\"d1\"/>", ""}});
     const std::string list = "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
                              "<Relationship Id=\"";
@@ -162,12 +181,13 @@ WorkbookParts withChart(const std::string& sheetData)
     parts.set("xl/drawings/drawing1.xml",
               "<xdr:wsDr xmlns:xdr=\"http://schemas.openxmlformats.org/drawingml/2006/spreadsheetDrawing\" "
               "xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\" xmlns:r=\"" +
-                  relations + "\"><xdr:twoCellAnchor>" + corner("from", 1, 1) + corner("to", 3, 4) +
-                  "<xdr:graphicFrame><xdr:nvGraphicFramePr><xdr:cNvPr id=\"2\" name=\"Sales\"/><xdr:cNvGraphicFramePr/>"
-                  "</xdr:nvGraphicFramePr><a:graphic><a:graphicData "
+                  relations + "\"><xdr:" + place.tag + ">" + place.inside +
+                  "<xdr:graphicFrame><xdr:nvGraphicFramePr><xdr:cNvPr id=\"2\" name=\"Sales\"" + attributes +
+                  "/><xdr:cNvGraphicFramePr/></xdr:nvGraphicFramePr><a:graphic><a:graphicData "
                   "uri=\"http://schemas.openxmlformats.org/drawingml/2006/chart\"><c:chart "
                   "xmlns:c=\"http://schemas.openxmlformats.org/drawingml/2006/chart\" r:id=\"c1\"/></a:graphicData>"
-                  "</a:graphic></xdr:graphicFrame><xdr:clientData/></xdr:twoCellAnchor></xdr:wsDr>");
+                  "</a:graphic></xdr:graphicFrame><xdr:clientData/></xdr:" +
+                  place.tag + "></xdr:wsDr>");
     return parts;
 }
 
@@ -184,6 +204,43 @@ TEST(EmbeddedSheet, TellsWhatAPictureLacks)
     EXPECT_EQ(sheet->undrawn(*CellArea::parse(u"E1:F9")), QStringList());
     sheet->Rows(u"2:5"_s).setRowHeight(0);
     EXPECT_EQ(sheet->undrawn(*CellArea::parse(u"A1:D6")), QStringList()) << "squeezed away with its rows";
+}
+
+TEST(EmbeddedSheet, ADrawingIsMissedWhereverAnyOfItWouldShow)
+{
+    struct Row
+    {
+        const char* name;
+        DrawingPlace place;
+        const char* area;
+        bool missed;
+        const char* attributes = "";
+    };
+    // Rows of 20 and columns of 64 pixels.
+    const Row rows[] = {
+        {"last cell of the anchor", b2ToD5, "C4", true},
+        {"the anchor only touches this row", b2ToD5, "C5", false},
+        {"the anchor only touches this column", b2ToD5, "D4", false},
+        {"above the anchor", b2ToD5, "B1", false},
+        {"one pixel of the next row", fromB2(64, 21), "B3", true},
+        {"not one pixel of it", fromB2(64, 20), "B3", false},
+        {"one pixel of the next column", fromB2(65, 20), "C2", true},
+        {"far beyond its cell", fromB2(6400, 20000), "CA900", true},
+        {"without size", fromB2(0, 0), "A1:Z9", false},
+        {"hidden by its owner", b2ToD5, "A1:Z9", false, " hidden=\"1\""},
+    };
+    OwnApplication own;
+    for (const Row& row : rows) {
+        const std::string even = "<row r=\"1\"/>";
+        WorkbookParts parts = withChart(even, row.place, row.attributes);
+        auto& sheetXml = std::find_if(parts.entries.begin(), parts.entries.end(), [](const PackageEntry& entry) {
+                             return entry.name == "xl/worksheets/sheet1.xml";
+                         })->bytes;
+        sheetXml.insert(sheetXml.find("<sheetData>"),
+                        "<sheetFormatPr defaultColWidth=\"9.140625\" defaultRowHeight=\"15\" customHeight=\"1\"/>");
+        const auto sheet = own.open(parts)->ActiveSheet();
+        EXPECT_EQ(!sheet->undrawn(*CellArea::parse(QString::fromLatin1(row.area))).isEmpty(), row.missed) << row.name;
+    }
 }
 
 TEST(EmbeddedSheet, SaysWhyAChartIsNotShown)

@@ -66,6 +66,35 @@ SheetOverlay::Value overlayValue(const QVariant& value, bool date1904)
     return result;
 }
 
+constexpr double emuPerPixel = 9525;
+
+/// A stretch of the sheet in pixels, along rows or along columns.
+struct Stretch
+{
+    double begin = 0, end = 0;
+    bool overlaps(const Stretch& other) const { return std::max(begin, other.begin) < std::min(end, other.end); }
+};
+
+/// Whether any of a drawing shows on an area. Whatever of it lies on hidden rows or columns is not seen on the screen
+/// either, unless its size is its own.
+bool showsOn(const SheetGeometry& geometry, const DrawingContent& drawing, const CellArea& area)
+{
+    const auto stretch = [](double firstStart, qint64 from, double lastStart, qint64 to, qint64 size) {
+        const double begin = firstStart + static_cast<double>(from) / emuPerPixel;
+        return Stretch{begin, size >= 0 ? begin + static_cast<double>(size) / emuPerPixel
+                                        : lastStart + static_cast<double>(to) / emuPerPixel};
+    };
+    const auto above = [&](int row) { return static_cast<double>(geometry.rowsPixels(1, row - 1)); };
+    const auto before = [&](int column) { return static_cast<double>(geometry.columnsPixels(1, column - 1)); };
+    const CellArea& cells = drawing.anchor;
+    const Stretch down =
+        stretch(above(cells.firstRow), drawing.startY, above(cells.lastRow), drawing.endY, drawing.height);
+    const Stretch across =
+        stretch(before(cells.firstColumn), drawing.startX, before(cells.lastColumn), drawing.endX, drawing.width);
+    return !drawing.hidden && down.overlaps({above(area.firstRow), above(area.lastRow + 1)}) &&
+           across.overlaps({before(area.firstColumn), before(area.lastColumn + 1)});
+}
+
 qint64 countUncomputed(const SheetContent& sheet, const CellArea& area)
 {
     qint64 count = 0;
@@ -225,9 +254,7 @@ QStringList EmbeddedSheet::undrawn(const CellArea& area)
     if (!content().problem.isEmpty())
         missing.append(content().problem);
     for (const DrawingContent& drawing : content().drawings) {
-        const auto common = intersect(drawing.anchor, area);
-        // One that lies wholly on hidden rows or columns is not seen on the screen either.
-        if (common && !painter().size(*common).isEmpty())
+        if (showsOn(painter().geometry(), drawing, area))
             missing.append(u"the %1 \"%2\""_s.arg(drawing.kind, drawing.name));
     }
     if (const qint64 formulas = countUncomputed(content(), area))

@@ -170,6 +170,14 @@ QString ColLetter(int column)
     return column > maxTrackedColumn ? QString() : columnLetters(column);
 }
 
+QString TrackedAddress(const CellArea& area)
+{
+    if (area.firstColumn > maxTrackedColumn)
+        throw RuntimeError(RuntimeError::Overflow, u"The columns of a panel end with IV."_s);
+    return ColLetter(area.firstColumn) % QString::number(area.firstRow) % u':' % ColLetter(area.lastColumn) %
+           QString::number(area.lastRow);
+}
+
 qint16 ColNumber(Worksheet& ws, const QString& letters)
 {
     return letters.isEmpty() ? qint16(0) : toInt16(ws.Range(letters % u':' % letters).Column());
@@ -211,11 +219,8 @@ QString MoveRange(Worksheet& ws, const QString& aRng, const QString& botRng, con
     const qint16 top = std::max<qint16>(toInt16(corner.Row() + dRow), 1);
     const qint16 bottom = std::max<qint16>(toInt16(range.RowsCount() + top - 1), 1);
     const qint16 left = std::max<qint16>(toInt16(corner.Column() + dCol), 1);
-    // Without letters on either side the text would name whole rows, which is worse than none.
-    if (left > maxTrackedColumn)
-        throw RuntimeError(RuntimeError::Overflow);
     const qint16 right = std::max<qint16>(toInt16(range.ColumnsCount() + left - 1), 1);
-    return ColLetter(left) % QString::number(top) % u':' % ColLetter(right) % QString::number(bottom);
+    return TrackedAddress({top, left, bottom, right});
 }
 
 void ParseAnchorAddress(const QString& address, bool& rowFixed, bool& colFixed)

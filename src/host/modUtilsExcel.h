@@ -8,6 +8,7 @@ namespace lumivane {
 class Application;
 class Workbook;
 class Worksheet;
+struct CellArea;
 using XLInstance = std::shared_ptr<Application>;
 
 // Use of spreadsheet instances, and address arithmetic on top of a worksheet.
@@ -27,6 +28,9 @@ bool Excel_HasShape(const std::shared_ptr<Worksheet>& ws, const QString& name);
 QString RealBottomRight(Worksheet& ws);
 /// Letters of columns 1 to 256; empty above, throws RuntimeError below 1.
 QString ColLetter(int column);
+/// "B17:F32", in letters of the tracked columns. A right edge beyond "IV" has none and leaves an address that nothing
+/// accepts; a left edge beyond throws, since without any letters the text would name whole rows.
+QString TrackedAddress(const CellArea& area);
 qint16 ColNumber(Worksheet& ws, const QString& letters);
 /// One end of an address: "topLeft" or "botRight".
 QString RangeCorner(const QString& address, const QString& corner);

@@ -163,6 +163,9 @@ void clsWorkspacePanel::GetHeights(Worksheet& WSheet, qint16 start, qint16 last)
 
 void clsWorkspacePanel::GetWidths(Worksheet& WSheet, qint16 start, qint16 last)
 {
+    // Runs of columns without letters could never be laid on a sheet again.
+    if (ColLetter(last).isEmpty())
+        throw RuntimeError(RuntimeError::Overflow, u"The columns of a panel end with IV."_s);
     appendRuns(
         ColWidths, start, last, [&](int column) { return WSheet.columnWidth(column); },
         [](int column) { return ColLetter(column); });
@@ -196,31 +199,29 @@ QString clsWorkspacePanel::adjRange(Worksheet& ws)
 
 void clsWorkspacePanel::CalcAdjPicRange(Worksheet& ws)
 {
-    const CellArea moving = ws.Range(pAdjMovRange).area();
-    int firstRow = toInt16(moving.firstRow), lastRow = toInt16(moving.lastRow);
-    int firstColumn = toInt16(moving.firstColumn), lastColumn = toInt16(moving.lastColumn);
+    CellArea joined = ws.Range(pAdjMovRange).area();
+    toInt16(joined.lastRow); // rows beyond 16 bits fail here
 
     // A gap of a single row or column is left in the picture; panels in use are laid out with it.
     if (!pFixColFirst.isEmpty()) {
-        const int fixedFirst = ColNumber(ws, pFixColFirst);
-        const int fixedLast = ColNumber(ws, pFixColLast);
-        if (fixedFirst > 1)
-            ws.Range(columnKey(1, fixedFirst - 1)).setColumnWidth(0);
-        if (fixedLast + 1 < firstColumn - 1)
-            ws.Range(columnKey(fixedLast + 1, firstColumn - 1)).setColumnWidth(0);
-        firstColumn = std::min(firstColumn, fixedFirst);
-        lastColumn = std::max(lastColumn, fixedLast);
+        const int first = ColNumber(ws, pFixColFirst);
+        const int last = ColNumber(ws, pFixColLast);
+        if (first > 1)
+            ws.Range(columnKey(1, first - 1)).setColumnWidth(0);
+        if (last + 1 < joined.firstColumn - 1)
+            ws.Range(columnKey(last + 1, joined.firstColumn - 1)).setColumnWidth(0);
+        joined.firstColumn = std::min(joined.firstColumn, first);
+        joined.lastColumn = std::max(joined.lastColumn, last);
     }
     if (pFixRowFirst > 0) {
         if (pFixRowFirst > 1)
             ws.Range(rowKey(1, pFixRowFirst - 1)).setRowHeight(0);
-        if (pFixRowLast + 1 < firstRow - 1)
-            ws.Range(rowKey(pFixRowLast + 1, firstRow - 1)).setRowHeight(0);
-        firstRow = std::min<int>(firstRow, pFixRowFirst);
-        lastRow = std::max<int>(lastRow, pFixRowLast);
+        if (pFixRowLast + 1 < joined.firstRow - 1)
+            ws.Range(rowKey(pFixRowLast + 1, joined.firstRow - 1)).setRowHeight(0);
+        joined.firstRow = std::min<int>(joined.firstRow, pFixRowFirst);
+        joined.lastRow = std::max<int>(joined.lastRow, pFixRowLast);
     }
-    pAdjPicRange =
-        ColLetter(firstColumn) % QString::number(firstRow) % u':' % ColLetter(lastColumn) % QString::number(lastRow);
+    pAdjPicRange = TrackedAddress(joined);
 }
 
 void clsWorkspacePanel::adjHeightWidths(Worksheet& ws)

@@ -194,6 +194,19 @@ TEST_P(PanesOnEngine, AGapOfOneStays)
     EXPECT_EQ(widths(*sheet, 6), u"A:F=8.43"_s);
 }
 
+TEST_P(PanesOnEngine, ARangeBeyondIVFailsInsteadOfShowingWholeRows)
+{
+    const auto sheet = GetParam().open(evenGrid);
+    EXPECT_EQ(join(*sheet, u"$IV$5:$IV$9``"_s), u"IV5:IV9"_s);
+    EXPECT_THROW(join(*sheet, u"$IW$5:$IX$9``"_s), RuntimeError);
+    EXPECT_EQ(join(*sheet, u"$IV$5:$IW$9``"_s), u"IV5:9"_s) << "an address that nothing accepts";
+    EXPECT_THROW(join(*sheet, u"$A$32767:$A$32768``"_s), RuntimeError);
+
+    clsWorkspacePanel panel;
+    EXPECT_THROW(panel.PasteRange(*sheet, u"$IV$5:$IW$9`$IA$1:$IZ$40"_s), RuntimeError);
+    EXPECT_EQ(panel.ColWidths, QString());
+}
+
 TEST_P(PanesOnEngine, StoredSizesPrevailOverTheSqueezing)
 {
     const auto sheet = GetParam().open(evenGrid);

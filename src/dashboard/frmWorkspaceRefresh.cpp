@@ -10,7 +10,6 @@
 #include "session/modMain.h"
 
 #include <QLabel>
-#include <QLocale>
 #include <QPointer>
 
 // The timer's pass over all panels, the refreshes that the user asks for, and the views of the active panel.
@@ -39,7 +38,7 @@ void frmWorkspace::Workspace_CheckUpdates()
     try {
         gSources->ClearFlags();
         checkPanels();
-        m_lastCheck->setText(u"Last check "_s + QLocale().toString(Clock::now().time(), QLocale::ShortFormat));
+        m_lastCheck->setText(u"Last check "_s + Clock::now().toString(u"HH:mm"_s));
     } catch (const RuntimeError&) {
         // A pass ends without a word; the next one comes soon enough.
     }

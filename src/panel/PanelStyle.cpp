@@ -13,6 +13,7 @@ constexpr int titleButton = 18;
 /// Wide enough to be caught with the mouse for resizing; only its outermost pixel is drawn as a line.
 constexpr int panelBorder = 4;
 constexpr int titleHeight = 22;
+constexpr int noticeSign = 12;
 
 struct PanelColors
 {
@@ -29,6 +30,19 @@ PanelColors panelColors(bool active)
 bool isHot(const QStyleOptionTitleBar& title, QStyle::SubControl control)
 {
     return title.activeSubControls.testFlag(control) && title.state.testFlag(QStyle::State_MouseOver);
+}
+
+/// An amber triangle with its sign: something about the panel's picture has to be read.
+void drawNoticeSign(QPainter& painter, const QRect& title)
+{
+    const QRectF place(title.left() + titlePadding, title.top() + (title.height() - noticeSign) / 2.0, noticeSign,
+                       noticeSign);
+    const QColor amber(0xc9, 0x8a, 0x1b);
+    painter.setPen(QPen(amber, 1.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(QColor(0xfd, 0xf2, 0xd8));
+    painter.drawPolygon(QPolygonF({QPointF(place.center().x(), place.top()), place.bottomRight(), place.bottomLeft()}));
+    painter.drawLine(place.center() - QPointF(0, 1), place.center() + QPointF(0, 2));
+    painter.drawPoint(place.center() + QPointF(0, 4.2));
 }
 
 void drawMinimizeButton(QPainter& painter, const QRect& button, const QColor& color, bool restores)
@@ -126,11 +140,16 @@ void PanelStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
     painter->drawLine(edge.topRight(), edge.bottomRight());
     painter->setPen(colors.text);
     painter->setFont(captionFont());
-    const QRect label = subControlRect(control, title, SC_TitleBarLabel, widget);
+    QRect label = subControlRect(control, title, SC_TitleBarLabel, widget);
+    const bool hasNotice = widget && widget->property(noticeProperty).toBool();
+    if (hasNotice)
+        label.setLeft(label.left() + noticeSign + titlePadding);
     painter->drawText(label, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                       QFontMetrics(captionFont()).elidedText(title->text, Qt::ElideRight, label.width()));
 
     painter->setRenderHint(QPainter::Antialiasing);
+    if (hasNotice)
+        drawNoticeSign(*painter, title->rect);
     for (const SubControl button : {SC_TitleBarMinButton, SC_TitleBarNormalButton}) {
         const QRect place = subControlRect(control, title, button, widget);
         if (place.isEmpty())

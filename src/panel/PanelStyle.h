@@ -16,6 +16,8 @@ public:
     PanelStyle();
 
     static QFont captionFont();
+    /// A panel window whose property of this name is true gets a sign in its title.
+    static constexpr const char* noticeProperty = "panelNotice";
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -246,6 +246,7 @@ void frmPanel::layOut(const PanelLayout& layout, bool stretched)
     picPanel->setGeometry(pixelRect(layout.picture));
     placeBar(*VScroll1, layout.vertical);
     placeBar(*HScroll1, layout.horizontal);
+    showNotice();
 }
 
 void frmPanel::placeBar(QScrollBar& bar, const ScrollBarPlace& place)
@@ -268,14 +269,17 @@ void frmPanel::showNotice()
                                                       : u"Not up to date. "_s + m_pipeline.problem.simplified();
     m_notice->setVisible(!text.isEmpty());
     // Names from workbooks stand in it; a tool tip would take their signs for markup.
-    m_notice->setToolTip(text.isEmpty() ? QString() : u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s);
+    setToolTip(text.isEmpty() ? QString() : u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s);
+    setProperty(PanelStyle::noticeProperty, !text.isEmpty());
+    update();
     m_notice->setAccessibleName(text);
     if (text.isEmpty())
         return;
     const int clientWidth = toPixels(ScaleWidth());
     m_notice->setText(m_notice->fontMetrics().elidedText(text, Qt::ElideRight, clientWidth - 2 * noticePadding));
     const int noticeHeight = m_notice->sizeHint().height();
-    m_notice->setGeometry(0, toPixels(ScaleHeight()) - noticeHeight, clientWidth, noticeHeight);
+    const int barHeight = HScroll1->isVisibleTo(m_client) ? HScroll1->height() : 0;
+    m_notice->setGeometry(0, toPixels(ScaleHeight()) - barHeight - noticeHeight, clientWidth, noticeHeight);
     m_notice->raise();
 }
 

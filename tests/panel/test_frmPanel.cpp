@@ -250,7 +250,7 @@ TEST_F(PanelWindow, AFailedReloadSaysSoInThePanelUntilTheNextOneSucceeds)
     const auto* notice = panel.findChild<QLabel*>(u"noticeLabel"_s);
     EXPECT_TRUE(notice->isVisible());
     EXPECT_TRUE(notice->text().startsWith(u"Not up"_s)) << notice->text().toStdString();
-    EXPECT_TRUE(notice->toolTip().contains(m_path));
+    EXPECT_TRUE(panel.toolTip().contains(m_path));
     m_library.books = books;
     gSources->ClearFlags();
     EXPECT_TRUE(panel.Panel_Reload(XLInst));

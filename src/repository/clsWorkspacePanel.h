@@ -68,6 +68,13 @@ public:
     QString adjRange(Worksheet& ws);
     void adjHeightWidths(Worksheet& ws);
     const QString& adjPicRange() const { return pAdjPicRange; }
+    /// Where a cell of the stored definition lies in this version, as "C5". GetAdjRange must have run.
+    QString MapCell(qint32 row, qint32 col, Worksheet& ws) const;
+    /// Colours the cells whose values pass a limit of LvnpanelThresholds, on the sheet and so in its picture. Throws
+    /// for a watched cell that holds no number.
+    void lightCells(Worksheet& ws, const std::shared_ptr<Database>& DB) const;
+    /// Moves the rules on with the stored definition, as AdjustAll has moved it: they name cells of that definition.
+    bool ShiftThresholds(Worksheet& ws, const std::shared_ptr<Database>& DB) const;
 
     qint16 rowOffset() const { return pRowOff; }
     qint16 columnOffset() const { return pColOff; }

@@ -39,7 +39,8 @@ public:
         clsWorkspacePanel panel;
         panel.LoadFromRecSet(m_database, row);
         panel.AdjustAll(*sheet);
-        panel.SaveToDB(m_database, static_cast<qint32>(row->number(u"WorkspaceID")));
+        if (panel.SaveToDB(m_database, static_cast<qint32>(row->number(u"WorkspaceID"))))
+            panel.ShiftThresholds(*sheet, m_database);
     }
 
 private:

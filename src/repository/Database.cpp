@@ -4,6 +4,7 @@
 #include "repository/Dialect.h"
 #include "repository/RecordsetRows.h"
 #include "repository/Schema.h"
+#include "repository/StrangerSchema.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -88,6 +89,9 @@ void prepareFile(Database::Connection& file, const QString& connect, Database::T
     checkMark(file, connect);
     if (trust == Database::Trust::Own && sqlite3_db_readonly(file.handle, "main") != 0)
         file.fail(SQLITE_READONLY);
+    // First of all, as what it refuses would be evaluated by the other checks.
+    if (trust == Database::Trust::Stranger)
+        refuseForeignSchema(file);
     // An error-log database is opened for each entry, and grows: it is not walked through every time.
     if (trust == Database::Trust::Stranger || holdsProject(file))
         checkSound(file);

@@ -311,6 +311,50 @@ void Database::copyTo(const QString& fileName)
     giveFinalName(temporary, path);
 }
 
+QStringList Database::TableNames() const
+{
+    Connection& file = connection();
+    const UnrestrictedScope scope(file);
+    SqliteStatement tables(file, "SELECT name FROM sqlite_schema WHERE type = 'table' AND name NOT LIKE 'sqlite[_]*'");
+    QStringList names;
+    while (tables.step())
+        names.append(tables.row().value(0).toString());
+    return names;
+}
+
+Database::Bulk::Bulk(Database& database) : m_file(database.m_connection)
+{
+    // One within another is part of the outer one.
+    if (!m_file || !sqlite3_get_autocommit(m_file->handle))
+        m_file.reset();
+    else
+        m_file->runOwn("BEGIN IMMEDIATE");
+}
+
+Database::Bulk::~Bulk()
+{
+    try {
+        finish();
+    } catch (const RuntimeError&) {
+        // The file stays as it was before the bulk; whoever needs to know calls finish.
+    }
+}
+
+void Database::Bulk::finish()
+{
+    const std::shared_ptr<Connection> file = std::move(m_file);
+    m_file.reset();
+    // A full disk may have ended it already.
+    if (!file || !file->handle || sqlite3_get_autocommit(file->handle))
+        return;
+    try {
+        file->runOwn("COMMIT");
+    } catch (const RuntimeError&) {
+        sqlite3_exec(file->handle, "ROLLBACK", nullptr, nullptr, nullptr);
+        throw;
+    }
+}
+
 Database::Connection& Database::connection() const
 {
     if (!m_connection)

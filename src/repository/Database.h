@@ -47,7 +47,25 @@ public:
     /// A consistent copy of the whole file while it is open; `fileName` must not exist.
     void copyTo(const QString& fileName);
 
+    QStringList TableNames() const; ///< in the order of their making
+
     struct Connection;
+
+    /// While it lives, the statements on a database reach the disk together, which is faster by far for thousands of
+    /// them. Each still stands for itself: a failing one undoes no other. What has been done is kept when it ends; a
+    /// killed process or a full disk leaves the file as it was before. No `INTO ... IN` this file meanwhile.
+    class Bulk
+    {
+    public:
+        explicit Bulk(Database& database);
+        ~Bulk();
+        Q_DISABLE_COPY_MOVE(Bulk)
+        /// Ends it now; throws RuntimeError when nothing of it could be kept.
+        void finish();
+
+    private:
+        std::shared_ptr<Connection> m_file;
+    };
 
 private:
     explicit Database(std::shared_ptr<Connection> connection);

@@ -44,14 +44,27 @@ void requireSet(const std::shared_ptr<Database>& database)
         throw RuntimeError(RuntimeError::ObjectNotSet, u"No project file is open."_s);
 }
 
+bool openDatabase(std::shared_ptr<Database>& database, const QString& name, const QString& connect,
+                  Database::Trust trust, const SqlCaller& caller)
+{
+    return caller.guard([&] { database = Database::open(name, connect, trust); },
+                        [&](const QString& reason) { return QString(u"["_s + name + u"] "_s + reason); });
+}
+
 } // namespace
 
 bool SQL_OpenDatabase(std::shared_ptr<Database>& Database, const QString& DBName, const QString& Connect,
                       bool ShowError, const QString& CallerModule, const QString& CallerProc)
 {
-    return SqlCaller{u"SQL_OpenDatabase"_s, CallerModule, CallerProc, ShowError}.guard(
-        [&] { Database = lumivane::Database::open(DBName, Connect); },
-        [&](const QString& reason) { return QString(u"["_s + DBName + u"] "_s + reason); });
+    return openDatabase(Database, DBName, Connect, lumivane::Database::Trust::Own,
+                        {u"SQL_OpenDatabase"_s, CallerModule, CallerProc, ShowError});
+}
+
+bool SQL_OpenSharedFile(std::shared_ptr<Database>& Database, const QString& DBName, const QString& Connect,
+                        bool ShowError, const QString& CallerModule, const QString& CallerProc)
+{
+    return openDatabase(Database, DBName, Connect, lumivane::Database::Trust::Stranger,
+                        {u"SQL_OpenDatabase"_s, CallerModule, CallerProc, ShowError});
 }
 
 bool SQL_Execute(const std::shared_ptr<Database>& Database, const QString& SQL, bool ShowError,

@@ -13,6 +13,9 @@ class Recordset;
 
 bool SQL_OpenDatabase(std::shared_ptr<Database>& Database, const QString& DBName, const QString& Connect,
                       bool ShowError, const QString& CallerModule, const QString& CallerProc);
+/// The same for a file that came from someone else, logged under the same name.
+bool SQL_OpenSharedFile(std::shared_ptr<Database>& Database, const QString& DBName, const QString& Connect,
+                        bool ShowError, const QString& CallerModule, const QString& CallerProc);
 bool SQL_Execute(const std::shared_ptr<Database>& Database, const QString& SQL, bool ShowError,
                  const QString& CallerModule, const QString& CallerProc);
 void SQL_CloseDatabase(std::shared_ptr<Database>& Database, bool ShowError, const QString& CallerModule,

@@ -1,0 +1,118 @@
+#include "sharing/DashboardExport.h"
+
+#include "platform/Prompts.h"
+#include "repository/Database.h"
+#include "repository/modUtilsSQL.h"
+#include "session/modMain.h"
+#include "session/modUtilsLog.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString exportModule = u"frmExport"_s;
+const QString exportProcedure = u"ExportDashboard"_s;
+
+bool refuseExport(const QString& message, const QString& logText)
+{
+    prompts().message(message, Prompts::Icon::Exclamation);
+    if (!logText.isEmpty())
+        LogEvent(exportModule, exportProcedure, logText, false);
+    return false;
+}
+
+bool isSameFile(const QString& a, const QString& b)
+{
+    const QString canonical = QFileInfo(a).canonicalFilePath();
+    return !canonical.isEmpty() && canonical == QFileInfo(b).canonicalFilePath();
+}
+
+/// The open project is never removed, whatever name was given for the shared file.
+bool removeOldFile(const QString& file, const QString& project)
+{
+    const bool isLink = QFileInfo(file).isSymLink();
+    if (!QFileInfo::exists(file) && !isLink)
+        return true;
+    if (!QFileInfo(file).isFile() && !isLink)
+        return false;
+    if (isSameFile(file, project) || !QFileInfo(file).isWritable() || !QFile::remove(file))
+        return false;
+    // What a killed program left beside the old file would be played into the new one.
+    QFile::remove(file + u"-journal"_s);
+    return true;
+}
+
+bool copyProject(const QString& file)
+{
+    try {
+        gDB->copyTo(file);
+        return true;
+    } catch (const RuntimeError& error) {
+        LogError(exportModule, exportProcedure, error.number(), error.description(), false);
+        return false;
+    }
+}
+
+/// The sources follow from the panels that are left, so the order matters.
+void pruneCopy(const std::shared_ptr<Database>& copy, const QString& ids)
+{
+    const QStringList statements{
+        u"DELETE * FROM LvnSavedWorkspace WHERE ID NOT IN ("_s + ids + u')',
+        u"DELETE * FROM LvnSavedPanel WHERE WorkspaceID NOT IN ("_s + ids + u')',
+        u"DELETE * FROM LvnPanelSource WHERE ID NOT IN ( SELECT DISTINCT SourceID FROM LvnSavedPanel)"_s,
+        u"DELETE * FROM LvnSystem"_s};
+    for (const QString& statement : statements)
+        SQL_Execute(copy, statement, false, exportModule, exportProcedure);
+}
+
+bool exportInto(const QString& file, const QString& ids)
+{
+    const QString project = gDB->Name();
+    if (!removeOldFile(file, project))
+        return refuseExport(u"Unable to delete "_s + file +
+                                u" in preparing for exporting. Will not be able to continue processing."_s,
+                            u"Unable to delete "_s + file + u'.');
+    if (!copyProject(file))
+        return refuseExport(u"Unable to export to "_s + file + u".  The file could not be created."_s,
+                            u"File_Copy "_s + project + u',' + file + u" error."_s);
+
+    std::shared_ptr<Database> copy;
+    if (!SQL_OpenDatabase(copy, file, databaseConnect(), false, exportModule, exportProcedure))
+        return refuseExport(u"Error opening shared file.  Unable to continue exporting."_s, {});
+    pruneCopy(copy, ids);
+    SQL_CloseDatabase(copy, false, exportModule, exportProcedure);
+    return true;
+}
+
+} // namespace
+
+bool exportableDashboards(std::vector<DashboardEntry>& dashboards)
+{
+    std::shared_ptr<Recordset> rows;
+    if (!SQL_OpenRecordset(gDB, rows, u"SELECT * FROM LvnSavedWorkspace ORDER BY Name"_s, true, exportModule,
+                           u"lstWorkspaces_Load"_s))
+        return false;
+    dashboards = dashboardEntries(*rows);
+    rows->Close();
+    return true;
+}
+
+bool ExportDashboard(const QString& File, const std::vector<qint32>& ids)
+{
+    try {
+        // An empty list would leave everything in the copy.
+        if (!gDB || ids.empty())
+            throw RuntimeError(RuntimeError::ObjectNotSet);
+        return exportInto(QFileInfo(File).absoluteFilePath(), idList(ids));
+    } catch (const RuntimeError& error) {
+        LogError(exportModule, exportProcedure, error.number(), error.description(), false);
+        return false;
+    }
+}
+
+} // namespace lumivane

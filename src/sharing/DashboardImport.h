@@ -1,0 +1,54 @@
+#pragma once
+
+#include "sharing/DashboardList.h"
+#include "sharing/ImportPreview.h"
+
+#include <QHash>
+#include <memory>
+
+namespace lumivane {
+
+class Database;
+class Recordset;
+
+/// Import of dashboards from one shared file into the open project: a merge of rows by which dashboards and panels get
+/// new ids, and their sources are found in the project or added to it. Paths are rewritten through the alternate paths
+/// in the shared file. What has been written before a failure stays.
+class DashboardImport
+{
+public:
+    explicit DashboardImport(const QString& ImportFile, SharingProgress progress = {});
+    ~DashboardImport(); ///< closes the shared file
+    DashboardImport(const DashboardImport&) = delete;
+    DashboardImport& operator=(const DashboardImport&) = delete;
+
+    /// Opens the shared file as one of a stranger. The user has been told why when it fails.
+    bool Open();
+    /// The dashboards whose names the project lacks, by name. False when they cannot be read.
+    bool importableDashboards(std::vector<DashboardEntry>& dashboards);
+    /// What an import of these dashboards would lead to; the project is not touched. Refuses what no program of this
+    /// kind has written.
+    Result<ImportPreview> preview(const std::vector<qint32>& ids);
+    /// The user has been told why when it fails, except for a run-time error, which is only logged.
+    bool ImportDashboard(const std::vector<qint32>& ids);
+
+private:
+    /// By the id in the shared file, the id in the project; the first of two rows with one id counts.
+    using SourceIds = QHash<qint64, qint64>;
+
+    bool ImportSources(const QString& ids);
+    bool matchSources();
+    bool ImportWorkspaces(const QString& ids, const SourceIds& sources);
+    bool ImportPanels(qint64 oldWorkspaceId, qint64 newWorkspaceId, const SourceIds& sources);
+    bool readSourceIds(SourceIds& sources);
+    qint64 panelsOf(const QString& ids);
+    void step();
+
+    QString m_file;
+    SharingProgress m_progress;
+    std::shared_ptr<Database> m_shared;
+    qint64 m_done = 0;
+    qint64 m_total = 0;
+};
+
+} // namespace lumivane

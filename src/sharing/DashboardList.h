@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <vector>
+
+namespace lumivane {
+
+class Recordset;
+
+/// A dashboard offered for export or import.
+struct DashboardEntry
+{
+    qint32 ID = 0;
+    QString text; ///< its name, or its ID where it has none
+};
+
+/// One for each row of a query on LvnSavedWorkspace.
+std::vector<DashboardEntry> dashboardEntries(Recordset& rows);
+
+/// The ids as a list for a statement: commas, no blanks.
+QString idList(const std::vector<qint32>& ids);
+
+/// Told now and then while many rows are written, so that a window can show it and stay alive.
+using SharingProgress = std::function<void(qint64 done, qint64 total)>;
+
+} // namespace lumivane

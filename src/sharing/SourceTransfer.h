@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+namespace lumivane {
+
+class Database;
+
+// The first part of an import: the sources of chosen dashboards come into the table TempSources of a project, with
+// their paths rewritten for this machine.
+
+/// Removes the table that an earlier import left; a failure is only logged.
+void DelTempSources(const std::shared_ptr<Database>& project);
+
+/// Makes TempSources in the file of `project` from the sources that panels of these dashboards use. False, logged, when
+/// the statement fails.
+bool makeTempSources(const std::shared_ptr<Database>& shared, const std::shared_ptr<Database>& project,
+                     const QString& ids);
+
+/// Applies the alternate paths of the shared file, longest base first, where the base does not exist on this machine
+/// and the alternate does. All paths of a column under one base become the same: that of the first source.
+void rewritePaths(const std::shared_ptr<Database>& shared, const std::shared_ptr<Database>& project);
+
+/// Whether a text that is put between apostrophes as it stands stays one text of the statement. One that does not must
+/// not get there: what follows its apostrophe would be read as a part of the statement.
+bool staysOneText(QStringView text);
+
+} // namespace lumivane

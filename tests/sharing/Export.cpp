@@ -1,0 +1,142 @@
+#include "sharing/DashboardExport.h"
+#include "sharing/TwoProjects.h"
+
+#include <QFileInfo>
+#include <QThread>
+#include <atomic>
+#include <thread>
+
+namespace lumivane::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class Export : public TwoProjects
+{
+protected:
+    Export()
+    {
+        gDB = theirs;
+        sales = addDashboard(*theirs, u"Sales"_s);
+        costs = addDashboard(*theirs, u"Costs"_s);
+        both = addSource(*theirs, {u"/a/both.xlsx"_s});
+        onlyCosts = addSource(*theirs, {u"/a/costs.xlsx"_s});
+        salesPanel = addPanel(*theirs, sales, both, u"first"_s);
+        addPanel(*theirs, sales, 0, u"empty"_s);
+        addPanel(*theirs, costs, both, u"second"_s);
+        addPanel(*theirs, costs, onlyCosts, u"third"_s);
+        theirs->Execute(u"INSERT INTO LvnSystem(PropertyKey, PropertyValue) VALUES ('Title', 'private')"_s);
+        theirs->Execute(u"INSERT INTO LvnAltPaths(BasePath, AltPath) VALUES ('/a/', '/b/')"_s);
+        theirs->Execute(u"INSERT INTO LvnpanelThresholds(PanelID, rowOffset, colOffset, highExp, ifHigh) VALUES "
+                        "(%1, 3, 3, '>1', 'color')"_s.arg(salesPanel));
+        theirs->Execute(u"INSERT INTO LvnSourceDoc(Mask) VALUES ('*.xls')"_s);
+    }
+
+    std::shared_ptr<Database> exported() { return Database::open(sharedFile, databaseConnect()); }
+
+    int sales, costs, both, onlyCosts, salesPanel;
+};
+
+TEST_F(Export, KeepsTheChosenDashboardWithItsIdsAndDropsTheRest)
+{
+    const QStringList before = wholeContent(*theirs);
+    ASSERT_TRUE(ExportDashboard(sharedFile, {sales}));
+    EXPECT_EQ(wholeContent(*theirs), before) << "an export only reads the project";
+
+    const auto shared = exported();
+    EXPECT_EQ(rows(*shared, u"SELECT ID, Name FROM LvnSavedWorkspace"_s), QStringList{u"%1|Sales"_s.arg(sales)});
+    EXPECT_EQ(rows(*shared, u"SELECT Caption, SourceID FROM LvnSavedPanel ORDER BY ID"_s),
+              (QStringList{u"first|%1"_s.arg(both), u"empty|0"_s}));
+    EXPECT_EQ(rows(*shared, u"SELECT FullPath FROM LvnPanelSource"_s), QStringList{u"/a/both.xlsx"_s});
+    EXPECT_EQ(rows(*shared, u"SELECT * FROM LvnSystem"_s), QStringList{});
+    EXPECT_EQ(rows(*shared, u"SELECT * FROM LvnAltPaths"_s), QStringList{u"/a/|/b/"_s});
+    EXPECT_EQ(rows(*shared, u"SELECT PanelID FROM LvnpanelThresholds"_s), QStringList{QString::number(salesPanel)});
+    EXPECT_EQ(rows(*shared, u"SELECT Mask FROM LvnSourceDoc"_s), QStringList{u"*.xls"_s});
+    EXPECT_EQ(user.shown, QStringList{});
+}
+
+TEST_F(Export, LeavesNothingOfWhatWasNotChosenInTheBytes)
+{
+    ASSERT_TRUE(ExportDashboard(sharedFile, {sales}));
+    const QByteArray bytes = read(sharedFile);
+    for (const char* dropped : {"Costs", "costs.xlsx", "third", "private"})
+        EXPECT_FALSE(bytes.contains(dropped)) << dropped;
+    EXPECT_TRUE(bytes.contains("Sales"));
+}
+
+TEST_F(Export, ListsDashboardsByNameAndOneWithoutANameByItsId)
+{
+    theirs->Execute(u"INSERT INTO LvnSavedWorkspace(Description) VALUES ('nameless')"_s);
+    std::vector<DashboardEntry> listed;
+    ASSERT_TRUE(exportableDashboards(listed));
+    QStringList texts;
+    for (const DashboardEntry& entry : listed)
+        texts.append(entry.text);
+    EXPECT_EQ(texts, (QStringList{QString::number(listed.front().ID), u"Costs"_s, u"Sales"_s}));
+}
+
+TEST_F(Export, ReplacesAnOldFileAndWhatAKilledProgramLeftBesideIt)
+{
+    write(sharedFile, "old");
+    write(sharedFile + u"-journal"_s, "stale");
+    ASSERT_TRUE(ExportDashboard(sharedFile, {costs}));
+    EXPECT_EQ(rows(*exported(), u"SELECT Name FROM LvnSavedWorkspace"_s), QStringList{u"Costs"_s});
+    EXPECT_FALSE(QFile::exists(sharedFile + u"-journal"_s));
+}
+
+TEST_F(Export, NeverRemovesTheOpenProject)
+{
+    ASSERT_FALSE(ExportDashboard(theirFile, {sales}));
+    EXPECT_EQ(user.shown, QStringList{u"Unable to delete "_s + theirFile +
+                                      u" in preparing for exporting. Will not be able to continue processing."_s});
+    EXPECT_TRUE(logged().contains(QByteArray("Unable to delete " + theirFile.toUtf8() + ".")));
+    EXPECT_EQ(rows(*theirs, u"SELECT Name FROM LvnSavedWorkspace ORDER BY ID"_s),
+              (QStringList{u"Sales"_s, u"Costs"_s}));
+}
+
+TEST_F(Export, TellsWhenSomethingElseHasTheName)
+{
+    QDir(home.path()).mkdir(u"shared.lvds"_s);
+    EXPECT_FALSE(ExportDashboard(sharedFile, {sales}));
+    EXPECT_EQ(user.shown, QStringList{u"Unable to delete "_s + sharedFile +
+                                      u" in preparing for exporting. Will not be able to continue processing."_s});
+}
+
+TEST_F(Export, TellsAndLogsWhenTheFileCannotBeMade)
+{
+    const QString file = path(u"missing folder/shared.lvds"_s);
+    EXPECT_FALSE(ExportDashboard(file, {sales}));
+    EXPECT_EQ(user.shown, QStringList{u"Unable to export to "_s + file + u".  The file could not be created."_s});
+    EXPECT_TRUE(logged().contains(QByteArray("File_Copy " + theirFile.toUtf8() + "," + file.toUtf8() + " error.")));
+}
+
+TEST_F(Export, WithoutADashboardWritesNothing)
+{
+    EXPECT_FALSE(ExportDashboard(sharedFile, {}));
+    EXPECT_FALSE(QFile::exists(sharedFile));
+}
+
+TEST_F(Export, CopiesAConsistentStateWhileTheProjectIsWritten)
+{
+    // Each statement keeps the sum of both columns; a torn copy would not.
+    theirs->Execute(u"UPDATE LvnSavedPanel SET [Top] = 500, [Left] = 500"_s);
+    std::atomic<bool> stop = false;
+    std::thread writer([&] {
+        const auto other = Database::open(theirFile, databaseConnect());
+        for (int i = 0; !stop; ++i) {
+            other->Execute(u"UPDATE LvnSavedPanel SET [Top] = %1, [Left] = %2"_s.arg(i % 1000).arg(1000 - i % 1000));
+            QThread::msleep(1);
+        }
+    });
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_TRUE(ExportDashboard(sharedFile, {sales, costs}));
+        const auto shared = Database::open(sharedFile, databaseConnect(), Database::Trust::Stranger);
+        EXPECT_EQ(rows(*shared, u"SELECT DISTINCT [Top] + [Left] AS Total FROM LvnSavedPanel"_s),
+                  QStringList{u"1000"_s});
+    }
+    stop = true;
+    writer.join();
+}
+
+} // namespace
+} // namespace lumivane::test

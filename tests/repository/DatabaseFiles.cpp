@@ -190,22 +190,47 @@ TEST_F(DatabaseFiles, AFailureInsideAStatementNamesItsPlace)
         failure([&] { db->Execute(u"UPDATE LvnSystem SET PropertyKey == 'x'"_s); }).contains(u"character 35"_s));
 }
 
-TEST_F(DatabaseFiles, AStrangersFileRunsNothingOfItsOwn)
+TEST_F(DatabaseFiles, AFileRunsNothingOfItsOwn)
 {
     const QString shared = path(u"shared.lvds"_s);
     Database::create(shared);
     runRaw(shared, "CREATE TRIGGER t AFTER INSERT ON LvnSystem BEGIN DELETE FROM LvnSourceDoc; END;"
                    "INSERT INTO LvnSourceDoc (Mask) VALUES ('kept');"
                    "DROP TABLE LvnAltPaths; CREATE VIEW LvnAltPaths AS SELECT UCase('x') AS BasePath, 1 AS AltPath;");
+    const auto own = Database::open(shared, databaseConnect());
+    own->Execute(u"INSERT INTO LvnSystem (PropertyKey) VALUES ('x')"_s);
+    EXPECT_EQ(own->OpenRecordset(u"SELECT COUNT(*) AS n FROM LvnSourceDoc"_s)->number(u"n"), 1);
+    EXPECT_NE(failure([&] { own->OpenRecordset(u"SELECT * FROM LvnAltPaths"_s); }), u"(none)"_s);
+    EXPECT_TRUE(failure([&] {
+                    Database::open(shared, databaseConnect(), Database::Trust::Stranger);
+                }).contains(u"holds a trigger (t)"_s));
+}
+
+TEST_F(DatabaseFiles, AStrangersTextsAreBounded)
+{
+    const QString shared = path(u"shared.lvds"_s);
+    Database::create(shared);
     const auto stranger = Database::open(shared, databaseConnect(), Database::Trust::Stranger);
-    stranger->Execute(u"INSERT INTO LvnSystem (PropertyKey) VALUES ('x')"_s);
-    EXPECT_EQ(stranger->OpenRecordset(u"SELECT COUNT(*) AS n FROM LvnSourceDoc"_s)->number(u"n"), 1);
-    EXPECT_NE(failure([&] { stranger->OpenRecordset(u"SELECT * FROM LvnAltPaths"_s); }), u"(none)"_s);
     EXPECT_NE(failure([&] {
                   stranger->Execute(u"INSERT INTO LvnSystem (PropertyKey) VALUES ('"_s + QString(2'000'000, u'x') +
                                     u"')"_s);
               }),
               u"(none)"_s);
+}
+
+TEST_F(DatabaseFiles, ABulkKeepsWhatWasDoneBeforeAFailure)
+{
+    {
+        const Database::Bulk bulk(*db);
+        db->Execute(u"INSERT INTO LvnSourceDoc (Mask) VALUES ('a')"_s);
+        EXPECT_NE(failure([&] { db->Execute(u"INSERT INTO LvnSourceDoc (Nothing) VALUES ('b')"_s); }), u"(none)"_s);
+        const Database::Bulk inner(*db);
+        db->Execute(u"INSERT INTO LvnSourceDoc (Mask) VALUES ('c')"_s);
+    }
+    EXPECT_EQ(rows(u"SELECT Mask FROM LvnSourceDoc"_s), (QStringList{u"a"_s, u"c"_s}));
+    const auto other = Database::open(file, databaseConnect());
+    EXPECT_EQ(other->Execute(u"UPDATE LvnSourceDoc SET Mask = 'd'"_s), 2) << "nothing is left locked";
+    EXPECT_EQ(db->TableNames().first(), u"LvnSavedWorkspace"_s);
 }
 
 TEST_F(DatabaseFiles, CopyIntoAnotherFileKeepsRowsAndCaseRule)

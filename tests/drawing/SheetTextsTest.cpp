@@ -161,7 +161,8 @@ TEST(SheetTexts, generalAlignsByKind)
         .boolean(3, 1, true)
         .error(4, 1, ErrorCode::NA)
         .text(5, 1, u"\u05e9\u05dc"_s);
-    const QImage image = drawTexts(made, 5, 1);
+    made.number(6, 1, 1, made.formatStyle(u"@"_s));
+    const QImage image = drawTexts(made, 6, 1);
     const auto row = [&](int number) {
         return inkIn(image, QRect(0, (number - 1) * cellHeight, cellWidth, cellHeight));
     };
@@ -170,6 +171,7 @@ TEST(SheetTexts, generalAlignsByKind)
     EXPECT_NEAR(row(3).center().x(), 32, 2);
     EXPECT_NEAR(row(4).center().x(), 32, 2);
     EXPECT_GT(row(5).left(), 36) << "letters written from the right";
+    EXPECT_LT(row(6).right(), 16) << "a number formatted as text";
 }
 
 TEST(SheetTexts, standAtTheirVerticalPlace)

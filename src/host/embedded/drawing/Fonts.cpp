@@ -72,6 +72,22 @@ std::pair<double, double> lineExtent(const QFont& font)
     return {raw.ascent(), raw.descent()};
 }
 
+/// Measured large and scaled down, as whole pixels would round the advance.
+double measuredDigit(const std::tuple<QString, bool, bool>& face)
+{
+    constexpr int large = 1000;
+    QFont font(std::get<0>(face));
+    font.setBold(std::get<1>(face));
+    font.setItalic(std::get<2>(face));
+    font.setHintingPreference(QFont::PreferNoHinting);
+    font.setPixelSize(large);
+    const QFontMetricsF metrics(font);
+    double widest = 0;
+    for (char16_t digit = u'0'; digit <= u'9'; ++digit)
+        widest = std::max(widest, metrics.horizontalAdvance(QChar(digit)));
+    return widest / large;
+}
+
 QString findInstalled(const QString& family)
 {
     for (const QString& candidate : {family, substitute(family), u"DejaVu Sans"_s, u"Liberation Sans"_s})
@@ -165,20 +181,26 @@ double Fonts::Face::advance(QStringView text) const
     return sum;
 }
 
+const Fonts& Fonts::shared(double scale, Metrics metrics)
+{
+    static thread_local std::map<std::pair<double, Metrics>, Fonts> known;
+    // Scales come from screens; a stream of odd ones must not fill the memory. Those of scale 1 measure rows, also in
+    // the middle of a picture, and stay.
+    constexpr size_t enough = 16;
+    if (known.size() > enough && scale != 1 && !known.contains({scale, metrics}))
+        std::erase_if(known, [](const auto& entry) { return entry.first.first != 1; });
+    return known.try_emplace({scale, metrics}, scale, metrics).first->second;
+}
+
 double widestDigit(const FontStyle& style, double pixelSize)
 {
-    QFont font(installedFamily(style.family));
-    font.setBold(style.bold);
-    font.setItalic(style.italic);
-    font.setHintingPreference(QFont::PreferFullHinting);
-    // Measured large and scaled down, as whole pixels would round the advance.
-    constexpr int large = 1000;
-    font.setPixelSize(large);
-    const QFontMetricsF metrics(font);
-    double widest = 0;
-    for (char16_t digit = u'0'; digit <= u'9'; ++digit)
-        widest = std::max(widest, metrics.horizontalAdvance(QChar(digit)));
-    return widest * pixelSize / large;
+    using Key = std::tuple<QString, bool, bool>;
+    static thread_local std::map<Key, double> known; // for a font of one pixel
+    const Key key{installedFamily(style.family), style.bold, style.italic};
+    auto place = known.find(key);
+    if (place == known.end())
+        place = known.emplace(key, measuredDigit(key)).first;
+    return place->second * pixelSize;
 }
 
 } // namespace lumivane::embedded

@@ -50,6 +50,9 @@ public:
 
     explicit Fonts(double scale = 1, Metrics metrics = Metrics::File) : m_scale(scale), m_metrics(metrics) {}
 
+    /// Kept for the thread's life, so that a new picture does not start by asking the font system again.
+    static const Fonts& shared(double scale, Metrics metrics);
+
     /// The face of a style; `shrink` reduces its size. Super- and subscripts are smaller by themselves.
     const Face& face(const FontStyle& style, double shrink = 1) const;
     double scale() const { return m_scale; }

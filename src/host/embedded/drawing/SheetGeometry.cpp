@@ -12,11 +12,11 @@ constexpr double pointsPerPixel = 72.0 / 96.0;
 constexpr double twipsPerPixel = 15;
 constexpr double calcRowPoints = 12.8;
 constexpr double highestRow = 409.5; // points
-constexpr int cellPadding = 2; // pixels left and right of a text
+constexpr int cellPadding = 2;       // pixels left and right of a text
 
-double fontLine(const Fonts& fonts, const FontStyle& style)
+double fontLine(const FontStyle& style, Metrics metrics)
 {
-    return std::round(fonts.face(style).lineHeight());
+    return std::round(Fonts::shared(1, metrics).face(style).lineHeight());
 }
 
 const FontStyle& fontOf(const StyleTable& styles, const CellStyle& style)
@@ -41,7 +41,7 @@ SheetGeometry::SheetGeometry(std::shared_ptr<const WorkbookContent> workbook, st
     m_digit = std::max(1, static_cast<int>(std::lround(widestDigit(font, font.points / pointsPerPixel))));
     // Calc measures with a font of as many pixels as the real one has twips, a trace small.
     m_digitTwips = std::max(1.0, std::floor(widestDigit(font, font.points * 20) + 0.4));
-    m_defaultLine = fontLine(m_fonts, font);
+    m_defaultLine = fontLine(font, m_metrics);
 
     const int base = std::clamp(m_sheet->baseColumnWidth, 0, 255);
     if (m_sheet->defaultColumnWidth >= 0)
@@ -123,7 +123,7 @@ double SheetGeometry::autoHeight(const RowContent& stored) const
         if (style.font != fontBefore)
             line = style.font == m_workbook->styles.cells[0].font
                        ? m_defaultLine
-                       : fontLine(m_fonts, fontOf(m_workbook->styles, style));
+                       : fontLine(fontOf(m_workbook->styles, style), m_metrics);
         fontBefore = style.font;
         extra = std::max(extra, line - m_defaultLine);
         if (style.wrap)
@@ -143,7 +143,7 @@ double SheetGeometry::cellHeight(const Cell& cell, int row, double line) const
         return line + 2;
     const QString text = (cell.kind == CellKind::Text ? m_workbook->texts : m_sheet->texts).text(cell.text);
     const CellStyle& style = m_workbook->styles.cell(static_cast<int>(cell.style));
-    const Fonts::Face& face = m_fonts.face(fontOf(m_workbook->styles, style));
+    const Fonts::Face& face = Fonts::shared(1, m_metrics).face(fontOf(m_workbook->styles, style));
     const double width = shownExactColumnPixels(cell.column) - 2 * cellPadding;
     const auto lines = breakLines(
         text, width, [&](int start, int length) { return face.advance(QStringView(text).mid(start, length)); });

@@ -60,7 +60,6 @@ private:
     int m_digit = 7;
     double m_digitTwips = 111; ///< as Calc measures it
     double m_defaultColumnPixels = 64;
-    Fonts m_fonts;
     double m_defaultLine = 0; ///< height of a line of the default font, pixels
     mutable std::unordered_map<int, double> m_autoHeights;
 };

@@ -29,11 +29,6 @@ QSize SheetPainter::size(const CellArea& area, double scale) const
             side(m_geometry.rowsPixels(area.firstRow, area.lastRow))};
 }
 
-const Fonts& SheetPainter::fonts(double scale) const
-{
-    return m_fonts.try_emplace(scale, scale, m_metrics).first->second;
-}
-
 void SheetPainter::paint(QPainter& painter, const CellArea& area, double scale) const
 {
     const QSize whole = size(area, scale);
@@ -46,7 +41,7 @@ void SheetPainter::paint(QPainter& painter, const CellArea& area, double scale) 
     painter.setRenderHint(QPainter::TextAntialiasing, true);
     painter.fillRect(QRect(QPoint(0, 0), whole), Qt::white);
 
-    SheetTexts texts(*m_cells, m_geometry, grid, fonts(scale), m_metrics);
+    SheetTexts texts(*m_cells, m_geometry, grid, Fonts::shared(scale, m_metrics), m_metrics);
     texts.place();
     paintFills(painter, grid);
     if (m_sheet->view.gridLines && m_metrics == Metrics::File)

@@ -38,14 +38,12 @@ private:
     void paintFills(QPainter& painter, const VisibleGrid& grid) const;
     void paintGridLines(QPainter& painter, const VisibleGrid& grid, const SheetTexts& texts) const;
     bool hasFill(int row, int column) const;
-    const Fonts& fonts(double scale) const;
 
     std::shared_ptr<const SheetContent> m_sheet;
     const SheetOverlay* m_overlay;
     Metrics m_metrics;
     SheetGeometry m_geometry;
     std::unique_ptr<SheetCells> m_cells;
-    mutable std::map<double, Fonts> m_fonts; ///< by scale
 };
 
 } // namespace lumivane::embedded

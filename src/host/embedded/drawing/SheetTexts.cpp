@@ -19,15 +19,14 @@ bool isTextKind(CellKind kind)
     return kind == CellKind::Text || kind == CellKind::SheetText;
 }
 
-Horizontal shownAlignment(const CellStyle& style, CellKind kind)
+Horizontal shownAlignment(const CellStyle& style, CellKind kind, const NumberFormat& format, Metrics metrics)
 {
     if (style.horizontal != Horizontal::General)
         return style.horizontal;
-    if (kind == CellKind::Number)
-        return Horizontal::Right;
-    if (!isTextKind(kind))
-        return Horizontal::Center;
-    return Horizontal::Left;
+    if (isTextKind(kind) || (kind == CellKind::Number && format.isText()))
+        return Horizontal::Left;
+    // Calc does not set booleans and errors apart from numbers.
+    return kind == CellKind::Number || metrics == Metrics::Calc ? Horizontal::Right : Horizontal::Center;
 }
 
 /// By its own setting, else by its first letter.
@@ -100,8 +99,14 @@ void SheetTexts::placeCell(int row, int column, const CellArea& area)
     const CellStyle& style = m_cells.style(row, column);
     const CellKind kind = m_cells.kind(row, column);
     const bool single = area.rows() == 1 && area.columns() == 1;
-    const Place place{
-        row, column, area, style, kind, m_grid.rect(area), shownAlignment(style, kind), single && isTextKind(kind)};
+    const Place place{row,
+                      column,
+                      area,
+                      style,
+                      kind,
+                      m_grid.rect(area),
+                      shownAlignment(style, kind, m_cells.texts().format(m_cells.styleIndex(row, column)), m_metrics),
+                      single && isTextKind(kind)};
     if (place.rect.isEmpty())
         return;
     if (isTextKind(kind))

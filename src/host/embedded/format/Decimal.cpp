@@ -15,51 +15,60 @@ Decimal::Decimal(double value)
 {
     if (value == 0 || !std::isfinite(value))
         return;
-    char buffer[40];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value), std::chars_format::scientific);
-    const QByteArray text(buffer, static_cast<qsizetype>(end.ptr - buffer)); // d.ddde+xx, as short as is unambiguous
-    const qsizetype mark = text.indexOf('e');
-    m_digits = text.left(mark);
-    m_digits.remove(1, 1);
-    while (m_digits.endsWith('0'))
-        m_digits.chop(1);
-    m_point = text.mid(mark + 1).toInt() + 1;
+    char buffer[40]; // d.ddde+xx, as short as is unambiguous
+    const char* const end =
+        std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value), std::chars_format::scientific).ptr;
+    const char* at = buffer;
+    for (; *at != 'e'; ++at)
+        if (*at != '.')
+            m_digits[static_cast<size_t>(m_count++)] = *at;
+    at += at[1] == '+' ? 2 : 1;
+    std::from_chars(at, end, m_point);
+    ++m_point;
+    dropZeros();
     keep(mostDigits);
+}
+
+void Decimal::dropZeros()
+{
+    while (m_count > 0 && m_digits[static_cast<size_t>(m_count - 1)] == '0')
+        --m_count;
+    if (m_count == 0)
+        m_point = 0;
 }
 
 void Decimal::keep(int kept)
 {
-    if (isZero() || kept >= significantDigits())
+    if (isZero() || kept >= m_count)
         return;
-    const bool up = kept >= 0 && m_digits[kept] >= '5';
-    m_digits.truncate(std::max(kept, 0));
+    const bool up = kept >= 0 && m_digits[static_cast<size_t>(kept)] >= '5';
+    m_count = std::max(kept, 0);
     if (up) {
-        while (m_digits.endsWith('9'))
-            m_digits.chop(1);
-        if (m_digits.isEmpty()) {
-            m_digits = "1";
+        while (m_count > 0 && m_digits[static_cast<size_t>(m_count - 1)] == '9')
+            --m_count;
+        if (m_count == 0) {
+            m_digits[0] = '1';
+            m_count = 1;
             ++m_point;
         } else {
-            m_digits.back() = static_cast<char>(m_digits.back() + 1);
+            ++m_digits[static_cast<size_t>(m_count - 1)];
         }
     }
-    while (m_digits.endsWith('0'))
-        m_digits.chop(1);
-    if (m_digits.isEmpty())
-        m_point = 0;
+    dropZeros();
 }
 
 QByteArray Decimal::integerDigits() const
 {
     if (m_point <= 0)
         return {};
-    return m_digits.left(m_point).leftJustified(m_point, '0');
+    return QByteArray(m_digits.data(), std::min(m_count, m_point)).leftJustified(m_point, '0');
 }
 
 QByteArray Decimal::decimalDigits(int count) const
 {
     QByteArray digits(std::clamp(-m_point, 0, count), '0');
-    digits.append(m_digits.mid(std::max(m_point, 0)));
+    const int first = std::clamp(m_point, 0, m_count);
+    digits.append(m_digits.data() + first, m_count - first);
     return digits.leftJustified(count, '0', true);
 }
 

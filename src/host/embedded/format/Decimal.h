@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <array>
 
 namespace lumivane::embedded {
 
@@ -11,10 +12,10 @@ class Decimal
 public:
     explicit Decimal(double value);
 
-    bool isZero() const { return m_digits.isEmpty(); }
+    bool isZero() const { return m_count == 0; }
     /// The power of ten of the first digit: 2 for 123, -1 for 0.5; 0 for zero.
     int exponent() const { return isZero() ? 0 : m_point - 1; }
-    int significantDigits() const { return static_cast<int>(m_digits.size()); }
+    int significantDigits() const { return m_count; }
     /// Multiplies by a power of ten.
     void shift(int powerOfTen) { m_point += isZero() ? 0 : powerOfTen; }
     /// Keeps so many digits behind the point; below 0 rounds in front of it.
@@ -28,8 +29,12 @@ public:
 private:
     void keep(int digits);
 
-    QByteArray m_digits; ///< without zeros at either end
-    int m_point = 0;     ///< the value is 0.digits times ten to this power
+    void dropZeros();
+
+    // No memory is asked for here, since a find formats every number of a sheet.
+    std::array<char, 24> m_digits; ///< without zeros at either end
+    int m_count = 0;
+    int m_point = 0; ///< the value is 0.digits times ten to this power
 };
 
 } // namespace lumivane::embedded

@@ -57,6 +57,9 @@ QString unlimitedGeneral(const Decimal& value)
 
 QString generalMagnitude(double magnitude, int maxChars)
 {
+    // Most numbers are small whole ones.
+    if (maxChars >= 9 && magnitude < 1e9 && magnitude == std::floor(magnitude))
+        return QString::number(static_cast<qint64>(magnitude));
     const Decimal value(magnitude);
     if (maxChars >= NumberFormat::unlimited)
         return unlimitedGeneral(value);

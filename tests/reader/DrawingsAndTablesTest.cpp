@@ -20,7 +20,9 @@ WorkbookParts bookWithDrawing(const std::string& anchors)
     parts.set("xl/worksheets/_rels/sheet1.xml.rels",
               "<Relationships><Relationship Id='d' Type='x/drawing' Target='../drawings/drawing1.xml'/>"
               "<Relationship Id='t' Type='x/table' Target='/xl/tables/table1.xml'/></Relationships>");
-    parts.set("xl/tables/table1.xml", "<table ref='A1:C9'><autoFilter ref='A1:C8'/></table>");
+    parts.set(
+        "xl/tables/table1.xml",
+        "<table ref='A1:C9' displayName='Sales'><autoFilter ref='A1:C8'/><tableStyleInfo name='Medium 2'/></table>");
     parts.set("xl/drawings/_rels/drawing1.xml.rels",
               "<Relationships><Relationship Id='c' Type='x/chart' Target='../charts/chart7.xml'/>"
               "<Relationship Id='p' Type='x/image' Target='../media/image1.png'/>"
@@ -74,6 +76,47 @@ TEST(Drawings, ReadNamesKindsAndPlaces)
     ASSERT_EQ(sheet->filtered.size(), 1u);
     EXPECT_EQ(areaText(sheet->filtered[0]), "A1:C8");
     EXPECT_EQ(sheet->problem, u""_s);
+}
+
+TEST(Drawings, TellControlsFromShapes)
+{
+    const auto anchor = [](const std::string& object) {
+        return "<mc:AlternateContent><mc:Choice Requires='a14'><xdr:twoCellAnchor>" + fromTo + object +
+               "</xdr:twoCellAnchor></mc:Choice><mc:Fallback><xdr:twoCellAnchor><xdr:pic/></xdr:twoCellAnchor>"
+               "</mc:Fallback></mc:AlternateContent>";
+    };
+    const auto sheet = sheetOf(
+        bookWithDrawing(anchor("<xdr:sp><xdr:nvSpPr><xdr:cNvPr name='Button 1' hidden='1'/></xdr:nvSpPr></xdr:sp>") +
+                        anchor("<xdr:sp><xdr:nvSpPr><xdr:cNvPr name='Formula'/></xdr:nvSpPr></xdr:sp>")));
+    ASSERT_EQ(sheet->drawings.size(), 2u);
+    EXPECT_EQ(sheet->drawings[0].name, u"Button 1"_s);
+    EXPECT_EQ(sheet->drawings[0].kind, u"control"_s);
+    EXPECT_FALSE(sheet->drawings[0].hidden);
+    EXPECT_EQ(areaText(sheet->drawings[0].anchor), "B3:E10");
+    EXPECT_EQ(sheet->drawings[1].kind, u"shape"_s);
+}
+
+TEST(Looks, AreToldWhereTheyAreNotRead)
+{
+    WorkbookParts parts = bookWithDrawing("");
+    parts.set("xl/worksheets/sheet1.xml",
+              "<worksheet xmlns:r='r'><sheetData/><conditionalFormatting sqref='B2:B9 D1 #REF!'><cfRule/>"
+              "</conditionalFormatting><tableParts><tablePart r:id='t'/></tableParts><extLst>"
+              "<ext><x14:conditionalFormattings><x14:conditionalFormatting><x14:cfRule/><xm:sqref>E1:E4</xm:sqref>"
+              "</x14:conditionalFormatting></x14:conditionalFormattings></ext>"
+              "<ext><x14:dataValidations><x14:dataValidation><xm:sqref>Z1</xm:sqref></x14:dataValidation>"
+              "</x14:dataValidations></ext><ext><x14:sparklineGroups><x14:sparklineGroup><x14:sparklines>"
+              "<x14:sparkline><xm:f>A1:C1</xm:f><xm:sqref>F1</xm:sqref></x14:sparkline></x14:sparklines>"
+              "</x14:sparklineGroup></x14:sparklineGroups></ext></extLst></worksheet>");
+    const auto sheet = sheetOf(parts);
+    std::ostringstream printed;
+    for (const UnreadLook& look : sheet->unread)
+        printed << look.what.toStdString() << ' ' << areaText(look.area) << '\n';
+    EXPECT_EQ(printed.str(), "formats that depend on conditions B2:B9\n"
+                             "formats that depend on conditions D1:D1\n"
+                             "formats that depend on conditions E1:E4\n"
+                             "small charts in cells F1:F1\n"
+                             "the look of the table \"Sales\" A1:C9\n");
 }
 
 TEST(Drawings, AreToldMissingWhereTheyAreBrokenAndTheCellsStay)

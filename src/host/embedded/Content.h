@@ -119,7 +119,7 @@ struct SheetView
 struct DrawingContent
 {
     QString name;
-    QString kind;    ///< "chart", "picture", "shape"
+    QString kind;    ///< "chart", "picture", "shape", "control"
     CellArea anchor; ///< from the cell with its top left corner to that with its bottom right one; the former alone
                      ///< where the file stores a size instead (`width` and `height`)
     bool hidden = false;
@@ -131,6 +131,13 @@ struct DrawingContent
     QString part;                   ///< of the package, with the chart or the picture; empty if it has none
 };
 
+/// Looks of cells that the file describes and that are not read: a picture of these cells may lack them.
+struct UnreadLook
+{
+    QString what; ///< to be put behind "is missing: ", as in "the look of the table "Sales""
+    CellArea area;
+};
+
 struct SheetContent
 {
     std::vector<Cell> cells;
@@ -140,6 +147,7 @@ struct SheetContent
     std::vector<int> mergedReach;   ///< beside `merged`: the last row of all up to that one; empty without setMerged
     std::vector<CellArea> filtered; ///< ranges of auto filters
     std::vector<DrawingContent> drawings;
+    std::vector<UnreadLook> unread;
     TextTable texts;
     SheetView view;
     double defaultRowHeight = -1;     ///< points; below 0: from the default font

@@ -101,6 +101,23 @@ std::string_view relationshipIdOf(pugi::xml_node object, QString& kind)
     return {};
 }
 
+void readAnchor(pugi::xml_node anchor, const std::vector<Relationship>& relationships,
+                std::vector<DrawingContent>& drawings)
+{
+    const pugi::xml_node object = drawnObject(anchor);
+    if (!object)
+        return;
+    DrawingContent drawing;
+    const pugi::xml_node named = nameElement(object);
+    drawing.name = textFrom(attributeOf(named, "name"));
+    drawing.hidden = flagFrom(attributeOf(named, "hidden"), false);
+    readPlace(anchor, drawing);
+    const std::string_view id = relationshipIdOf(object, drawing.kind);
+    if (const Relationship* target = relationshipById(relationships, id); target && !target->external)
+        drawing.part = textFrom(target->target);
+    drawings.push_back(std::move(drawing));
+}
+
 } // namespace
 
 std::vector<DrawingContent> readDrawings(const Package& package, const Package::Entry& entry)
@@ -109,19 +126,25 @@ std::vector<DrawingContent> readDrawings(const Package& package, const Package::
     readSmallPart(package, entry, document);
     const std::vector<Relationship> relationships = readRelationships(package, entry.name);
     std::vector<DrawingContent> drawings;
-    for (const pugi::xml_node anchor : document.document_element().children()) {
-        const pugi::xml_node object = drawnObject(anchor);
-        if (!object)
+    for (const pugi::xml_node child : document.document_element().children()) {
+        if (localName(child) != "AlternateContent") {
+            readAnchor(child, relationships, drawings);
             continue;
-        DrawingContent drawing;
-        const pugi::xml_node named = nameElement(object);
-        drawing.name = textFrom(attributeOf(named, "name"));
-        drawing.hidden = flagFrom(attributeOf(named, "hidden"), false);
-        readPlace(anchor, drawing);
-        const std::string_view id = relationshipIdOf(object, drawing.kind);
-        if (const Relationship* target = relationshipById(relationships, id); target && !target->external)
-            drawing.part = textFrom(target->target);
-        drawings.push_back(std::move(drawing));
+        }
+        // Controls are offered as shapes to those who know them, hidden, and not at all to others.
+        const size_t before = drawings.size();
+        for (const pugi::xml_node choice : child.children()) {
+            for (const pugi::xml_node anchor : choice.children())
+                readAnchor(anchor, relationships, drawings);
+            if (drawings.size() > before)
+                break;
+        }
+        for (size_t i = before; i < drawings.size(); ++i) {
+            if (drawings[i].kind == u"shape"_s && drawings[i].hidden) {
+                drawings[i].kind = u"control"_s;
+                drawings[i].hidden = false;
+            }
+        }
     }
     return drawings;
 }

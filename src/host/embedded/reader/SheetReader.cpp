@@ -20,6 +20,13 @@ constexpr size_t maxMerges = 200000;
 constexpr size_t maxCells = 40'000'000;
 constexpr size_t maxRowEntries = 4'000'000; ///< more than the sheet has rows, as some may come twice
 
+constexpr size_t maxUnread = 100000;
+
+QString conditionalFormats()
+{
+    return u"formats that depend on conditions"_s;
+}
+
 constexpr double maxHeight = 409.5; ///< points
 constexpr double maxWidth = 255;    ///< characters
 
@@ -114,6 +121,11 @@ void SheetReader::readPart()
             return m_xml.skip();
         case nameKey("tableParts"):
             return readTableParts();
+        case nameKey("conditionalFormatting"):
+            addUnread(conditionalFormats(), m_xml.attribute("sqref"));
+            return m_xml.skip();
+        case nameKey("extLst"):
+            return readExtensions();
         default:
             return m_xml.skip();
         }
@@ -504,6 +516,49 @@ void SheetReader::readTableParts()
         }
         m_xml.skip();
     });
+}
+
+/// Later versions put here what earlier ones do not know; of interest is only what changes the look of cells.
+void SheetReader::readExtensions()
+{
+    const size_t outside = m_xml.depth() - 1;
+    QString what;
+    while (true) {
+        const Token token = m_xml.next();
+        if (token == Token::End && m_xml.depth() == outside)
+            return;
+        if (token != Token::Start)
+            continue;
+        switch (m_xml.name()) {
+        case nameKey("ext"):
+            what.clear();
+            break;
+        case nameKey("conditionalFormattings"):
+            what = conditionalFormats();
+            break;
+        case nameKey("sparklineGroups"):
+            what = u"small charts in cells"_s;
+            break;
+        case nameKey("sqref"):
+            m_value.clear();
+            m_xml.appendText(m_value);
+            if (!what.isEmpty())
+                addUnread(what, m_value);
+            break;
+        }
+    }
+}
+
+/// Adds areas that stand in one text, separated by blanks.
+void SheetReader::addUnread(const QString& what, std::string_view areas)
+{
+    while (!areas.empty()) {
+        const size_t end = std::min(areas.find(' '), areas.size());
+        const std::optional<CellArea> area = areaFrom(areas.substr(0, end));
+        if (area && m_content.unread.size() < maxUnread)
+            m_content.unread.push_back({what, *area});
+        areas.remove_prefix(std::min(end + 1, areas.size()));
+    }
 }
 
 /// Puts rows and cells that stood in no order into theirs. Of several cells in one place the last one holds, of

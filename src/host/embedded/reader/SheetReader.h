@@ -55,6 +55,8 @@ private:
     void appendCell(const Cell& cell);
     void readMerges();
     void readTableParts();
+    void readExtensions();
+    void addUnread(const QString& what, std::string_view areas);
     void sortCells();
     void measure();
     template <class Handle>

@@ -62,6 +62,18 @@ const Package::Entry* referredEntry(const Package& package, const std::vector<Re
     return entry;
 }
 
+void readTable(pugi::xml_node table, SheetContent& content)
+{
+    const pugi::xml_node filter = childNamed(table, "autoFilter");
+    if (const std::optional<CellArea> area = areaFrom(attributeOf(filter, "ref")))
+        content.filtered.push_back(*area);
+    const pugi::xml_node look = childNamed(table, "tableStyleInfo");
+    const std::optional<CellArea> area = areaFrom(attributeOf(table, "ref"));
+    if (area && !attributeOf(look, "name").empty() && attributeOf(look, "name") != "None")
+        content.unread.push_back(
+            {u"the look of the table \"%1\""_s.arg(textFrom(attributeOf(table, "displayName"))), *area});
+}
+
 } // namespace
 
 XlsxWorkbook::XlsxWorkbook(const QString& path) : m_path(path), m_stamp(FileStamp::of(path))
@@ -219,9 +231,7 @@ void XlsxWorkbook::followReferences(const Package& package, const SheetPart& par
                 continue;
             pugi::xml_document document;
             readSmallPart(package, *entry, document);
-            const pugi::xml_node filter = childNamed(document.document_element(), "autoFilter");
-            if (const std::optional<CellArea> area = areaFrom(attributeOf(filter, "ref")))
-                content.filtered.push_back(*area);
+            readTable(document.document_element(), content);
         }
         if (drawingId.empty())
             return;

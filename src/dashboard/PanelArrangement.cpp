@@ -46,6 +46,18 @@ QVector<QRect> tileVertically(const QRect& area, int count)
     return tileLines(area, count, false);
 }
 
+QVector<QPoint> cascade(const QRect& area, int step, int count)
+{
+    QVector<QPoint> corners;
+    // The lower half stays free, so that the last window of a column can be seen as well.
+    const int inColumn = qMax(1, area.height() / 2 / step);
+    for (int i = 0; i < count; ++i) {
+        const int row = i % inColumn, column = i / inColumn;
+        corners.append(area.topLeft() + QPoint((row + column * 2) * step, row * step));
+    }
+    return corners;
+}
+
 QVector<QRect> arrangeIcons(const QRect& area, const QSize& icon, int count)
 {
     QVector<QRect> places;

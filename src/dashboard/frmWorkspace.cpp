@@ -76,7 +76,7 @@ void frmWorkspace::connectActions()
     connect(a.mnuHelpAbout, &QAction::triggered, this, &frmWorkspace::showAbout);
     connect(a.mnuEditHorizontal, &QAction::triggered, this, [this] { arrangePanels(tileHorizontally); });
     connect(a.mnuEditVertical, &QAction::triggered, this, [this] { arrangePanels(tileVertically); });
-    connect(a.mnuEditCascade, &QAction::triggered, m_area, &QMdiArea::cascadeSubWindows);
+    connect(a.mnuEditCascade, &QAction::triggered, this, &frmWorkspace::cascadePanels);
     connect(a.mnuEditIcons, &QAction::triggered, this, &frmWorkspace::arrangeMinimized);
     connect(a.cmbWorkspaces, &QComboBox::currentIndexChanged, this, &frmWorkspace::cmbWorkspaces_Click);
     connect(m_area, &DashboardArea::menuRequested, this, &frmWorkspace::showWorkspaceMenu);
@@ -232,6 +232,21 @@ void frmWorkspace::arrangePanels(QVector<QRect> (*places)(const QRect&, int))
     const QVector<QRect> rects = places(m_area->viewport()->rect(), static_cast<int>(panels.size()));
     for (qsizetype i = 0; i < panels.size(); ++i)
         panels[i]->setGeometry(rects[i]);
+}
+
+void frmWorkspace::cascadePanels()
+{
+    // In the order in which they lie, so that the topmost stays it. Sizes are part of a panel's view and stay.
+    QList<QMdiSubWindow*> windows = m_area->subWindowList(QMdiArea::StackingOrder);
+    windows.removeIf([](const QMdiSubWindow* window) { return window->isMinimized(); });
+    if (windows.isEmpty())
+        return;
+    m_area->horizontalScrollBar()->setValue(0);
+    m_area->verticalScrollBar()->setValue(0);
+    const int title = windows.first()->contentsMargins().top();
+    const QVector<QPoint> corners = cascade(m_area->viewport()->rect(), title, static_cast<int>(windows.size()));
+    for (qsizetype i = 0; i < windows.size(); ++i)
+        windows[i]->move(corners[i]);
 }
 
 void frmWorkspace::arrangeMinimized()

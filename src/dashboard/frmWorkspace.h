@@ -99,6 +99,7 @@ private:
     void showPanelMenu(const QPoint& globalPosition);
     void showWorkspaceMenu(const QPoint& position, const QPoint& globalPosition);
     void arrangePanels(QVector<QRect> (*places)(const QRect&, int));
+    void cascadePanels();
     void arrangeMinimized();
     void showAbout();
 

@@ -238,6 +238,11 @@ TEST(Arrangement, FewWindowsLieInRowsOrColumns)
     EXPECT_EQ(tileHorizontally(area, 5).first(), QRect(0, 0, 300, 150)) << "two columns, the second with three windows";
 }
 
+TEST(Arrangement, ACascadeBeginsANewColumnAtHalfTheHeight)
+{
+    EXPECT_EQ(cascade(QRect(0, 0, 600, 100), 25, 5), (QVector<QPoint>{{0, 0}, {25, 25}, {50, 0}, {75, 25}, {100, 0}}));
+}
+
 TEST(Arrangement, MinimizedWindowsStandAtTheBottomRowUponRow)
 {
     EXPECT_EQ(arrangeIcons(QRect(0, 0, 450, 300), QSize(200, 30), 3),

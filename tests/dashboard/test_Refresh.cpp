@@ -162,6 +162,22 @@ TEST_F(Refresh, RefreshWithoutAPanelDoesNothing)
     EXPECT_TRUE(m_library.events.isEmpty());
 }
 
+TEST_F(Refresh, ArrangingKeepsSizesOfACascadeAndFillsTheGroundWithTiles)
+{
+    for (const frmPanel* panel : window().panelWindows())
+        gWorkspace->Panels(panel->Index)->ViewType = u"Z"_s;
+    window().actions().mnuEditVertical->trigger();
+    const auto panels = window().panelWindows();
+    EXPECT_EQ(panels[0]->height(), panels[1]->height());
+    EXPECT_EQ(panels[0]->geometry().right() + 1, panels[1]->x());
+    const QSize tiled = panels[0]->size();
+    window().actions().mnuEditCascade->trigger();
+    EXPECT_EQ(panels[0]->pos(), QPoint(0, 0));
+    EXPECT_EQ(panels[1]->pos(), QPoint(panels[0]->contentsMargins().top(), panels[0]->contentsMargins().top()));
+    EXPECT_EQ(panels[0]->size(), tiled);
+    EXPECT_TRUE(window().AnyPanelDirty()) << "the new places are worth a prompt";
+}
+
 TEST_F(Refresh, ViewCommandsActOnTheActivePanelAndTickIt)
 {
     const DashboardActions& actions = window().actions();

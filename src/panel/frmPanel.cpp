@@ -15,6 +15,7 @@
 
 #include <QCloseEvent>
 #include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMouseEvent>
@@ -394,6 +395,46 @@ bool frmPanel::eventFilter(QObject* watched, QEvent* event)
     return QMdiSubWindow::eventFilter(watched, event);
 }
 
+bool frmPanel::scrollBy(QWheelEvent& wheel)
+{
+    const bool across =
+        wheel.modifiers().testFlag(Qt::ShiftModifier) || qAbs(wheel.angleDelta().x()) > qAbs(wheel.angleDelta().y());
+    QScrollBar* bar = across || !VScroll1->isVisible() ? HScroll1 : VScroll1;
+    return bar->isVisible() && QCoreApplication::sendEvent(bar, &wheel);
+}
+
+bool frmPanel::scrollBy(const QKeyEvent& key)
+{
+    QScrollBar* bar = VScroll1;
+    QAbstractSlider::SliderAction action = QAbstractSlider::SliderNoAction;
+    switch (key.key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+        bar = HScroll1;
+        action =
+            key.key() == Qt::Key_Left ? QAbstractSlider::SliderSingleStepSub : QAbstractSlider::SliderSingleStepAdd;
+        break;
+    case Qt::Key_Up:
+        action = QAbstractSlider::SliderSingleStepSub;
+        break;
+    case Qt::Key_Down:
+        action = QAbstractSlider::SliderSingleStepAdd;
+        break;
+    case Qt::Key_PageUp:
+        action = QAbstractSlider::SliderPageStepSub;
+        break;
+    case Qt::Key_PageDown:
+        action = QAbstractSlider::SliderPageStepAdd;
+        break;
+    default:
+        return false;
+    }
+    if (!bar->isVisible())
+        return false;
+    bar->triggerAction(action);
+    return true;
+}
+
 bool frmPanel::clientEvent(QEvent& event)
 {
     // The picture and its frame leave mouse events to the client, so that all of them come by here once.
@@ -412,6 +453,10 @@ bool frmPanel::clientEvent(QEvent& event)
         if (!m_editMode())
             Q_EMIT doubleClicked();
         return false;
+    case QEvent::Wheel:
+        return scrollBy(static_cast<QWheelEvent&>(event));
+    case QEvent::KeyPress:
+        return scrollBy(static_cast<const QKeyEvent&>(event));
     case QEvent::ContextMenu: {
         const auto& request = static_cast<const QContextMenuEvent&>(event);
         if (request.reason() == QContextMenuEvent::Keyboard)

@@ -83,6 +83,8 @@ private:
     QPoint scrolledBy() const;
     QRect dashboardGeometry() const;
     bool clientEvent(QEvent& event);
+    bool scrollBy(QWheelEvent& wheel);
+    bool scrollBy(const QKeyEvent& key);
 
     std::function<bool()> m_editMode;
     PanelPipeline m_pipeline;

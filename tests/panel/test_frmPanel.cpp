@@ -120,6 +120,20 @@ TEST_F(PanelWindow, CropScrollsALargePicture)
     EXPECT_EQ(down->value(), 0);
 }
 
+TEST_F(PanelWindow, WheelAndKeysScrollALargePicture)
+{
+    m_record->PicRange = u"A1:Z60``"_s;
+    open(u"C"_s, QSize(400, 300));
+    QWheelEvent wheel(QPointF(5, 5), QPointF(50, 50), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(part(u"client"_s), &wheel);
+    EXPECT_LT(part(u"picPanel"_s)->y(), 0);
+    EXPECT_EQ(part(u"picPanel"_s)->x(), 0);
+    QKeyEvent right(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier);
+    QCoreApplication::sendEvent(part(u"client"_s), &right);
+    EXPECT_LT(part(u"picPanel"_s)->x(), 0);
+}
+
 TEST_F(PanelWindow, ZoomStretchesInBothDirections)
 {
     frmPanel& panel = open(u"Z"_s, QSize(400, 300));

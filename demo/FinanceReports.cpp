@@ -49,8 +49,8 @@ void putAccounts(Sheet& sheet, int version)
     sheet.fillRow(reserve + 4, 1, 4, sum);
     sheet.set(reserve + 4, 1, u"Left over"_s, looks::totalLabel);
     sheet.setFormula(reserve + 4, 4, sumFormula(reserve + 1, reserve + 3, 4), available - due - wages, sum);
-    sheet.setWidth(1, 1, 26.71);
-    sheet.setWidth(2, 4, 15.71);
+    sheet.setWidth(1, 1, 36.71);
+    sheet.setWidth(2, 4, 18.29);
 }
 
 /// Weeks side by side. Each version closes one more week, so that "This week" stands one column further right.

@@ -87,8 +87,8 @@ QByteArray productionReport(int version)
     sheet.setHeight(row, 19.5);
     sheet.setWidth(1, 1, 14.71);
     sheet.setWidth(2, 2, 13.71);
-    sheet.setWidth(3, 8, 8.71);
-    sheet.setWidth(9, 10, 10.71);
+    sheet.setWidth(3, 8, 10.71);
+    sheet.setWidth(9, 10, 11.71);
     sheet.freeze(4, 2);
     return book.bytes();
 }

@@ -2,6 +2,7 @@
 #include "dashboard/frmWorkspace.h"
 #include "host/embedded/EmbeddedHost.h"
 #include "panel/PanelPicture.h"
+#include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
 #include "session/ProgramFiles.h"

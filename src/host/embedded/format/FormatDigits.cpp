@@ -257,6 +257,8 @@ QString blanksFor(const Parts& parts)
 
 FormattedText fractionNumber(const FractionLayout& layout, double magnitude, bool& allZero)
 {
+    if (!std::isfinite(magnitude))
+        magnitude = 0;
     const double whole = std::floor(magnitude);
     const int places = std::min(countDigitParts(layout.denominator), 7);
     const qint64 bound = static_cast<qint64>(std::pow(10.0, places)) - 1;

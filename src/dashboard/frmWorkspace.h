@@ -19,7 +19,7 @@ class frmPanel;
 /// by which the dashboard keeps itself up to date. A window of its own is kept for each stored panel; windows and
 /// records are tied by `frmPanel::Index`.
 ///
-/// Member names are those of the described procedures. Each command traps its own failure, logs and shows it, and
+/// A handler is named by its menu entry or control and the event. Each traps its own failure, logs and shows it, and
 /// leaves the program as it was.
 class frmWorkspace : public QMainWindow
 {
@@ -37,7 +37,7 @@ public:
     explicit frmWorkspace(QWidget* parent = nullptr);
     ~frmWorkspace() override;
 
-    const DashboardActions& actions() const { return m_actions; }
+    const DashboardActions& menus() const { return m_actions; }
     /// The panel windows in the order in which they were made.
     QList<frmPanel*> panelWindows() const;
 

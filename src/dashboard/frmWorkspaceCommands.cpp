@@ -229,6 +229,7 @@ void frmWorkspace::Workspace_LoadPanels(qint32 WorkspaceID, bool& OK)
         m_actions.mnuPanel->menuAction()->setEnabled(gWorkspace->NumPanels() >= 1);
         gSources->ClearFlags();
         XLInstance XLInst;
+        // Without a host the record stands alone, and the program shows that it has not come to an end.
         if (!Excel_Init(XLInst))
             return;
         openPanelWindows(XLInst, false);

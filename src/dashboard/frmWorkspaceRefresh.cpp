@@ -80,6 +80,7 @@ void frmWorkspace::refreshDashboard()
     ClosePanels();
     gSources->ClearFlags();
     XLInstance XLInst;
+    // Left busy on purpose: passes would find no windows until a later command opens some.
     if (!Excel_Init(XLInst))
         return;
     openPanelWindows(XLInst, true);

@@ -37,6 +37,7 @@ int main(int argc, char** argv)
 {
     LumivaneApplication application(argc, argv);
     QApplication::setApplicationName(lumivane::executableName());
+    QApplication::setDesktopFileName(lumivane::executableName());
     lumivane::applyLook(application);
 
     lumivane::QtPrompts prompts;

@@ -42,7 +42,7 @@ frmWorkspace& DashboardFixture::start()
 QStringList DashboardFixture::listed() const
 {
     QStringList names;
-    const QComboBox& list = *m_window->actions().cmbWorkspaces;
+    const QComboBox& list = *m_window->menus().cmbWorkspaces;
     for (int i = 0; i < list.count(); ++i)
         names.append(list.itemText(i));
     return names;

@@ -31,7 +31,7 @@ protected:
     /// Starts the main window on what was stored, as a run of the program does.
     frmWorkspace& start();
     frmWorkspace& window() { return *m_window; }
-    QComboBox& list() { return *m_window->actions().cmbWorkspaces; }
+    QComboBox& list() { return *m_window->menus().cmbWorkspaces; }
     QStringList listed() const;
     QStringList panelCaptions() const; ///< of the windows, in the order they were made
     /// Ends dialogs of names and choices.

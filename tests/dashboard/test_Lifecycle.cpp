@@ -20,7 +20,7 @@ namespace {
 class Lifecycle : public test::DashboardFixture
 {
 protected:
-    bool panelMenuEnabled() { return window().actions().mnuPanel->menuAction()->isEnabled(); }
+    bool panelMenuEnabled() { return window().menus().mnuPanel->menuAction()->isEnabled(); }
 };
 
 class Start : public Lifecycle
@@ -313,7 +313,7 @@ TEST_F(Lifecycle, DeletingTheLastOneLeavesAnUntitledOneThatIsPromptedFor)
     m_user.confirmations = {true};
     window().mnuWorkspaceDelete_Click();
     EXPECT_EQ(listed(), QStringList{u"Untitled"_s});
-    EXPECT_FALSE(window().actions().mnuWorkspaceDelete->isEnabled());
+    EXPECT_FALSE(window().menus().mnuWorkspaceDelete->isEnabled());
     EXPECT_TRUE(window().panelWindows().isEmpty());
     m_user.asked.clear();
     window().close();

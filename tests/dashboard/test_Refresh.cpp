@@ -166,12 +166,12 @@ TEST_F(Refresh, ArrangingKeepsSizesOfACascadeAndFillsTheGroundWithTiles)
 {
     for (const frmPanel* panel : window().panelWindows())
         gWorkspace->Panels(panel->Index)->ViewType = u"Z"_s;
-    window().actions().mnuEditVertical->trigger();
+    window().menus().mnuEditVertical->trigger();
     const auto panels = window().panelWindows();
     EXPECT_EQ(panels[0]->height(), panels[1]->height());
     EXPECT_EQ(panels[0]->geometry().right() + 1, panels[1]->x());
     const QSize tiled = panels[0]->size();
-    window().actions().mnuEditCascade->trigger();
+    window().menus().mnuEditCascade->trigger();
     EXPECT_EQ(panels[0]->pos(), QPoint(0, 0));
     EXPECT_EQ(panels[1]->pos(), QPoint(panels[0]->contentsMargins().top(), panels[0]->contentsMargins().top()));
     EXPECT_EQ(panels[0]->size(), tiled);
@@ -180,7 +180,7 @@ TEST_F(Refresh, ArrangingKeepsSizesOfACascadeAndFillsTheGroundWithTiles)
 
 TEST_F(Refresh, ViewCommandsActOnTheActivePanelAndTickIt)
 {
-    const DashboardActions& actions = window().actions();
+    const DashboardActions& actions = window().menus();
     frmPanel* active = window().panelWindows().last();
     const auto record = gWorkspace->Panels(active->Index);
     struct

@@ -497,12 +497,29 @@ TEST_P(LocationOnEngine, ARangeMeasuredTwiceCountsFromTheStoredDefinition)
     panel.GetAdjRange(*GetParam().open({{u"H41=x"_s}, {}, {}}));
     EXPECT_EQ(panel.adjMovRange(), u"B6:F21"_s);
     EXPECT_EQ(panel.rowOffset(), 1);
+
+    panel.RelativeTo = u"top"_s;
+    panel.GetAdjRange(*GetParam().open({{u"H52=x"_s}, {}, {}}));
+    EXPECT_EQ(panel.rowOffset(), 0) << "what an earlier version moved is forgotten";
+}
+
+TEST_P(LocationOnEngine, AnAnchorIsKeptUnderItsRuleOnly)
+{
+    clsWorkspacePanel panel;
+    panel.PicRange = u"$B$5:$F$20``"_s;
+    panel.RelativeTo = u"top"_s;
+    panel.NewCell = u"$C9"_s;
+    panel.Content = u"Total"_s;
+    panel.AdjustAll(*GetParam().open({{u"C9=Total"_s}, {}, {}}));
+    EXPECT_EQ(panel.ContentMatch, u"bottom=`anchor=`content=Total"_s);
 }
 
 TEST_P(LocationOnEngine, TheAnchorIsTheFirstVisibleCellWithAValue)
 {
     const auto sheet = GetParam().open(
-        {{u"B5=hidden row"_s, u"B6=hidden column"_s, u"D7=later"_s, u"D6=Sales"_s}, {u"5=0"_s}, {u"B=0"_s}});
+        {{u"B5=hidden row"_s, u"B6=hidden column"_s, u"D7=later"_s, u"E6=further right"_s, u"D6=Sales"_s},
+         {u"5=0"_s},
+         {u"B=0"_s}});
     clsWorkspacePanel panel;
     panel.pAdjMovRange = u"B5:F20"_s;
     panel.anchorRows = true;

@@ -92,6 +92,12 @@ const PaneRow paneRows[] = {
      u"0:0 :"_s,
      u"The fixed rows and columns must be above and to the left of the contents of the bottom pane of the "
      "spreadsheet.Please scroll the sheet to correct the problem."_s},
+    {"fixed_rows_begin_below_the_selection_only",
+     u"$A$1:$F$9`$A$2:$B$3`$C$2:$Z$3`$A$4:$B$40`$C$4:$Z$40"_s,
+     {},
+     u"0:0 :"_s,
+     u"The fixed rows and columns must be above and to the left of the contents of the bottom pane of the "
+     "spreadsheet.Please scroll the sheet to correct the problem."_s},
     // The selection itself is compared, not what of it the free pane shows.
     {"selection_reaches_under_the_fixed_rows", u"$A$1:$F$9`$A$1:$B$3`$C$1:$Z$3`$A$4:$B$40`$C$4:$Z$40"_s,
      u"$C$4:$F$9`1:3`A:B"_s, u"1:3 A:B"_s},
@@ -222,11 +228,11 @@ TEST_P(PanesOnEngine, RunsBehindTheFixedRowsFollowTheRange)
     panel.PicRange = u"$C$10:$F$20`1:3`A:A"_s;
     panel.RelativeTo = u"bottom"_s;
     panel.ContentMatch = u"bottom=$I$36"_s;
-    panel.RowHeights = u"13:13=0`2:5=40"_s;
+    panel.RowHeights = u"13:13=0`3:5=40"_s; // the second begins in the fixed rows, and stays
     panel.ColWidths = u"D:D=0`A:C=10"_s;
     panel.GetAdjRange(*sheet);
     EXPECT_EQ(panel.adjRange(*sheet), u"A1:H24"_s);
-    EXPECT_EQ(heights(*sheet, 24), u"1:1=15`2:5=40`6:13=0`14:16=15`17:17=0`18:24=15"_s);
+    EXPECT_EQ(heights(*sheet, 24), u"1:2=15`3:5=40`6:13=0`14:16=15`17:17=0`18:24=15"_s);
     EXPECT_EQ(widths(*sheet, 8), u"A:C=10`D:D=0`E:E=8.43`F:F=0`G:H=8.43"_s);
 }
 

@@ -99,12 +99,13 @@ protected:
         return result;
     }
 
-    QString storedRange(int panelID)
+    clsWorkspacePanel storedPanel(int panelID)
     {
         clsWorkspacePanel again;
         EXPECT_TRUE(again.LoadFromDB(panelID, DB));
-        return again.PicRange;
+        return again;
     }
+    QString storedRange(int panelID) { return storedPanel(panelID).PicRange; }
 
     QTemporaryDir folder;
     const QString from = folder.filePath(QStringLiteral("from/"));

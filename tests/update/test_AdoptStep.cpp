@@ -68,7 +68,7 @@ TEST_F(Adopting, ANewVersionMovesRangesAndDropsPictures)
     library.books[to + u"Sales.xlsx"_s] = {PlainSheet(u"Data"_s).put(u"H52"_s, u"1"_s)};
     store();
     const auto follows = panel(u"bottom"_s, u"$B$5:$F$20``"_s, u"bottom=$H$40"_s);
-    const auto stays = panel(u"top"_s, u"$B$5:$F$20``"_s);
+    const auto stays = panel(u"top"_s, u"$B$5:$F$20``"_s, u"bottom=$H$40"_s);
     const auto elsewhere = panel(u"bottom"_s, u"$B$5:$F$20``"_s, u"bottom=$H$40"_s, u"Costs"_s);
     clsWorkspacePanel chart = panel(u"bottom"_s, u"Chart 1"_s);
     chart.ContentType = u"C"_s;
@@ -77,6 +77,7 @@ TEST_F(Adopting, ANewVersionMovesRangesAndDropsPictures)
     EXPECT_TRUE(source.GetLatest(DB, true));
     EXPECT_EQ(storedRange(follows.ID), u"B17:F32``"_s);
     EXPECT_EQ(storedRange(stays.ID), u"$B$5:$F$20``"_s);
+    EXPECT_EQ(storedPanel(stays.ID).ContentMatch, u"bottom=$H$40"_s) << "one that stays is not written at all";
     EXPECT_EQ(storedRange(elsewhere.ID), u"$B$5:$F$20``"_s);
     EXPECT_EQ(storedRange(chart.ID), u"Chart 1"_s);
     EXPECT_TRUE(namesIn(GetPanelsFolder()).isEmpty());

@@ -181,7 +181,7 @@ struct FolderRow
     bool sourceMissing, destinationMissing;
     std::deque<QString> chosen; ///< "from", "to" or empty
     QStringList titles;
-    bool written; ///< the chosen folders reached the project
+    bool sourceStored, destinationStored; ///< the project has the folders that exist
 };
 
 class FolderQuestions : public ProjectWithSource, public testing::WithParamInterface<FolderRow>
@@ -202,9 +202,8 @@ TEST_P(FolderQuestions, AreAskedOnceForEachMissingFolder)
     source.GetLatest(DB, true);
     EXPECT_EQ(prompts.asked, GetParam().titles);
     const clsPanelSource again = stored();
-    const bool written = (!GetParam().sourceMissing || again.SourceFolder == from) &&
-                         (!GetParam().destinationMissing || again.DestFolder == to);
-    EXPECT_EQ(written, GetParam().written);
+    EXPECT_EQ(again.SourceFolder == from, GetParam().sourceStored);
+    EXPECT_EQ(again.DestFolder == to, GetParam().destinationStored);
 }
 
 const QString askSource = u"Select source folder to retrieve files named [Sales.xlsx] from"_s;
@@ -213,21 +212,22 @@ const QString askMail = u"Select destination folder to save attachment to"_s;
 const QString askCheck = u"Select folder to check for files named [Sales.xlsx]"_s;
 
 const FolderRow folderRows[] = {
-    {"folder_both_there", u"folder"_s, false, false, {}, {}, true},
-    {"folder_both_chosen", u"folder"_s, true, true, {u"from"_s, u"to"_s}, {askSource, askTarget}, true},
-    {"folder_source_chosen", u"folder"_s, true, false, {u"from"_s}, {askSource}, true},
-    {"folder_last_question_cancelled",
+    {"folder_both_there", u"folder"_s, false, false, {}, {}, true, true},
+    {"folder_both_chosen", u"folder"_s, true, true, {u"from"_s, u"to"_s}, {askSource, askTarget}, true, true},
+    {"folder_source_chosen", u"folder"_s, true, false, {u"from"_s}, {askSource}, true, true},
+    {"folder_last_cancelled",
      u"folder"_s,
      true,
      true,
      {u"from"_s, u""_s},
      {askSource, askTarget, askCheck},
+     false,
      false},
-    {"folder_only_the_last_answered", u"folder"_s, false, true, {u"to"_s}, {askTarget}, true},
-    {"inbox", u"inbox"_s, false, true, {u"to"_s}, {askMail}, true},
-    {"inbox_cancelled_asks_again_for_the_check", u"inbox"_s, false, true, {u""_s, u"to"_s}, {askMail, askCheck}, true},
-    {"default_asks_for_the_check", u"default"_s, true, true, {u"to"_s}, {askCheck}, false},
-    {"types_are_case_sensitive", u"Folder"_s, true, false, {}, {}, false},
+    {"folder_only_the_last_answered", u"folder"_s, false, true, {u"to"_s}, {askTarget}, true, true},
+    {"inbox", u"inbox"_s, false, true, {u"to"_s}, {askMail}, true, true},
+    {"inbox_cancelled_asks_for_the_check", u"inbox"_s, false, true, {u""_s, u"to"_s}, {askMail, askCheck}, true, true},
+    {"default_asks_for_the_check", u"default"_s, true, true, {u"to"_s}, {askCheck}, false, true},
+    {"types_are_case_sensitive", u"Folder"_s, true, false, {}, {}, false, true},
 };
 
 INSTANTIATE_TEST_SUITE_P(Types, FolderQuestions, testing::ValuesIn(folderRows),

@@ -104,6 +104,9 @@ TEST(SheetPainter, drawsPatternsAndGradients)
     EXPECT_LT(qGray(image.pixel(3 * cellWidth + 2, 10)), 16);
     EXPECT_NEAR(qGray(image.pixel(3 * cellWidth + 32, 10)), 128, 8);
     EXPECT_GT(qGray(image.pixel(4 * cellWidth - 3, 10)), 240);
+    const QImage even = SheetPainter(made.workbook(), made.content(), nullptr, Metrics::Calc).image({1, 1, 1, 3});
+    EXPECT_EQ(even.pixel(10, 10), qRgb(223, 223, 223)) << "an eighth of black";
+    EXPECT_EQ(even.pixel(140, 10), qRgb(63, 0, 191));
 }
 
 TEST(SheetPainter, drawsGridLinesWhereNothingCoversThem)

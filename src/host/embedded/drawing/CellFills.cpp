@@ -7,6 +7,7 @@
 #include <QtMath>
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 
 namespace lumivane::embedded {
@@ -100,6 +101,19 @@ void paintFill(QPainter& painter, const QRect& place, const FillStyle& fill, dou
     default:
         painter.fillRect(place, QBrush(patternTile(fill, std::clamp(static_cast<int>(std::lround(scale)), 1, 16))));
     }
+}
+
+FillStyle evened(const FillStyle& fill)
+{
+    if (fill.pattern == Pattern::None || fill.pattern == Pattern::Solid || fill.pattern == Pattern::Gradient)
+        return fill;
+    int dots = 0;
+    for (const quint8 row : patternRows(fill.pattern))
+        dots += std::popcount(row);
+    const auto mixed = [&](int fore, int back) { return (fore * dots + back * (64 - dots)) / 64; };
+    const QRgb color = qRgb(mixed(qRed(fill.fore), qRed(fill.back)), mixed(qGreen(fill.fore), qGreen(fill.back)),
+                            mixed(qBlue(fill.fore), qBlue(fill.back)));
+    return {Pattern::Solid, color, fill.back, 0};
 }
 
 } // namespace lumivane::embedded

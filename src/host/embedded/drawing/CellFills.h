@@ -12,4 +12,7 @@ namespace lumivane::embedded {
 /// enlarged with the scale; they begin at the picture's origin, so that neighbouring cells join.
 void paintFill(QPainter& painter, const QRect& place, const FillStyle& fill, double scale);
 
+/// A plain fill of the colour that a pattern has from afar; other fills as they are.
+FillStyle evened(const FillStyle& fill);
+
 } // namespace lumivane::embedded

@@ -71,6 +71,12 @@ bool SheetPainter::hasFill(int row, int column) const
     return m_cells->changedColor(row, column) || m_cells->fill(m_cells->style(row, column)).pattern != Pattern::None;
 }
 
+FillStyle SheetPainter::shownFill(int row, int column) const
+{
+    const FillStyle& fill = m_cells->fill(m_cells->style(row, column));
+    return m_metrics == Metrics::Calc ? evened(fill) : fill;
+}
+
 void SheetPainter::paintFills(QPainter& painter, const VisibleGrid& grid) const
 {
     for (int rowIndex = 0; rowIndex < grid.rowCount(); ++rowIndex)
@@ -86,7 +92,7 @@ void SheetPainter::paintFills(QPainter& painter, const VisibleGrid& grid) const
             if (const auto color = m_cells->changedColor(row, column))
                 painter.fillRect(place, QColor::fromRgb(*color));
             else
-                paintFill(painter, place, m_cells->fill(m_cells->style(row, column)), grid.scale());
+                paintFill(painter, place, shownFill(row, column), grid.scale());
         }
 }
 

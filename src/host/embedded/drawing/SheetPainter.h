@@ -37,6 +37,7 @@ public:
 private:
     void paintFills(QPainter& painter, const VisibleGrid& grid) const;
     void paintGridLines(QPainter& painter, const VisibleGrid& grid, const SheetTexts& texts) const;
+    FillStyle shownFill(int row, int column) const;
     bool hasFill(int row, int column) const;
 
     std::shared_ptr<const SheetContent> m_sheet;

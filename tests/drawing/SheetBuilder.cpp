@@ -61,9 +61,9 @@ SheetBuilder& SheetBuilder::text(int row, int column, const QString& value, int 
     return *this;
 }
 
-SheetBuilder& SheetBuilder::richText(int row, int column, const QString& value, std::vector<TextRun> runs)
+SheetBuilder& SheetBuilder::richText(int row, int column, const QString& value, std::vector<TextRun> runs, int style)
 {
-    text(row, column, value);
+    text(row, column, value, style);
     texts().setRuns(texts().size() - 1, std::move(runs));
     return *this;
 }

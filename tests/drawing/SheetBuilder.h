@@ -35,7 +35,7 @@ public:
     SheetBuilder& blank(int row, int column, int style);
     SheetBuilder& number(int row, int column, double value, int style = 0);
     SheetBuilder& text(int row, int column, const QString& value, int style = 0);
-    SheetBuilder& richText(int row, int column, const QString& value, std::vector<TextRun> runs);
+    SheetBuilder& richText(int row, int column, const QString& value, std::vector<TextRun> runs, int style = 0);
     SheetBuilder& boolean(int row, int column, bool value);
     SheetBuilder& error(int row, int column, ErrorCode code);
     RowContent& row(int row);

@@ -309,6 +309,16 @@ TEST(SheetTexts, takeTheirColours)
     EXPECT_GT(redBelow, 3) << "the number's format asks for red";
 }
 
+TEST(SheetTexts, runsWithoutAFontTakeTheCells)
+{
+    SheetBuilder made, plain;
+    FontStyle bold;
+    bold.bold = true;
+    made.richText(1, 1, u"abcdef"_s, {{0, FontStyle{}, true}, {3, FontStyle{}, true}}, made.fontStyle(bold));
+    plain.text(1, 1, u"abcdef"_s, plain.fontStyle(bold));
+    EXPECT_EQ(drawTexts(made), drawTexts(plain));
+}
+
 TEST(SheetTexts, areUnderlinedAndStruckOut)
 {
     const auto longestStroke = [](const FontStyle& font, double number) {

@@ -131,7 +131,8 @@ double SheetTexts::innerWidth(const Place& place) const
 
 CellText SheetTexts::make(const Place& place, const FormattedText& formatted, double shrink) const
 {
-    FontStyle font = m_cells.font(place.style);
+    const FontStyle& cellFont = m_cells.font(place.style);
+    FontStyle font = cellFont;
     const auto colored = [&](FontStyle style) {
         if (formatted.color)
             style.color = *formatted.color;
@@ -146,7 +147,7 @@ CellText SheetTexts::make(const Place& place, const FormattedText& formatted, do
             if (next > start)
                 spans.push_back({start, next - start, colored(font)});
             start = next;
-            font = run.font;
+            font = run.cellFont ? cellFont : run.font;
         }
     if (start < size || spans.empty())
         spans.push_back({start, size - start, colored(font)});

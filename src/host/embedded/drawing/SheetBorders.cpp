@@ -46,7 +46,7 @@ BorderLine SheetBorders::line(Qt::Orientation orientation, const CellPlace& befo
     const BorderLine& shown = across ? strongerLine(first.bottom, second.top) : strongerLine(first.right, second.left);
     if (shown.style == LineStyle::None)
         return {};
-    const CellArea* merged = m_cells.sheet().mergedAt(before.row, before.column);
+    const CellArea* merged = m_cells.mergedAt(before.row, before.column);
     return merged && merged->contains(after.row, after.column) ? BorderLine{} : shown;
 }
 
@@ -86,7 +86,7 @@ void SheetBorders::paintDiagonalLines(QPainter& painter) const
             const BorderStyle& border = borderOf(place);
             if (!border.diagonalUp && !border.diagonalDown)
                 continue;
-            const CellArea* merged = m_cells.sheet().mergedAt(place.row, place.column);
+            const CellArea* merged = m_cells.mergedAt(place.row, place.column);
             const CellArea area = merged ? *merged : CellArea::cell(place.row, place.column);
             if (!merged || (merged->firstRow == place.row && merged->firstColumn == place.column))
                 paintDiagonals(painter, m_grid.rect(area), border, m_grid.scale());

@@ -5,6 +5,9 @@
 namespace lumivane::embedded {
 namespace {
 
+constexpr int rowStretch = 64;
+constexpr int tallRows = 512;
+
 /// An index found in a file, made safe.
 template <class T>
 const T& entryOf(const std::vector<T>& list, int index)
@@ -18,6 +21,26 @@ SheetCells::SheetCells(std::shared_ptr<const WorkbookContent> workbook, std::sha
                        const SheetOverlay* overlay)
     : m_workbook(std::move(workbook)), m_sheet(std::move(sheet)), m_overlay(overlay), m_texts(m_workbook, m_sheet)
 {
+    for (const CellArea& area : m_sheet->merged) {
+        if (area.rows() > tallRows) {
+            m_tallMerged.push_back(&area);
+            continue;
+        }
+        for (int stretch = area.firstRow / rowStretch; stretch <= area.lastRow / rowStretch; ++stretch)
+            m_mergedByRows[stretch].push_back(&area);
+    }
+}
+
+const CellArea* SheetCells::mergedAt(int row, int column) const
+{
+    const auto find = [&](const std::vector<const CellArea*>& areas) -> const CellArea* {
+        const auto place =
+            std::find_if(areas.begin(), areas.end(), [&](const CellArea* area) { return area->contains(row, column); });
+        return place != areas.end() ? *place : nullptr;
+    };
+    const auto stretch = m_mergedByRows.find(row / rowStretch);
+    const CellArea* found = stretch != m_mergedByRows.end() ? find(stretch->second) : nullptr;
+    return found ? found : find(m_tallMerged);
 }
 
 int SheetCells::styleIndex(int row, int column) const

@@ -2,6 +2,8 @@
 
 #include "host/embedded/drawing/ShownTexts.h"
 
+#include <unordered_map>
+
 namespace lumivane::embedded {
 
 /// A sheet as one opening of its workbook shows it: stored cells, what a job has laid over them, and the styles that
@@ -24,6 +26,9 @@ public:
     const BorderStyle& border(const CellStyle& style) const;
     std::optional<QRgb> changedColor(int row, int column) const;
 
+    /// The merged area of a cell; null if it is in none.
+    const CellArea* mergedAt(int row, int column) const;
+
     CellKind kind(int row, int column) const;
     double number(int row, int column) const; ///< of a number or boolean
     FormattedText formatted(int row, int column, int generalChars) const;
@@ -40,6 +45,9 @@ private:
     std::shared_ptr<const SheetContent> m_sheet;
     const SheetOverlay* m_overlay;
     ShownTexts m_texts;
+    // Asked for every edge of every cell, so those of one stretch of rows are found at once.
+    std::unordered_map<int, std::vector<const CellArea*>> m_mergedByRows;
+    std::vector<const CellArea*> m_tallMerged; ///< over more rows than it pays to list them by
 };
 
 } // namespace lumivane::embedded

@@ -85,7 +85,7 @@ void SheetPainter::paintFills(QPainter& painter, const VisibleGrid& grid) const
             const QRect place(QPoint(std::min(grid.x(columnIndex), grid.x(columnIndex + 1)), grid.y(rowIndex)),
                               QSize(std::abs(grid.x(columnIndex + 1) - grid.x(columnIndex)),
                                     grid.y(rowIndex + 1) - grid.y(rowIndex)));
-            if (const CellArea* merged = m_sheet->mergedAt(row, column)) {
+            if (const CellArea* merged = m_cells->mergedAt(row, column)) {
                 row = merged->firstRow;
                 column = merged->firstColumn;
             }
@@ -106,7 +106,7 @@ void SheetPainter::paintGridLines(QPainter& painter, const VisibleGrid& grid, co
         for (int c = 0; c < grid.columnCount(); ++c) {
             const int row = grid.row(r), column = grid.column(c);
             const bool filled = hasFill(row, column);
-            const CellArea* merged = m_sheet->mergedAt(row, column);
+            const CellArea* merged = m_cells->mergedAt(row, column);
             const int left = std::min(grid.x(c), grid.x(c + 1)), right = std::max(grid.x(c), grid.x(c + 1));
             const int top = grid.y(r), bottom = grid.y(r + 1);
             const bool joinedRight = merged && column < merged->lastColumn;

@@ -62,7 +62,7 @@ void SheetTexts::placeRow(int row)
     const CellArea& area = m_grid.area();
     for (int index = 0; index < m_grid.columnCount(); ++index) {
         const int column = m_grid.column(index);
-        if (m_cells.kind(row, column) != CellKind::Blank && !m_cells.sheet().mergedAt(row, column))
+        if (m_cells.kind(row, column) != CellKind::Blank && !m_cells.mergedAt(row, column))
             placeCell(row, column, CellArea::cell(row, column));
     }
     // Texts outside the area may run into it.
@@ -77,7 +77,7 @@ void SheetTexts::placeNeighbour(int row, int column, int step)
     const int neighbour = m_cells.nextFilled(row, column, step);
     if (neighbour == 0 || !isTextKind(m_cells.kind(row, neighbour)) || m_grid.area().contains(row, neighbour))
         return;
-    if (!m_geometry.columnHidden(neighbour) && !m_cells.sheet().mergedAt(row, neighbour))
+    if (!m_geometry.columnHidden(neighbour) && !m_cells.mergedAt(row, neighbour))
         placeCell(row, neighbour, CellArea::cell(row, neighbour));
 }
 
@@ -91,7 +91,7 @@ void SheetTexts::placeMerged()
 bool SheetTexts::isFree(int row, int column) const
 {
     return column >= 1 && column <= maxColumn && m_cells.kind(row, column) == CellKind::Blank &&
-           !m_cells.sheet().mergedAt(row, column);
+           !m_cells.mergedAt(row, column);
 }
 
 void SheetTexts::placeCell(int row, int column, const CellArea& area)

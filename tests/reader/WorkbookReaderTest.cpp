@@ -113,12 +113,21 @@ TEST(WorkbookReader, SaysWhatIsWrongWithAPackage)
         return WorkbookParts(good).set(name, bytes).package();
     };
     const auto without = [&](const char* name) { return WorkbookParts(good).remove(name).package(); };
+    std::string fonts, runs;
+    for (int i = 0; i <= 200000; ++i)
+        fonts += "<font/>";
+    for (int i = 0; i <= 2000000; ++i)
+        runs += "<r><rPr/><t>a</t></r>";
     const struct
     {
         const char* name;
         QByteArray bytes;
         const char* expected;
     } cases[] = {
+        {"too many styles", with("xl/styles.xml", "<styleSheet><fonts>" + fonts + "</fonts></styleSheet>"),
+         "it has more than 200000 styles of one kind."},
+        {"too many runs", with("xl/sharedStrings.xml", "<sst><si>" + runs + "</si></sst>"),
+         "its texts have more than 2000000 changes of font."},
         {"no relationships", without("_rels/.rels"), "Book.xlsx\" cannot be read: there is no workbook in it."},
         {"no workbook", without("xl/workbook.xml"), "entry \"xl/workbook.xml\" is missing."},
         {"no types", without("[Content_Types].xml"), "entry \"[Content_Types].xml\" is missing."},

@@ -69,34 +69,79 @@ int utf16Length(std::string_view utf8)
     return units;
 }
 
-/// Right after the Start of a run: its text behind `buffer`, its font as one more of `runs`.
-void readRun(XmlScanner& xml, const Palette& palette, std::string& buffer, std::vector<TextRun>& runs)
+/// A text that is put together piece by piece; no piece may cost more the longer the text is.
+class TextPieces
 {
-    TextRun run;
-    run.start = utf16Length(buffer);
-    run.cellFont = true;
-    const size_t outside = xml.depth() - 1;
-    std::string text;
-    while (true) {
-        const XmlScanner::Token token = xml.next();
-        if (token == XmlScanner::Token::End && xml.depth() == outside)
-            break;
-        if (token != XmlScanner::Token::Start)
-            continue;
-        if (xml.name() == nameKey("t")) {
-            xml.appendText(text);
-        } else if (xml.name() == nameKey("rPr")) {
-            run.font = readRunFont(xml, palette);
-            run.cellFont = false;
-        } else {
-            xml.skip();
-        }
+public:
+    TextPieces(XmlScanner& xml, const Palette& palette, std::string& text)
+        : m_xml(xml), m_palette(palette), m_text(text)
+    {
+        m_text.clear();
     }
-    resolveEscapes(text);
-    if (!text.empty())
-        runs.push_back(std::move(run));
-    buffer += text;
-}
+
+    /// Right after the Start of a plain piece.
+    void readPlain()
+    {
+        std::string piece;
+        std::string& to = m_text.empty() ? m_text : piece;
+        m_xml.appendText(to);
+        resolveEscapes(to);
+        m_text += piece;
+    }
+
+    /// Right after the Start of a run: its text, and its font as one more of the runs.
+    void readRun()
+    {
+        TextRun run;
+        run.start = length();
+        run.cellFont = true;
+        const size_t outside = m_xml.depth() - 1;
+        const size_t before = m_text.size();
+        while (true) {
+            const XmlScanner::Token token = m_xml.next();
+            if (token == XmlScanner::Token::End && m_xml.depth() == outside)
+                break;
+            if (token != XmlScanner::Token::Start)
+                continue;
+            if (m_xml.name() == nameKey("t")) {
+                readPlain();
+            } else if (m_xml.name() == nameKey("rPr")) {
+                run.font = readRunFont(m_xml, m_palette);
+                run.cellFont = false;
+            } else {
+                m_xml.skip();
+            }
+        }
+        if (m_text.size() == before)
+            return;
+        m_styled = m_styled || !run.cellFont;
+        m_runs.push_back(std::move(run));
+        if (m_runs.size() > maxRuns)
+            throw tooManyRuns();
+    }
+
+    static Fault tooManyRuns() { return Fault{u"its texts have more than %1 changes of font"_s.arg(maxRuns)}; }
+
+    bool styled() const { return m_styled; }
+    std::vector<TextRun> takeRuns() { return std::move(m_runs); }
+
+private:
+    /// In UTF-16 units.
+    int length()
+    {
+        m_units += utf16Length(std::string_view(m_text).substr(m_counted));
+        m_counted = m_text.size();
+        return m_units;
+    }
+
+    XmlScanner& m_xml;
+    const Palette& m_palette;
+    std::string& m_text;
+    std::vector<TextRun> m_runs;
+    size_t m_counted = 0; ///< bytes of the text that `m_units` covers
+    int m_units = 0;
+    bool m_styled = false;
+};
 
 int hexDigit(char letter)
 {
@@ -153,9 +198,7 @@ void resolveEscapes(std::string& text)
 
 int readRichText(XmlScanner& xml, const Palette& palette, TextTable& texts, std::string& buffer)
 {
-    buffer.clear();
-    std::vector<TextRun> runs;
-    bool styled = false;
+    TextPieces pieces(xml, palette, buffer);
     const size_t outside = xml.depth() - 1;
     while (true) {
         const XmlScanner::Token token = xml.next();
@@ -163,21 +206,18 @@ int readRichText(XmlScanner& xml, const Palette& palette, TextTable& texts, std:
             break;
         if (token != XmlScanner::Token::Start)
             continue;
-        if (xml.name() == nameKey("t")) {
-            xml.appendText(buffer);
-            resolveEscapes(buffer);
-        } else if (xml.name() == nameKey("r")) {
-            readRun(xml, palette, buffer, runs);
-            styled = styled || (!runs.empty() && !runs.back().cellFont);
-        } else {
+        if (xml.name() == nameKey("t"))
+            pieces.readPlain();
+        else if (xml.name() == nameKey("r"))
+            pieces.readRun();
+        else
             xml.skip();
-        }
     }
     const int index = texts.append(buffer);
-    if (styled)
-        texts.setRuns(index, std::move(runs));
+    if (pieces.styled())
+        texts.setRuns(index, pieces.takeRuns());
     if (texts.runCount() > maxRuns)
-        throw Fault{u"its texts have more than %1 changes of font"_s.arg(maxRuns)};
+        throw TextPieces::tooManyRuns();
     return index;
 }
 

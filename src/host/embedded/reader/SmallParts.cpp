@@ -110,6 +110,8 @@ std::vector<Relationship> readRelationships(const Package& package, std::string_
         one.target = one.external ? std::string(target) : resolvedTarget(folder, target);
         all.push_back(std::move(one));
     }
+    // By id, as thousands of drawings may look for theirs.
+    std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.id < b.id; });
     return all;
 }
 
@@ -121,8 +123,9 @@ const Relationship* findRelationship(const std::vector<Relationship>& all, std::
 
 const Relationship* relationshipById(const std::vector<Relationship>& all, std::string_view id)
 {
-    const auto place = std::find_if(all.begin(), all.end(), [&](const auto& one) { return one.id == id; });
-    return place != all.end() ? &*place : nullptr;
+    const auto place = std::lower_bound(all.begin(), all.end(), id,
+                                        [](const auto& one, std::string_view wanted) { return one.id < wanted; });
+    return place != all.end() && place->id == id && !id.empty() ? &*place : nullptr;
 }
 
 } // namespace lumivane::embedded

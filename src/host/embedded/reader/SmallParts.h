@@ -32,7 +32,8 @@ struct Relationship
     bool external = false;
 };
 
-/// What a part refers to, from the part beside it; none when there is no such part. The package itself is "".
+/// What a part refers to, ordered by id, from the part beside it; none when there is no such part. The package itself
+/// is "".
 std::vector<Relationship> readRelationships(const Package& package, std::string_view part);
 const Relationship* findRelationship(const std::vector<Relationship>& all, std::string_view type);
 const Relationship* relationshipById(const std::vector<Relationship>& all, std::string_view id);

@@ -1,6 +1,7 @@
 #include "host/embedded/reader/StyleReader.h"
 
 #include "host/embedded/reader/AttributeValues.h"
+#include "host/embedded/reader/Fault.h"
 #include "host/embedded/reader/SmallParts.h"
 
 #include <algorithm>
@@ -216,11 +217,26 @@ int indexWithin(std::string_view text, const std::vector<T>& list)
     return index >= 0 && index < static_cast<int>(list.size()) ? index : 0;
 }
 
+/// Far above what any program writes; what is beyond was made to waste memory.
+constexpr size_t maxStyles = 200000;
+
+template <class T, class Read>
+void readList(pugi::xml_node list, const char* name, std::vector<T>& to, Read read)
+{
+    const std::vector<pugi::xml_node> nodes = childrenNamed(list, name);
+    if (nodes.size() > maxStyles)
+        throw Fault{u"it has more than %1 styles of one kind"_s.arg(maxStyles)};
+    std::vector<T> found;
+    for (const pugi::xml_node node : nodes)
+        found.push_back(read(node));
+    if (!found.empty())
+        to = std::move(found);
+}
+
 void readCellStyles(pugi::xml_node styleSheet, StyleTable& table)
 {
     FormatNumbers formats(childNamed(styleSheet, "numFmts"), table.numberFormats);
-    std::vector<CellStyle> cells;
-    for (const pugi::xml_node node : childrenNamed(childNamed(styleSheet, "cellXfs"), "xf")) {
+    readList(childNamed(styleSheet, "cellXfs"), "xf", table.cells, [&](pugi::xml_node node) {
         CellStyle style;
         style.font = indexWithin(attributeOf(node, "fontId"), table.fonts);
         style.fill = indexWithin(attributeOf(node, "fillId"), table.fills);
@@ -228,20 +244,8 @@ void readCellStyles(pugi::xml_node styleSheet, StyleTable& table)
         style.numberFormat = formats.index(integerFrom(attributeOf(node, "numFmtId")).value_or(0));
         style.quotePrefix = flagFrom(attributeOf(node, "quotePrefix"), false);
         readAlignment(childNamed(node, "alignment"), style);
-        cells.push_back(style);
-    }
-    if (!cells.empty())
-        table.cells = std::move(cells);
-}
-
-template <class T, class Read>
-void readList(pugi::xml_node list, const char* name, std::vector<T>& to, Read read)
-{
-    std::vector<T> found;
-    for (const pugi::xml_node node : childrenNamed(list, name))
-        found.push_back(read(node));
-    if (!found.empty())
-        to = std::move(found);
+        return style;
+    });
 }
 
 } // namespace

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int stackedLetters = 255;
 constexpr int customaryDigits = 11; // the most that General shows, however wide the cell
-constexpr double fitTolerance = 0.5;
+constexpr double fitTolerance = 1;  // pixels at scale 1: signs and points are less exact than digits
 
 bool isTextKind(CellKind kind)
 {
@@ -186,7 +186,7 @@ std::optional<CellText> SheetTexts::fittedNumber(const Place& place, double widt
     text.layOutInOne();
     if (formatted.fillPosition >= 0)
         text = filledText(place, formatted, width);
-    if (text.width() <= width + fitTolerance)
+    if (text.width() <= width + fitTolerance * m_grid.scale())
         return text;
     if (place.style.shrinkToFit) {
         text = make(place, formatted, shrunk(place, text, width));
@@ -199,7 +199,7 @@ std::optional<CellText> SheetTexts::fittedNumber(const Place& place, double widt
         formatted = m_cells.formatted(place.row, place.column, chars);
         text = make(place, formatted);
         text.layOutInOne();
-        if (text.width() <= width + fitTolerance)
+        if (text.width() <= width + fitTolerance * m_grid.scale())
             return text;
     }
     return {};

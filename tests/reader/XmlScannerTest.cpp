@@ -85,6 +85,7 @@ TEST(XmlScanner, WalksOverWhatWritersWrite)
         {"other quotes, blanks", "<row  r = '1\"' \n s='>' ><c\t/></row >", "<row r=1\" s=>><c></></>"},
         {"declaration and comments", "<?xml version=\"1.0\"?><!-- <c> --><row><!--a--b--><?p >?></row>\n<!---->",
          "<row></>"},
+        {"encoding", "<?xml version='1.0' encoding='Utf-8' standalone='yes'?><row/>", "<row></>"},
         {"mark", "\xef\xbb\xbf<row/>", "<row></>"},
         {"entities", "<row>&lt;&amp;&gt;&quot;&apos;&#65;&#x20ac;&#x1F600;</row>", "<row><&>\"'A€😀</>"},
         {"unknown entities", "<row>&foo; &#xD800; &#0; & &amp</row>", "<row>&foo; &#xD800; &#0; & &amp</>"},
@@ -129,6 +130,9 @@ TEST(XmlScanner, RefusesWhatIsNotWellFormed)
         {"tag in a tag", "<row r=\"<c>\"/>", "a \"<\" in an attribute"},
         {"no name", "<row>< c/></row>", "a tag without a name"},
         {"own entities", "<!DOCTYPE x [<!ENTITY a \"b\">]><row/>", "declarations of its own"},
+        {"other encoding", "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><row/>",
+         "written in an encoding that is not read here (ISO-8859-1)"},
+        {"encoding cut off", "<?xml encoding=\"", "it breaks off inside a comment or instruction"},
         {"too deep", deep, "nested more than 200 deep"},
     };
     for (const auto& one : cases) {

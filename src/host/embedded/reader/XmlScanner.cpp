@@ -3,6 +3,7 @@
 #include "host/embedded/reader/Fault.h"
 
 #include <QStringDecoder>
+#include <QStringList>
 #include <array>
 #include <charconv>
 #include <cstring>
@@ -161,6 +162,7 @@ XmlScanner::Token XmlScanner::markup()
     case '!':
         return declaration();
     case '?':
+        checkEncoding();
         passOver("<?", "?>");
         return Token::Finish;
     default:
@@ -177,6 +179,28 @@ XmlScanner::Token XmlScanner::declaration()
     if (have(9) && std::memcmp(m_at, "<![CDATA[", 9) == 0)
         return literalText();
     fail("it has declarations of its own, which no workbook needs");
+}
+
+/// What the declaration at the start says of the encoding. Texts in another one would come out wrong unnoticed.
+void XmlScanner::checkEncoding()
+{
+    constexpr size_t longest = 200;
+    have(longest);
+    std::string_view declaration(m_at, std::min(longest, static_cast<size_t>(m_end - m_at)));
+    declaration = declaration.substr(0, declaration.find("?>"));
+    const size_t name = declaration.find(" encoding");
+    if (!declaration.starts_with("<?xml") || name == std::string_view::npos)
+        return;
+    const size_t start = declaration.find_first_of("\"'", name);
+    const size_t end = start == std::string_view::npos ? start : declaration.find(declaration[start], start + 1);
+    if (end == std::string_view::npos)
+        return;
+    const std::string_view encoding = declaration.substr(start + 1, end - start - 1);
+    const QString text = QString::fromLatin1(encoding.data(), static_cast<qsizetype>(encoding.size()));
+    // What was in UTF-16 has been converted by now.
+    static const QStringList known{u"utf-8"_s, u"utf8"_s, u"us-ascii"_s, u"ascii"_s, u"utf-16"_s};
+    if (!known.contains(text, Qt::CaseInsensitive))
+        throw Fault{u"its XML is written in an encoding that is not read here (%1)"_s.arg(text)};
 }
 
 XmlScanner::Token XmlScanner::literalText()

@@ -74,6 +74,7 @@ private:
     Token endTag();
     Token declaration();
     Token literalText();
+    void checkEncoding();
     void passOver(std::string_view opening, std::string_view closing);
     Token finish();
     bool scanTag(const char* from);

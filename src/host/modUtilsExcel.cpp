@@ -107,8 +107,10 @@ bool Excel_HasSheet(const std::shared_ptr<Workbook>& wb, const QString& name)
     try {
         if (wb->WorksheetByName(name))
             return true;
-    } catch (const RuntimeError&) {
-        // A sheet that cannot be read counts as missing; whoever needs it gets the reason from the engine.
+    } catch (const RuntimeError& failure) {
+        // Counts as missing for the caller, but the log must not say so.
+        logExcelFailure(u"Excel_HasSheet"_s, failure);
+        return false;
     }
     return logMissing(u"Excel_HasSheet"_s, name % u" not found.");
 }
@@ -142,8 +144,9 @@ bool Excel_HasShape(const std::shared_ptr<Worksheet>& ws, const QString& name)
     try {
         if (ws->ShapeNames().contains(name, Qt::CaseInsensitive))
             return true;
-    } catch (const RuntimeError&) {
-        // As for a sheet: what cannot be read is not there.
+    } catch (const RuntimeError& failure) {
+        logExcelFailure(u"Excel_HasShape"_s, failure);
+        return false;
     }
     return logMissing(u"Excel_HasShape"_s, name % u" not found.");
 }

@@ -71,6 +71,10 @@ TEST(EmbeddedWorkbook, TellsADamagedSheetWhenItIsNeededAndNotBefore)
     const QString failure = failureOf([&] { bad->CopyPicture(CellArea::cell(1, 1)); });
     EXPECT_TRUE(failure.contains(u"Bad"_s) && failure.contains(u"Report.xlsx"_s)) << failure.toStdString();
     EXPECT_EQ(failureOf([&] { bad->contentArea(); }), failure);
+
+    EXPECT_TRUE(log.entries.isEmpty());
+    EXPECT_FALSE(Excel_HasShape(bad, u"Chart 1"_s));
+    EXPECT_TRUE(log.entries.value(0).endsWith(failure)) << "damaged, not missing";
 }
 
 TEST(EmbeddedWorkbook, AMissingFileIsToldByName)

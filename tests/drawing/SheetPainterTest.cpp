@@ -1,5 +1,4 @@
-#include "host/embedded/drawing/SheetPainter.h"
-#include "SheetBuilder.h"
+#include "Pictures.h"
 #include "host/embedded/drawing/BorderLines.h"
 
 #include <QPainter>
@@ -9,32 +8,6 @@ using namespace Qt::StringLiterals;
 
 namespace lumivane::embedded {
 namespace {
-
-constexpr QRgb red = 0xffff0000, blue = 0xff0000ff, green = 0xff00c000, white = 0xffffffff, black = 0xff000000;
-constexpr int cellWidth = 64, cellHeight = 20; // of the default font
-
-/// Draws from A1 on, gridlines off unless asked for, so that what is not white is what the test is about.
-QImage draw(SheetBuilder& made, int rows, int columns, double scale = 1, const SheetOverlay* overlay = nullptr)
-{
-    made.sheet().view.gridLines = false;
-    return SheetPainter(made.workbook(), made.content(), overlay).image({1, 1, rows, columns}, scale);
-}
-
-/// The smallest rectangle round what is not white within a part of the picture; empty if there is nothing.
-QRect ink(const QImage& image, const QRect& part)
-{
-    QRect found;
-    for (int y = part.top(); y <= part.bottom(); ++y)
-        for (int x = part.left(); x <= part.right(); ++x)
-            if (image.pixel(x, y) != white)
-                found |= QRect(x, y, 1, 1);
-    return found;
-}
-
-QRect cellRect(int row, int column)
-{
-    return {(column - 1) * cellWidth, (row - 1) * cellHeight, cellWidth, cellHeight};
-}
 
 int countColor(const QImage& image, QRgb color)
 {

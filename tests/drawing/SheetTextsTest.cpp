@@ -1,5 +1,4 @@
-#include "SheetBuilder.h"
-#include "host/embedded/drawing/SheetPainter.h"
+#include "Pictures.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -9,33 +8,14 @@ using namespace Qt::StringLiterals;
 namespace lumivane::embedded {
 namespace {
 
-constexpr QRgb red = 0xffff0000, blue = 0xff0000ff, white = 0xffffffff;
-constexpr int cellWidth = 64, cellHeight = 20;
-
 QImage drawTexts(SheetBuilder& made, int rows = 1, int columns = 3, double scale = 1)
 {
-    made.sheet().view.gridLines = false;
-    return SheetPainter(made.workbook(), made.content()).image({1, 1, rows, columns}, scale);
-}
-
-QRect inkIn(const QImage& image, const QRect& part)
-{
-    QRect found;
-    for (int y = part.top(); y <= part.bottom(); ++y)
-        for (int x = part.left(); x <= part.right(); ++x)
-            if (image.pixel(x, y) != white)
-                found |= QRect(x, y, 1, 1);
-    return found;
-}
-
-QRect inkIn(const QImage& image)
-{
-    return inkIn(image, image.rect());
+    return draw(made, rows, columns, scale);
 }
 
 bool columnHasInk(const QImage& image, int column)
 {
-    return !inkIn(image, QRect((column - 1) * cellWidth, 0, cellWidth, image.height())).isNull();
+    return !ink(image, QRect((column - 1) * cellWidth, 0, cellWidth, image.height())).isNull();
 }
 
 /// Rows of letters: stretches of pixel rows with ink between ones without.
@@ -44,7 +24,7 @@ int textLines(const QImage& image)
     int lines = 0;
     bool before = false;
     for (int y = 0; y < image.height(); ++y) {
-        const bool now = !inkIn(image, QRect(0, y, image.width(), 1)).isNull();
+        const bool now = !ink(image, QRect(0, y, image.width(), 1)).isNull();
         lines += now && !before ? 1 : 0;
         before = now;
     }
@@ -163,9 +143,7 @@ TEST(SheetTexts, generalAlignsByKind)
         .text(5, 1, u"\u05e9\u05dc"_s);
     made.number(6, 1, 1, made.formatStyle(u"@"_s));
     const QImage image = drawTexts(made, 6, 1);
-    const auto row = [&](int number) {
-        return inkIn(image, QRect(0, (number - 1) * cellHeight, cellWidth, cellHeight));
-    };
+    const auto row = [&](int number) { return ink(image, QRect(0, (number - 1) * cellHeight, cellWidth, cellHeight)); };
     EXPECT_GT(row(1).left(), 48);
     EXPECT_LT(row(2).right(), 16);
     EXPECT_NEAR(row(3).center().x(), 32, 2);
@@ -181,7 +159,7 @@ TEST(SheetTexts, standAtTheirVerticalPlace)
         SheetBuilder made;
         made.text(1, 1, u"x"_s, alignedStyle(made, Horizontal::Left, vertical));
         made.row(1).height = 60;
-        EXPECT_NEAR(inkIn(drawTexts(made)).center().y(), middle, 5);
+        EXPECT_NEAR(ink(drawTexts(made)).center().y(), middle, 5);
     }
 }
 
@@ -209,7 +187,7 @@ TEST(SheetTexts, areIndentedFromTheirSide)
             style.horizontal = horizontal;
             style.indent = indent;
         }));
-        return inkIn(drawTexts(made, 1, 1));
+        return ink(drawTexts(made, 1, 1));
     };
     const int step = indented(Horizontal::Left, 1).left() - indented(Horizontal::Left, 0).left();
     EXPECT_GE(step, 8);
@@ -223,7 +201,7 @@ TEST(SheetTexts, shrinkUntilTheyFit)
 {
     SheetBuilder made;
     made.text(1, 1, longText, made.style([](CellStyle& style) { style.shrinkToFit = true; }));
-    const QRect found = inkIn(drawTexts(made));
+    const QRect found = ink(drawTexts(made));
     EXPECT_LT(found.right(), cellWidth);
     EXPECT_GT(found.right(), cellWidth - 12) << "no smaller than it must be";
 }
@@ -234,7 +212,7 @@ TEST(SheetTexts, turn)
         SheetBuilder made;
         made.text(1, 1, u"mmmmm"_s, made.style([&](CellStyle& style) { style.rotation = angle; }));
         made.row(1).height = 60;
-        return inkIn(drawTexts(made));
+        return ink(drawTexts(made));
     };
     EXPECT_GT(turned(0).width(), 3 * turned(0).height());
     EXPECT_GT(turned(90).height(), 3 * turned(90).width());
@@ -248,7 +226,7 @@ TEST(SheetTexts, centreAcrossASelection)
     SheetBuilder made;
     const int across = alignedStyle(made, Horizontal::CenterAcross);
     made.text(1, 1, u"mmmmmmm"_s, across).blank(1, 2, across).blank(1, 3, across);
-    EXPECT_NEAR(inkIn(drawTexts(made)).center().x(), 3 * cellWidth / 2, 2);
+    EXPECT_NEAR(ink(drawTexts(made)).center().x(), 3 * cellWidth / 2, 2);
 }
 
 TEST(SheetTexts, repeatToFillTheCell)
@@ -256,10 +234,10 @@ TEST(SheetTexts, repeatToFillTheCell)
     SheetBuilder made, once;
     made.text(1, 1, u"-"_s, alignedStyle(made, Horizontal::Fill));
     once.text(1, 1, u"-"_s);
-    const QRect found = inkIn(drawTexts(made));
+    const QRect found = ink(drawTexts(made));
     EXPECT_GT(found.width(), 45);
     EXPECT_LT(found.right(), cellWidth);
-    EXPECT_LT(inkIn(drawTexts(once)).width(), 8);
+    EXPECT_LT(ink(drawTexts(once)).width(), 8);
 }
 
 TEST(SheetTexts, standInTheMiddleOfMergedAreas)
@@ -267,7 +245,7 @@ TEST(SheetTexts, standInTheMiddleOfMergedAreas)
     SheetBuilder made;
     made.text(1, 1, u"m"_s, alignedStyle(made, Horizontal::Center, Vertical::Center));
     made.sheet().merged.push_back({1, 1, 3, 3});
-    const QRect found = inkIn(drawTexts(made, 3, 3));
+    const QRect found = ink(drawTexts(made, 3, 3));
     EXPECT_NEAR(found.center().x(), 3 * cellWidth / 2, 2);
     EXPECT_NEAR(found.center().y(), 3 * cellHeight / 2, 4);
 }
@@ -360,7 +338,7 @@ TEST(SheetTexts, raisedAndLoweredLettersAreSmaller)
         font.script = script;
         made.text(1, 1, u"H"_s, made.fontStyle(font));
         made.row(1).height = 30;
-        return inkIn(drawTexts(made, 1, 1));
+        return ink(drawTexts(made, 1, 1));
     };
     const QRect normal = drawn(Script::Normal), raised = drawn(Script::Superscript), lowered = drawn(Script::Subscript);
     EXPECT_LT(raised.height(), normal.height());
@@ -397,7 +375,7 @@ TEST(SheetTexts, areTwiceAsLargeAtScaleTwo)
 {
     SheetBuilder made;
     made.text(1, 1, u"Hamburgefonts"_s);
-    const QRect once = inkIn(drawTexts(made)), twice = inkIn(drawTexts(made, 1, 3, 2));
+    const QRect once = ink(drawTexts(made)), twice = ink(drawTexts(made, 1, 3, 2));
     EXPECT_NEAR(twice.width(), 2 * once.width(), 3);
     EXPECT_NEAR(twice.height(), 2 * once.height(), 3);
     EXPECT_NEAR(twice.bottom(), 2 * once.bottom(), 3);

@@ -57,7 +57,7 @@ QList<PanelPlan> panelPlans()
          u"Z"_s,
          QRect(640, 140, 690, 220)},
         {operations, u"Sales so far"_s, u"sales"_s, u"Daily"_s, u"$A$30:$H$30"_s, u"$A$4:$H$4`$A$5:$H$60"_s,
-         u"contents"_s, u"A30"_s, u"Total"_s, u"C"_s, QRect(640, 378, 690, 94)},
+         u"contents"_s, u"$A30"_s, u"Total"_s, u"C"_s, QRect(640, 378, 690, 94)},
         {management,
          u"Latest trading days"_s,
          u"sales"_s,

@@ -26,6 +26,7 @@ DashboardArea::DashboardArea(QWidget* parent) : QMdiArea(parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setActivationOrder(QMdiArea::ActivationHistoryOrder);
+    viewport()->installEventFilter(this);
 }
 
 void DashboardArea::paintEvent(QPaintEvent* event)
@@ -39,6 +40,14 @@ void DashboardArea::paintEvent(QPaintEvent* event)
     font.setPointSizeF(font.pointSizeF() * 1.15);
     painter.setFont(font);
     painter.drawText(viewport()->rect(), Qt::AlignCenter, u"This dashboard has no panels."_s);
+}
+
+bool DashboardArea::eventFilter(QObject* watched, QEvent* event)
+{
+    // The last window that goes only uncovers its own part of the hint.
+    if (watched == viewport() && (event->type() == QEvent::ChildAdded || event->type() == QEvent::ChildRemoved))
+        viewport()->update();
+    return QMdiArea::eventFilter(watched, event);
 }
 
 bool DashboardArea::viewportEvent(QEvent* event)

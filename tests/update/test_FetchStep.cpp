@@ -48,9 +48,10 @@ struct FetchRow
 {
     const char* name;
     QString mask;
-    QStringList inSource;      ///< "name time"
-    QStringList inDestination; ///< names; older than all
-    QStringList after;
+    // Lists are separated by "|".
+    QString inSource;      ///< "name time"
+    QString inDestination; ///< names; older than all
+    QString after;
     QString newest;
 };
 
@@ -60,63 +61,35 @@ class FetchFromFolder : public ProjectWithSource, public testing::WithParamInter
 
 TEST_P(FetchFromFolder, BringsTheNewestFileUnderItsName)
 {
-    for (const QString& item : GetParam().inSource)
+    for (const QString& item : GetParam().inSource.split(u'|', Qt::SkipEmptyParts))
         put(from + item.section(u' ', 0, 0), at(item.section(u' ', 1).toLatin1()), "new");
-    for (const QString& name : GetParam().inDestination)
+    for (const QString& name : GetParam().inDestination.split(u'|', Qt::SkipEmptyParts))
         put(to + name, at("07:00:00"), "old");
     source.Mask = GetParam().mask;
     store();
     source.GetLatest(DB, true);
-    EXPECT_EQ(namesIn(to), GetParam().after);
+    EXPECT_EQ(namesIn(to).join(u'|'), GetParam().after);
     EXPECT_EQ(source.NewestFile, GetParam().newest);
 }
 
 const FetchRow fetchRows[] = {
-    {"plain_name_is_overwritten",
-     u"Sales.xlsx"_s,
-     {u"Sales.xlsx 10:00:00"_s},
-     {u"Sales.xlsx"_s},
-     {u"Sales.xlsx"_s},
+    {"plain_name_is_overwritten", u"Sales.xlsx"_s, u"Sales.xlsx 10:00:00"_s, u"Sales.xlsx"_s, u"Sales.xlsx"_s,
      u"Sales.xlsx"_s},
-    {"newest_of_several",
-     u"*.xlsx"_s,
-     {u"a.xlsx 10:00:00"_s, u"b.xlsx 10:00:01"_s, u"c.xlsx 09:59:59"_s},
-     {},
-     {u"b.xlsx"_s},
+    {"newest_of_several", u"*.xlsx"_s, u"a.xlsx 10:00:00|b.xlsx 10:00:01|c.xlsx 09:59:59"_s, u""_s, u"b.xlsx"_s,
      u"b.xlsx"_s},
-    {"wild_card_in_front_overwrites",
-     u"*.xlsx"_s,
-     {u"Sales.xlsx 10:00:00"_s},
-     {u"Sales.xlsx"_s},
-     {u"Sales.xlsx"_s},
+    {"wild_card_in_front_overwrites", u"*.xlsx"_s, u"Sales.xlsx 10:00:00"_s, u"Sales.xlsx"_s, u"Sales.xlsx"_s,
      u"Sales.xlsx"_s},
-    {"question_mark_in_front_overwrites",
-     u"?ales.xlsx"_s,
-     {u"Sales.xlsx 10:00:00"_s},
-     {u"Sales.xlsx"_s},
-     {u"Sales.xlsx"_s},
+    {"question_mark_in_front_overwrites", u"?ales.xlsx"_s, u"Sales.xlsx 10:00:00"_s, u"Sales.xlsx"_s, u"Sales.xlsx"_s,
      u"Sales.xlsx"_s},
-    {"series_keeps_both",
-     u"Sales*.xlsx"_s,
-     {u"Sales1.xlsx 10:00:00"_s},
-     {u"Sales1.xlsx"_s},
-     {u"Sales1.xlsx"_s, u"Sales1_261124103000.xlsx"_s},
-     u"Sales1_261124103000.xlsx"_s},
-    {"series_with_a_new_name",
-     u"Sales*.xlsx"_s,
-     {u"Sales2.xlsx 10:00:00"_s},
-     {u"Sales1.xlsx"_s},
-     {u"Sales1.xlsx"_s, u"Sales2.xlsx"_s},
-     u"Sales2.xlsx"_s},
-    {"no_extension_keeps_the_point", u"Sales"_s, {u"Sales 10:00:00"_s}, {}, {u"Sales."_s}, u""_s},
-    {"not_newer_than_the_last", u"Sales.xlsx"_s, {u"Sales.xlsx 08:00:00"_s}, {}, {}, u""_s},
-    {"lock_files_do_not_count",
-     u"*.xlsx"_s,
-     {u"Sales.xlsx 10:00:00"_s, u"~$Sales.xlsx 10:10:00"_s},
-     {},
-     {u"Sales.xlsx"_s},
+    {"series_keeps_both", u"Sales*.xlsx"_s, u"Sales1.xlsx 10:00:00"_s, u"Sales1.xlsx"_s,
+     u"Sales1.xlsx|Sales1_261124103000.xlsx"_s, u"Sales1_261124103000.xlsx"_s},
+    {"series_with_a_new_name", u"Sales*.xlsx"_s, u"Sales2.xlsx 10:00:00"_s, u"Sales1.xlsx"_s,
+     u"Sales1.xlsx|Sales2.xlsx"_s, u"Sales2.xlsx"_s},
+    {"no_extension_keeps_the_point", u"Sales"_s, u"Sales 10:00:00"_s, u""_s, u"Sales."_s, u""_s},
+    {"not_newer_than_the_last", u"Sales.xlsx"_s, u"Sales.xlsx 08:00:00"_s, u""_s, u""_s, u""_s},
+    {"lock_files_do_not_count", u"*.xlsx"_s, u"Sales.xlsx 10:00:00|~$Sales.xlsx 10:10:00"_s, u""_s, u"Sales.xlsx"_s,
      u"Sales.xlsx"_s},
-    {"nothing_fits", u"Costs*.xlsx"_s, {u"Sales.xlsx 10:00:00"_s}, {}, {}, u""_s},
+    {"nothing_fits", u"Costs*.xlsx"_s, u"Sales.xlsx 10:00:00"_s, u""_s, u""_s, u""_s},
 };
 
 INSTANTIATE_TEST_SUITE_P(Masks, FetchFromFolder, testing::ValuesIn(fetchRows),

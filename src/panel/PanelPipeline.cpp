@@ -230,7 +230,7 @@ bool PanelPipeline::captureRange(XLInstance& XLInst, const std::shared_ptr<Works
     if (Panel->IsCustom == u"Y") {
         Panel_LoadCustom(XLInst, *Panel, SourcePath);
         sheet->Select();
-        return Panel_PasteExcel(XLInst, Panel, u"S"_s, Panel->adjRange(*sheet));
+        return captureAdjusted(XLInst, *sheet, Panel);
     }
 
     sheet->Select();
@@ -242,7 +242,32 @@ bool PanelPipeline::captureRange(XLInstance& XLInst, const std::shared_ptr<Works
             return failWithBox(staleWorkbookText(), Prompts::Icon::Critical);
     }
     Panel->GetAdjRange(*sheet);
-    return Panel_PasteExcel(XLInst, Panel, u"S"_s, Panel->adjRange(*sheet));
+    return captureAdjusted(XLInst, *sheet, Panel);
+}
+
+bool PanelPipeline::captureAdjusted(XLInstance& XLInst, Worksheet& sheet, const Record& Panel)
+{
+    const QString range = Panel->adjRange(sheet);
+    const QString unmarked = markThresholds(sheet, *Panel);
+    if (!Panel_PasteExcel(XLInst, Panel, u"S"_s, range))
+        return false;
+    if (!unmarked.isEmpty())
+        picTemp.notice = picTemp.notice.isEmpty() ? unmarked : QString(picTemp.notice + u'\n' + unmarked);
+    return true;
+}
+
+QString PanelPipeline::markThresholds(Worksheet& sheet, const clsWorkspacePanel& Panel)
+{
+    if (Panel.ID < 1)
+        return {};
+    try {
+        Panel.lightCells(sheet, gDB);
+        return {};
+    } catch (const RuntimeError& error) {
+        // The figures are right all the same; that marks are missing must be seen beside them.
+        LogError(panelModule, u"Panel_LoadExcel"_s, error.number(), error.description(), false);
+        return u"Not all thresholds were applied: "_s + error.description();
+    }
 }
 
 void PanelPipeline::Panel_LoadCustom(XLInstance& XLInst, clsWorkspacePanel& Panel, const QString& SourcePath)

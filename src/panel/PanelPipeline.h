@@ -60,6 +60,9 @@ private:
     bool captureRange(XLInstance& XLInst, const std::shared_ptr<Worksheet>& sheet, const QString& SourcePath,
                       bool IsPaste, const Record& Panel);
     QImage captureCells(Worksheet& sheet, const CellArea& area) const;
+    bool captureAdjusted(XLInstance& XLInst, Worksheet& sheet, const Record& Panel);
+    /// Colours the cells that pass a limit of the panel. Answers what kept it from doing so, for the panel's notice.
+    QString markThresholds(Worksheet& sheet, const clsWorkspacePanel& Panel);
     void captureShape(Worksheet& sheet, const QString& name, const clsWorkspacePanel& Panel);
 
     bool failWithBox(const QString& text, Prompts::Icon icon);

@@ -76,7 +76,7 @@ void clsWorkspacePanel::lightCells(Worksheet& ws, const std::shared_ptr<Database
 {
     std::shared_ptr<Recordset> rules;
     if (!SQL_OpenRecordset(DB, rules, u"Select * from LvnpanelThresholds where PanelID = "_s + QString::number(ID),
-                           true, panelRecordModule, u"lightCells"_s))
+                           false, panelRecordModule, u"lightCells"_s))
         return;
     for (; !rules->EOF_(); rules->MoveNext()) {
         const SheetRange cell = ws.Range(MapCell(rules->number32(u"rowOffset"), rules->number32(u"colOffset"), ws));

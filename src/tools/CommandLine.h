@@ -32,6 +32,7 @@ public:
 
     /// Counted from 0; empty beyond the last.
     QString argument(qsizetype index) const { return m_arguments.value(index); }
+    QStringList argumentsFrom(qsizetype index) const { return m_arguments.mid(index); }
     QString option(const QString& name, const QString& otherwise = {}) const
     {
         return m_options.value(name, otherwise);

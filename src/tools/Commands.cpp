@@ -50,6 +50,13 @@ CommandForm projectForm(qsizetype least, qsizetype most, const QStringList& opti
     return form;
 }
 
+CommandForm sharingForm(const QStringList& flags)
+{
+    CommandForm form = projectForm(2, 10'000, {u"home"_s});
+    form.flags = flags;
+    return form;
+}
+
 const QList<Command>& commands()
 {
     static const QString engine = u"[--host embedded|calc] [--metrics file|calc] "_s;
@@ -65,6 +72,9 @@ const QList<Command>& commands()
          locateForm(), locateCommand},
         {u"refresh"_s, u"[--home DIR] PROJECT [DASHBOARD]"_s, projectForm(1, 2, {u"home"_s}), refreshCommand},
         {u"snapshot"_s, u"[--home DIR] PROJECT DASHBOARD OUT.png"_s, projectForm(3, 3, {u"home"_s}), snapshotCommand},
+        {u"export"_s, u"[--home DIR] PROJECT OUT.lvds [DASHBOARD...]"_s, sharingForm({}), exportCommand},
+        {u"import"_s, u"[--home DIR] [--list] PROJECT SHARED.lvds [DASHBOARD...]"_s, sharingForm({u"list"_s}),
+         importCommand},
         {u"sql"_s, u"PROJECT STATEMENT"_s, projectForm(2, 2), sqlCommand}};
     return list;
 }

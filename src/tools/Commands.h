@@ -15,6 +15,8 @@ int renderChartCommand(const CommandLine& line); ///< WORKBOOK SHEET NAME OUT.pn
 int locateCommand(const CommandLine& line);      ///< WORKBOOK SHEET
 int refreshCommand(const CommandLine& line);     ///< PROJECT [DASHBOARD]
 int snapshotCommand(const CommandLine& line);    ///< PROJECT DASHBOARD OUT.png
+int exportCommand(const CommandLine& line);      ///< PROJECT OUT.lvds [DASHBOARD...]
+int importCommand(const CommandLine& line);      ///< PROJECT SHARED.lvds [DASHBOARD...]
 
 /// Runs the command that the words name and answers the exit status of the program. Failures and usage are told on the
 /// standard error output.

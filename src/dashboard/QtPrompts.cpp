@@ -95,6 +95,19 @@ QString QtPrompts::openFile(const FileQuestion& question)
     return QDir::toNativeSeparators(file);
 }
 
+QString QtPrompts::saveFile(const FileQuestion& question)
+{
+    QFileDialog dialog(QApplication::activeWindow(), question.title,
+                       question.startFolder.isEmpty() ? m_lastFolder : question.startFolder, question.filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(question.suffix);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    const QString file = dialog.selectedFiles().first();
+    m_lastFolder = QFileInfo(file).absolutePath();
+    return QDir::toNativeSeparators(file);
+}
+
 QString QtPrompts::browseForFolder(const QString& title, const QString& startFolder)
 {
     return QDir::toNativeSeparators(

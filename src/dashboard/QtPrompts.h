@@ -13,6 +13,7 @@ public:
     bool confirmAction(const QString& text) override;
     Answer askYesNoCancel(const QString& text) override;
     QString openFile(const FileQuestion& question) override;
+    QString saveFile(const FileQuestion& question) override;
     QString browseForFolder(const QString& title, const QString& startFolder) override;
     std::optional<QColor> chooseColor(const QColor& start) override;
     void setPointer(Pointer pointer) override;

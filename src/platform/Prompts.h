@@ -20,6 +20,7 @@ public:
         QString title;
         QString filter;      ///< as in "Project files (*.lvdu)"; several are separated by ";;"
         QString startFolder; ///< empty: where the last file was chosen
+        QString suffix = {}; ///< of a file to be written, added to a name without one
     };
 
     virtual ~Prompts() = default;
@@ -32,6 +33,8 @@ public:
 
     /// The chosen existing file, or empty.
     virtual QString openFile(const FileQuestion& question) = 0;
+    /// The name of a file to be written, or empty. Asks before an existing one is named.
+    virtual QString saveFile(const FileQuestion& question) { return {}; }
     /// The chosen folder without a delimiter at its end, or empty.
     virtual QString browseForFolder(const QString& title, const QString& startFolder) = 0;
     virtual std::optional<QColor> chooseColor(const QColor& start) = 0;

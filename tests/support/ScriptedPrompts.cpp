@@ -37,6 +37,12 @@ QString ScriptedPrompts::openFile(const FileQuestion& question)
     return next(files, QString());
 }
 
+QString ScriptedPrompts::saveFile(const FileQuestion& question)
+{
+    asked.append(question.title);
+    return next(files, QString());
+}
+
 QString ScriptedPrompts::browseForFolder(const QString& title, const QString&)
 {
     asked.append(title);

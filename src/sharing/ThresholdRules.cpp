@@ -1,0 +1,168 @@
+#include "sharing/ThresholdRules.h"
+
+#include "host/Host.h"
+#include "host/modUtilsExcel.h"
+#include "platform/Checked.h"
+#include "platform/RuntimeError.h"
+#include "range/ThresholdsFormula.h"
+#include "repository/Database.h"
+#include "repository/clsPanelSource.h"
+#include "repository/clsWorkspacePanel.h"
+#include "session/modMain.h"
+
+#include <QScopeGuard>
+#include <algorithm>
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int mostRows = 500;
+constexpr int mostColumns = 100;
+
+/// The fixed numbers and then the moving ones, each once.
+std::vector<int> joined(int fixedFirst, int fixedLast, int first, int last, int most)
+{
+    std::vector<int> numbers;
+    const auto add = [&](int from, int to) {
+        for (int i = from; i <= to && static_cast<int>(numbers.size()) < most; ++i)
+            numbers.push_back(i);
+    };
+    add(fixedFirst, fixedLast);
+    add(std::max(first, fixedLast + 1), last);
+    return numbers;
+}
+
+QString sqlText(QString text)
+{
+    return u'\'' + text.replace(u'\'', u"''"_s) + u'\'';
+}
+
+PanelTexts textsOf(Worksheet& sheet, clsWorkspacePanel panel, const PanelCells& cells)
+{
+    panel.GetAdjRange(sheet);
+    PanelTexts result;
+    result.rowOffset = panel.rowOffset();
+    result.columnOffset = panel.columnOffset();
+    for (const int row : cells.rows()) {
+        const int shownRow = cells.isFixedRow(row) ? row : row + result.rowOffset;
+        for (const int column : cells.columns()) {
+            const int shownColumn = cells.isFixedColumn(column) ? column : column + result.columnOffset;
+            if (shownRow >= 1 && shownColumn >= 1)
+                result.texts.insert({row, column}, sheet.shownText(shownRow, shownColumn));
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+std::optional<PanelCells> PanelCells::of(const QString& PicRange)
+{
+    const auto moving = CellArea::parse(PicRange.section(u'`', 0, 0));
+    if (!moving)
+        return std::nullopt;
+    PanelCells cells;
+    cells.m_moving = *moving;
+    if (const auto rows = CellArea::parse(PicRange.section(u'`', 1, 1))) {
+        cells.m_fixed.firstRow = rows->firstRow;
+        cells.m_fixed.lastRow = rows->lastRow;
+    }
+    if (const auto columns = CellArea::parse(PicRange.section(u'`', 2, 2))) {
+        cells.m_fixed.firstColumn = columns->firstColumn;
+        cells.m_fixed.lastColumn = columns->lastColumn;
+    }
+    return cells;
+}
+
+bool PanelCells::canWatch(int row, int column) const
+{
+    return m_moving.contains(row, column) || m_fixed.contains(row, column);
+}
+
+std::vector<int> PanelCells::rows() const
+{
+    return joined(m_fixed.firstRow, m_fixed.lastRow, m_moving.firstRow, m_moving.lastRow, mostRows);
+}
+
+std::vector<int> PanelCells::columns() const
+{
+    return joined(m_fixed.firstColumn, m_fixed.lastColumn, m_moving.firstColumn, m_moving.lastColumn, mostColumns);
+}
+
+Result<PanelTexts> readPanelTexts(const clsWorkspacePanel& panel, const PanelCells& cells)
+{
+    const auto source = panel.Source();
+    if (!source)
+        return Failure{u"Panel has no source defined."_s};
+    XLInstance host;
+    if (!Excel_Init(host))
+        return Failure{u"The workbook engine could not be started."_s};
+    const auto ending = qScopeGuard([&] { Excel_Exit(host); });
+    try {
+        const auto workbook = host->Open(source->currentPath());
+        const auto sheet = workbook->WorksheetByName(panel.SheetName);
+        if (!sheet)
+            return Failure{u"A sheet named "_s + panel.SheetName + u" was not found in the workbook ["_s +
+                           workbook->Name() + u']'};
+        return textsOf(*sheet, panel, cells);
+    } catch (const RuntimeError& error) {
+        return Failure{error.description()};
+    }
+}
+
+Result<std::vector<ThresholdRule>> loadThresholds(int PanelID)
+{
+    try {
+        std::vector<ThresholdRule> rules;
+        const auto rows =
+            gDB->OpenRecordset(u"Select * from LvnpanelThresholds where PanelID = "_s + QString::number(PanelID));
+        for (; !rows->EOF_(); rows->MoveNext()) {
+            const int row = rows->number32(u"rowOffset"), column = rows->number32(u"colOffset");
+            // The high one is applied first, as in the order of the rules.
+            if (!rows->text(u"highExp").isEmpty())
+                rules.push_back({row, column, true, rows->text(u"highExp"), rows->text(u"ifHigh")});
+            if (!rows->text(u"lowExp").isEmpty())
+                rules.push_back({row, column, false, rows->text(u"lowExp"), rows->text(u"ifLow")});
+        }
+        return rules;
+    } catch (const RuntimeError& error) {
+        return Failure{u"The thresholds of the panel cannot be read: "_s + error.description()};
+    }
+}
+
+QString thresholdFault(const ThresholdRule& rule, const PanelCells& cells)
+{
+    if (!cells.canWatch(rule.row, rule.column))
+        return u"The cell %1 is not one of the panel that can be watched. Pick a cell of its moving range."_s.arg(
+            CellArea::cell(rule.row, rule.column).relative());
+    const QString fault = comparisonFault(rule.comparison);
+    if (fault.isEmpty())
+        return {};
+    return u"The limit of cell %1 cannot be used: %2. Enter a number, as 1000 or -2.5."_s.arg(
+        CellArea::cell(rule.row, rule.column).relative(), fault);
+}
+
+QString saveThresholds(int PanelID, const std::vector<ThresholdRule>& rules)
+{
+    try {
+        Database::Bulk bulk(*gDB);
+        gDB->Execute(u"DELETE * FROM LvnpanelThresholds WHERE PanelID = "_s + QString::number(PanelID));
+        for (const ThresholdRule& rule : rules) {
+            const QString used = sqlText(rule.comparison) + u", "_s + sqlText(rule.action), unused = u"'', ''"_s;
+            gDB->Execute(u"INSERT INTO LvnpanelThresholds (PanelID, rowOffset, colOffset, highExp, ifHigh, lowExp, "
+                         "ifLow) VALUES ("_s +
+                         QString::number(PanelID) + u", "_s + QString::number(rule.row) + u", "_s +
+                         QString::number(rule.column) + u", "_s + (rule.isHigh ? used : unused) + u", "_s +
+                         (rule.isHigh ? unused : used) + u')');
+        }
+        bulk.finish();
+        return {};
+    } catch (const RuntimeError& error) {
+        return u"The thresholds of the panel could not be saved: "_s + error.description();
+    }
+}
+
+} // namespace lumivane

@@ -1,0 +1,86 @@
+#include "sharing/frmExport.h"
+
+#include "platform/Prompts.h"
+#include "repository/clsWorkspace.h"
+#include "session/modMain.h"
+#include "sharing/DashboardExport.h"
+#include "sharing/DashboardListBox.h"
+#include "sharing/frmAltPaths.h"
+
+#include "ui_frmExport.h"
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+frmExport::frmExport(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::frmExport>())
+{
+    ui->setupUi(this);
+    connect(ui->cmdOK, &QPushButton::clicked, this, &frmExport::cmdOK_Click);
+    connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(ui->cmdAltPath, &QPushButton::clicked, this, &frmExport::cmdAltPath_Click);
+    explainOnClick(*ui->cmdHelp,
+                   u"Writes the selected dashboards, as they were saved last, into a file that others can import. "
+                   "Workbooks and pictures do not travel with it. With \"Alt Paths...\" you say where others find the "
+                   "folders of your workbooks."_s);
+    lstWorkspaces_Load();
+}
+
+frmExport::~frmExport() = default;
+
+int frmExport::exec()
+{
+    if (ui->lstWorkspaces->count() < 1) {
+        prompts().message(u"There are no saved dashboards to export."_s, Prompts::Icon::Exclamation);
+        return Rejected;
+    }
+    if (gWorkspace)
+        ListSelectByData(*ui->lstWorkspaces, gWorkspace->ID);
+    return QDialog::exec();
+}
+
+void frmExport::lstWorkspaces_Load()
+{
+    std::vector<DashboardEntry> dashboards;
+    exportableDashboards(dashboards);
+    for (const DashboardEntry& dashboard : dashboards)
+        ListAddItem(*ui->lstWorkspaces, dashboard.text, dashboard.ID);
+}
+
+void frmExport::cmdOK_Click()
+{
+    if (!ValidateForm())
+        return;
+    prompts().setPointer(Prompts::Pointer::Hourglass);
+    const bool exported = ExportDashboard(m_exportFile, SelectedIDs(*ui->lstWorkspaces));
+    prompts().setPointer(Prompts::Pointer::Default);
+    if (exported)
+        accept();
+}
+
+void frmExport::cmdAltPath_Click()
+{
+    frmAltPaths(this).exec();
+}
+
+bool frmExport::ValidateForm()
+{
+    if (SelectedIDs(*ui->lstWorkspaces).empty()) {
+        prompts().message(u"Must select at least 1 dashboard to export."_s, Prompts::Icon::Exclamation);
+        ui->lstWorkspaces->setFocus();
+        return false;
+    }
+    m_exportFile = ExportFileName();
+    if (m_exportFile.isEmpty()) {
+        prompts().message(u"No export file name defined."_s, Prompts::Icon::Exclamation);
+        return false;
+    }
+    return true;
+}
+
+QString frmExport::ExportFileName()
+{
+    return prompts().saveFile({u"Enter export file name"_s, u"All shared files (*.lvds)"_s, QString(), u"lvds"_s});
+}
+
+} // namespace lumivane

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "sharing/ThresholdRules.h"
+
+#include <QDialog>
+#include <memory>
+
+namespace Ui {
+class frmThresholds;
+}
+
+namespace lumivane {
+
+/// The rules that mark cells of one panel, with the panel's cells to pick from.
+class frmThresholds : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// `panel` shows a range and is stored. The rules are written when the dialog is accepted.
+    explicit frmThresholds(const clsWorkspacePanel& panel, QWidget* parent = nullptr);
+    ~frmThresholds() override;
+
+public Q_SLOTS:
+    /// Says so instead where the panel cannot have thresholds.
+    int exec() override;
+
+private:
+    void fillCells(const clsWorkspacePanel& panel);
+    void addRuleRow(const ThresholdRule& rule);
+    ThresholdRule ruleAt(int row) const;
+    QString shownAddress(int row, int column) const;
+    void cmdAdd_Click();
+    void cmdDelete_Click();
+    void cmdOK_Click();
+    bool ValidateForm();
+
+    const int m_panelID;
+    std::optional<PanelCells> m_cells;
+    PanelTexts m_texts;
+    QString m_problem; ///< why there is nothing to show
+
+    const std::unique_ptr<Ui::frmThresholds> ui;
+};
+
+} // namespace lumivane

@@ -59,6 +59,7 @@ DashboardActions::DashboardActions(QMainWindow& window)
 {
     buildWorkspaceMenu(window);
     buildPanelMenu(window);
+    buildToolsMenu(window);
     buildEditMenu(window);
     buildHelpMenu(window);
     buildToolbar(window);
@@ -111,7 +112,19 @@ void DashboardActions::buildPanelMenu(QMainWindow& window)
                                    QKeySequence(Qt::CTRL | Qt::Key_3)});
     for (QAction* view : {mnuPanelAutosize, mnuPanelZoomToFit, mnuPanelCrop})
         view->setCheckable(true);
+    menu.addSeparator();
+    mnuPanelThresholds = addEntry(menu, {u"mnuPanelThresholds"_s, u"&Thresholds..."_s, u"thresholds"_s,
+                                         u"Mark cells of this panel when their numbers pass a limit"_s});
     menu.menuAction()->setEnabled(false);
+}
+
+void DashboardActions::buildToolsMenu(QMainWindow& window)
+{
+    mnuTools = addMenu(window, u"mnuTools"_s, u"&Tools"_s);
+    mnuToolsImport = addEntry(*mnuTools, {u"mnuToolsImport"_s, u"&Import Dashboards..."_s, u"import"_s,
+                                          u"Bring dashboards of a shared file into this project"_s});
+    mnuToolsExport = addEntry(*mnuTools, {u"mnuToolsExport"_s, u"&Export Dashboards..."_s, u"export"_s,
+                                          u"Write dashboards into a file that others can import"_s});
 }
 
 void DashboardActions::buildEditMenu(QMainWindow& window)

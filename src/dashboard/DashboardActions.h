@@ -29,6 +29,11 @@ struct DashboardActions
     QAction* mnuPanelAutosize = nullptr;
     QAction* mnuPanelZoomToFit = nullptr;
     QAction* mnuPanelCrop = nullptr;
+    QAction* mnuPanelThresholds = nullptr;
+
+    QMenu* mnuTools = nullptr;
+    QAction* mnuToolsImport = nullptr;
+    QAction* mnuToolsExport = nullptr;
 
     QMenu* mnuEdit = nullptr;
     QAction* mnuEditHorizontal = nullptr;
@@ -45,6 +50,7 @@ struct DashboardActions
 private:
     void buildWorkspaceMenu(QMainWindow& window);
     void buildPanelMenu(QMainWindow& window);
+    void buildToolsMenu(QMainWindow& window);
     void buildEditMenu(QMainWindow& window);
     void buildHelpMenu(QMainWindow& window);
     void buildToolbar(QMainWindow& window);

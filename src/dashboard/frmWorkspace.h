@@ -71,6 +71,11 @@ public:
     void mnuPanelRefresh_Click();
     void Workspace_CheckUpdates();
 
+    // Other projects, and limits of a panel.
+    void mnuToolsExport_Click();
+    void mnuToolsImport_Click();
+    void mnuPanelThresholds_Click();
+
 protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override; // Form_QueryUnload
@@ -79,9 +84,11 @@ private:
     void Form_Load();
     void connectActions();
     void connectPanelViews();
+    void connectSharing();
     void buildStatusBar();
     void firstActivation();
     void unloadForMissingDatabase();
+    void reloadSources();
 
     /// Runs a command's steps and traps what they throw.
     void command(const QString& procedure, const std::function<void()>& steps);

@@ -47,6 +47,9 @@ std::pair<QString, QString> splitComparison(const QString& comparison)
 QTableWidgetItem* cellItem(const QString& text, bool canWatch)
 {
     auto* item = new QTableWidgetItem(text);
+    // Figures stand below each other, as in the workbook.
+    const bool isFigure = !text.isEmpty() && (text.back().isDigit() || text.back() == u'%');
+    item->setTextAlignment((isFigure ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     if (!canWatch)
         item->setFlags(Qt::NoItemFlags);
     return item;
@@ -71,6 +74,9 @@ frmThresholds::frmThresholds(const clsWorkspacePanel& panel, QWidget* parent)
     ui->grdRules->setHorizontalHeaderLabels({u"Cell"_s, u"When it is"_s, u"Limit"_s, u"Mark"_s});
     ui->grdRules->horizontalHeader()->setSectionResizeMode(LimitColumn, QHeaderView::Stretch);
     ui->grdRules->verticalHeader()->hide();
+    ui->grdCells->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    ui->mainLayout->setStretch(1, 3);
+    ui->mainLayout->setStretch(4, 2);
     fillCells(panel);
 }
 

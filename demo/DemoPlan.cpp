@@ -103,4 +103,11 @@ QList<WidthPlan> widthPlans()
     return {{u"prices"_s, u"A:A"_s, 14}, {u"prices"_s, u"B:B"_s, 24}, {u"prices"_s, u"C:E"_s, 10}};
 }
 
+QList<ThresholdPlan> thresholdPlans()
+{
+    // The last trading day's sales, and those of all days: both lie further down in each version.
+    return {{u"Latest trading days"_s, u"G29"_s, u"<500"_s, false},
+            {u"Latest trading days"_s, u"G30"_s, u">18000"_s, true}};
+}
+
 } // namespace lumivane::demo

@@ -39,9 +39,19 @@ struct WidthPlan
     double characters;
 };
 
+/// A figure that is marked in a panel's picture when it passes a limit. None does in the first version.
+struct ThresholdPlan
+{
+    QString panel; ///< caption
+    QString cell;  ///< in the first version
+    QString comparison;
+    bool isHigh;
+};
+
 QList<SourcePlan> sourcePlans();
 /// Dashboard by dashboard; the last one is the one that the program opens.
 QList<PanelPlan> panelPlans();
 QList<WidthPlan> widthPlans();
+QList<ThresholdPlan> thresholdPlans();
 
 } // namespace lumivane::demo

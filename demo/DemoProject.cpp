@@ -14,6 +14,7 @@
 #include "repository/clsWorkspacePanel.h"
 #include "session/modMain.h"
 #include "session/modUtilsINI.h"
+#include "sharing/ThresholdRules.h"
 
 #include <QFile>
 
@@ -97,6 +98,22 @@ std::shared_ptr<clsPanelSource> sourceOf(const PanelPlan& plan, const QDir& fold
     giveUp(u"No report is called %1."_s.arg(plan.source));
 }
 
+void addThresholds(const clsWorkspacePanel& panel)
+{
+    std::vector<ThresholdRule> rules;
+    for (const ThresholdPlan& plan : thresholdPlans()) {
+        if (plan.panel != panel.Caption)
+            continue;
+        const CellArea cell = CellArea::parse(plan.cell).value();
+        rules.push_back({cell.firstRow, cell.firstColumn, plan.isHigh, plan.comparison});
+    }
+    if (rules.empty())
+        return;
+    const QString failure = saveThresholds(panel.ID, PanelCells::of(panel.PicRange).value(), rules);
+    if (!failure.isEmpty())
+        giveUp(failure);
+}
+
 void addDashboard(const QString& name, const QDir& folder)
 {
     const auto host = hostFactory().worker();
@@ -113,6 +130,8 @@ void addDashboard(const QString& name, const QDir& folder)
     }
     if (!dashboard.SaveToDB(gDB))
         giveUp(u"The dashboard %1 cannot be stored."_s.arg(name));
+    for (int i = 1; i <= dashboard.NumPanels(); ++i)
+        addThresholds(*dashboard.Panels(i));
     host->Quit();
 }
 

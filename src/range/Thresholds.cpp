@@ -3,6 +3,7 @@
 #include "platform/Checked.h"
 #include "platform/RuntimeError.h"
 #include "range/ThresholdsFormula.h"
+#include "range/ThresholdsMark.h"
 #include "repository/Database.h"
 #include "repository/clsWorkspacePanel.h"
 #include "repository/modUtilsSQL.h"
@@ -72,6 +73,17 @@ QString clsWorkspacePanel::MapCell(qint32 row, qint32 col, Worksheet& ws) const
     return movedCell(qint64(row) + pRowOff, qint64(col) + pColOff);
 }
 
+QString clsWorkspacePanel::watchedCell(qint32 row, qint32 col, const QString& action, Worksheet& ws) const
+{
+    const auto from = markedFrom(action);
+    const bool stays = row <= pFixRowLast && col <= ColNumber(ws, pFixColLast);
+    if (!from || stays)
+        return MapCell(row, col, ws);
+    const CellArea moving = ws.Range(pAdjMovRange).area();
+    return movedCell(qint64(row) + moving.firstRow - from->firstRow,
+                     qint64(col) + moving.firstColumn - from->firstColumn);
+}
+
 void clsWorkspacePanel::lightCells(Worksheet& ws, const std::shared_ptr<Database>& DB) const
 {
     std::shared_ptr<Recordset> rules;
@@ -79,29 +91,31 @@ void clsWorkspacePanel::lightCells(Worksheet& ws, const std::shared_ptr<Database
                            false, panelRecordModule, u"lightCells"_s))
         return;
     for (; !rules->EOF_(); rules->MoveNext()) {
-        const SheetRange cell = ws.Range(MapCell(rules->number32(u"rowOffset"), rules->number32(u"colOffset"), ws));
+        const QString ifHigh = rules->text(u"ifHigh"), ifLow = rules->text(u"ifLow");
+        const SheetRange cell = ws.Range(watchedCell(rules->number32(u"rowOffset"), rules->number32(u"colOffset"),
+                                                     markedFrom(ifHigh) ? ifHigh : ifLow, ws));
         const double value = watchedValue(cell);
         const auto mark = [&](const QString& comparison, const QString& action, QRgb color) {
-            if (!comparison.isEmpty() && passesLimit(value, comparison, cell) && action.startsWith(u"color"_s))
+            if (!comparison.isEmpty() && passesLimit(value, comparison, cell) && action.startsWith(markWord))
                 markCell(cell, color);
         };
-        mark(rules->text(u"highExp"), rules->text(u"ifHigh"), highMark);
-        mark(rules->text(u"lowExp"), rules->text(u"ifLow"), lowMark);
+        mark(rules->text(u"highExp"), ifHigh, highMark);
+        mark(rules->text(u"lowExp"), ifLow, lowMark);
     }
     rules->Close();
 }
 
-bool clsWorkspacePanel::ShiftThresholds(Worksheet& ws, const std::shared_ptr<Database>& DB) const
+QString markFrom(const CellArea& moving)
 {
-    if (ID < 1 || (pRowOff == 0 && pColOff == 0))
-        return true;
-    const QString moves = u"UPDATE LvnpanelThresholds SET rowOffset = rowOffset + %1, colOffset = colOffset + %2 "
-                          "WHERE PanelID = %3 AND NOT (rowOffset <= %4 AND colOffset <= %5)"_s.arg(pRowOff)
-                              .arg(pColOff)
-                              .arg(ID)
-                              .arg(pFixRowLast)
-                              .arg(ColNumber(ws, pFixColLast));
-    return SQL_Execute(DB, moves, true, panelRecordModule, u"ShiftThresholds"_s);
+    return markWord % u'@' % CellArea::cell(moving.firstRow, moving.firstColumn).relative();
+}
+
+std::optional<CellArea> markedFrom(const QString& action)
+{
+    const qsizetype sign = markWord.size();
+    return action.startsWith(markWord) && action.size() > sign && action[sign] == u'@'
+               ? CellArea::parse(QStringView(action).sliced(sign + 1))
+               : std::nullopt;
 }
 
 } // namespace lumivane

@@ -16,11 +16,11 @@ class clsPanelSource;
 class clsWorkspacePanel
 {
 public:
-    qint16 ID = 0;        ///< below 1: not stored yet
-    qint32 SourceID = 0;  ///< 0: no source
+    qint16 ID = 0;       ///< below 1: not stored yet
+    qint32 SourceID = 0; ///< 0: no source
     QString Comments;
-    QString ContentType;  ///< "S" range, "C" chart or shape, "P" picture file, "M" read like "S"
-    QString IsCustom;     ///< "Y": keeps a personal copy of its workbook
+    QString ContentType; ///< "S" range, "C" chart or shape, "P" picture file, "M" read like "S"
+    QString IsCustom;    ///< "Y": keeps a personal copy of its workbook
     QString SheetName;
     QString PicRange;     ///< moving range ` fixed rows ` fixed columns; for "C" the name of the chart or shape
     QString RowHeights;   ///< runs such as "5:12=12.75" joined by back-quotes, points
@@ -28,7 +28,7 @@ public:
     QString RelativeTo;   ///< "top", "bottom", "contents"
     QString ContentMatch; ///< "bottom=", "anchor=", "content=" clauses joined by back-quotes
     qint16 pLeft = 0, pTop = 0, pWidth = 0, pHeight = 0; ///< window on the dashboard, twips
-    QString ViewType;     ///< "A" autosize, "C" crop, "Z" zoom to fit
+    QString ViewType;                                    ///< "A" autosize, "C" crop, "Z" zoom to fit
     QDateTime LastViewed = QDateTime(QDate(1900, 1, 1), QTime(0, 0));
     QString Caption;
 
@@ -73,8 +73,6 @@ public:
     /// Colours the cells whose values pass a limit of LvnpanelThresholds, on the sheet and so in its picture. Throws
     /// for a watched cell that holds no number.
     void lightCells(Worksheet& ws, const std::shared_ptr<Database>& DB) const;
-    /// Moves the rules on with the stored definition, as AdjustAll has moved it: they name cells of that definition.
-    bool ShiftThresholds(Worksheet& ws, const std::shared_ptr<Database>& DB) const;
 
     qint16 rowOffset() const { return pRowOff; }
     qint16 columnOffset() const { return pColOff; }
@@ -86,6 +84,7 @@ private:
     void SaveHeightsWidths(Worksheet& UserWS);
     void CalcAdjPicRange(Worksheet& ws);
     void ShiftHeightsWidths(Worksheet& ws);
+    QString watchedCell(qint32 row, qint32 col, const QString& action, Worksheet& ws) const;
 
     qint16 pFixRowFirst = 0, pFixRowLast = 0;
     QString pFixColFirst, pFixColLast;

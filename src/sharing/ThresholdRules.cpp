@@ -5,6 +5,7 @@
 #include "platform/Checked.h"
 #include "platform/RuntimeError.h"
 #include "range/ThresholdsFormula.h"
+#include "range/ThresholdsMark.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
@@ -55,6 +56,16 @@ PanelTexts textsOf(Worksheet& sheet, clsWorkspacePanel panel, const PanelCells& 
         }
     }
     return result;
+}
+
+/// Where a watched cell is in the present definition, which may have moved since the rule was entered.
+std::pair<int, int> presentPlace(std::pair<int, int> place, const QString& action, const PanelCells& cells)
+{
+    const auto from = markedFrom(action);
+    if (!from || cells.isInCorner(place.first, place.second))
+        return place;
+    return {place.first + cells.moving().firstRow - from->firstRow,
+            place.second + cells.moving().firstColumn - from->firstColumn};
 }
 
 } // namespace
@@ -113,19 +124,21 @@ Result<PanelTexts> readPanelTexts(const clsWorkspacePanel& panel, const PanelCel
     }
 }
 
-Result<std::vector<ThresholdRule>> loadThresholds(int PanelID)
+Result<std::vector<ThresholdRule>> loadThresholds(int PanelID, const PanelCells& cells)
 {
     try {
         std::vector<ThresholdRule> rules;
         const auto rows =
             gDB->OpenRecordset(u"Select * from LvnpanelThresholds where PanelID = "_s + QString::number(PanelID));
         for (; !rows->EOF_(); rows->MoveNext()) {
-            const int row = rows->number32(u"rowOffset"), column = rows->number32(u"colOffset");
+            const QString ifHigh = rows->text(u"ifHigh"), ifLow = rows->text(u"ifLow");
+            const auto [row, column] = presentPlace({rows->number32(u"rowOffset"), rows->number32(u"colOffset")},
+                                                    markedFrom(ifHigh) ? ifHigh : ifLow, cells);
             // The high one is applied first, as in the order of the rules.
             if (!rows->text(u"highExp").isEmpty())
-                rules.push_back({row, column, true, rows->text(u"highExp"), rows->text(u"ifHigh")});
+                rules.push_back({row, column, true, rows->text(u"highExp"), ifHigh});
             if (!rows->text(u"lowExp").isEmpty())
-                rules.push_back({row, column, false, rows->text(u"lowExp"), rows->text(u"ifLow")});
+                rules.push_back({row, column, false, rows->text(u"lowExp"), ifLow});
         }
         return rules;
     } catch (const RuntimeError& error) {
@@ -145,13 +158,14 @@ QString thresholdFault(const ThresholdRule& rule, const PanelCells& cells)
         CellArea::cell(rule.row, rule.column).relative(), fault);
 }
 
-QString saveThresholds(int PanelID, const std::vector<ThresholdRule>& rules)
+QString saveThresholds(int PanelID, const PanelCells& cells, const std::vector<ThresholdRule>& rules)
 {
     try {
         Database::Bulk bulk(*gDB);
         gDB->Execute(u"DELETE * FROM LvnpanelThresholds WHERE PanelID = "_s + QString::number(PanelID));
         for (const ThresholdRule& rule : rules) {
-            const QString used = sqlText(rule.comparison) + u", "_s + sqlText(rule.action), unused = u"'', ''"_s;
+            const QString action = rule.action.startsWith(markWord) ? markFrom(cells.moving()) : rule.action;
+            const QString used = sqlText(rule.comparison) + u", "_s + sqlText(action), unused = u"'', ''"_s;
             gDB->Execute(u"INSERT INTO LvnpanelThresholds (PanelID, rowOffset, colOffset, highExp, ifHigh, lowExp, "
                          "ifLow) VALUES ("_s +
                          QString::number(PanelID) + u", "_s + QString::number(rule.row) + u", "_s +

@@ -22,6 +22,8 @@ public:
     /// Only cells that surely move, or surely stay, with what the user sees: those of the moving range and of the
     /// corner between fixed rows and columns.
     bool canWatch(int row, int column) const;
+    bool isInCorner(int row, int column) const { return m_fixed.contains(row, column); }
+    const CellArea& moving() const { return m_moving; }
     bool isFixedRow(int row) const { return row >= m_fixed.firstRow && row <= m_fixed.lastRow; }
     bool isFixedColumn(int column) const { return column >= m_fixed.firstColumn && column <= m_fixed.lastColumn; }
 
@@ -50,14 +52,15 @@ struct ThresholdRule
     int row = 0; ///< sheet row of the stored definition
     int column = 0;
     bool isHigh = true;
-    QString comparison; ///< ">1000"
-    QString action = QStringLiteral("color");
+    QString comparison;                       ///< ">1000"
+    QString action = QStringLiteral("color"); ///< anything that begins otherwise marks nothing
 };
 
-Result<std::vector<ThresholdRule>> loadThresholds(int PanelID);
+/// With the cells where they are in the present definition of the panel.
+Result<std::vector<ThresholdRule>> loadThresholds(int PanelID, const PanelCells& cells);
 /// Why a rule cannot be stored; empty when it can.
 QString thresholdFault(const ThresholdRule& rule, const PanelCells& cells);
 /// In place of all rules of the panel. Answers what went wrong, or nothing.
-QString saveThresholds(int PanelID, const std::vector<ThresholdRule>& rules);
+QString saveThresholds(int PanelID, const PanelCells& cells, const std::vector<ThresholdRule>& rules);
 
 } // namespace lumivane

@@ -100,7 +100,7 @@ void frmThresholds::fillCells(const clsWorkspacePanel& panel)
         m_problem = u"The range of the panel is not understood. Define the panel anew."_s;
     if (!m_problem.isEmpty())
         return;
-    const auto rules = loadThresholds(m_panelID);
+    const auto rules = loadThresholds(m_panelID, *m_cells);
     if (!rules) {
         m_problem = rules.reason();
         return;
@@ -233,7 +233,7 @@ void frmThresholds::cmdOK_Click()
     std::vector<ThresholdRule> rules;
     for (int row = 0; row < ui->grdRules->rowCount(); ++row)
         rules.push_back(ruleAt(row));
-    const QString failure = saveThresholds(m_panelID, rules);
+    const QString failure = saveThresholds(m_panelID, *m_cells, rules);
     if (failure.isEmpty())
         accept();
     else

@@ -39,8 +39,7 @@ public:
         clsWorkspacePanel panel;
         panel.LoadFromRecSet(m_database, row);
         panel.AdjustAll(*sheet);
-        if (panel.SaveToDB(m_database, static_cast<qint32>(row->number(u"WorkspaceID"))))
-            panel.ShiftThresholds(*sheet, m_database);
+        panel.SaveToDB(m_database, static_cast<qint32>(row->number(u"WorkspaceID")));
     }
 
 private:

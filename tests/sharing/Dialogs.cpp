@@ -280,7 +280,7 @@ TEST_F(SharingDialogs, ThresholdsArePickedCheckedStoredAndShown)
               (QStringList{u"Pick a cell of the panel first."_s,
                            u"The limit of cell C3 cannot be used: the formula [= 1>much] is not understood at [much]: "
                            "a number is expected. Enter a number, as 1000 or -2.5."_s}));
-    EXPECT_EQ(storedRules(), u"3,3 high>50color low\n2,2 high low*2>7color"_s);
+    EXPECT_EQ(storedRules(), u"3,3 high>50color@B2 low\n2,2 high low*2>7color@B2"_s);
     const QImage picture = window().panelWindows().first()->picture().image;
     EXPECT_EQ(picture.pixelColor(picture.width() - 5, picture.height() / 2), QColor(128, 180, 180));
 
@@ -289,16 +289,28 @@ TEST_F(SharingDialogs, ThresholdsArePickedCheckedStoredAndShown)
         EXPECT_EQ(part<QTableWidget>(dialog, u"grdRules"_s).rowCount(), 2);
         press(dialog, u"cmdOK"_s);
     });
-    EXPECT_EQ(storedRules(), u"3,3 high>50color low\n2,2 high low*2>7color"_s);
+    EXPECT_EQ(storedRules(), u"3,3 high>50color@B2 low\n2,2 high low*2>7color@B2"_s);
 }
 
-TEST_F(SharingDialogs, ThresholdsSplitARowWithTwoLimitsAndKeepItsActions)
+TEST_F(SharingDialogs, ThresholdsSplitARowWithTwoLimitsAndKeepWhatMarksNothing)
 {
     storeDashboard(u"Sales"_s, {u"Figures"_s});
     start();
     gDB->Execute(u"INSERT INTO LvnpanelThresholds VALUES (1, 3, 3, '>5', 'colorRed', '< 1', 'note')"_s);
     thresholds([](frmThresholds& dialog) { press(dialog, u"cmdOK"_s); });
-    EXPECT_EQ(storedRules(), u"3,3 high>5colorRed low\n3,3 high low<1note"_s);
+    EXPECT_EQ(storedRules(), u"3,3 high>5color@B2 low\n3,3 high low<1note"_s);
+}
+
+TEST_F(SharingDialogs, ThresholdsFollowADefinitionThatHasMoved)
+{
+    storeDashboard(u"Sales"_s, {u"Figures"_s});
+    start();
+    gDB->Execute(u"INSERT INTO LvnpanelThresholds VALUES (1, 13, 3, '>5', 'color@B12', '', '')"_s);
+    thresholds([](frmThresholds& dialog) {
+        EXPECT_EQ(part<QTableWidget>(dialog, u"grdRules"_s).item(0, 0)->text(), u"C3"_s);
+        press(dialog, u"cmdOK"_s);
+    });
+    EXPECT_EQ(storedRules(), u"3,3 high>5color@B2 low"_s);
 }
 
 TEST_F(SharingDialogs, ThresholdsAreForRangesOnly)

@@ -198,26 +198,34 @@ TEST_F(Thresholds, OfOtherPanelsMarkNothing)
     EXPECT_EQ(color(u"B10"_s), unmarked);
 }
 
-TEST_F(Thresholds, MoveOnWithTheStoredDefinition)
+struct DefinitionRow
 {
-    rule(15, 2, u">1"_s, u"color"_s);
-    rule(2, 1, u">1"_s, u"color"_s);
-    mine->Execute(u"INSERT INTO LvnpanelThresholds VALUES (9, 15, 2, '>1', 'color', '', '')"_s);
-    sheet.put(u"C24"_s, u"1"_s).put(u"B19"_s, u"50"_s);
-    panel.AdjustAll(sheet);
-    EXPECT_TRUE(panel.ShiftThresholds(sheet, mine));
-    EXPECT_EQ(rows(*mine, u"SELECT PanelID, rowOffset, colOffset FROM LvnpanelThresholds"_s),
-              (QStringList{u"7|19|2"_s, u"7|2|1"_s, u"9|15|2"_s}));
+    const char* name;
+    QString picRange, bottom;
+};
 
-    // The next load finds the moved definition in its place and watches the same figure.
-    clsWorkspacePanel reloaded;
-    reloaded.ID = 7;
-    reloaded.PicRange = panel.PicRange;
-    reloaded.RelativeTo = panel.RelativeTo;
-    reloaded.ContentMatch = panel.ContentMatch;
-    reloaded.GetAdjRange(sheet);
-    reloaded.lightCells(sheet, mine);
-    EXPECT_EQ(color(u"B19"_s), high);
+TEST_F(Thresholds, WatchTheSameFigureWhateverBecameOfTheDefinition)
+{
+    rule(15, 2, u">1"_s, u"color@B10"_s);
+    rule(2, 1, u">1"_s, u"color@B10"_s);
+    sheet.put(u"C24"_s, u"1"_s).put(u"B19"_s, u"50"_s).put(u"A2"_s, u"50"_s);
+    for (const DefinitionRow& definition :
+         {DefinitionRow{"as it was", u"$B$10:$C$20`1:2`A:A"_s, u"bottom=$C$20"_s},
+          DefinitionRow{"moved on by an adopted version", u"B14:C24`1:2`A:A"_s, u"bottom=$C$24"_s},
+          DefinitionRow{"moved on twice and found back", u"B16:C26`1:2`A:A"_s, u"bottom=$C$26"_s}}) {
+        PlainSheet opened = sheet;
+        clsWorkspacePanel loaded;
+        loaded.ID = 7;
+        loaded.PicRange = definition.picRange;
+        loaded.RelativeTo = u"bottom"_s;
+        loaded.ContentMatch = definition.bottom;
+        loaded.GetAdjRange(opened);
+        loaded.lightCells(opened, mine);
+        for (const QString& address : {u"B19"_s, u"A2"_s}) {
+            const QImage cell = opened.CopyPicture(*CellArea::parse(address));
+            EXPECT_EQ(cell.pixelColor(3, 3), high) << definition.name << ' ' << address.toStdString();
+        }
+    }
 }
 
 } // namespace

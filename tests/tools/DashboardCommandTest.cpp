@@ -93,6 +93,25 @@ TEST_F(DemoCommands, RangesFollowTheirRules)
     EXPECT_EQ(storedRange(u"Sales so far"_s), u"A40:H40`4:4`"_s);
 }
 
+TEST_F(DemoCommands, FiguresOverTheirLimitsAreMarkedWhereTheRangeHasMoved)
+{
+    const auto marked = [](const QImage& picture, QColor color) {
+        int count = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                count += picture.pixelColor(x, y) == color;
+        return count;
+    };
+    const QColor high(128, 180, 180), low(180, 128, 180);
+    const QImage before = snapshot(u"Management"_s);
+    EXPECT_EQ(marked(before, high) + marked(before, low), 0);
+    deliver(2);
+    refresh(u"Management"_s);
+    const QImage after = snapshot(u"Management"_s);
+    EXPECT_GT(marked(after, high), 300) << "sales of all days are over 18000 now";
+    EXPECT_GT(marked(after, low), 300) << "those of the last day are below 500";
+}
+
 TEST_F(DemoCommands, AMissingWorkbookFailsItsPanelsAlone)
 {
     refresh(u"Operations"_s);

@@ -210,6 +210,20 @@ TEST(EmbeddedSheet, TellsWhatAPictureLacks)
     EXPECT_EQ(sheet->undrawn(*CellArea::parse(u"A1:D6")), QStringList()) << "squeezed away with its rows";
 }
 
+TEST(EmbeddedSheet, TellsOfConditionalFormatsOnlyWhereTheyHold)
+{
+    OwnApplication own;
+    const auto sheet =
+        own.open(WorkbookParts({{"Data",
+                                 oneCell + "<conditionalFormatting sqref=\"B2:C4\"><cfRule type=\"cellIs\" "
+                                           "priority=\"1\" operator=\"greaterThan\"><formula>1</formula>"
+                                           "</cfRule></conditionalFormatting>",
+                                 ""}}))
+            ->ActiveSheet();
+    EXPECT_EQ(sheet->undrawn(*CellArea::parse(u"C4:F9")), QStringList(u"formats that depend on conditions"_s));
+    EXPECT_EQ(sheet->undrawn(*CellArea::parse(u"A1:A9")), QStringList());
+}
+
 TEST(EmbeddedSheet, ADrawingIsMissedWhereverAnyOfItWouldShow)
 {
     struct Row

@@ -257,6 +257,10 @@ QStringList EmbeddedSheet::undrawn(const CellArea& area)
         if (showsOn(painter().geometry(), drawing, area))
             missing.append(u"the %1 \"%2\""_s.arg(drawing.kind, drawing.name));
     }
+    for (const UnreadLook& look : content().unread) {
+        if (intersect(look.area, area) && !missing.contains(look.what))
+            missing.append(look.what);
+    }
     if (const qint64 formulas = countUncomputed(content(), area))
         missing.append(formulas == 1 ? u"the result of a formula, which the file does not store"_s
                                      : u"the results of %1 formulas, which the file does not store"_s.arg(formulas));

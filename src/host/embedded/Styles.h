@@ -26,9 +26,25 @@ struct FontStyle
 
 /// The pattern names of the file format; Solid shows `fore` alone.
 enum class Pattern : quint8 {
-    None, Solid, Gray125, Gray0625, DarkGray, MediumGray, LightGray,
-    DarkHorizontal, DarkVertical, DarkDown, DarkUp, DarkGrid, DarkTrellis,
-    LightHorizontal, LightVertical, LightDown, LightUp, LightGrid, LightTrellis,
+    None,
+    Solid,
+    Gray125,
+    Gray0625,
+    DarkGray,
+    MediumGray,
+    LightGray,
+    DarkHorizontal,
+    DarkVertical,
+    DarkDown,
+    DarkUp,
+    DarkGrid,
+    DarkTrellis,
+    LightHorizontal,
+    LightVertical,
+    LightDown,
+    LightUp,
+    LightGrid,
+    LightTrellis,
     Gradient, ///< from `fore` to `back`, along `gradientDegrees`
 };
 
@@ -41,8 +57,20 @@ struct FillStyle
 };
 
 enum class LineStyle : quint8 {
-    None, Thin, Medium, Dashed, Dotted, Thick, Double, Hair, MediumDashed, DashDot, MediumDashDot, DashDotDot,
-    MediumDashDotDot, SlantDashDot,
+    None,
+    Thin,
+    Medium,
+    Dashed,
+    Dotted,
+    Thick,
+    Double,
+    Hair,
+    MediumDashed,
+    DashDot,
+    MediumDashDot,
+    DashDotDot,
+    MediumDashDotDot,
+    SlantDashDot,
 };
 
 struct BorderLine
@@ -64,13 +92,13 @@ enum class Vertical : quint8 { Bottom, Center, Top, Justify, Distributed };
 
 struct CellStyle
 {
-    int font = 0;         ///< index into StyleTable::fonts
+    int font = 0; ///< index into StyleTable::fonts
     int fill = 0;
     int border = 0;
     int numberFormat = 0; ///< index into StyleTable::numberFormats
     Horizontal horizontal = Horizontal::General;
     Vertical vertical = Vertical::Bottom;
-    qint16 rotation = 0;  ///< degrees counter-clockwise, -90 to 90; 255: letters stacked
+    qint16 rotation = 0; ///< degrees counter-clockwise, -90 to 90; 255: letters stacked
     quint8 indent = 0;
     bool wrap = false;
     bool shrinkToFit = false;

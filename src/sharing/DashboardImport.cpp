@@ -164,7 +164,7 @@ bool DashboardImport::importableDashboards(std::vector<DashboardEntry>& dashboar
 
 Result<ImportPreview> DashboardImport::preview(const std::vector<qint32>& ids)
 {
-    return previewImport(m_shared, idList(ids));
+    return previewImport(m_shared, idList(ids), m_progress);
 }
 
 bool DashboardImport::ImportDashboard(const std::vector<qint32>& ids)
@@ -212,7 +212,7 @@ bool DashboardImport::ImportSources(const QString& ids)
         if (!makeTempSources(m_shared, gDB, ids))
             return refuseImport(u"Error accessing source panels."_s);
         const Database::Bulk bulk(*gDB);
-        rewritePaths(m_shared, gDB);
+        rewritePaths(m_shared, gDB, m_progress);
         return matchSources();
     });
 }
@@ -225,13 +225,14 @@ bool DashboardImport::matchSources()
     if (!openRows(gDB, sources, u"SELECT * FROM TempSources"_s, u"ImportSources"_s))
         return refuseImport(u"Error accessing source panels."_s);
     QHash<QString, qint64> known = knownSources(*target);
+    qint64 place = 0;
     for (; !sources->EOF_(); sources->MoveNext()) {
         const QString identity = sourceIdentity(*sources);
         requireCriterion(*sources);
         if (!known.contains(identity))
             known.insert(identity, addSource(*sources, *target));
-        gDB->Execute(u"UPDATE TempSources SET NewID = %1 WHERE ID = %2 AND NewID = 0"_s.arg(known.value(identity))
-                         .arg(sources->number(u"ID")));
+        // By its place, as the table has no key and is read in the order in which it was filled.
+        gDB->Execute(u"UPDATE TempSources SET NewID = %1 WHERE rowid = %2"_s.arg(known.value(identity)).arg(++place));
     }
     target->Close();
     sources->Close();

@@ -18,8 +18,8 @@ namespace {
 
 constexpr qint64 mostDashboards = 10'000;
 constexpr qint64 mostPanels = 100'000;
-constexpr qint64 mostSources = 10'000;
-constexpr qint64 mostAlternatePaths = 1'000;
+constexpr qint64 mostSources = 5'000;
+constexpr qint64 mostAlternatePaths = 500;
 constexpr qsizetype longestText = 32'000;
 
 struct PreviewRefusal
@@ -238,7 +238,8 @@ std::vector<ImportFolder> foldersOf(Recordset& sources)
 }
 
 /// The first part of the import, done in a project of its own that is thrown away.
-std::vector<ImportFolder> rewrittenFolders(const std::shared_ptr<Database>& shared, const QString& ids)
+std::vector<ImportFolder> rewrittenFolders(const std::shared_ptr<Database>& shared, const QString& ids,
+                                           const SharingProgress& progress)
 {
     const QTemporaryDir place;
     const QString file = place.filePath(u"preview.lvdu"_s);
@@ -248,7 +249,7 @@ std::vector<ImportFolder> rewrittenFolders(const std::shared_ptr<Database>& shar
     const auto scratch = Database::open(file, databaseConnect());
     if (!makeTempSources(shared, scratch, ids))
         throw PreviewRefusal{u"The sources of the shared file cannot be read. Ask for a new export."_s};
-    rewritePaths(shared, scratch);
+    rewritePaths(shared, scratch, progress);
     const auto sources = scratch->OpenRecordset(u"SELECT * FROM TempSources"_s);
     auto folders = foldersOf(*sources);
     scratch->Close();
@@ -257,7 +258,8 @@ std::vector<ImportFolder> rewrittenFolders(const std::shared_ptr<Database>& shar
 
 } // namespace
 
-Result<ImportPreview> previewImport(const std::shared_ptr<Database>& shared, const QString& ids)
+Result<ImportPreview> previewImport(const std::shared_ptr<Database>& shared, const QString& ids,
+                                    const SharingProgress& progress)
 {
     try {
         checkDashboards(*shared, ids);
@@ -265,7 +267,7 @@ Result<ImportPreview> previewImport(const std::shared_ptr<Database>& shared, con
         ImportPreview preview;
         preview.panels = checkPanels(*shared, ids);
         preview.sources = checkSources(*shared, ids);
-        preview.folders = rewrittenFolders(shared, ids);
+        preview.folders = rewrittenFolders(shared, ids, progress);
         return preview;
     } catch (const PreviewRefusal& refusal) {
         return Failure{refusal.sentence};

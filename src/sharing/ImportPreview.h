@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Result.h"
+#include "sharing/DashboardList.h"
 
 #include <QString>
 #include <memory>
@@ -29,6 +30,7 @@ struct ImportPreview
 
 /// Looks at the rows of the chosen dashboards and at the folders that their sources name, with alternate paths applied.
 /// Refuses texts and numbers that no project holds, and more of them than any.
-Result<ImportPreview> previewImport(const std::shared_ptr<Database>& shared, const QString& ids);
+Result<ImportPreview> previewImport(const std::shared_ptr<Database>& shared, const QString& ids,
+                                    const SharingProgress& progress = {});
 
 } // namespace lumivane

@@ -15,6 +15,8 @@ namespace {
 
 const QString transferModule = u"frmImport"_s;
 const QString transferProcedure = u"ImportSources"_s;
+/// Alternate paths between two signs of life.
+constexpr int pairsAStep = 10;
 
 bool isUsable(const AlternatePath& pair)
 {
@@ -112,13 +114,16 @@ bool makeTempSources(const std::shared_ptr<Database>& shared, const std::shared_
                        false, transferModule, transferProcedure);
 }
 
-void rewritePaths(const std::shared_ptr<Database>& shared, const std::shared_ptr<Database>& project)
+void rewritePaths(const std::shared_ptr<Database>& shared, const std::shared_ptr<Database>& project,
+                  const SharingProgress& progress)
 {
     std::shared_ptr<Recordset> pairs;
     if (!SQL_OpenRecordset(shared, pairs, u"SELECT * FROM LvnAltPaths ORDER BY Len(BasePath) DESC"_s, false,
                            transferModule, transferProcedure))
         return;
-    for (; !pairs->EOF_(); pairs->MoveNext()) {
+    for (int done = 1; !pairs->EOF_(); pairs->MoveNext(), ++done) {
+        if (progress && done % pairsAStep == 0)
+            progress(done, pairs->rowCount());
         if (pairs->isNull(u"BasePath"))
             continue;
         const AlternatePath pair{pairs->text(u"BasePath"), inItsWorld(pairs->text(u"AltPath"))};

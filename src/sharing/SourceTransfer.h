@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sharing/DashboardList.h"
+
 #include <QString>
 #include <memory>
 
@@ -20,7 +22,8 @@ bool makeTempSources(const std::shared_ptr<Database>& shared, const std::shared_
 
 /// Applies the alternate paths of the shared file, longest base first, where the base does not exist on this machine
 /// and the alternate does. All paths of a column under one base become the same: that of the first source.
-void rewritePaths(const std::shared_ptr<Database>& shared, const std::shared_ptr<Database>& project);
+void rewritePaths(const std::shared_ptr<Database>& shared, const std::shared_ptr<Database>& project,
+                  const SharingProgress& progress = {});
 
 /// Whether a text that is put between apostrophes as it stands stays one text of the statement. One that does not must
 /// not get there: what follows its apostrophe would be read as a part of the statement.

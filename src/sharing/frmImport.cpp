@@ -74,9 +74,9 @@ bool frmImport::ValidateForm()
 
 bool frmImport::confirmFolders(const std::vector<qint32>& ids)
 {
-    prompts().setPointer(Prompts::Pointer::Hourglass);
+    setWorking(true);
     const auto preview = m_import->preview(ids);
-    prompts().setPointer(Prompts::Pointer::Default);
+    setWorking(false);
     if (!preview) {
         prompts().message(preview.reason(), Prompts::Icon::Exclamation);
         return false;

@@ -29,7 +29,7 @@ public Q_SLOTS:
     void reject() override;
 
 Q_SIGNALS:
-    /// Rows are being written, and events run meanwhile.
+    /// Rows are being looked at or written, and events run meanwhile.
     void working(bool isWorking);
 
 private:

@@ -182,13 +182,13 @@ bool PanelPipeline::Panel_LoadExcel(const QString& OpenPath, const QString& Sour
         const auto workbook = XLInst->Open(OpenPath, true);
         if (!workbook)
             return false;
-        m_incomplete = false;
+        m_undrawn.clear();
         bool drawn = false;
         {
             const auto closing = qScopeGuard([&] { workbook->Close(); });
             drawn = loadFromSheet(XLInst, workbook, SourcePath, IsPaste, Panel);
         }
-        if (drawn && !cacheFile.isEmpty() && !m_incomplete)
+        if (drawn && !cacheFile.isEmpty() && m_undrawn.isEmpty())
             saveCachedPicture(picTemp, cacheFile);
         return drawn;
     });
@@ -338,7 +338,7 @@ void PanelPipeline::captureShape(Worksheet& sheet, const QString& name, const cl
         LogError(panelModule, u"Panel_PasteExcel"_s, error.number(), error.description(), false);
         picTemp.image = explanationPicture(error.description(), m_scale);
         picTemp.notice = u"Panel '%1' shows no current picture."_s.arg(Panel.Caption);
-        m_incomplete = true;
+        m_undrawn = error.description();
     }
 }
 

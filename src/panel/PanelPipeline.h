@@ -45,6 +45,8 @@ public:
     /// Captures from the active sheet of the instance: kind "S" an address, kind "C" a chart or shape by name. A chart
     /// that is there but that the host cannot draw is answered by a picture that says so, never by an empty one.
     bool Panel_PasteExcel(XLInstance& XLInst, const Record& Panel, const QString& ContentType, const QString& Range);
+    /// Why picTemp only says what could not be drawn; empty when it is a true picture.
+    const QString& undrawnReason() const { return m_undrawn; }
 
 private:
     bool loadContent(XLInstance& XLInst, clsPanelSource& source, const Record& Panel);
@@ -71,7 +73,7 @@ private:
     bool hasInstance(const XLInstance& XLInst, const QString& procedure);
 
     double m_scale = 1;
-    bool m_incomplete = false; ///< picTemp only says what cannot be drawn, and must not be kept as the panel's picture
+    QString m_undrawn; ///< set while picTemp must not be kept as the panel's picture
 };
 
 } // namespace lumivane

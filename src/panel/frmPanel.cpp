@@ -1,6 +1,7 @@
 #include "panel/frmPanel.h"
 
 #include "panel/PanelCaption.h"
+#include "panel/PanelPaste.h"
 #include "panel/PanelStyle.h"
 #include "panel/PictureBox.h"
 #include "panel/Twips.h"
@@ -110,6 +111,15 @@ bool frmPanel::Panel_Reload(XLInstance& XLInst)
         IsLoad = false;
     showNotice();
     return drawn;
+}
+
+bool frmPanel::Panel_Paste()
+{
+    m_pipeline.setScale(captureScale());
+    const bool pasted = PanelPaste(m_pipeline).Panel_Paste(record());
+    IsDirty = true;
+    showNotice();
+    return pasted;
 }
 
 double frmPanel::captureScale() const

@@ -32,6 +32,8 @@ public:
 
     bool Panel_Load(XLInstance& XLInst, bool Refresh);
     bool Panel_Reload(XLInstance& XLInst);
+    /// Fills the panel from what the user has selected in their spreadsheet; true when a picture was loaded.
+    bool Panel_Paste();
 
     void SetCaption();
     void Panel_Autosize();

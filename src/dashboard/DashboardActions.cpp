@@ -90,6 +90,10 @@ void DashboardActions::buildWorkspaceMenu(QMainWindow& window)
     mnuWorkspaceDelete = addEntry(menu, {u"mnuWorkspaceDelete"_s, u"&Delete"_s, u"delete"_s,
                                          u"Delete this dashboard and its panels from the project"_s});
     menu.addSeparator();
+    mnuWorkspacePaste =
+        addEntry(menu, {u"mnuWorkspacePaste"_s, u"&Paste"_s, u"paste"_s,
+                        u"Make a panel of what is selected in the workbook"_s, QKeySequence(Qt::CTRL | Qt::Key_V)});
+    menu.addSeparator();
     mnuWorkspaceExit = addEntry(
         menu, {u"mnuWorkspaceExit"_s, u"E&xit"_s, u"exit"_s, u"End the program"_s, QKeySequence(Qt::CTRL | Qt::Key_Q)});
 }
@@ -98,6 +102,8 @@ void DashboardActions::buildPanelMenu(QMainWindow& window)
 {
     mnuPanel = addMenu(window, u"mnuPanel"_s, u"&Panel"_s);
     QMenu& menu = *mnuPanel;
+    mnuPanelPaste = addEntry(menu, {u"mnuPanelPaste"_s, u"&Paste"_s, u"paste"_s,
+                                    u"Make another panel of what is selected in the workbook"_s});
     mnuPanelRefresh =
         addEntry(menu, {u"mnuPanelRefresh"_s, u"&Refresh"_s, u"refresh-panel"_s,
                         u"Draw this panel anew from its workbook"_s, QKeySequence(Qt::SHIFT | Qt::Key_F5)});

@@ -22,9 +22,11 @@ struct DashboardActions
     QAction* mnuWorkspaceSaveAs = nullptr;
     QAction* mnuWorkspaceRefresh = nullptr;
     QAction* mnuWorkspaceDelete = nullptr;
+    QAction* mnuWorkspacePaste = nullptr;
     QAction* mnuWorkspaceExit = nullptr;
 
     QMenu* mnuPanel = nullptr;
+    QAction* mnuPanelPaste = nullptr;
     QAction* mnuPanelRefresh = nullptr;
     QAction* mnuPanelAutosize = nullptr;
     QAction* mnuPanelZoomToFit = nullptr;

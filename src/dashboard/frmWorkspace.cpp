@@ -74,6 +74,7 @@ void frmWorkspace::connectActions()
     connect(a.mnuWorkspaceExit, &QAction::triggered, this, &QWidget::close);
     connect(a.mnuPanelRefresh, &QAction::triggered, this, &frmWorkspace::mnuPanelRefresh_Click);
     connectSharing();
+    connectPasting();
     connect(a.mnuHelpAbout, &QAction::triggered, this, &frmWorkspace::showAbout);
     connect(a.mnuEditHorizontal, &QAction::triggered, this, [this] { arrangePanels(tileHorizontally); });
     connect(a.mnuEditVertical, &QAction::triggered, this, [this] { arrangePanels(tileVertically); });

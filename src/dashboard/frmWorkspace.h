@@ -60,6 +60,10 @@ public:
 
     // Panel windows.
     void Panel_LoadWindow(XLInstance& XLInst, qint16 Index, bool Refresh);
+    /// A new panel from what is selected in the user's spreadsheet, where the right button last went on the ground.
+    void Panel_New(bool IsCustom);
+    void mnuWorkspacePaste_Click();
+    void mnuPanelPaste_Click();
     bool Panel_Remove(frmPanel& panel, bool delFromDB);
     void ClosePanels();
     bool AnyPanelDirty() const;
@@ -85,6 +89,7 @@ private:
     void connectActions();
     void connectPanelViews();
     void connectSharing();
+    void connectPasting();
     void buildStatusBar();
     void firstActivation();
     void unloadForMissingDatabase();

@@ -1,0 +1,56 @@
+#include "dashboard/DashboardArea.h"
+#include "dashboard/frmWorkspace.h"
+#include "panel/frmPanel.h"
+#include "platform/Checked.h"
+#include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
+#include "session/modMain.h"
+
+#include <QAction>
+#include <QMenu>
+
+// New panels from what the user has selected in their spreadsheet.
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+void frmWorkspace::connectPasting()
+{
+    connect(m_actions.mnuWorkspacePaste, &QAction::triggered, this, &frmWorkspace::mnuWorkspacePaste_Click);
+    connect(m_actions.mnuPanelPaste, &QAction::triggered, this, &frmWorkspace::mnuPanelPaste_Click);
+}
+
+void frmWorkspace::mnuWorkspacePaste_Click()
+{
+    command(u"mnuWorkspacePaste_Click"_s, [this] { Panel_New(false); });
+}
+
+void frmWorkspace::mnuPanelPaste_Click()
+{
+    if (activePanel())
+        command(u"mnuPanelPaste_Click"_s, [this] { Panel_New(false); });
+}
+
+void frmWorkspace::Panel_New(bool IsCustom)
+{
+    IsBusy = true;
+    frmPanel* panel = newPanelWindow(gWorkspace->AddPanel());
+    const auto record = gWorkspace->Panels(panel->Index);
+    record->pLeft = toInt16(panel->Left());
+    record->pTop = toInt16(panel->Top());
+    record->IsCustom = IsCustom ? u"Y"_s : u"N"_s;
+    if (panel->Panel_Paste()) {
+        panel->setPlace(ClickX, ClickY);
+        panel->show();
+        m_actions.mnuPanel->menuAction()->setEnabled(true);
+    } else {
+        gWorkspace->DelPanel(panel->Index, false);
+        panel->Unload();
+        if (gWorkspace->NumPanels() == 0)
+            m_actions.mnuPanel->menuAction()->setEnabled(false);
+    }
+    IsBusy = false;
+}
+
+} // namespace lumivane

@@ -140,10 +140,15 @@ void EmbeddedWorkbook::Close()
         application->m_active = open.empty() ? nullptr : open.back();
 }
 
-std::unique_ptr<Application> makeEmbeddedWorker()
+ContentCache& processContentCache()
 {
     static ContentCache cache;
-    return std::make_unique<EmbeddedApplication>(cache);
+    return cache;
+}
+
+std::unique_ptr<Application> makeEmbeddedWorker()
+{
+    return std::make_unique<EmbeddedApplication>(processContentCache());
 }
 
 } // namespace lumivane::embedded

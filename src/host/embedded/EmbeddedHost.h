@@ -69,6 +69,8 @@ private:
     std::shared_ptr<int> m_activeSheet;                   ///< shared with the sheets, which set it
 };
 
+/// The one cache of the process, so that whoever shows a workbook and whoever captures from it read it once.
+ContentCache& processContentCache();
 /// A worker on the cache of the process.
 std::unique_ptr<Application> makeEmbeddedWorker();
 

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "host/embedded/Content.h"
+#include "host/embedded/drawing/SheetPainter.h"
+#include "host/embedded/drawing/ShownTexts.h"
+
+namespace lumivane {
+
+enum class Direction { Left, Right, Up, Down };
+
+/// Row and column of one cell.
+struct CellSpot
+{
+    int row = 1;
+    int column = 1;
+    bool operator==(const CellSpot&) const = default;
+};
+
+/// What a window knows of the sheet it shows: its cells, texts, sizes and looks, and where data begins and ends in it.
+class ViewedSheet
+{
+public:
+    ViewedSheet(std::shared_ptr<const embedded::WorkbookContent> workbook,
+                std::shared_ptr<const embedded::SheetContent> sheet);
+
+    const embedded::WorkbookContent& workbook() const { return *m_workbook; }
+    const embedded::SheetContent& content() const { return *m_sheet; }
+    const embedded::ShownTexts& texts() const { return m_texts; }
+    const embedded::SheetPainter& painter() const { return m_painter; }
+    const embedded::SheetGeometry& geometry() const { return m_painter.geometry(); }
+
+    /// A formula that shows an empty text fills its cell.
+    bool filled(int row, int column) const;
+    QString shownText(int row, int column) const;
+    /// From A1 to the last cell in use, merged areas and drawings included.
+    const CellArea& used() const { return m_used; }
+    /// The last row and column with something in a cell.
+    CellSpot lastFilled() const { return m_lastFilled; }
+
+    /// The merged area around a cell; the cell itself if it is not merged.
+    CellArea mergedAround(const CellSpot& cell) const;
+    /// The area grown until it cuts no merged area.
+    CellArea widened(CellArea area) const;
+    /// The block of filled cells around a cell, bounded by blank rows and columns; the cell itself where there is none.
+    CellArea regionAround(const CellSpot& cell) const;
+
+    /// The next cell that is visible; the same one at the edge of the sheet.
+    CellSpot neighbour(const CellSpot& from, Direction direction) const;
+    /// Where data ends or begins next in a direction: the last cell of a filled stretch, the next filled cell behind a
+    /// blank one, the sheet's edge where none follows.
+    CellSpot dataEdge(const CellSpot& from, Direction direction) const;
+
+private:
+    CellSpot stepVisible(CellSpot from, Direction direction) const;
+    CellSpot sheetEdge(const CellSpot& from, Direction direction) const;
+    bool anythingBeyond(const CellSpot& from, Direction direction) const;
+    bool anyFilled(const CellArea& area) const;
+    CellArea findUsed() const;
+    CellSpot findLastFilled() const;
+
+    std::shared_ptr<const embedded::WorkbookContent> m_workbook;
+    std::shared_ptr<const embedded::SheetContent> m_sheet;
+    embedded::ShownTexts m_texts;
+    embedded::SheetPainter m_painter;
+    CellArea m_used;
+    CellSpot m_lastFilled;
+};
+
+} // namespace lumivane

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "host/embedded/reader/FileStamp.h"
+#include "viewer/ViewedSheet.h"
+
+#include <map>
+
+namespace lumivane {
+
+/// A workbook as a window has it open: what its file held when it was read.
+class ViewedWorkbook
+{
+public:
+    /// Reads the file; throws as the engine does, with a sentence that names it.
+    explicit ViewedWorkbook(const QString& path);
+
+    const QString& path() const { return m_path; }
+    QString name() const;
+    const embedded::FileStamp& stamp() const { return m_stamp; } ///< of the file as it was read
+    const std::shared_ptr<embedded::WorkbookContent>& content() const { return m_content; }
+
+    /// Indices of the sheets that have a tab.
+    std::vector<int> visibleSheets() const;
+    const embedded::SheetEntry& entry(int index) const { return m_content->sheets[static_cast<size_t>(index)]; }
+    /// By name without regard to case; -1 if there is none.
+    int indexOf(const QString& sheetName) const;
+    /// The sheet that the file was saved with in front, or the first visible worksheet in its place; -1 without any.
+    int firstSheetToShow() const;
+    /// Read now if it was not yet; throws when it cannot be read or is a chart sheet.
+    std::shared_ptr<const ViewedSheet> sheet(int index);
+
+private:
+    QString m_path;
+    embedded::FileStamp m_stamp;
+    std::shared_ptr<embedded::WorkbookContent> m_content;
+    std::map<int, std::shared_ptr<const ViewedSheet>> m_sheets;
+};
+
+} // namespace lumivane

@@ -52,7 +52,8 @@ public:
     }
     std::shared_ptr<Worksheet> ActiveSheet() override
     {
-        return window().currentSheet() < 0 ? nullptr : window().hostSheet(window().currentSheet());
+        const int index = window().currentSheet();
+        return index < 0 || window().workbook()->entry(index).isChartSheet ? nullptr : window().hostSheet(index);
     }
     void Activate() override { window().bringToFront(); }
     void RefreshAll() override { window().readAgain(); }

@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPointer>
 #include <QSignalBlocker>
 #include <QStackedWidget>
 #include <QTabBar>
@@ -172,9 +173,15 @@ void frmWorkbook::stepSheet(int step)
 std::shared_ptr<Worksheet> frmWorkbook::hostSheet(int index)
 {
     auto& sheet = m_hostSheets[index];
-    if (!sheet)
-        sheet = std::make_shared<ViewerSheet>(m_workbook->content(), index, m_workbook->name(), Metrics::File,
-                                              [this, index] { showSheet(index); });
+    if (!sheet) {
+        // Clients may hold the sheet for longer than the window lives.
+        const auto activate = [window = QPointer(this), index] {
+            if (window)
+                window->showSheet(index);
+        };
+        sheet =
+            std::make_shared<ViewerSheet>(m_workbook->content(), index, m_workbook->name(), Metrics::File, activate);
+    }
     return sheet;
 }
 

@@ -87,7 +87,7 @@ void SheetSelection::selectArea(const CellArea& area, const CellSpot& active)
 
 void SheetSelection::addArea(const CellArea& area, const CellSpot& active)
 {
-    m_areas.push_back(m_sheet->widened(area));
+    m_areas.push_back(grown(area));
     m_active = active;
     m_corner = {active.row == area.firstRow ? area.lastRow : area.firstRow,
                 active.column == area.firstColumn ? area.lastColumn : area.firstColumn};
@@ -103,8 +103,13 @@ void SheetSelection::extendTo(const CellSpot& corner)
         area.firstRow = 1;
         area.lastRow = maxRow;
     }
-    m_areas.back() = m_sheet->widened(area);
+    m_areas.back() = grown(area);
     m_corner = corner;
+}
+
+CellArea SheetSelection::grown(const CellArea& area) const
+{
+    return isWholeRows(area) || isWholeColumns(area) ? area : m_sheet->widened(area);
 }
 
 bool SheetSelection::isOneCell() const

@@ -8,7 +8,7 @@
 namespace lumivane {
 
 /// The cells selected in a sheet: one or more areas and, within the last one, the active cell. An area never cuts a
-/// merged one.
+/// merged one, unless it is of whole rows or columns.
 class SheetSelection
 {
 public:
@@ -39,6 +39,7 @@ public:
     void step(Direction direction);
 
 private:
+    CellArea grown(const CellArea& area) const;
     bool isOneCell() const;
     int areaOfActive() const;
 

@@ -90,6 +90,10 @@ void DashboardActions::buildWorkspaceMenu(QMainWindow& window)
     mnuWorkspaceDelete = addEntry(menu, {u"mnuWorkspaceDelete"_s, u"&Delete"_s, u"delete"_s,
                                          u"Delete this dashboard and its panels from the project"_s});
     menu.addSeparator();
+    mnuWorkspaceWorkbook =
+        addEntry(menu, {u"mnuWorkspaceWorkbook"_s, u"Open &Workbook..."_s, u"workbook"_s,
+                        u"Show a workbook in a window of its own, to select what a panel is to show"_s,
+                        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O)});
     mnuWorkspacePaste =
         addEntry(menu, {u"mnuWorkspacePaste"_s, u"&Paste"_s, u"paste"_s,
                         u"Make a panel of what is selected in the workbook"_s, QKeySequence(Qt::CTRL | Qt::Key_V)});
@@ -164,6 +168,8 @@ void DashboardActions::buildToolbar(QMainWindow& window)
     addToolButton(*picToolbar, *mnuWorkspaceNew, u"cmdWorkspaceNew"_s, u"New Dashboard"_s);
     addToolButton(*picToolbar, *mnuWorkspaceSave, u"cmdWorkspaceSave"_s, u"Save Dashboard"_s);
     addToolButton(*picToolbar, *mnuWorkspaceRefresh, u"cmdWorkspaceRefresh"_s, u"Refresh Dashboard"_s);
+    addToolButton(*picToolbar, *mnuWorkspaceWorkbook, u"cmdWorkspaceWorkbook"_s, u"Open Workbook"_s);
+    addToolButton(*picToolbar, *mnuWorkspacePaste, u"cmdWorkspacePaste"_s, u"Paste"_s);
     picToolbar->addSeparator();
 
     cmbWorkspaces = new QComboBox;

@@ -22,6 +22,7 @@ struct DashboardActions
     QAction* mnuWorkspaceSaveAs = nullptr;
     QAction* mnuWorkspaceRefresh = nullptr;
     QAction* mnuWorkspaceDelete = nullptr;
+    QAction* mnuWorkspaceWorkbook = nullptr; ///< opens a workbook to select from
     QAction* mnuWorkspacePaste = nullptr;
     QAction* mnuWorkspaceExit = nullptr;
 

@@ -157,6 +157,7 @@ void frmWorkspace::closeEvent(QCloseEvent* event)
     storeWindowPlace(*this);
     timerRefresh.stop();
     QMainWindow::closeEvent(event);
+    Q_EMIT unloaded();
 }
 
 void frmWorkspace::command(const QString& procedure, const std::function<void()>& steps)

@@ -62,6 +62,7 @@ public:
     void Panel_LoadWindow(XLInstance& XLInst, qint16 Index, bool Refresh);
     /// A new panel from what is selected in the user's spreadsheet, where the right button last went on the ground.
     void Panel_New(bool IsCustom);
+    void mnuWorkspaceWorkbook_Click();
     void mnuWorkspacePaste_Click();
     void mnuPanelPaste_Click();
     bool Panel_Remove(frmPanel& panel, bool delFromDB);
@@ -79,6 +80,10 @@ public:
     void mnuToolsExport_Click();
     void mnuToolsImport_Click();
     void mnuPanelThresholds_Click();
+
+Q_SIGNALS:
+    /// The window has been closed for good.
+    void unloaded();
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -1,7 +1,10 @@
 #include "dashboard/DashboardArea.h"
 #include "dashboard/frmWorkspace.h"
+#include "host/Host.h"
 #include "panel/frmPanel.h"
 #include "platform/Checked.h"
+#include "platform/Prompts.h"
+#include "platform/RuntimeError.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
 #include "session/modMain.h"
@@ -17,8 +20,29 @@ using namespace Qt::StringLiterals;
 
 void frmWorkspace::connectPasting()
 {
+    connect(m_actions.mnuWorkspaceWorkbook, &QAction::triggered, this, &frmWorkspace::mnuWorkspaceWorkbook_Click);
     connect(m_actions.mnuWorkspacePaste, &QAction::triggered, this, &frmWorkspace::mnuWorkspacePaste_Click);
     connect(m_actions.mnuPanelPaste, &QAction::triggered, this, &frmWorkspace::mnuPanelPaste_Click);
+}
+
+void frmWorkspace::mnuWorkspaceWorkbook_Click()
+{
+    command(u"mnuWorkspaceWorkbook_Click"_s, [] {
+        const QString file = prompts().openFile(
+            {u"Open workbook"_s, u"Workbooks (*.xlsx *.xlsm *.csv *.tsv *.txt);;All files (*)"_s, QString()});
+        const auto& visible = hostFactory().visibleInstance;
+        if (file.isEmpty() || !visible)
+            return;
+        // What is wrong with a file is nothing to log: the user picked it and is told.
+        try {
+            if (const auto instance = visible()) {
+                instance->Open(file);
+                instance->BringToFront();
+            }
+        } catch (const RuntimeError& error) {
+            prompts().message(error.description(), Prompts::Icon::Exclamation);
+        }
+    });
 }
 
 void frmWorkspace::mnuWorkspacePaste_Click()

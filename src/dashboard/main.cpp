@@ -8,6 +8,7 @@
 #include "session/Startup.h"
 #include "session/modMain.h"
 #include "session/modUtilsLog.h"
+#include "viewer/WorkbookWindows.h"
 
 #include <QApplication>
 
@@ -44,10 +45,14 @@ int main(int argc, char** argv)
     lumivane::setPrompts(&prompts);
     lumivane::setHostFactory(
         {lumivane::embedded::makeEmbeddedWorker, [] { return std::shared_ptr<lumivane::Application>(); }});
+    lumivane::offerWorkbookWindows();
     if (!lumivane::Main_Start())
         return 1;
 
     lumivane::frmWorkspace window;
+    // Workbook windows that are still open end with the main window.
+    QObject::connect(&window, &lumivane::frmWorkspace::unloaded, &application, &QApplication::quit,
+                     Qt::QueuedConnection);
     window.show();
     const int status = QApplication::exec();
     lumivane::setPrompts(nullptr);

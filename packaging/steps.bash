@@ -2,8 +2,8 @@
 
 # Debian packages by purpose. Only those that are missing get installed.
 build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev libsqlite3-dev libisal-dev libpugixml-dev)
-runtime_packages=(libqt6svg6 fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation)
-test_packages=(libgtest-dev clang-format cppcheck xvfb xdotool imagemagick python3)
+runtime_packages=(libqt6svg6 fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation fonts-dejavu-core)
+test_packages=(libgtest-dev clang-format cppcheck xvfb xauth xdotool imagemagick python3 git)
 
 say() {
     printf '\n== %s\n' "$*"

@@ -147,7 +147,7 @@ void OpenSheet::freezeAt(const CellSpot& cell)
 {
     unfreeze();
     const auto freeze = [](AxisBands& bands, int index) {
-        if (index > bands.topOf(0))
+        if (index > bands.topOf(0) && index <= bands.visible(0).last)
             bands.freeze(bands.topOf(0), index - 1);
     };
     freeze(m_panes.rows, cell.row);

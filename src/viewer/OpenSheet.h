@@ -41,7 +41,8 @@ public:
     void setSize(const QSize& size);
 
     bool isFrozen() const;
-    /// The rows above the cell and the columns before it, as far as they are seen now, stay where they are.
+    /// The rows above the cell and the columns before it, as far as they are seen now, stay where they are. Nothing is
+    /// frozen before a cell that is not in sight itself: it could fill the window.
     void freezeAt(const CellSpot& cell);
     void unfreeze();
     /// Selection, zoom, panes and place of another opening of the sheet.

@@ -29,6 +29,7 @@ SheetView::SheetView(QWidget* parent) : QAbstractScrollArea(parent), m_colors(st
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setMouseTracking(true);
+    setCornerWidget(new QWidget); // in place of the frame that the style draws there
     setAttribute(Qt::WA_InputMethodEnabled, false);
 
     m_scroll.setInterval(10);

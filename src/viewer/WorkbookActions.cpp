@@ -74,9 +74,8 @@ void WorkbookActions::buildEditMenu(QMainWindow& window)
 void WorkbookActions::buildViewMenu(QMainWindow& window)
 {
     QMenu& menu = *window.menuBar()->addMenu(u"&View"_s);
-    freeze = workbookAction(window, menu, u"freezeAction"_s, u"&Freeze Panes"_s, {},
-                            u"Keep the rows above and the columns before the active cell in place"_s);
-    freeze->setCheckable(true);
+    freeze = workbookAction(window, menu, u"freezeAction"_s, u"&Freeze Panes"_s, {}, QString());
+    freeze->setCheckable(true); // text and hint say what it would do now
     freezeTopRow = workbookAction(window, menu, u"freezeTopRowAction"_s, u"Freeze Top &Row"_s, {},
                                   u"Keep the first row that is seen in place"_s);
     freezeFirstColumn = workbookAction(window, menu, u"freezeFirstColumnAction"_s, u"Freeze First &Column"_s, {},

@@ -150,8 +150,12 @@ void frmWorkbook::updateActions()
     m_nameBox->setEnabled(sheet || m_workbook);
     m_cellText->setEnabled(sheet);
     m_zoom->setEnabled(sheet);
-    m_actions.freeze->setChecked(sheet && sheet->isFrozen());
-    m_actions.freeze->setText(sheet && sheet->isFrozen() ? u"Un&freeze Panes"_s : u"&Freeze Panes"_s);
+    const bool frozen = sheet && sheet->isFrozen();
+    m_actions.freeze->setChecked(frozen);
+    m_actions.freeze->setText(frozen ? u"Un&freeze Panes"_s : u"&Freeze Panes"_s);
+    m_actions.freeze->setToolTip(frozen ? u"Unfreeze Panes"_s : u"Freeze Panes"_s);
+    m_actions.freeze->setStatusTip(frozen ? u"Let all rows and columns scroll again"_s
+                                          : u"Keep the rows above and the columns before the active cell in place"_s);
     if (!m_workbook)
         m_startPage->setRecent(recentWorkbooks());
 }

@@ -44,7 +44,11 @@ WorkbookParts smallWorkbook(const std::string& views)
         "<c r='C9'/><c r='D9'/></row></sheetData><mergeCells count='1'><mergeCell ref='B9:D9'/></mergeCells>"
         "<drawing r:id='d'/>";
     WorkbookParts parts({{"Data", data, ""},
-                         {"My notes", "<sheetData><row r='1'>" + text("A1", "Hello") + "</row></sheetData>", ""},
+                         {"My notes",
+                          "<sheetData><row r='1'>" + text("A1", "Hello") + "</row><row r='30'>" +
+                              text("H30", "A text that runs over several empty cells") + "</row><row r='33'>" +
+                              text("L33", "Below") + "</row></sheetData>",
+                          ""},
                          {"Secret", "<sheetData/>", "hidden"}});
     parts.inWorkbook("", "<definedNames><definedName name='Table'>Data!$B$2:$D$5</definedName>"
                          "<definedName name='Note'>'My notes'!$A$1</definedName>"

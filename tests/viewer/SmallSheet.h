@@ -16,8 +16,8 @@ namespace lumivane::test {
 ///    7            7
 ///    9     Total (merged B9:D9)
 ///
-/// Beside it "My notes", the hidden "Secret" and the names Table (Data!B2:D5), Note (My notes, local and global),
-/// Away (in Secret) and Moving (a formula).
+/// Beside it "My notes" with a text in H30 that runs over its neighbours, the hidden "Secret" and the names Table
+/// (Data!B2:D5), Note (My notes, local and global), Away (in Secret) and Moving (a formula).
 WorkbookParts smallWorkbook(const std::string& views = std::string());
 
 /// The sheet of a workbook, read from a file.

@@ -202,6 +202,8 @@ TEST(Freezing, KeepsWhatIsSeenAboveAndBeforeTheCell)
     sheet.unfreeze();
     sheet.freezeAt(spot(u"A2"_s));
     EXPECT_FALSE(sheet.isFrozen()) << "nothing lies above or before the first cell that is seen";
+    sheet.freezeAt(spot(u"A500"_s));
+    EXPECT_FALSE(sheet.isFrozen()) << "out of sight";
 }
 
 TEST(Drawings, AreHitWhereTheyLieAtAnyScale)

@@ -401,19 +401,44 @@ TEST_F(WorkbookWindow, ShowsAWorkbookToTheUserOnRequest)
     EXPECT_THROW(instance->Open(folder.filePath(u"none.xlsx"_s)), RuntimeError);
 }
 
-TEST_F(WorkbookWindow, DrawsCellsAsPanelsDo)
+class DrawnWindow : public WorkbookWindow, public testing::WithParamInterface<const char*>
 {
-    frmWorkbook& window = open();
+protected:
+    /// Whether the window comes to show an area as a picture of it does.
+    bool showsAsPictured(frmWorkbook& window, const CellArea& area)
+    {
+        const QRect place = window.view()
+                                .cellRect({area.firstRow, area.firstColumn})
+                                .united(window.view().cellRect({area.lastRow, area.lastColumn}));
+        const QImage pictured = userInstance()->ActiveSheet()->CopyPicture(area).convertToFormat(QImage::Format_RGB32);
+        return eventually([&] {
+            QWidget& viewport = *window.view().viewport();
+            return viewport.grab(place).toImage().convertToFormat(QImage::Format_RGB32) == pictured;
+        });
+    }
+};
+
+TEST_P(DrawnWindow, ShowsCellsAsPanelsDo)
+{
+    frmWorkbook& window = open(paneView("", GetParam()));
+    window.resize(1200, 900);
+    click(window, middle(window, 25, 1));
+    EXPECT_EQ(selected(), u"$A$25"_s);
+    EXPECT_TRUE(showsAsPictured(window, {2, 2, 7, 6}));
+    window.showSheet(1);
+    EXPECT_TRUE(showsAsPictured(window, {28, 7, 36, 13})) << "over the edges of the blocks that are drawn at once";
+}
+INSTANTIATE_TEST_SUITE_P(Written, DrawnWindow, testing::Values("", "rightToLeft='1'", "showGridLines='0'"));
+
+TEST_F(WorkbookWindow, RunsToTheLeftWhereTheSheetDoes)
+{
+    frmWorkbook& window = open(paneView("", "rightToLeft='1'"));
     SheetView& view = window.view();
-    click(window, middle(window, 30, 1));
-    view.viewport()->repaint();
-    const auto place = [&](int row, int column) { return view.cellRect({row, column}); };
-    const QRect cells = place(2, 2).united(place(7, 6));
-    QImage shown;
-    ASSERT_TRUE(eventually([&] {
-        shown = view.viewport()->grab(cells).toImage().convertToFormat(QImage::Format_RGB32);
-        return shown == userInstance()->ActiveSheet()->CopyPicture({2, 2, 7, 6}).convertToFormat(QImage::Format_RGB32);
-    })) << "what is selected is what the panel shows";
+    EXPECT_GT(view.cellRect({1, 1}).left(), view.cellRect({1, 2}).left());
+    press(view, Qt::Key_Left);
+    EXPECT_EQ(selected(), u"$B$1"_s);
+    click(window, QPoint(view.viewport()->width() - 3, middle(window, 3, 1).y()));
+    EXPECT_EQ(selected(), u"$3:$3"_s) << "the row headers stand on the right";
 }
 
 } // namespace

@@ -167,6 +167,34 @@ TEST(SheetGeometry, growsRowsThatStoreNoHeight)
     EXPECT_EQ(SheetGeometry(made.workbook(), made.content()).rowHeightPoints(4), 15);
 }
 
+TEST(SheetGeometry, sizesATextFileByItsTexts)
+{
+    SheetBuilder made;
+    const int lines = made.style([](CellStyle& style) { style.wrap = true; });
+    const int date = made.formatStyle(u"yyyy-mm-dd"_s);
+    made.text(1, 1, u"ii"_s).text(2, 1, u"WWWWW"_s).text(3, 1, u"iiiiiiii"_s);
+    made.text(1, 2, u"a\nWWWWW\nb"_s, lines);
+    made.number(2, 3, 45000, date).text(2, 4, QString(5000, u'x')).number(2, 6, 0.0001).number(3, 6, 123456789012.0);
+    made.text(1, 7, u"WWWWW"_s);
+    made.sheet().sizedByTexts = true;
+    made.sheet().defaultRowHeight = -1;
+    SheetOverlay overlay;
+    overlay.columnWidths[7] = 20;
+    for (const Metrics metrics : {Metrics::File, Metrics::Calc}) {
+        const SheetGeometry geometry(made.workbook(), made.content(), &overlay, metrics);
+        EXPECT_GT(geometry.columnPixels(1), 60);
+        EXPECT_LT(geometry.columnPixels(1), 90) << "by the widest text, not the longest nor their sum";
+        EXPECT_EQ(geometry.columnPixels(2), geometry.columnPixels(1)) << "by the widest line";
+        EXPECT_GT(geometry.columnPixels(3), geometry.columnPixels(1)) << "by the shown date, not its number";
+        EXPECT_NEAR(geometry.columnPixels(4), 712, 15) << "no wider than a hundred characters";
+        EXPECT_NEAR(geometry.columnPixels(5), 64, 1) << "no texts";
+        EXPECT_GT(geometry.columnPixels(6), geometry.columnPixels(3) - 25) << "the number of most characters";
+        EXPECT_EQ(geometry.columnPixels(7), 145) << "a width that a job has set";
+        EXPECT_NEAR(geometry.rowHeightPoints(1), metrics == Metrics::Calc ? 35.2 : 45, 0.75) << "three lines";
+        EXPECT_NEAR(geometry.rowHeightPoints(3), metrics == Metrics::Calc ? 12.8 : 15, 0.01);
+    }
+}
+
 TEST(SheetGeometry, hidesRowsNotStoredWhereTheSheetSaysSo)
 {
     SheetBuilder made;

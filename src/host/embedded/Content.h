@@ -153,6 +153,8 @@ struct SheetContent
     double defaultRowHeight = -1;     ///< points; below 0: from the default font
     bool customDefaultHeight = false; ///< the default height holds even where the text would need more
     bool defaultRowsHidden = false;
+    bool sizedByTexts = false; ///< a text file, which stores neither sizes nor fonts: columns are as wide and rows as
+                               ///< high as their texts
     double defaultColumnWidth = -1; ///< characters, padding included; below 0: from baseColumnWidth
     int baseColumnWidth = 8;        ///< characters without padding
     std::optional<CellArea> used;   ///< cells stored, with contents or styled

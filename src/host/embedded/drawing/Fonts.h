@@ -20,6 +20,9 @@ QString installedFamily(const QString& family);
 /// (for comparison only).
 enum class Metrics { File, Calc };
 
+/// At this scale hinting hardly changes a measure any more.
+constexpr double outlineScale = 16;
+
 /// Fonts of cells and their measures at one scale, made once and kept: asking the font system is dear.
 class Fonts
 {

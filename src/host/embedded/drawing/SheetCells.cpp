@@ -59,11 +59,6 @@ int SheetCells::styleIndex(int row, int column) const
     return content && content->style >= 0 ? content->style : 0;
 }
 
-const FontStyle& SheetCells::font(const CellStyle& style) const
-{
-    return entryOf(m_workbook->styles.fonts, style.font);
-}
-
 const FillStyle& SheetCells::fill(const CellStyle& style) const
 {
     return entryOf(m_workbook->styles.fills, style.fill);

@@ -21,7 +21,6 @@ public:
     /// Index into StyleTable::cells: of the cell, else of its row, else of its column.
     int styleIndex(int row, int column) const;
     const CellStyle& style(int row, int column) const { return m_workbook->styles.cell(styleIndex(row, column)); }
-    const FontStyle& font(const CellStyle& style) const;
     const FillStyle& fill(const CellStyle& style) const;
     const BorderStyle& border(const CellStyle& style) const;
     std::optional<QRgb> changedColor(int row, int column) const;

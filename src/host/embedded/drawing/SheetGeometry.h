@@ -2,6 +2,7 @@
 
 #include "host/embedded/drawing/Fonts.h"
 #include "host/embedded/drawing/SheetOverlay.h"
+#include "host/embedded/drawing/TextWidths.h"
 
 #include <unordered_map>
 #include <vector>
@@ -37,6 +38,9 @@ public:
     qint64 rowsPixels(int first, int last) const;
     qint64 columnsPixels(int first, int last) const;
 
+    /// The font that a cell of this style is shown in.
+    const FontStyle& font(const CellStyle& style) const;
+
     /// Widest digit of the default font at 96 dpi, in pixels.
     int digitPixels() const { return m_digit; }
 
@@ -51,6 +55,7 @@ private:
     double exactColumnPixels(int column) const;
     double shownExactColumnPixels(int column) const;
     double filePixels(double storedWidth) const;
+    double fittedPixels(int column) const;
     int padding() const;
 
     std::shared_ptr<const WorkbookContent> m_workbook;
@@ -62,6 +67,7 @@ private:
     double m_defaultColumnPixels = 64;
     double m_defaultLine = 0; ///< height of a line of the default font, pixels
     mutable std::unordered_map<int, double> m_autoHeights;
+    std::shared_ptr<const TextWidths> m_textWidths; ///< null for a sheet that stores its sizes
 };
 
 } // namespace lumivane::embedded

@@ -46,7 +46,7 @@ bool takesSeveralLines(const CellStyle& style)
 SheetTexts::SheetTexts(const SheetCells& cells, const SheetGeometry& geometry, const VisibleGrid& grid,
                        const Fonts& fonts, Metrics metrics)
     : m_cells(cells), m_geometry(geometry), m_grid(grid), m_fonts(fonts), m_metrics(metrics),
-      m_padding(2 * grid.scale()), m_blank(fonts.face(cells.font(cells.workbook().styles.cell(0))).advance(u" "))
+      m_padding(2 * grid.scale()), m_blank(fonts.face(geometry.font(cells.workbook().styles.cell(0))).advance(u" "))
 {
 }
 
@@ -131,7 +131,7 @@ double SheetTexts::innerWidth(const Place& place) const
 
 CellText SheetTexts::make(const Place& place, const FormattedText& formatted, double shrink) const
 {
-    const FontStyle& cellFont = m_cells.font(place.style);
+    const FontStyle& cellFont = m_geometry.font(place.style);
     FontStyle font = cellFont;
     const auto colored = [&](FontStyle style) {
         if (formatted.color)
@@ -164,7 +164,7 @@ void SheetTexts::placeNumber(const Place& place)
     const double width = innerWidth(place);
     std::optional<CellText> text = fittedNumber(place, width);
     if (!text) {
-        const double hash = m_fonts.face(m_cells.font(place.style)).advance(u"#");
+        const double hash = m_fonts.face(m_geometry.font(place.style)).advance(u"#");
         // Calc always writes three.
         const int count = m_metrics == Metrics::Calc ? 3 : std::max(1, static_cast<int>(width / hash));
         FormattedText hashes;
@@ -210,7 +210,7 @@ CellText SheetTexts::filledText(const Place& place, FormattedText formatted, dou
 {
     CellText text = make(place, formatted);
     text.layOutInOne();
-    const double one = m_fonts.face(m_cells.font(place.style)).advance(QString(formatted.fill));
+    const double one = m_fonts.face(m_geometry.font(place.style)).advance(QString(formatted.fill));
     const double room = width - text.width();
     if (room > 0 && one > 0) {
         const int count = std::min(static_cast<int>(room / one), 2000);

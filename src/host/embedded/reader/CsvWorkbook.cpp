@@ -15,6 +15,7 @@ CsvWorkbook::CsvWorkbook(const QString& path, std::string bytes, int year) : m_s
 {
     const std::string text = decodedText(std::move(bytes));
     sheets.push_back({QFileInfo(path).completeBaseName(), true, false});
+    m_sheet->sizedByTexts = true;
     readFields(text, year);
 }
 
@@ -55,6 +56,8 @@ Cell CsvWorkbook::cellFrom(std::string_view field, int year)
     if (!value) {
         cell.kind = CellKind::SheetText;
         cell.text = static_cast<quint64>(m_sheet->texts.append(field));
+        if (field.find('\n') != field.npos)
+            cell.style = linesStyle();
         return cell;
     }
     cell.kind = value->kind;
@@ -78,6 +81,18 @@ quint32 CsvWorkbook::styleFor(const char16_t* format)
     styles.numberFormats.push_back(QStringView(format).toString());
     styles.cells.push_back(style);
     return m_styles[format] = static_cast<quint32>(styles.cells.size()) - 1;
+}
+
+/// Line breaks show in wrapped cells only.
+quint32 CsvWorkbook::linesStyle()
+{
+    if (m_linesStyle == 0) {
+        CellStyle style;
+        style.wrap = true;
+        styles.cells.push_back(style);
+        m_linesStyle = static_cast<quint32>(styles.cells.size()) - 1;
+    }
+    return m_linesStyle;
 }
 
 std::shared_ptr<const SheetContent> CsvWorkbook::sheet(int index)

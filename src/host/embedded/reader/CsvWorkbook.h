@@ -20,9 +20,11 @@ private:
     void readFields(std::string_view text, int year);
     Cell cellFrom(std::string_view field, int year);
     quint32 styleFor(const char16_t* format);
+    quint32 linesStyle();
 
     std::shared_ptr<SheetContent> m_sheet;
     std::map<const char16_t*, quint32> m_styles;
+    quint32 m_linesStyle = 0; ///< 0: not made yet
 };
 
 } // namespace lumivane::embedded

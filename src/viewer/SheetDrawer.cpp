@@ -9,6 +9,10 @@ namespace lumivane {
 using namespace Qt::StringLiterals;
 using namespace embedded;
 
+namespace {
+constexpr double smallestHeaderShare = 0.65;
+}
+
 QRect SheetLayout::toView(const QRect& cells) const
 {
     const int x = mirrored ? size.width() - headerWidth - cells.x() - cells.width() : cells.x() + headerWidth;
@@ -36,8 +40,10 @@ SheetDrawer::SheetDrawer(const OpenSheet& sheet, SheetTiles& tiles, const SheetL
     : m_sheet(sheet), m_tiles(tiles), m_layout(layout), m_colors(colors), m_headerFont(headerFont),
       m_deviceScale(deviceScale)
 {
-    const double points = headerFont.pointSizeF() > 0 ? headerFont.pointSizeF() * 96 / 72 : headerFont.pixelSize();
-    m_headerFont.setPixelSize(std::max(1, qRound(points * deviceScale)));
+    // Smaller with small cells, but never too small to read.
+    const double pixels = headerFont.pointSizeF() > 0 ? headerFont.pointSizeF() * 96 / 72 : headerFont.pixelSize();
+    const double share = std::clamp(sheet.zoom() / 100.0, smallestHeaderShare, 1.0);
+    m_headerFont.setPixelSize(std::max(1, qRound(pixels * share * deviceScale)));
 }
 
 bool SheetDrawer::draw(QPainter& painter, int millisecondsForTiles, const DrawingPicture& picture)
@@ -233,6 +239,8 @@ void SheetDrawer::drawRowHeaders(QPainter& painter)
     const SheetSelection& selection = m_sheet.selection();
     const bool cellsSelected = m_sheet.selectedDrawing() < 0;
     const int x = m_layout.cornerRect().x();
+    // Where rows are lower than their numbers, only some are numbered.
+    const int needed = m_headerFont.pixelSize() + pen(1);
     for (int band = 0; band < bands.bandCount(); ++band) {
         painter.save();
         painter.setClipRect(
@@ -241,9 +249,12 @@ void SheetDrawer::drawRowHeaders(QPainter& painter)
         for (int row = first; row <= last; ++row) {
             const QRect place(x, m_layout.headerHeight + bands.placeOf(band, row), m_layout.headerWidth,
                               m_sheet.rowAxis().size(row));
-            if (!place.isEmpty())
-                drawHeaderCell(painter, place, QString::number(row), cellsSelected && selection.rowTouched(row),
-                               cellsSelected && selection.rowWhole(row), true);
+            if (place.isEmpty())
+                continue;
+            const int every = (needed + place.height() - 1) / place.height();
+            const QString number = row % every == 0 ? QString::number(row) : QString();
+            drawHeaderCell(painter, place, number, cellsSelected && selection.rowTouched(row),
+                           cellsSelected && selection.rowWhole(row), true);
         }
         painter.restore();
     }

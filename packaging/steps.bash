@@ -9,7 +9,8 @@ say() {
     printf '\n== %s\n' "$*"
 }
 
-# step TITLE COMMAND...: runs the command and tells how long it took, failed or not.
+# step TITLE COMMAND...: runs the command and tells how long it took, failed or not. Inside the command a failure does
+# not end the script by itself, since its status is asked for here: functions return it on their own.
 step() {
     local title=$1 begin=$SECONDS status=0
     shift

@@ -302,7 +302,7 @@ bool PanelPipeline::Panel_PasteExcel(XLInstance& XLInst, const Record& Panel, co
             captureShape(*sheet, Range, *Panel);
         } else if (ContentType == u"S") {
             const SheetRange cells = sheet->Range(Range);
-            picTemp.image = captureCells(*sheet, cells.area());
+            picTemp.image = captureCells(*sheet, cells.area(), captureScale(*Panel));
             picTemp.notice = undrawnNotice(*sheet, Range);
         }
         Panel->ContentType = ContentType;
@@ -310,17 +310,23 @@ bool PanelPipeline::Panel_PasteExcel(XLInstance& XLInst, const Record& Panel, co
     });
 }
 
-QImage PanelPipeline::captureCells(Worksheet& sheet, const CellArea& area) const
+double PanelPipeline::captureScale(const clsWorkspacePanel& Panel) const
 {
-    const auto captureAt = [&](double scale) {
-        QImage image = sheet.CopyPicture(area, scale);
-        image.setDevicePixelRatio(scale);
+    // A stretched picture has pixels to spare, or its texts would blur.
+    return m_screenScale * (Panel.ViewType == u"Z" ? 2 : 1);
+}
+
+QImage PanelPipeline::captureCells(Worksheet& sheet, const CellArea& area, double scale) const
+{
+    const auto captureAt = [&](double wanted) {
+        QImage image = sheet.CopyPicture(area, wanted);
+        image.setDevicePixelRatio(wanted);
         return image;
     };
-    if (m_scale <= 1)
+    if (scale <= 1)
         return captureAt(1);
     try {
-        return captureAt(m_scale);
+        return captureAt(scale);
     } catch (const RuntimeError&) {
         // A range too large for a sharp picture may still fit as a plain one; if not, that failure tells why.
         return captureAt(1);
@@ -329,14 +335,15 @@ QImage PanelPipeline::captureCells(Worksheet& sheet, const CellArea& area) const
 
 void PanelPipeline::captureShape(Worksheet& sheet, const QString& name, const clsWorkspacePanel& Panel)
 {
+    const double scale = captureScale(Panel);
     try {
-        picTemp.image = sheet.CopyShapePicture(name, m_scale);
-        picTemp.image.setDevicePixelRatio(m_scale);
+        picTemp.image = sheet.CopyShapePicture(name, scale);
+        picTemp.image.setDevicePixelRatio(scale);
         picTemp.notice.clear();
     } catch (const RuntimeError& error) {
         // The chart is there and only this host cannot draw it: that is no reason to offer the panel for deletion.
         LogError(panelModule, u"Panel_PasteExcel"_s, error.number(), error.description(), false);
-        picTemp.image = explanationPicture(error.description(), m_scale);
+        picTemp.image = explanationPicture(error.description(), scale);
         picTemp.notice = u"Panel '%1' shows no current picture."_s.arg(Panel.Caption);
         m_undrawn = error.description();
     }

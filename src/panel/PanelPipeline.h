@@ -31,8 +31,8 @@ public:
     /// Run at the end of a successful load or reload, inside its trap.
     std::function<void(clsWorkspacePanel&)> applyView;
 
-    /// Captures are asked for at this scale where it is above 1. A range too large for that is taken at 1.
-    void setScale(double scale) { m_scale = scale; }
+    /// Device pixels for each pixel of the screen that the panel is shown on.
+    void setScreenScale(double scale) { m_screenScale = scale; }
 
     /// True when the picture is in picTemp and the view was applied.
     bool Panel_Load(XLInstance& XLInst, const Record& Panel, bool Refresh);
@@ -61,7 +61,9 @@ private:
                       const std::shared_ptr<Worksheet>& sheet, bool IsPaste, const Record& Panel);
     bool captureRange(XLInstance& XLInst, const std::shared_ptr<Worksheet>& sheet, const QString& SourcePath,
                       bool IsPaste, const Record& Panel);
-    QImage captureCells(Worksheet& sheet, const CellArea& area) const;
+    /// The scale that a panel's capture is asked for.
+    double captureScale(const clsWorkspacePanel& Panel) const;
+    QImage captureCells(Worksheet& sheet, const CellArea& area, double scale) const;
     bool captureAdjusted(XLInstance& XLInst, Worksheet& sheet, const Record& Panel);
     /// Colours the cells that pass a limit of the panel. Answers what kept it from doing so, for the panel's notice.
     QString markThresholds(Worksheet& sheet, const clsWorkspacePanel& Panel);
@@ -72,7 +74,7 @@ private:
     bool trapped(const QString& procedure, const std::function<bool()>& steps);
     bool hasInstance(const XLInstance& XLInst, const QString& procedure);
 
-    double m_scale = 1;
+    double m_screenScale = 1;
     QString m_undrawn; ///< set while picTemp must not be kept as the panel's picture
 };
 

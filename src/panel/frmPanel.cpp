@@ -94,7 +94,7 @@ bool frmPanel::Panel_Load(XLInstance& XLInst, bool Refresh)
 {
     IsLoad = true;
     IsDirty = false;
-    m_pipeline.setScale(captureScale());
+    m_pipeline.setScreenScale(devicePixelRatioF());
     const bool loaded = m_pipeline.Panel_Load(XLInst, record(), Refresh);
     if (loaded)
         IsLoad = false;
@@ -105,7 +105,7 @@ bool frmPanel::Panel_Load(XLInstance& XLInst, bool Refresh)
 bool frmPanel::Panel_Reload(XLInstance& XLInst)
 {
     IsLoad = true;
-    m_pipeline.setScale(captureScale());
+    m_pipeline.setScreenScale(devicePixelRatioF());
     const bool drawn = m_pipeline.Panel_Reload(XLInst, record());
     if (drawn)
         IsLoad = false;
@@ -115,18 +115,11 @@ bool frmPanel::Panel_Reload(XLInstance& XLInst)
 
 bool frmPanel::Panel_Paste()
 {
-    m_pipeline.setScale(captureScale());
+    m_pipeline.setScreenScale(devicePixelRatioF());
     const bool pasted = PanelPaste(m_pipeline).Panel_Paste(record());
     IsDirty = true;
     showNotice();
     return pasted;
-}
-
-double frmPanel::captureScale() const
-{
-    // A stretched picture has pixels to spare, or its texts would blur.
-    const auto panel = record();
-    return devicePixelRatioF() * (panel && panel->ViewType == u"Z" ? 2 : 1);
 }
 
 void frmPanel::Panel_ApplyView(clsWorkspacePanel& Panel)

@@ -73,7 +73,6 @@ private:
     void buildParts();
     void Form_Resize();
     void Panel_ApplyView(clsWorkspacePanel& Panel);
-    double captureScale() const;
     void setView(const QString& viewType);
     void markDirty();
     PanelMeasures measures() const;

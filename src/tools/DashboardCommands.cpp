@@ -25,8 +25,6 @@ QString refreshPanel(const std::shared_ptr<clsWorkspacePanel>& panel, bool& fail
         return u"failed: no workbook engine could be started"_s;
     }
     PanelPipeline pipeline;
-    // As the panel's window asks for it: a stretched picture has pixels to spare.
-    pipeline.setScale(panel->ViewType == u"Z" ? 2 : 1);
     const bool drawn = pipeline.Panel_Reload(worker, panel);
     Excel_Exit(worker);
     if (drawn)

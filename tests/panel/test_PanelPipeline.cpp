@@ -145,7 +145,7 @@ TEST_F(Pipeline, CapturesAtTheScaleOfTheScreenAndKeepsIt)
 {
     ASSERT_TRUE(load(true));
     const TwipsSize size = m_pipeline.picTemp.size();
-    m_pipeline.setScale(2);
+    m_pipeline.setScreenScale(2);
     ASSERT_TRUE(load(true));
     EXPECT_EQ(m_pipeline.picTemp.size(), size);
     EXPECT_EQ(m_pipeline.picTemp.image.width() * 15, 2 * size.width);

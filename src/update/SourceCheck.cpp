@@ -4,6 +4,7 @@
 #include "platform/Clock.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
+#include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/modUtilsSQL.h"
 #include "session/ProgramFiles.h"
@@ -224,9 +225,15 @@ bool clsPanelSource::chkNewestFile(const std::shared_ptr<Database>& DB)
             return false;
         }
         NewestFile = fileNameOf(candidate);
-        UpdateLastChecked(DB, time);
-        AdjustRanges(DB, DestFolder % NewestFile);
-        ClearBMPs(DB);
+        {
+            // A version that is stored as taken over is not looked at again: it must not be on the disk without its
+            // ranges when the program is ended in between.
+            Database::Bulk together(*DB);
+            UpdateLastChecked(DB, time);
+            AdjustRanges(DB, DestFolder % NewestFile);
+            ClearBMPs(DB);
+            together.finish();
+        }
         IsChecked = true;
         return true;
     });

@@ -17,7 +17,7 @@ from pathlib import Path
 
 BIN, DELIVER = Path(sys.argv[1]), Path(sys.argv[2])
 WIDTH, HEIGHT = 1366, 768
-PATIENCE = 40       # seconds for a window to appear
+PATIENCE = 120      # seconds for what must appear, on a slow machine too
 TICK = 60           # seconds between two passes of the program's timer
 
 # Panels whose picture is shown uncut in its own size, with the cells that it must show in each version.

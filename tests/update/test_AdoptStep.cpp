@@ -109,6 +109,27 @@ TEST_F(Adopting, TwoVersionsInARowAreMeasuredEachFromTheLast)
     EXPECT_EQ(storedRange(follows.ID), u"C15:H30``"_s);
 }
 
+TEST_F(Adopting, AVersionReachesTheDiskTogetherWithItsRanges)
+{
+    put(from + u"Sales.xlsx"_s, at("10:00:00"));
+    library.books[to + u"Sales.xlsx"_s] = {PlainSheet(u"Data"_s).put(u"H52"_s, u"1"_s)};
+    store();
+    panel(u"bottom"_s, u"$B$5:$F$20``"_s, u"bottom=$H$40"_s);
+    const QDateTime before = stored().LastChecked;
+    QDateTime onDisk;
+    const HostFactory plain = library.factory();
+    setHostFactory({[&] {
+                        clsPanelSource asRead;
+                        asRead.LoadFromDB(source.ID, Database::open(DB->Name(), databaseConnect()));
+                        onDisk = asRead.LastChecked;
+                        return plain.worker();
+                    },
+                    {}});
+    EXPECT_TRUE(source.GetLatest(DB, true));
+    EXPECT_EQ(onDisk, before) << "the version counts as taken over while a kill would lose its ranges";
+    EXPECT_EQ(stored().LastChecked, at("10:00:00"));
+}
+
 TEST_F(Adopting, WithoutRangesNoWorkerIsStarted)
 {
     put(from + u"Sales.xlsx"_s, at("10:00:00"));

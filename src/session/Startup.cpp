@@ -4,6 +4,7 @@
 #include "platform/Prompts.h"
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"
+#include "session/modHTMLHelp.h"
 #include "session/modMain.h"
 #include "session/modUtilsFile.h"
 #include "session/modUtilsINI.h"
@@ -42,6 +43,7 @@ bool Main_Start()
     InitLog(GetLogFile(), false, false);
     if (!unfurnished.isEmpty())
         LogEvent(u"Main"_s, u"Main"_s, unfurnished, false);
+    SetHelpFile();
     try {
         if (!GetOptionsSettings())
             return false;

@@ -154,6 +154,13 @@ void DashboardActions::buildEditMenu(QMainWindow& window)
 void DashboardActions::buildHelpMenu(QMainWindow& window)
 {
     mnuHelp = addMenu(window, u"mnuHelp"_s, u"&Help"_s);
+    mnuHelpContents = addEntry(*mnuHelp, {u"mnuHelpContents"_s, u"&Contents..."_s, u"help"_s,
+                                          u"Show the first page of the help"_s, QKeySequence(Qt::Key_F1)});
+    mnuHelpLearningGuide = addEntry(*mnuHelp, {u"mnuHelpLearningGuide"_s, u"&Learning Guide..."_s, u"guide"_s,
+                                               u"Open the guide that leads through a first dashboard"_s});
+    mnuHelpWeb = addEntry(
+        *mnuHelp, {u"mnuHelpWeb"_s, u"&Visit Web Site..."_s, u"web"_s, u"Open the product's pages in the browser"_s});
+    mnuHelp->addSeparator();
     mnuHelpAbout = addEntry(*mnuHelp, {u"mnuHelpAbout"_s, u"&About "_s + applicationTitle() + u"..."_s, u"about"_s,
                                        u"Version and purpose of the program"_s});
 }
@@ -180,6 +187,10 @@ void DashboardActions::buildToolbar(QMainWindow& window)
     cmbWorkspaces->setMinimumWidth(280);
     cmbWorkspaces->setMaxVisibleItems(20);
     picToolbar->addWidget(cmbWorkspaces);
+
+    cmdHelp = new QAction(dashboardIcon(u"help"_s), u"Help"_s, &window);
+    cmdHelp->setStatusTip(u"Explain the main window"_s);
+    addToolButton(*picToolbar, *cmdHelp, u"cmdHelp"_s, u"Help"_s);
 }
 
 } // namespace lumivane

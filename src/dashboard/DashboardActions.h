@@ -45,10 +45,14 @@ struct DashboardActions
     QAction* mnuEditIcons = nullptr;
 
     QMenu* mnuHelp = nullptr;
+    QAction* mnuHelpContents = nullptr;
+    QAction* mnuHelpLearningGuide = nullptr;
+    QAction* mnuHelpWeb = nullptr; ///< only seen where an address is known
     QAction* mnuHelpAbout = nullptr;
 
     QToolBar* picToolbar = nullptr;
     QComboBox* cmbWorkspaces = nullptr;
+    QAction* cmdHelp = nullptr;
 
 private:
     void buildWorkspaceMenu(QMainWindow& window);

@@ -1,5 +1,6 @@
 #include "dashboard/frmOpenWorkspace.h"
 
+#include "dashboard/HelpButton.h"
 #include "dashboard/modUtilsControls.h"
 #include "platform/Prompts.h"
 #include "repository/Database.h"
@@ -19,6 +20,7 @@ frmOpenWorkspace::frmOpenWorkspace(const QString& Mode, QWidget* parent)
     ui->setupUi(this);
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmOpenWorkspace::cmdOK_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connectHelp(*ui->cmdHelp, m_mode.isEmpty() ? u"OpenWorkspace"_s : u"TargetWorkspace"_s);
     Form_Load();
 }
 

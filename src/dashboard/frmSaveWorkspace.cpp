@@ -1,5 +1,6 @@
 #include "dashboard/frmSaveWorkspace.h"
 
+#include "dashboard/HelpButton.h"
 #include "dashboard/modUtilsControls.h"
 #include "platform/Prompts.h"
 #include "repository/Database.h"
@@ -21,6 +22,7 @@ frmSaveWorkspace::frmSaveWorkspace(const QString& Mode, const QString& presentNa
     ui->txtName->installEventFilter(this);
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmSaveWorkspace::cmdOK_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connectHelp(*ui->cmdHelp, objectName());
     Form_Load(Mode, presentName);
 }
 

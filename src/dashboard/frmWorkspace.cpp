@@ -3,7 +3,6 @@
 #include "dashboard/DashboardArea.h"
 #include "dashboard/PanelArrangement.h"
 #include "dashboard/WindowPlace.h"
-#include "dashboard/frmAbout.h"
 #include "dashboard/modUtilsControls.h"
 #include "panel/Twips.h"
 #include "panel/frmPanel.h"
@@ -24,8 +23,7 @@
 #include <QScrollBar>
 #include <QStatusBar>
 
-// Building the window, its first activation and its end. The commands stand in frmWorkspaceCommands.cpp, what keeps the
-// dashboard up to date in frmWorkspaceRefresh.cpp.
+// Building the window, its first activation and its end. The commands stand in the other files named after the window.
 
 namespace lumivane {
 
@@ -75,7 +73,7 @@ void frmWorkspace::connectActions()
     connect(a.mnuPanelRefresh, &QAction::triggered, this, &frmWorkspace::mnuPanelRefresh_Click);
     connectSharing();
     connectPasting();
-    connect(a.mnuHelpAbout, &QAction::triggered, this, &frmWorkspace::showAbout);
+    connectSession();
     connect(a.mnuEditHorizontal, &QAction::triggered, this, [this] { arrangePanels(tileHorizontally); });
     connect(a.mnuEditVertical, &QAction::triggered, this, [this] { arrangePanels(tileVertically); });
     connect(a.mnuEditCascade, &QAction::triggered, this, &frmWorkspace::cascadePanels);
@@ -262,13 +260,6 @@ void frmWorkspace::arrangeMinimized()
         arrangeIcons(m_area->viewport()->rect(), panels.first()->size(), static_cast<int>(panels.size()));
     for (qsizetype i = 0; i < panels.size(); ++i)
         panels[i]->setGeometry(rects[i]);
-}
-
-void frmWorkspace::showAbout()
-{
-    IsBusy = true;
-    frmAbout(this).exec();
-    IsBusy = false;
 }
 
 } // namespace lumivane

@@ -81,6 +81,13 @@ public:
     void mnuToolsImport_Click();
     void mnuPanelThresholds_Click();
 
+    // The program itself.
+    void mnuHelpContents_Click();
+    void mnuHelpLearningGuide_Click();
+    void mnuHelpWeb_Click();
+    void mnuHelpAbout_Click();
+    void cmdHelp_Click();
+
 Q_SIGNALS:
     /// The window has been closed for good.
     void unloaded();
@@ -95,6 +102,7 @@ private:
     void connectPanelViews();
     void connectSharing();
     void connectPasting();
+    void connectSession();
     void buildStatusBar();
     void firstActivation();
     void unloadForMissingDatabase();
@@ -118,7 +126,6 @@ private:
     void arrangePanels(QVector<QRect> (*places)(const QRect&, int));
     void cascadePanels();
     void arrangeMinimized();
-    void showAbout();
 
     DashboardActions m_actions;
     DashboardArea* m_area = nullptr;

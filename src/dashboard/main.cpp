@@ -1,3 +1,4 @@
+#include "dashboard/DesktopDocuments.h"
 #include "dashboard/Look.h"
 #include "dashboard/QtPrompts.h"
 #include "dashboard/frmWorkspace.h"
@@ -43,6 +44,7 @@ int main(int argc, char** argv)
 
     lumivane::QtPrompts prompts;
     lumivane::setPrompts(&prompts);
+    lumivane::setDocumentViewer(lumivane::desktopDocuments());
     lumivane::setHostFactory(
         {lumivane::embedded::makeEmbeddedWorker, [] { return std::shared_ptr<lumivane::Application>(); }});
     lumivane::offerWorkbookWindows();

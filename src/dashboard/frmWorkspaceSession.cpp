@@ -1,0 +1,62 @@
+#include "dashboard/frmWorkspace.h"
+
+#include "dashboard/frmAbout.h"
+#include "session/modHTMLHelp.h"
+#include "session/modUtilsFile.h"
+
+#include <QAction>
+#include <QUrl>
+
+// Commands about the program itself: help and information.
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+void frmWorkspace::connectSession()
+{
+    const DashboardActions& a = m_actions;
+    connect(a.mnuHelpContents, &QAction::triggered, this, &frmWorkspace::mnuHelpContents_Click);
+    connect(a.mnuHelpLearningGuide, &QAction::triggered, this, &frmWorkspace::mnuHelpLearningGuide_Click);
+    connect(a.mnuHelpWeb, &QAction::triggered, this, &frmWorkspace::mnuHelpWeb_Click);
+    connect(a.mnuHelpAbout, &QAction::triggered, this, &frmWorkspace::mnuHelpAbout_Click);
+    connect(a.cmdHelp, &QAction::triggered, this, &frmWorkspace::cmdHelp_Click);
+    a.mnuHelpWeb->setVisible(!webSite().isEmpty());
+}
+
+void frmWorkspace::mnuHelpContents_Click()
+{
+    command(u"mnuHelpContents_Click"_s, [] { ShowHelp(u"Main"_s); });
+}
+
+void frmWorkspace::cmdHelp_Click()
+{
+    command(u"cmdHelp_Click"_s, [this] { ShowHelp(objectName()); });
+}
+
+void frmWorkspace::mnuHelpLearningGuide_Click()
+{
+    command(u"mnuHelpLearningGuide_Click"_s, [] {
+        if (FileExists(learningGuideFile()))
+            openDocument(QUrl::fromLocalFile(learningGuideFile()));
+    });
+}
+
+void frmWorkspace::mnuHelpWeb_Click()
+{
+    command(u"mnuHelpWeb_Click"_s, [] {
+        if (!webSite().isEmpty())
+            openDocument(QUrl(webSite()));
+    });
+}
+
+void frmWorkspace::mnuHelpAbout_Click()
+{
+    command(u"mnuHelpAbout_Click"_s, [this] {
+        IsBusy = true;
+        frmAbout(this).exec();
+        IsBusy = false;
+    });
+}
+
+} // namespace lumivane

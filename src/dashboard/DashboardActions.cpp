@@ -131,6 +131,9 @@ void DashboardActions::buildPanelMenu(QMainWindow& window)
 void DashboardActions::buildToolsMenu(QMainWindow& window)
 {
     mnuTools = addMenu(window, u"mnuTools"_s, u"&Tools"_s);
+    mnuToolsOptions = addEntry(*mnuTools, {u"mnuToolsOptions"_s, u"&Options"_s, u"options"_s,
+                                           u"Captions, background, and how often new versions are looked for"_s});
+    mnuTools->addSeparator();
     mnuToolsImport = addEntry(*mnuTools, {u"mnuToolsImport"_s, u"&Import Dashboards..."_s, u"import"_s,
                                           u"Bring dashboards of a shared file into this project"_s});
     mnuToolsExport = addEntry(*mnuTools, {u"mnuToolsExport"_s, u"&Export Dashboards..."_s, u"export"_s,

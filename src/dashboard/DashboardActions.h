@@ -35,6 +35,7 @@ struct DashboardActions
     QAction* mnuPanelThresholds = nullptr;
 
     QMenu* mnuTools = nullptr;
+    QAction* mnuToolsOptions = nullptr;
     QAction* mnuToolsImport = nullptr;
     QAction* mnuToolsExport = nullptr;
 

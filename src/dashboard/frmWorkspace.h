@@ -82,6 +82,7 @@ public:
     void mnuPanelThresholds_Click();
 
     // The program itself.
+    void mnuToolsOptions_Click();
     void mnuHelpContents_Click();
     void mnuHelpLearningGuide_Click();
     void mnuHelpWeb_Click();

@@ -1,13 +1,17 @@
 #include "dashboard/frmWorkspace.h"
 
+#include "dashboard/DashboardArea.h"
 #include "dashboard/frmAbout.h"
+#include "dashboard/frmOptions.h"
+#include "panel/frmPanel.h"
 #include "session/modHTMLHelp.h"
+#include "session/modMain.h"
 #include "session/modUtilsFile.h"
 
 #include <QAction>
 #include <QUrl>
 
-// Commands about the program itself: help and information.
+// Commands about the program itself: options, help and information.
 
 namespace lumivane {
 
@@ -16,12 +20,27 @@ using namespace Qt::StringLiterals;
 void frmWorkspace::connectSession()
 {
     const DashboardActions& a = m_actions;
+    connect(a.mnuToolsOptions, &QAction::triggered, this, &frmWorkspace::mnuToolsOptions_Click);
     connect(a.mnuHelpContents, &QAction::triggered, this, &frmWorkspace::mnuHelpContents_Click);
     connect(a.mnuHelpLearningGuide, &QAction::triggered, this, &frmWorkspace::mnuHelpLearningGuide_Click);
     connect(a.mnuHelpWeb, &QAction::triggered, this, &frmWorkspace::mnuHelpWeb_Click);
     connect(a.mnuHelpAbout, &QAction::triggered, this, &frmWorkspace::mnuHelpAbout_Click);
     connect(a.cmdHelp, &QAction::triggered, this, &frmWorkspace::cmdHelp_Click);
     a.mnuHelpWeb->setVisible(!webSite().isEmpty());
+}
+
+void frmWorkspace::mnuToolsOptions_Click()
+{
+    command(u"mnuToolsOptions_Click"_s, [this] {
+        IsBusy = true;
+        frmOptions(m_area->background().color(), this).exec();
+        // After Cancel too: the count to the next pass begins anew in any case.
+        m_area->setBackground(QColor(gDashboardColor));
+        for (frmPanel* panel : panelWindows())
+            panel->SetCaption();
+        TickCount = 0;
+        IsBusy = false;
+    });
 }
 
 void frmWorkspace::mnuHelpContents_Click()

@@ -19,6 +19,18 @@ void ComboSelectByData(QComboBox& Combo, qint32 Data)
     Combo.setCurrentIndex(Combo.findData(Data));
 }
 
+void ComboSelectByText(QComboBox& Combo, const QString& Text)
+{
+    Combo.setCurrentIndex(-1);
+    const QString wanted = Text.trimmed();
+    for (int i = 0; i < Combo.count(); ++i) {
+        if (Combo.itemText(i).trimmed().compare(wanted, Qt::CaseInsensitive) == 0) {
+            Combo.setCurrentIndex(i);
+            return;
+        }
+    }
+}
+
 qint32 ComboSelectedData(const QComboBox& Combo)
 {
     return Combo.currentData().toInt();

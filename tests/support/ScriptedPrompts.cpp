@@ -49,9 +49,10 @@ QString ScriptedPrompts::browseForFolder(const QString& title, const QString&)
     return next(folders, QString());
 }
 
-std::optional<QColor> ScriptedPrompts::chooseColor(const QColor&)
+std::optional<QColor> ScriptedPrompts::chooseColor(const QColor& start)
 {
-    return std::nullopt;
+    colorAskedFrom = start;
+    return next(colors, std::optional<QColor>());
 }
 
 void ScriptedPrompts::setPointer(Pointer newPointer)

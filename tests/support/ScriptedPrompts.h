@@ -18,6 +18,8 @@ public:
     std::deque<Answer> answers;
     std::deque<QString> files;
     std::deque<QString> folders;
+    std::deque<std::optional<QColor>> colors;
+    QColor colorAskedFrom; ///< what the last question for a colour began with
     Pointer pointer = Pointer::Default;
 
     void message(const QString& text, Icon icon) override;

@@ -13,6 +13,7 @@ class QLabel;
 namespace lumivane {
 
 class DashboardArea;
+class WorkingDialog;
 class frmPanel;
 
 /// The main window: the frame around the panels of the dashboard on screen, the owner of all commands and of the timer
@@ -108,6 +109,7 @@ private:
     void firstActivation();
     void unloadForMissingDatabase();
     void reloadSources();
+    void noPassDuring(const WorkingDialog& dialog);
 
     /// Runs a command's steps and traps what they throw.
     void command(const QString& procedure, const std::function<void()>& steps);

@@ -27,9 +27,18 @@ void frmWorkspace::connectSharing()
     connect(m_actions.mnuPanelThresholds, &QAction::triggered, this, &frmWorkspace::mnuPanelThresholds_Click);
 }
 
+void frmWorkspace::noPassDuring(const WorkingDialog& dialog)
+{
+    connect(&dialog, &WorkingDialog::working, this, [this](bool isWorking) { IsBusy = isWorking; });
+}
+
 void frmWorkspace::mnuToolsExport_Click()
 {
-    command(u"mnuToolsExport_Click"_s, [this] { frmExport(this).exec(); });
+    command(u"mnuToolsExport_Click"_s, [this] {
+        frmExport dialog(this);
+        noPassDuring(dialog);
+        dialog.exec();
+    });
 }
 
 void frmWorkspace::mnuToolsImport_Click()
@@ -42,8 +51,7 @@ void frmWorkspace::mnuToolsImport_Click()
         {
             frmImport dialog(this);
             dialog.ImportFile = file;
-            // Events run while rows are written; a pass must not begin among them.
-            connect(&dialog, &frmImport::working, this, [this](bool isWorking) { IsBusy = isWorking; });
+            noPassDuring(dialog);
             dialog.exec();
         }
         reloadSources();

@@ -59,20 +59,31 @@ bool copyProject(const QString& file)
 }
 
 /// The sources follow from the panels that are left, so the order matters.
-void pruneCopy(const std::shared_ptr<Database>& copy, const QString& ids)
+QStringList pruningStatements(const QString& ids)
 {
-    const QStringList statements{
-        u"DELETE * FROM LvnSavedWorkspace WHERE ID NOT IN ("_s + ids + u')',
-        u"DELETE * FROM LvnSavedPanel WHERE WorkspaceID NOT IN ("_s + ids + u')',
-        u"DELETE * FROM LvnPanelSource WHERE ID NOT IN ( SELECT DISTINCT SourceID FROM LvnSavedPanel)"_s,
-        u"DELETE * FROM LvnSystem"_s};
-    for (const QString& statement : statements)
-        SQL_Execute(copy, statement, false, exportModule, exportProcedure);
+    return {u"DELETE * FROM LvnSavedWorkspace WHERE ID NOT IN ("_s + ids + u')',
+            u"DELETE * FROM LvnSavedPanel WHERE WorkspaceID NOT IN ("_s + ids + u')',
+            u"DELETE * FROM LvnPanelSource WHERE ID NOT IN ( SELECT DISTINCT SourceID FROM LvnSavedPanel)"_s,
+            u"DELETE * FROM LvnSystem"_s};
 }
 
-bool exportInto(const QString& file, const QString& ids)
+/// False when it was given up.
+bool pruneCopy(const std::shared_ptr<Database>& copy, const QStringList& statements, const SharingProgress& goOn)
+{
+    for (qsizetype done = 0; done < statements.size(); ++done) {
+        if (!goOn(1 + done, 1 + statements.size()))
+            return false;
+        SQL_Execute(copy, statements[done], false, exportModule, exportProcedure);
+    }
+    return true;
+}
+
+bool exportInto(const QString& file, const QString& ids, const SharingProgress& goOn)
 {
     const QString project = gDB->Name();
+    const QStringList pruning = pruningStatements(ids);
+    if (!goOn(0, 1 + pruning.size()))
+        return false;
     if (!removeOldFile(file, project))
         return refuseExport(u"Unable to delete "_s + file +
                                 u" in preparing for exporting. Will not be able to continue processing."_s,
@@ -84,9 +95,11 @@ bool exportInto(const QString& file, const QString& ids)
     std::shared_ptr<Database> copy;
     if (!SQL_OpenDatabase(copy, file, databaseConnect(), false, exportModule, exportProcedure))
         return refuseExport(u"Error opening shared file.  Unable to continue exporting."_s, {});
-    pruneCopy(copy, ids);
+    const bool isPruned = pruneCopy(copy, pruning, goOn);
     SQL_CloseDatabase(copy, false, exportModule, exportProcedure);
-    return true;
+    if (!isPruned)
+        QFile::remove(file);
+    return isPruned;
 }
 
 } // namespace
@@ -102,13 +115,14 @@ bool exportableDashboards(std::vector<DashboardEntry>& dashboards)
     return true;
 }
 
-bool ExportDashboard(const QString& File, const std::vector<qint32>& ids)
+bool ExportDashboard(const QString& File, const std::vector<qint32>& ids, const SharingProgress& progress)
 {
     try {
         // An empty list would leave everything in the copy.
         if (!gDB || ids.empty())
             throw RuntimeError(RuntimeError::ObjectNotSet);
-        return exportInto(QFileInfo(File).absoluteFilePath(), idList(ids));
+        return exportInto(
+            QFileInfo(File).absoluteFilePath(), idList(ids), progress ? progress : [](qint64, qint64) { return true; });
     } catch (const RuntimeError& error) {
         LogError(exportModule, exportProcedure, error.number(), error.description(), false);
         return false;

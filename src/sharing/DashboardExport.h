@@ -11,7 +11,8 @@ namespace lumivane {
 bool exportableDashboards(std::vector<DashboardEntry>& dashboards);
 
 /// Writes the shared file; one that is there already goes first. The user has been told why when it fails, except for
-/// a run-time error, which is only logged. A failure behind the copying leaves the copy, not pruned.
-bool ExportDashboard(const QString& File, const std::vector<qint32>& ids);
+/// a run-time error, which is only logged. A failure behind the copying leaves the copy, not pruned; when `progress`
+/// ends it, nothing is left.
+bool ExportDashboard(const QString& File, const std::vector<qint32>& ids, const SharingProgress& progress = {});
 
 } // namespace lumivane

@@ -27,18 +27,6 @@ bool refuseImport(const QString& reason)
     return false;
 }
 
-/// The one handler of a procedure.
-template <class Steps>
-bool trappedImport(const QString& procedure, Steps steps)
-{
-    try {
-        return steps();
-    } catch (const RuntimeError& error) {
-        LogError(importModule, procedure, error.number(), error.description(), false);
-        return false;
-    }
-}
-
 bool openRows(const std::shared_ptr<Database>& database, std::shared_ptr<Recordset>& rows, const QString& sql,
               const QString& procedure)
 {
@@ -139,9 +127,21 @@ bool DashboardImport::Open()
     return true;
 }
 
+/// The one handler of all procedures; it shows nothing.
+bool DashboardImport::trapped(const QString& procedure, const std::function<bool()>& steps, const QString& fault)
+{
+    try {
+        return steps();
+    } catch (const RuntimeError& error) {
+        LogError(importModule, procedure, error.number(), error.description(), false);
+        m_faults.append(fault + u": "_s + error.description());
+        return false;
+    }
+}
+
 bool DashboardImport::importableDashboards(std::vector<DashboardEntry>& dashboards)
 {
-    return trappedImport(u"lstWorkspaces_Load"_s, [&] {
+    const auto steps = [&] {
         std::shared_ptr<Recordset> rows;
         if (!openRows(gDB, rows, u"SELECT Name FROM LvnSavedWorkspace"_s, u"lstWorkspaces_Load"_s))
             return false;
@@ -159,7 +159,8 @@ bool DashboardImport::importableDashboards(std::vector<DashboardEntry>& dashboar
         dashboards = dashboardEntries(*rows);
         rows->Close();
         return true;
-    });
+    };
+    return trapped(u"lstWorkspaces_Load"_s, steps, u"The dashboards of the shared file cannot be read"_s);
 }
 
 Result<ImportPreview> DashboardImport::preview(const std::vector<qint32>& ids)
@@ -169,7 +170,8 @@ Result<ImportPreview> DashboardImport::preview(const std::vector<qint32>& ids)
 
 bool DashboardImport::ImportDashboard(const std::vector<qint32>& ids)
 {
-    return trappedImport(u"ImportDashboard"_s, [&] {
+    m_faults.clear();
+    const auto steps = [&] {
         const QString list = idList(ids);
         m_done = 0;
         m_total = panelsOf(list);
@@ -180,7 +182,8 @@ bool DashboardImport::ImportDashboard(const std::vector<qint32>& ids)
         if (!readSourceIds(sources))
             return refuseImport(u"Error accessing sources."_s);
         return ImportWorkspaces(list, sources);
-    });
+    };
+    return trapped(u"ImportDashboard"_s, steps, u"The dashboards were not imported"_s);
 }
 
 qint64 DashboardImport::panelsOf(const QString& ids)
@@ -208,13 +211,18 @@ bool DashboardImport::readSourceIds(SourceIds& sources)
 
 bool DashboardImport::ImportSources(const QString& ids)
 {
-    return trappedImport(u"ImportSources"_s, [&] {
+    const auto steps = [&] {
         if (!makeTempSources(m_shared, gDB, ids))
             return refuseImport(u"Error accessing source panels."_s);
         const Database::Bulk bulk(*gDB);
-        rewritePaths(m_shared, gDB, m_progress);
+        rewritePaths(m_shared, gDB, [this](qint64 done, qint64 total) {
+            if (m_progress)
+                m_progress(done, total);
+            return true; // half of the paths would be worse than none
+        });
         return matchSources();
-    });
+    };
+    return trapped(u"ImportSources"_s, steps, u"The sources of the dashboards were not all imported"_s);
 }
 
 bool DashboardImport::matchSources()
@@ -241,7 +249,7 @@ bool DashboardImport::matchSources()
 
 bool DashboardImport::ImportWorkspaces(const QString& ids, const SourceIds& sources)
 {
-    return trappedImport(u"ImportWorkspaces"_s, [&] {
+    const auto steps = [&] {
         std::shared_ptr<Recordset> from, target;
         if (!openRows(m_shared, from, u"SELECT * FROM LvnSavedWorkspace WHERE ID IN ("_s + ids + u')',
                       u"ImportWorkspaces"_s))
@@ -256,17 +264,19 @@ bool DashboardImport::ImportWorkspaces(const QString& ids, const SourceIds& sour
                         u"LastViewed"});
             target->Update();
             // A dashboard whose panels fail does not keep the next one from being imported.
-            ImportPanels(from->number(u"ID"), lastId(*target), sources);
+            ImportPanels(from->number(u"ID"), lastId(*target), from->text(u"Name"), sources);
         }
         from->Close();
         target->Close();
         return true;
-    });
+    };
+    return trapped(u"ImportWorkspaces"_s, steps, u"The dashboards were not all imported"_s);
 }
 
-bool DashboardImport::ImportPanels(qint64 oldWorkspaceId, qint64 newWorkspaceId, const SourceIds& sources)
+bool DashboardImport::ImportPanels(qint64 oldWorkspaceId, qint64 newWorkspaceId, const QString& name,
+                                   const SourceIds& sources)
 {
-    return trappedImport(u"ImportPanels"_s, [&] {
+    const auto steps = [&] {
         std::shared_ptr<Recordset> from, target;
         if (!openRows(m_shared, from,
                       u"SELECT * FROM LvnSavedPanel WHERE WorkspaceID = "_s + QString::number(oldWorkspaceId),
@@ -289,7 +299,8 @@ bool DashboardImport::ImportPanels(qint64 oldWorkspaceId, qint64 newWorkspaceId,
         from->Close();
         target->Close();
         return true;
-    });
+    };
+    return trapped(u"ImportPanels"_s, steps, u"The dashboard \"%1\" lacks panels"_s.arg(name));
 }
 
 void DashboardImport::step()

@@ -21,6 +21,8 @@ constexpr qint64 mostPanels = 100'000;
 constexpr qint64 mostSources = 5'000;
 constexpr qint64 mostAlternatePaths = 500;
 constexpr qsizetype longestText = 32'000;
+/// Rows between two signs of life.
+constexpr qint64 rowsALook = 200;
 
 struct PreviewRefusal
 {
@@ -101,9 +103,15 @@ void checkValue(const CheckedTable& table, Recordset& rows, const QString& colum
         refuseValue(table, rows, column, u"holds characters that cannot be shown"_s);
 }
 
+void showStep(const SharingProgress& progress, qint64 done, qint64 total)
+{
+    if (progress && done % rowsALook == 0 && !progress(done, total))
+        throw PreviewRefusal{u"The import was cancelled."_s};
+}
+
 /// Answers the number of rows.
 template <class MoreChecks>
-qint64 checkTable(Database& shared, const CheckedTable& table, MoreChecks moreChecks)
+qint64 checkTable(Database& shared, const CheckedTable& table, const SharingProgress& progress, MoreChecks moreChecks)
 {
     const auto rows = shared.OpenRecordset(table.query);
     if (rows->rowCount() > table.most)
@@ -112,7 +120,8 @@ qint64 checkTable(Database& shared, const CheckedTable& table, MoreChecks moreCh
                                  .arg(table.noun)
                                  .arg(table.most)};
     const QStringList columns = rows->fieldNames();
-    for (; !rows->EOF_(); rows->MoveNext()) {
+    for (qint64 done = 1; !rows->EOF_(); rows->MoveNext(), ++done) {
+        showStep(progress, done, rows->rowCount());
         for (const NumberColumn& number : table.numbers)
             checkNumber(table, *rows, number);
         for (const QString& column : columns)
@@ -122,13 +131,13 @@ qint64 checkTable(Database& shared, const CheckedTable& table, MoreChecks moreCh
     return rows->rowCount();
 }
 
-void checkDashboards(Database& shared, const QString& ids)
+void checkDashboards(Database& shared, const QString& ids, const SharingProgress& progress)
 {
     const CheckedTable table{u"dashboard"_s,
                              u"SELECT * FROM LvnSavedWorkspace WHERE ID IN ("_s + ids + u')',
                              mostDashboards,
                              {numberColumn<qint32>(u"ID"_s)}};
-    checkTable(shared, table, [&](Recordset& row) {
+    checkTable(shared, table, progress, [&](Recordset& row) {
         // The list of names that the next import asks with would fall apart.
         if (row.text(u"Name").contains(u'\''))
             refuseValue(table, row, u"Name"_s,
@@ -136,7 +145,7 @@ void checkDashboards(Database& shared, const QString& ids)
     });
 }
 
-qint64 checkPanels(Database& shared, const QString& ids)
+qint64 checkPanels(Database& shared, const QString& ids, const SharingProgress& progress)
 {
     return checkTable(
         shared,
@@ -146,7 +155,7 @@ qint64 checkPanels(Database& shared, const QString& ids)
          {numberColumn<qint32>(u"WorkspaceID"_s), numberColumn<qint32>(u"SourceID"_s), numberColumn<qint16>(u"Top"_s),
           numberColumn<qint16>(u"Left"_s), numberColumn<qint16>(u"Height"_s), numberColumn<qint16>(u"Width"_s),
           numberColumn<qint32>(u"Ndx"_s)}},
-        [](Recordset&) {});
+        progress, [](Recordset&) {});
 }
 
 void checkSource(const CheckedTable& table, Recordset& row)
@@ -164,7 +173,7 @@ void checkSource(const CheckedTable& table, Recordset& row)
     }
 }
 
-qint64 checkSources(Database& shared, const QString& ids)
+qint64 checkSources(Database& shared, const QString& ids, const SharingProgress& progress)
 {
     const CheckedTable table{u"source"_s,
                              u"SELECT * FROM LvnPanelSource WHERE ID IN ( SELECT DISTINCT SourceID FROM LvnSavedPanel"
@@ -172,7 +181,7 @@ qint64 checkSources(Database& shared, const QString& ids)
                                  ids + u"))"_s,
                              mostSources,
                              {numberColumn<qint32>(u"ID"_s), numberColumn<qint32>(u"CheckEveryNMin"_s)}};
-    return checkTable(shared, table, [&](Recordset& row) { checkSource(table, row); });
+    return checkTable(shared, table, progress, [&](Recordset& row) { checkSource(table, row); });
 }
 
 void checkAlternatePaths(Database& shared)
@@ -262,11 +271,11 @@ Result<ImportPreview> previewImport(const std::shared_ptr<Database>& shared, con
                                     const SharingProgress& progress)
 {
     try {
-        checkDashboards(*shared, ids);
+        checkDashboards(*shared, ids, progress);
         checkAlternatePaths(*shared);
         ImportPreview preview;
-        preview.panels = checkPanels(*shared, ids);
-        preview.sources = checkSources(*shared, ids);
+        preview.panels = checkPanels(*shared, ids, progress);
+        preview.sources = checkSources(*shared, ids, progress);
         preview.folders = rewrittenFolders(shared, ids, progress);
         return preview;
     } catch (const PreviewRefusal& refusal) {

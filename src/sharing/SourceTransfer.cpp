@@ -122,8 +122,8 @@ void rewritePaths(const std::shared_ptr<Database>& shared, const std::shared_ptr
                            transferModule, transferProcedure))
         return;
     for (int done = 1; !pairs->EOF_(); pairs->MoveNext(), ++done) {
-        if (progress && done % pairsAStep == 0)
-            progress(done, pairs->rowCount());
+        if (progress && done % pairsAStep == 0 && !progress(done, pairs->rowCount()))
+            break;
         if (pairs->isNull(u"BasePath"))
             continue;
         const AlternatePath pair{pairs->text(u"BasePath"), inItsWorld(pairs->text(u"AltPath"))};

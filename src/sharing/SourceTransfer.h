@@ -21,7 +21,8 @@ bool makeTempSources(const std::shared_ptr<Database>& shared, const std::shared_
                      const QString& ids);
 
 /// Applies the alternate paths of the shared file, longest base first, where the base does not exist on this machine
-/// and the alternate does. All paths of a column under one base become the same: that of the first source.
+/// and the alternate does. All paths of a column under one base become the same: that of the first source. Stops
+/// between two of them when the progress says so.
 void rewritePaths(const std::shared_ptr<Database>& shared, const std::shared_ptr<Database>& project,
                   const SharingProgress& progress = {});
 

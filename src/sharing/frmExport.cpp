@@ -13,9 +13,11 @@ namespace lumivane {
 
 using namespace Qt::StringLiterals;
 
-frmExport::frmExport(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::frmExport>())
+frmExport::frmExport(QWidget* parent) : WorkingDialog(parent), ui(std::make_unique<Ui::frmExport>())
 {
     ui->setupUi(this);
+    setWorkParts(
+        {ui->lblStatus, ui->barProgress, ui->cmdCancel, {ui->lstWorkspaces, ui->cmdAltPath, ui->cmdOK, ui->cmdHelp}});
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmExport::cmdOK_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(ui->cmdAltPath, &QPushButton::clicked, this, &frmExport::cmdAltPath_Click);
@@ -51,11 +53,16 @@ void frmExport::cmdOK_Click()
 {
     if (!ValidateForm())
         return;
-    prompts().setPointer(Prompts::Pointer::Hourglass);
-    const bool exported = ExportDashboard(m_exportFile, SelectedIDs(*ui->lstWorkspaces));
-    prompts().setPointer(Prompts::Pointer::Default);
+    bool exported = false;
+    work(u"Writing the shared file..."_s, Cancel::Possible, [&] {
+        exported = ExportDashboard(m_exportFile, SelectedIDs(*ui->lstWorkspaces),
+                                   [this](qint64 done, qint64 total) { return goOn(done, total); });
+    });
     if (exported)
         accept();
+    else
+        setStatus(wasCancelled() ? u"The export was cancelled. Nothing of it is left."_s
+                                 : u"The export did not come to its end. The log tells why."_s);
 }
 
 void frmExport::cmdAltPath_Click()

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QDialog>
+#include "sharing/WorkingDialog.h"
+
 #include <memory>
 
 namespace Ui {
@@ -10,7 +11,7 @@ class frmExport;
 namespace lumivane {
 
 /// Lets the user choose dashboards of the project and writes them into a shared file.
-class frmExport : public QDialog
+class frmExport : public WorkingDialog
 {
     Q_OBJECT
 

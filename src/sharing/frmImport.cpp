@@ -6,15 +6,25 @@
 #include "sharing/DashboardListBox.h"
 #include "sharing/frmImportFolders.h"
 
+#include <optional>
+
 #include "ui_frmImport.h"
 
 namespace lumivane {
 
 using namespace Qt::StringLiterals;
 
-frmImport::frmImport(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::frmImport>())
+namespace {
+
+/// More would make the box taller than the screen; the log has them all.
+constexpr int mostFaultsTold = 10;
+
+} // namespace
+
+frmImport::frmImport(QWidget* parent) : WorkingDialog(parent), ui(std::make_unique<Ui::frmImport>())
 {
     ui->setupUi(this);
+    setWorkParts({ui->lblStatus, ui->barProgress, ui->cmdCancel, {ui->lstWorkspaces, ui->cmdOK, ui->cmdHelp}});
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmImport::cmdOK_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     explainOnClick(*ui->cmdHelp,
@@ -30,16 +40,10 @@ int frmImport::exec()
     return Form_Activate() ? QDialog::exec() : int(Rejected);
 }
 
-void frmImport::reject()
-{
-    if (!m_working)
-        QDialog::reject();
-}
-
 bool frmImport::Form_Activate()
 {
     m_import =
-        std::make_unique<DashboardImport>(ImportFile, [this](qint64 done, qint64 total) { showProgress(done, total); });
+        std::make_unique<DashboardImport>(ImportFile, [this](qint64 done, qint64 total) { return goOn(done, total); });
     std::vector<DashboardEntry> dashboards;
     if (!m_import->Open() || !m_import->importableDashboards(dashboards))
         return false;
@@ -74,42 +78,30 @@ bool frmImport::ValidateForm()
 
 bool frmImport::confirmFolders(const std::vector<qint32>& ids)
 {
-    setWorking(true);
-    const auto preview = m_import->preview(ids);
-    setWorking(false);
-    if (!preview) {
-        prompts().message(preview.reason(), Prompts::Icon::Exclamation);
+    std::optional<Result<ImportPreview>> preview;
+    work(u"Looking through the shared file..."_s, Cancel::Possible, [&] { preview = m_import->preview(ids); });
+    if (wasCancelled())
+        return false;
+    if (!*preview) {
+        prompts().message(preview->reason(), Prompts::Icon::Exclamation);
         return false;
     }
-    return preview.value().folders.empty() || frmImportFolders(preview.value(), this).exec() == Accepted;
+    return preview->value().folders.empty() || frmImportFolders(preview->value(), this).exec() == Accepted;
 }
 
 bool frmImport::importSelected(const std::vector<qint32>& ids)
 {
-    setWorking(true);
-    const bool imported = m_import->ImportDashboard(ids);
-    setWorking(false);
+    bool imported = false;
+    // Half an import would stay in the project, so it runs to its end.
+    work(u"Writing the dashboards into the project..."_s, Cancel::Impossible,
+         [&] { imported = m_import->ImportDashboard(ids); });
+    const QStringList faults = m_import->faults();
+    if (!imported)
+        setStatus(u"The import did not come to its end. "_s + faults.join(u'\n'));
+    else if (!faults.isEmpty())
+        prompts().message(u"Not everything could be imported.\n\n"_s + faults.mid(0, mostFaultsTold).join(u'\n'),
+                          Prompts::Icon::Exclamation);
     return imported;
-}
-
-void frmImport::showProgress(qint64 done, qint64 total)
-{
-    ui->barProgress->setMaximum(int(total));
-    ui->barProgress->setValue(int(done));
-    prompts().doEvents();
-}
-
-void frmImport::setWorking(bool isWorking)
-{
-    m_working = isWorking;
-    for (QWidget* control : std::initializer_list<QWidget*>{ui->lstWorkspaces, ui->cmdOK, ui->cmdCancel, ui->cmdHelp})
-        control->setEnabled(!isWorking);
-    ui->barProgress->setValue(0);
-    ui->barProgress->setVisible(isWorking);
-    prompts().setPointer(isWorking ? Prompts::Pointer::Hourglass : Prompts::Pointer::Default);
-    Q_EMIT working(isWorking);
-    if (isWorking)
-        prompts().doEvents();
 }
 
 } // namespace lumivane

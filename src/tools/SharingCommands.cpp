@@ -65,6 +65,13 @@ QJsonArray foldersJson(const std::vector<ImportFolder>& folders)
     return list;
 }
 
+void runImport(DashboardImport& import, const std::vector<DashboardEntry>& chosen)
+{
+    const bool isDone = import.ImportDashboard(idsOf(chosen));
+    if (!isDone || !import.faults().isEmpty())
+        giveUp(u"The import is not complete, and what was written stays. "_s + import.faults().join(u'\n'));
+}
+
 } // namespace
 
 int exportCommand(const CommandLine& line)
@@ -96,8 +103,8 @@ int importCommand(const CommandLine& line)
     if (!preview)
         giveUp(preview.reason());
     const bool onlyList = line.flag(u"list"_s);
-    if (!onlyList && !import.ImportDashboard(idsOf(chosen)))
-        giveUp(u"The import of %1 did not come to its end; see the log."_s.arg(line.argument(1)));
+    if (!onlyList)
+        runImport(import, chosen);
     printJson(QJsonObject{{u"dashboards"_s, namesOf(chosen)},
                           {u"panels"_s, preview.value().panels},
                           {u"sources"_s, preview.value().sources},

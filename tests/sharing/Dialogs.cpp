@@ -79,11 +79,22 @@ protected:
             shared->Execute(u"INSERT INTO LvnSavedPanel(WorkspaceID, SourceID, [Top], [Left], Height, Width) VALUES "
                             "(1, 1, 0, 0, 3000, 3000)"_s);
     }
-    void import(std::function<void(frmImport&)> act)
+    void openShared(std::function<void(frmImport&)> act)
     {
         m_user.files.push_back(sharedFile);
         whenShown<frmImport>(std::move(act));
         window().menus().mnuToolsImport->trigger();
+    }
+    /// Lets `act` run once, among the events of the work that the dialog shows.
+    static void amidWork(const QWidget& dialog, std::function<void()> act)
+    {
+        auto& bar = part<QProgressBar>(dialog, u"barProgress"_s);
+        QObject::connect(&bar, &QProgressBar::valueChanged, &dialog, [&bar, act](int value) {
+            if (value > 0 && !bar.property("met").toBool()) {
+                bar.setProperty("met", true);
+                act();
+            }
+        });
     }
     void thresholds(std::function<void(frmThresholds&)> act)
     {
@@ -138,6 +149,34 @@ TEST_F(SharingDialogs, ExportsTheDashboardOnScreenUnlessOthersAreChosen)
     EXPECT_EQ(rows->text(u"Name"), u"Sales"_s);
 }
 
+TEST_F(SharingDialogs, ExportTakesNothingElseWhileItWritesAndCanBeCancelled)
+{
+    storeDashboard(u"Sales"_s, {u"p"_s});
+    start();
+    m_user.files = {sharedFile, sharedFile};
+    whenShown<frmExport>([&](frmExport& dialog) {
+        bool met = false;
+        amidWork(dialog, [&] {
+            met = true;
+            EXPECT_TRUE(part<QProgressBar>(dialog, u"barProgress"_s).isVisible());
+            EXPECT_TRUE(window().IsBusy) << "no pass may begin";
+            EXPECT_FALSE(part<QWidget>(dialog, u"cmdOK"_s).isEnabled());
+            EXPECT_FALSE(part<QWidget>(dialog, u"cmdAltPath"_s).isEnabled());
+            press(dialog, u"cmdCancel"_s);
+        });
+        press(dialog, u"cmdOK"_s);
+        EXPECT_TRUE(met && dialog.isVisible());
+        EXPECT_EQ(part<QLabel>(dialog, u"lblStatus"_s).text(), u"The export was cancelled. Nothing of it is left."_s);
+        EXPECT_FALSE(QFile::exists(sharedFile));
+        EXPECT_FALSE(window().IsBusy);
+        press(dialog, u"cmdOK"_s);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    window().menus().mnuToolsExport->trigger();
+    EXPECT_TRUE(QFile::exists(sharedFile));
+    EXPECT_EQ(m_user.shown, QStringList{});
+}
+
 TEST_F(SharingDialogs, WithoutDashboardsThereIsNothingToExport)
 {
     start();
@@ -189,53 +228,83 @@ TEST_F(SharingDialogs, ImportShowsItsFoldersAndWritesOnlyWhenTheyAreAccepted)
                   (QStringList{u"/gone/|read and written|does not exist"_s, here + u"|read|exists"_s}));
         press(folders, u"cmdCancel"_s);
     };
-    import([&](frmImport& dialog) {
+    openShared([&](frmImport& dialog) {
         press(dialog, u"cmdOK"_s);
-    auto& list = part<QListWidget>(dialog, u"lstWorkspaces"_s);
-    EXPECT_EQ(texts(list, false), QStringList{u"Theirs"_s});
-    list.selectAll();
-    whenShown<frmImportFolders>(refuseFolders);
-    press(dialog, u"cmdOK"_s);
-    EXPECT_TRUE(dialog.isVisible()) << "the folders can be thought over";
-    EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 1);
-    EXPECT_FALSE(gDB->TableNames().contains(u"TempSources"_s));
-    whenShown<frmImportFolders>([](frmImportFolders& folders) { press(folders, u"cmdOK"_s); });
-    press(dialog, u"cmdOK"_s);
-    EXPECT_FALSE(dialog.isVisible());
-});
-EXPECT_EQ(m_user.shown, (QStringList{u"Must select at least 1 panel to import."_s,
-                                     u"Selected dashboard(s) were imported successfully."_s}));
-EXPECT_EQ(listed(), (QStringList{u"Mine"_s, u"Theirs"_s}));
-EXPECT_EQ(list().currentText(), u"Mine"_s);
-EXPECT_EQ(gSources->Count(), 2) << "the new source is known at once";
-EXPECT_FALSE(window().IsBusy);
-} // namespace
+        auto& list = part<QListWidget>(dialog, u"lstWorkspaces"_s);
+        EXPECT_EQ(texts(list, false), QStringList{u"Theirs"_s});
+        list.selectAll();
+        whenShown<frmImportFolders>(refuseFolders);
+        press(dialog, u"cmdOK"_s);
+        EXPECT_TRUE(dialog.isVisible()) << "the folders can be thought over";
+        EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 1);
+        EXPECT_FALSE(gDB->TableNames().contains(u"TempSources"_s));
+        whenShown<frmImportFolders>([](frmImportFolders& folders) { press(folders, u"cmdOK"_s); });
+        press(dialog, u"cmdOK"_s);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_EQ(m_user.shown, (QStringList{u"Must select at least 1 panel to import."_s,
+                                         u"Selected dashboard(s) were imported successfully."_s}));
+    EXPECT_EQ(listed(), (QStringList{u"Mine"_s, u"Theirs"_s}));
+    EXPECT_EQ(list().currentText(), u"Mine"_s);
+    EXPECT_EQ(gSources->Count(), 2) << "the new source is known at once";
+    EXPECT_FALSE(window().IsBusy);
+}
 
-TEST_F(SharingDialogs, ImportStaysAliveAndUnderWayWhileItWrites)
+TEST_F(SharingDialogs, ImportCanBeCancelledUntilItWrites)
 {
     storeDashboard(u"Mine"_s, {u"p"_s});
     start();
     makeSharedFile(u"Theirs"_s, 500);
-    int signs = 0;
-    import([&](frmImport& dialog) {
-        auto& bar = part<QProgressBar>(dialog, u"barProgress"_s);
-    EXPECT_FALSE(bar.isVisible());
-    QObject::connect(&bar, &QProgressBar::valueChanged, &dialog, [&](int value) {
-        if (value <= 0)
-            return;
-        ++signs;
-        EXPECT_TRUE(bar.isVisible());
-        EXPECT_TRUE(window().IsBusy) << "no pass may begin";
-        dialog.reject();
-        EXPECT_TRUE(dialog.isVisible()) << "it cannot be left half done";
+    openShared([&](frmImport& dialog) {
+        part<QListWidget>(dialog, u"lstWorkspaces"_s).selectAll();
+        int signs = 0;
+        const auto cancelled = QObject::connect(&part<QProgressBar>(dialog, u"barProgress"_s),
+                                                &QProgressBar::valueChanged, &dialog, [&](int value) {
+                                                    if (value <= 0)
+                                                        return;
+                                                    ++signs;
+                                                    EXPECT_TRUE(window().IsBusy) << "no pass may begin";
+                                                    EXPECT_FALSE(part<QWidget>(dialog, u"cmdOK"_s).isEnabled());
+                                                    dialog.reject();
+                                                    EXPECT_TRUE(dialog.isVisible());
+                                                });
+        press(dialog, u"cmdOK"_s); // cancelled before the folders are shown
+        EXPECT_EQ(signs, 1);
+        EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 1);
+        QObject::disconnect(cancelled);
+
+        whenShown<frmImportFolders>([&](frmImportFolders& folders) {
+            amidWork(dialog, [&] {
+                EXPECT_TRUE(window().IsBusy);
+                EXPECT_FALSE(part<QWidget>(dialog, u"cmdCancel"_s).isEnabled());
+                dialog.reject();
+            });
+            press(folders, u"cmdOK"_s);
+        });
+        press(dialog, u"cmdOK"_s);
+        EXPECT_TRUE(part<QProgressBar>(dialog, u"barProgress"_s).property("met").toBool());
     });
-    part<QListWidget>(dialog, u"lstWorkspaces"_s).selectAll();
-    whenShown<frmImportFolders>([](frmImportFolders& folders) { press(folders, u"cmdOK"_s); });
-    press(dialog, u"cmdOK"_s);
-});
-EXPECT_EQ(signs, 2);
-EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"WorkspaceID = 2"_s), 500);
-} // namespace lumivane::test
+    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"WorkspaceID = 2"_s), 500);
+    EXPECT_EQ(m_user.shown, QStringList{u"Selected dashboard(s) were imported successfully."_s});
+}
+
+TEST_F(SharingDialogs, ImportTellsWhatRunTimeErrorsKeptFromIt)
+{
+    storeDashboard(u"Mine"_s, {u"p"_s});
+    start();
+    makeSharedFile(u"Theirs"_s, 2);
+    Database::open(sharedFile, databaseConnect())->Execute(u"UPDATE LvnSavedPanel SET SourceID = NULL WHERE ID = 2"_s);
+    openShared([&](frmImport& dialog) {
+        part<QListWidget>(dialog, u"lstWorkspaces"_s).selectAll();
+        whenShown<frmImportFolders>([](frmImportFolders& folders) { press(folders, u"cmdOK"_s); });
+        press(dialog, u"cmdOK"_s);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_EQ(m_user.shown, (QStringList{u"Not everything could be imported.\n\nThe dashboard \"Theirs\" lacks panels: "
+                                         "Invalid use of Null in column [SourceID]"_s,
+                                         u"Selected dashboard(s) were imported successfully."_s}));
+    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"WorkspaceID = 2"_s), 1);
+}
 
 TEST_F(SharingDialogs, ImportRefusesBeforeItOpens)
 {

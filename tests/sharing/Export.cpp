@@ -116,6 +116,24 @@ TEST_F(Export, WithoutADashboardWritesNothing)
     EXPECT_FALSE(QFile::exists(sharedFile));
 }
 
+TEST_F(Export, GivenUpAtAnyStepLeavesNothing)
+{
+    for (int step = 0; step < 5; ++step) {
+        write(sharedFile, "old");
+        QList<qint64> told;
+        EXPECT_FALSE(ExportDashboard(sharedFile, {sales}, [&](qint64 done, qint64 total) {
+            EXPECT_EQ(total, 5);
+            told.append(done);
+            return done < step;
+        }));
+        EXPECT_EQ(told.size(), step + 1);
+        EXPECT_EQ(told.last(), step);
+        const QStringList left = QDir(home.path()).entryList({u"*shared*"_s}, QDir::Files | QDir::Hidden);
+        EXPECT_EQ(left, step == 0 ? QStringList{u"shared.lvds"_s} : QStringList{}) << step;
+    }
+    EXPECT_EQ(user.shown, QStringList{});
+}
+
 TEST_F(Export, CopiesAConsistentStateWhileTheProjectIsWritten)
 {
     // Each statement keeps the sum of both columns; a torn copy would not.

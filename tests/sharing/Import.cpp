@@ -195,6 +195,20 @@ TEST_F(Import, FailsWhenTheWorkTableCannotBeMade)
     EXPECT_EQ(user.shown, QStringList{u"Error accessing source panels.  Unable to continue importing dashboards."_s});
 }
 
+TEST_F(Import, DoesNotFindAWorkTableThatIsTheFirstOfAll)
+{
+    const int dashboard = addDashboard(*theirs, u"Sales"_s);
+    addPanel(*theirs, dashboard, addSource(*theirs, {u"/s.xlsx"_s}), u"p"_s);
+    mine->Close();
+    runRaw(myFile, "CREATE TABLE TempSources (ID); PRAGMA writable_schema = 1;"
+                   "UPDATE sqlite_schema SET rowid = 0 WHERE name = 'TempSources'");
+    gDB = mine = Database::open(myFile, databaseConnect());
+    ASSERT_EQ(mine->TableNames().first(), u"TempSources"_s);
+    EXPECT_FALSE(importAll());
+    EXPECT_EQ(user.shown, QStringList{u"Error accessing source panels.  Unable to continue importing dashboards."_s});
+    EXPECT_TRUE(logged().contains("[TempSources] is there already"));
+}
+
 // ---- paths ----
 
 struct PathRow
@@ -311,10 +325,16 @@ TEST_F(Import, ToldOfProgressWhileManyPanelsAreWritten)
     }
     exportAll();
     QStringList told;
-    DashboardImport import(sharedFile,
-                           [&](qint64 done, qint64 total) { told.append(u"%1/%2"_s.arg(done).arg(total)); });
-    ASSERT_TRUE(import.Open() && import.ImportDashboard({dashboard}));
-    EXPECT_EQ(told, (QStringList{u"200/450"_s, u"400/450"_s}));
+    DashboardImport import(sharedFile, [&](qint64 done, qint64 total) {
+        told.append(u"%1/%2"_s.arg(done).arg(total));
+        return false;
+    });
+    ASSERT_TRUE(import.Open());
+    const auto preview = import.preview({dashboard});
+    ASSERT_FALSE(preview);
+    EXPECT_EQ(preview.reason(), u"The import was cancelled."_s);
+    EXPECT_TRUE(import.ImportDashboard({dashboard})) << "half an import would stay";
+    EXPECT_EQ(told, (QStringList{u"200/450"_s, u"200/450"_s, u"400/450"_s}));
 }
 
 } // namespace

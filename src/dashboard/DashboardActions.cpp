@@ -108,23 +108,28 @@ void DashboardActions::buildPanelMenu(QMainWindow& window)
     QMenu& menu = *mnuPanel;
     mnuPanelPaste = addEntry(menu, {u"mnuPanelPaste"_s, u"&Paste"_s, u"paste"_s,
                                     u"Make another panel of what is selected in the workbook"_s});
+    menu.addSeparator();
+    mnuPanelThresholds = addEntry(menu, {u"mnuPanelThresholds"_s, u"&Thresholds..."_s, u"thresholds"_s,
+                                         u"Mark cells of this panel when their numbers pass a limit"_s});
+    menu.addSeparator();
     mnuPanelRefresh =
         addEntry(menu, {u"mnuPanelRefresh"_s, u"&Refresh"_s, u"refresh-panel"_s,
                         u"Draw this panel anew from its workbook"_s, QKeySequence(Qt::SHIFT | Qt::Key_F5)});
+    mnuPanelDelete = addEntry(menu, {u"mnuPanelDelete"_s, u"&Delete"_s, u"delete"_s,
+                                     u"Take this panel off the dashboard for good"_s, QKeySequence(Qt::Key_Delete)});
+    // Only with the focus among the panels: elsewhere the key deletes text.
+    mnuPanelDelete->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     menu.addSeparator();
     mnuPanelAutosize =
         addEntry(menu, {u"mnuPanelAutosize"_s, u"&Autosize"_s, u"autosize"_s,
                         u"Make the panel as large as its picture"_s, QKeySequence(Qt::CTRL | Qt::Key_1)});
     mnuPanelZoomToFit = addEntry(menu, {u"mnuPanelZoomToFit"_s, u"&Zoom to Fit"_s, u"zoom-to-fit"_s,
                                         u"Stretch the picture over the panel"_s, QKeySequence(Qt::CTRL | Qt::Key_2)});
-    mnuPanelCrop = addEntry(menu, {u"mnuPanelCrop"_s, u"&Crop"_s, u"crop"_s,
+    mnuPanelCrop = addEntry(menu, {u"mnuPanelCrop"_s, u"Cr&op"_s, u"crop"_s,
                                    u"Show the picture in its own size and scroll where it does not fit"_s,
                                    QKeySequence(Qt::CTRL | Qt::Key_3)});
     for (QAction* view : {mnuPanelAutosize, mnuPanelZoomToFit, mnuPanelCrop})
         view->setCheckable(true);
-    menu.addSeparator();
-    mnuPanelThresholds = addEntry(menu, {u"mnuPanelThresholds"_s, u"&Thresholds..."_s, u"thresholds"_s,
-                                         u"Mark cells of this panel when their numbers pass a limit"_s});
     menu.menuAction()->setEnabled(false);
 }
 

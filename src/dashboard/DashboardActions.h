@@ -29,6 +29,7 @@ struct DashboardActions
     QMenu* mnuPanel = nullptr;
     QAction* mnuPanelPaste = nullptr;
     QAction* mnuPanelRefresh = nullptr;
+    QAction* mnuPanelDelete = nullptr;
     QAction* mnuPanelAutosize = nullptr;
     QAction* mnuPanelZoomToFit = nullptr;
     QAction* mnuPanelCrop = nullptr;

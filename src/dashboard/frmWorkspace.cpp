@@ -39,7 +39,7 @@ frmWorkspace::frmWorkspace(QWidget* parent) : QMainWindow(parent), m_actions(*th
     setCentralWidget(m_area);
     buildStatusBar();
     connectActions();
-    connectPanelViews();
+    connectPanelCommands();
     restoreWindowPlace(*this);
     Form_Load();
 }
@@ -81,17 +81,6 @@ void frmWorkspace::connectActions()
     connect(a.cmbWorkspaces, &QComboBox::currentIndexChanged, this, &frmWorkspace::cmbWorkspaces_Click);
     connect(m_area, &DashboardArea::menuRequested, this, &frmWorkspace::showWorkspaceMenu);
     connect(&timerRefresh, &QTimer::timeout, this, &frmWorkspace::timerRefresh_Timer);
-}
-
-void frmWorkspace::connectPanelViews()
-{
-    connect(m_actions.mnuPanelAutosize, &QAction::triggered, this,
-            [this] { runViewCommand(&frmPanel::Panel_Autosize); });
-    connect(m_actions.mnuPanelZoomToFit, &QAction::triggered, this,
-            [this] { runViewCommand(&frmPanel::Panel_ZoomToFit); });
-    connect(m_actions.mnuPanelCrop, &QAction::triggered, this, [this] { runViewCommand(&frmPanel::Panel_Crop); });
-    connect(m_actions.mnuPanel, &QMenu::aboutToShow, this, &frmWorkspace::Panel_PrepMenu);
-    connect(m_area, &QMdiArea::subWindowActivated, this, &frmWorkspace::Panel_PrepMenu);
 }
 
 void frmWorkspace::Form_Load()
@@ -192,16 +181,6 @@ frmPanel* frmWorkspace::newPanelWindow(qint16 Index)
     connect(panel, &frmPanel::viewChanged, this, &frmWorkspace::Panel_PrepMenu);
     connect(panel, &frmPanel::menuRequested, this, &frmWorkspace::showPanelMenu);
     return panel;
-}
-
-void frmWorkspace::Panel_PrepMenu()
-{
-    const frmPanel* panel = activePanel();
-    const auto record = panel && gWorkspace ? gWorkspace->Panels(panel->Index) : nullptr;
-    const QString view = record ? record->ViewType : QString();
-    m_actions.mnuPanelCrop->setChecked(view == u"C");
-    m_actions.mnuPanelZoomToFit->setChecked(view == u"Z");
-    m_actions.mnuPanelAutosize->setChecked(record && view != u"C" && view != u"Z");
 }
 
 void frmWorkspace::SetFormCaption(const QString& Name)

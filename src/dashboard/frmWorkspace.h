@@ -77,6 +77,9 @@ public:
     void mnuPanelRefresh_Click();
     void Workspace_CheckUpdates();
 
+    // Commands of the active panel.
+    void mnuPanelDelete_Click();
+
     // Other projects, and limits of a panel.
     void mnuToolsExport_Click();
     void mnuToolsImport_Click();
@@ -101,7 +104,7 @@ protected:
 private:
     void Form_Load();
     void connectActions();
-    void connectPanelViews();
+    void connectPanelCommands();
     void connectSharing();
     void connectPasting();
     void connectSession();
@@ -114,7 +117,9 @@ private:
     /// Runs a command's steps and traps what they throw.
     void command(const QString& procedure, const std::function<void()>& steps);
     void saveUnderNewName(const QString& Mode, bool asCopy);
-    void runViewCommand(void (frmPanel::*view)());
+    /// Runs a command of the active panel, a member of frmPanel or steps with it, with passes held off meanwhile.
+    /// Nothing happens without a panel. `procedure` names the entry in the log.
+    void runPanelCommand(const QString& procedure, const std::function<void(frmPanel&)>& member);
     void refreshDashboard();
     void refreshActivePanel(frmPanel& panel);
     void checkPanels();

@@ -12,7 +12,7 @@
 #include <QLabel>
 #include <QPointer>
 
-// The timer's pass over all panels, the refreshes that the user asks for, and the views of the active panel.
+// The timer's pass over all panels, and the refreshes that the user asks for.
 
 namespace lumivane {
 
@@ -124,21 +124,6 @@ void frmWorkspace::refreshActivePanel(frmPanel& panel)
     }
     prompts().setPointer(Prompts::Pointer::Default);
     IsBusy = false;
-}
-
-void frmWorkspace::runViewCommand(void (frmPanel::*view)())
-{
-    command(u"mnuPanelView_Click"_s, [this, view] {
-        frmPanel* panel = activePanel();
-        if (!panel) {
-            Panel_PrepMenu();
-            return;
-        }
-        IsBusy = true;
-        (panel->*view)();
-        IsBusy = false;
-        Panel_PrepMenu();
-    });
 }
 
 } // namespace lumivane

@@ -2,6 +2,7 @@
 
 #include "platform/RuntimeError.h"
 
+#include <QLocale>
 #include <QString>
 #include <cmath>
 #include <limits>
@@ -53,6 +54,17 @@ double leadingNumber(QStringView text)
             end = skipDigits(text, exponent);
     }
     return text.first(end).toDouble();
+}
+
+std::optional<double> typedNumber(QStringView text)
+{
+    text = text.trimmed();
+    const qsizetype point = text.indexOf(u'.');
+    if (text.startsWith(u',') || (point >= 0 && text.lastIndexOf(u',') > point))
+        return std::nullopt;
+    bool isNumber = false;
+    const double number = QLocale::c().toDouble(text.toString().remove(u','), &isNumber);
+    return isNumber && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 QString plainNumber(double number)

@@ -2,6 +2,7 @@
 
 #include <QStringView>
 #include <QtGlobal>
+#include <optional>
 
 namespace lumivane {
 
@@ -16,6 +17,10 @@ inline qint16 toInt16(int number)
 /// The number that a text begins with, 0 if it begins with none. The decimal sign is always a point, blanks in front
 /// are skipped: the way in which stored heights, widths and row numbers are read back.
 double leadingNumber(QStringView text);
+
+/// The number that the whole text is, as a user types one: blanks around it, "," between the digits in front of the
+/// point. None for anything else, an empty text included.
+std::optional<double> typedNumber(QStringView text);
 
 /// A number as plain text, with a point and without needless digits: "12.75", "8.43", "15".
 QString plainNumber(double number);

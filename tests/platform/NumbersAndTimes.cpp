@@ -51,6 +51,28 @@ TEST(LeadingNumber, ReadsWhatATextBeginsWith)
         EXPECT_DOUBLE_EQ(leadingNumber(QString::fromLatin1(row.text)), row.expected) << row.text;
 }
 
+TEST(TypedNumber, IsTheWholeTextOrNone)
+{
+    const struct
+    {
+        const char* text;
+        std::optional<double> expected;
+    } rows[] = {{"15", 15},        {" 15 ", 15},
+                {"-2.5", -2.5},    {"+7", 7},
+                {".5", .5},        {"5.", 5},
+                {"1,250", 1250},   {"1,250.75", 1250.75},
+                {"1e3", 1000},     {"32000.5", 32000.5},
+                {"", {}},          {"  ", {}},
+                {"ten", {}},       {"15 minutes", {}},
+                {"1.2.3", {}},     {"1.5,0", {}},
+                {",5", {}},        {"1e", {}},
+                {"1e999", {}},     {"inf", {}},
+                {"nan", {}},       {"0x10", {}},
+                {"2026-11-24", {}}};
+    for (const auto& row : rows)
+        EXPECT_EQ(typedNumber(QString::fromLatin1(row.text)), row.expected) << '"' << row.text << '"';
+}
+
 TEST(PlainNumber, HasNoNeedlessDigits)
 {
     EXPECT_EQ(plainNumber(12.75), u"12.75"_s);

@@ -1,0 +1,54 @@
+#include "range/AnchorChoices.h"
+
+#include "host/Host.h"
+#include "host/modUtilsExcel.h"
+#include "platform/Checked.h"
+
+#include <algorithm>
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int placesInAColumn = 1000;
+
+bool hasDecimals(const QString& value)
+{
+    return (value.contains(u'.') || value.contains(u',')) && typedNumber(value);
+}
+
+} // namespace
+
+void collectAnchorChoices(const SheetRange& range, std::vector<AnchorChoice>& choices)
+{
+    // Nothing outside the cells in use holds a value; whole rows and columns end there.
+    const CellArea used = range.sheet().usedArea();
+    const int rows = std::min(range.RowsCount(), used.lastRow - range.Row() + 1);
+    const int columns = std::min(range.ColumnsCount(), used.lastColumn - range.Column() + 1);
+    for (int c = 1; c <= columns; ++c) {
+        if (range.Cells(1, c).ColumnWidth() <= 0)
+            continue;
+        for (int i = 1; i <= rows; ++i) {
+            const SheetRange cell = range.Cells(i, c);
+            if (cell.RowHeight() <= 0)
+                continue;
+            const QString value = cell.ValueText();
+            if (!value.isEmpty() && !hasDecimals(value))
+                choices.push_back({value, toInt16(toInt16(c * placesInAColumn) + i)});
+        }
+    }
+}
+
+AnchorCell::AnchorCell(qint16 place, int firstRow, int firstColumn)
+    : column(ColLetter(place / placesInAColumn + firstColumn - 1)), row(place % placesInAColumn + firstRow - 1)
+{
+}
+
+QString AnchorCell::anchor(bool columnFixed) const
+{
+    return (columnFixed ? u"$%1%2"_s : u"%1$%2"_s).arg(column).arg(row);
+}
+
+} // namespace lumivane

@@ -1,0 +1,127 @@
+#include "range/AnchorChoices.h"
+
+#include "platform/RuntimeError.h"
+#include "support/PlainSheet.h"
+
+#include <gtest/gtest.h>
+
+using namespace lumivane;
+using namespace lumivane::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// "value@place" of each choice, joined by blanks.
+QString choicesIn(PlainSheet& sheet, const QString& range)
+{
+    std::vector<AnchorChoice> choices;
+    collectAnchorChoices(sheet.Range(range), choices);
+    QStringList texts;
+    for (const AnchorChoice& choice : choices)
+        texts.append(choice.value + u'@' + QString::number(choice.place));
+    return texts.join(u' ');
+}
+
+struct ValueRow
+{
+    const char* name;
+    QString value;
+    bool offered;
+};
+void PrintTo(const ValueRow& row, std::ostream* out)
+{
+    *out << row.name;
+}
+
+class OfferedValues : public testing::TestWithParam<ValueRow>
+{
+};
+
+TEST_P(OfferedValues, LeaveOutNumbersWithDecimals)
+{
+    PlainSheet sheet(u"Data"_s);
+    sheet.put(u"A1"_s, GetParam().value);
+    EXPECT_EQ(choicesIn(sheet, u"A1:B2"_s), GetParam().offered ? GetParam().value + u"@1001"_s : u""_s);
+}
+
+const ValueRow valueRows[] = {
+    {"whole_number", u"2008"_s, true},
+    {"decimals", u"2008.5"_s, false},
+    {"negative_decimals", u"-.5"_s, false},
+    {"grouped_digits", u"1,250"_s, false},
+    {"small_number_without_a_point", u"1E-05"_s, true},
+    {"text_with_a_point", u"No.5"_s, true},
+    {"text_with_a_comma", u"Sales,total"_s, true},
+    {"version", u"1.2.3"_s, true},
+    {"blank", u""_s, false},
+};
+INSTANTIATE_TEST_SUITE_P(Values, OfferedValues, testing::ValuesIn(valueRows),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(AnchorChoices, GoDownTheFirstColumnFirstAndKeepEqualValuesApart)
+{
+    PlainSheet sheet(u"Data"_s);
+    sheet.put(u"C5"_s, u"North"_s).put(u"D5"_s, u"Plan"_s).put(u"C7"_s, u"Plan"_s).put(u"D6"_s, u"x"_s);
+    sheet.put(u"B5"_s, u"before"_s).put(u"C8"_s, u"below"_s);
+    EXPECT_EQ(choicesIn(sheet, u"$C$5:$D$7"_s), u"North@1001 Plan@1003 Plan@2001 x@2002"_s);
+}
+
+TEST(AnchorChoices, HiddenRowsAndColumnsOfferNothing)
+{
+    PlainSheet sheet(u"Data"_s);
+    for (const char* cell : {"A1", "B1", "C1", "A2", "B2", "C2"})
+        sheet.put(QString::fromLatin1(cell), QString::fromLatin1(cell));
+    sheet.height(u"1:1"_s, 0).width(u"B:B"_s, 0);
+    EXPECT_EQ(choicesIn(sheet, u"A1:C2"_s), u"A2@1002 C2@3002"_s);
+}
+
+TEST(AnchorChoices, WholeColumnsEndWithTheCellsInUse)
+{
+    PlainSheet sheet(u"Data"_s);
+    sheet.put(u"B2"_s, u"first"_s).put(u"B40"_s, u"last"_s);
+    EXPECT_EQ(choicesIn(sheet, u"B:C"_s), u"first@1002 last@1040"_s);
+    EXPECT_EQ(choicesIn(sheet, u"D50:F60"_s), u""_s);
+}
+
+TEST(AnchorChoices, PlacesEndWithThe32ndColumn)
+{
+    PlainSheet sheet(u"Data"_s);
+    sheet.put(u"A1"_s, u"a"_s).put(u"AF767"_s, u"last"_s);
+    EXPECT_EQ(choicesIn(sheet, u"A1:AH800"_s), u"a@1001 last@32767"_s) << "columns without values need no place";
+    sheet.put(u"AG1"_s, u"beyond"_s);
+    std::vector<AnchorChoice> choices;
+    try {
+        collectAnchorChoices(sheet.Range(u"A1:AH800"_s), choices);
+        ADD_FAILURE() << "a place in the 33rd column was given";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.number(), RuntimeError::Overflow);
+    }
+    EXPECT_EQ(choices, (std::vector<AnchorChoice>{{u"a"_s, 1001}, {u"last"_s, 32767}}));
+}
+
+TEST(AnchorChoices, RowsBeyond999CountAsRowsOfLaterColumns)
+{
+    PlainSheet sheet(u"Data"_s);
+    sheet.put(u"A1500"_s, u"deep"_s);
+    EXPECT_EQ(choicesIn(sheet, u"A1:B2000"_s), u"deep@2500"_s);
+    EXPECT_EQ(AnchorCell(2500, 1, 1).anchor(true), u"$B500"_s);
+}
+
+TEST(AnchorChoices, AreCellsOfTheSheet)
+{
+    const struct
+    {
+        qint16 place;
+        int firstRow, firstColumn;
+        QString inColumn, inRow;
+    } rows[] = {{1001, 1, 1, u"$A1"_s, u"A$1"_s},
+                {3012, 5, 25, u"$AA16"_s, u"AA$16"_s},
+                {32767, 1, 225, u"$IV767"_s, u"IV$767"_s}};
+    for (const auto& row : rows) {
+        const AnchorCell cell(row.place, row.firstRow, row.firstColumn);
+        EXPECT_EQ(cell.anchor(true), row.inColumn);
+        EXPECT_EQ(cell.anchor(false), row.inRow);
+    }
+}
+
+} // namespace

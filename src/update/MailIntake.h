@@ -24,4 +24,11 @@ using MailIntake = std::function<QString(const MailQuestion& question, QDateTime
 void setMailIntake(MailIntake intake);
 const MailIntake& mailIntake();
 
+/// Lets the user choose a mail folder and answers it as "id`display name", or empty.
+using MailFolderPicker = std::function<QString()>;
+void setMailFolderPicker(MailFolderPicker picker);
+
+/// The folder that the user chooses, or empty; tells the user when there is no mail to choose from.
+QString Outlook_SelectFolder();
+
 } // namespace lumivane

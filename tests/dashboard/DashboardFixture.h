@@ -2,25 +2,11 @@
 
 #include "dashboard/frmWorkspace.h"
 #include "panel/ProjectFixture.h"
+#include "panel/ShownDialog.h"
 
-#include <QApplication>
 #include <QComboBox>
-#include <QTimer>
 
 namespace lumivane::test {
-
-/// Does something with the dialog that the next command shows.
-template <class Dialog>
-void whenShown(std::function<void(Dialog&)> act)
-{
-    QTimer::singleShot(0, [act] {
-        auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-        ASSERT_TRUE(dialog) << "another dialog, or none, was shown";
-        act(*dialog);
-        if (dialog->isVisible())
-            dialog->reject();
-    });
-}
 
 /// A main window on a project with stored dashboards.
 class DashboardFixture : public ProjectFixture

@@ -35,6 +35,10 @@ public:
     /// Fills the panel from what the user has selected in their spreadsheet; true when a picture was loaded.
     bool Panel_Paste();
 
+    // Property dialogs. The panel counts as changed however they end.
+    void Panel_Range(bool EditMode);
+    void Panel_Properties(bool EditMode);
+
     void SetCaption();
     void Panel_Autosize();
     void Panel_Crop();

@@ -1,0 +1,251 @@
+#include "panel/frmPanelProperties.h"
+
+#include "platform/ApplicationInfo.h"
+#include "platform/Checked.h"
+#include "platform/Prompts.h"
+#include "platform/RuntimeError.h"
+#include "repository/clsPanelSource.h"
+#include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
+#include "session/modMain.h"
+#include "session/modUtilsLog.h"
+#include "update/MailIntake.h"
+
+#include "ui_frmPanelProperties.h"
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double mostMinutes = 32000;
+
+struct UpdateTypeEntry
+{
+    QString name; ///< as it is stored
+    QString hint; ///< what becomes of the workbook
+};
+
+const QList<UpdateTypeEntry>& updateTypes()
+{
+    static const QList<UpdateTypeEntry> types{
+        {u"folder"_s, u"The newest file in the source folder that fits the mask is copied to the folder of the "
+                      "current file and taken over from there."_s},
+        {u"inbox"_s, u"The newest attachment in the mail folder that fits the masks is saved in the folder of the "
+                     "current file and taken over from there."_s},
+        {u"refresh"_s, u"The current file is opened, refreshes its own data and is saved at its place."_s},
+        {u"default"_s, u"The folder of the current file is watched: the newest file in it that fits the mask is "
+                       "taken over."_s},
+    };
+    return types;
+}
+
+bool isBlank(const QLineEdit& box)
+{
+    return box.text().trimmed().isEmpty();
+}
+
+} // namespace
+
+frmPanelProperties::frmPanelProperties(QWidget* parent)
+    : QDialog(parent), ui(std::make_unique<Ui::frmPanelProperties>())
+{
+    ui->setupUi(this);
+    ui->lblNoMail->setVisible(!mailIntake());
+    QSizePolicy policy = ui->stkPlace->sizePolicy();
+    policy.setRetainSizeWhenHidden(true); // the dialog keeps its size whatever type is chosen
+    ui->stkPlace->setSizePolicy(policy);
+    FillTypes();
+    connect(ui->cmbUpdateType, &QComboBox::currentIndexChanged, this, &frmPanelProperties::cmbUpdateType_Click);
+    connect(ui->cmdSourceFolder, &QPushButton::clicked, this, &frmPanelProperties::cmdSourceFolder_Click);
+    connect(ui->cmdOFolder, &QPushButton::clicked, this, &frmPanelProperties::cmdOFolder_Click);
+    connect(ui->cmdOK, &QPushButton::clicked, this, &frmPanelProperties::cmdOK_Click);
+    connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+frmPanelProperties::~frmPanelProperties() = default;
+
+int frmPanelProperties::exec()
+{
+    return Form_Activate() ? QDialog::exec() : int(Rejected);
+}
+
+bool frmPanelProperties::Form_Activate()
+{
+    if (Index < 0) {
+        prompts().message(u"Invalid panel index."_s, Prompts::Icon::Critical);
+        return false;
+    }
+    try {
+        const auto panel = gWorkspace ? gWorkspace->Panels(Index) : nullptr;
+        if (!panel)
+            throw RuntimeError(RuntimeError::ObjectNotSet);
+        if (panel->SourceID <= 0) {
+            prompts().message(u"Invalid source ID."_s, Prompts::Icon::Critical);
+            return false;
+        }
+        SourceID = panel->SourceID;
+        LoadFields();
+        return true;
+    } catch (const RuntimeError& error) {
+        LogError(objectName(), u"Form_Activate"_s, error.number(), error.description(), true);
+        return false;
+    }
+}
+
+void frmPanelProperties::FillTypes()
+{
+    for (const UpdateTypeEntry& type : updateTypes())
+        ui->cmbUpdateType->addItem(type.name);
+    ui->cmbUpdateType->setCurrentIndex(-1);
+    ui->stkPlace->hide();
+}
+
+std::shared_ptr<clsPanelSource> frmPanelProperties::source() const
+{
+    const auto found = gSources ? gSources->Source(SourceID) : nullptr;
+    if (!found)
+        throw RuntimeError(RuntimeError::ObjectNotSet);
+    return found;
+}
+
+void frmPanelProperties::LoadFields()
+{
+    const auto record = source();
+    ui->txtSource->setText(record->DestFolder + record->NewestFile);
+    ui->txtSourceFolder->setText(record->SourceFolder);
+    ui->txtFrequency->setText(QString::number(record->CheckEvery));
+    ui->txtMask->setText(record->Mask);
+    ui->cmbUpdateType->setCurrentIndex(ui->cmbUpdateType->findText(record->UpdateType, Qt::MatchFixedString));
+    // A mail folder chosen earlier is not brought back: unless one is chosen again, OK stores the default inbox.
+    ui->txtOFolder->setText(u"Inbox"_s);
+    ui->txtOSender->setText(record->OLSender.trimmed().isEmpty() ? u"*"_s : record->OLSender);
+    ui->txtOSubject->setText(record->OLSubject);
+}
+
+void frmPanelProperties::cmbUpdateType_Click()
+{
+    const int type = ui->cmbUpdateType->currentIndex();
+    if (type < 0)
+        return;
+    const QString& name = updateTypes()[type].name;
+    ui->lblHint->setText(updateTypes()[type].hint);
+    ui->stkPlace->setCurrentWidget(name == u"inbox" ? ui->fraInbox : ui->fraFolder);
+    ui->stkPlace->setVisible(name == u"inbox" || name == u"folder");
+    ui->txtFrequency->setEnabled(name != u"default");
+}
+
+void frmPanelProperties::cmdSourceFolder_Click()
+{
+    const QString folder = prompts().browseForFolder(u"Select source folder"_s, ui->txtSourceFolder->text());
+    if (!folder.isEmpty())
+        ui->txtSourceFolder->setText(folder);
+}
+
+void frmPanelProperties::cmdOFolder_Click()
+{
+    m_olFolder = Outlook_SelectFolder();
+    ui->txtOFolder->setText(m_olFolder.section(u'`', 1));
+    activateWindow(); // choosing may have brought another program to the front
+}
+
+bool frmPanelProperties::refuse(const QString& text, QWidget& place)
+{
+    prompts().message(text, Prompts::Icon::Exclamation);
+    place.setFocus();
+    return false;
+}
+
+bool frmPanelProperties::refuseFrequency(const QString& text)
+{
+    prompts().message(text, Prompts::Icon::Exclamation);
+    ui->txtFrequency->selectAll();
+    ui->txtFrequency->setFocus();
+    return false;
+}
+
+bool frmPanelProperties::ValidateFields()
+{
+    const QString type = ui->cmbUpdateType->currentText();
+    if (ui->cmbUpdateType->currentIndex() < 0)
+        return refuse(u"No Update Type selected."_s, *ui->cmbUpdateType);
+    if (type == u"folder" && !ValidateFolder())
+        return false;
+    if (type == u"inbox" && !ValidateInbox())
+        return false;
+    if (isBlank(*ui->txtMask))
+        return refuse(u"No file mask defined."_s, *ui->txtMask);
+    return ValidateFrequency();
+}
+
+bool frmPanelProperties::ValidateFolder()
+{
+    if (isBlank(*ui->txtSourceFolder)) {
+        prompts().message(u"No source folder specified."_s, Prompts::Icon::Exclamation);
+        cmdSourceFolder_Click();
+        return false;
+    }
+    return !isBlank(*ui->txtFrequency) || refuse(u"No frequency specified."_s, *ui->txtFrequency);
+}
+
+bool frmPanelProperties::ValidateInbox()
+{
+    if (isBlank(*ui->txtOFolder)) {
+        prompts().message(u"No folder specified."_s, Prompts::Icon::Exclamation);
+        cmdOFolder_Click();
+        return false;
+    }
+    if (isBlank(*ui->txtOSender) && isBlank(*ui->txtOSubject))
+        return refuse(u"Either sender, subject must be defined."_s, *ui->txtOSender);
+    return !isBlank(*ui->txtFrequency) || refuse(u"No frequency specified."_s, *ui->txtFrequency);
+}
+
+bool frmPanelProperties::ValidateFrequency()
+{
+    if (isBlank(*ui->txtFrequency))
+        return refuse(u"No frequency specified."_s, *ui->txtFrequency);
+    const auto minutes = typedNumber(ui->txtFrequency->text());
+    if (!minutes)
+        return refuseFrequency(u"Frequency must be numeric."_s);
+    if (*minutes <= 0)
+        return refuseFrequency(u"Frequency must be greater than 0."_s);
+    if (*minutes > mostMinutes)
+        return refuseFrequency(u"Refresh frequency cannot be greater than 32,000."_s);
+    return true;
+}
+
+void frmPanelProperties::takeFields(clsPanelSource& record) const
+{
+    record.SourceFolder = withDelimiter(ui->txtSourceFolder->text());
+    record.CheckEvery = toInt16(typedNumber(ui->txtFrequency->text()).value_or(0));
+    record.Mask = ui->txtMask->text();
+    record.UpdateType = ui->cmbUpdateType->currentText();
+    record.OLFolder = m_olFolder;
+    record.OLSender = ui->txtOSender->text();
+    record.OLSubject = ui->txtOSubject->text();
+    record.OLAttach = ui->txtMask->text(); // one mask for the folder and for attachments
+}
+
+void frmPanelProperties::cmdOK_Click()
+{
+    try {
+        if (!ValidateFields())
+            return;
+        const auto panel = gWorkspace->Panels(Index);
+        if (!panel)
+            throw RuntimeError(RuntimeError::ObjectNotSet);
+        panel->SourceID = SourceID;
+        const auto record = source();
+        const clsPanelSource before = *record;
+        takeFields(*record);
+        if (record->UpdateDB(gDB))
+            accept();
+        else
+            *record = before; // the user has been told why, and can change what was refused
+    } catch (const RuntimeError& error) {
+        LogError(objectName(), u"cmdOK_Click"_s, error.number(), error.description(), true);
+    }
+}
+
+} // namespace lumivane

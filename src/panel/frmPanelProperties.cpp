@@ -7,6 +7,7 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
+#include "session/modHTMLHelp.h"
 #include "session/modMain.h"
 #include "session/modUtilsLog.h"
 #include "update/MailIntake.h"
@@ -62,6 +63,7 @@ frmPanelProperties::frmPanelProperties(QWidget* parent)
     connect(ui->cmdOFolder, &QPushButton::clicked, this, &frmPanelProperties::cmdOFolder_Click);
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmPanelProperties::cmdOK_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [this] { ShowHelp(objectName()); });
 }
 
 frmPanelProperties::~frmPanelProperties() = default;

@@ -7,6 +7,7 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
+#include "session/modHTMLHelp.h"
 #include "session/modMain.h"
 #include "session/modUtilsLog.h"
 
@@ -52,6 +53,7 @@ frmRangeRelative::frmRangeRelative(QWidget* parent) : QDialog(parent), ui(std::m
     connect(ui->cmbAnchor, &QComboBox::currentIndexChanged, this, &frmRangeRelative::cmbAnchor_Click);
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmRangeRelative::cmdOK_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(ui->cmdHelp, &QPushButton::clicked, this, [this] { ShowHelp(objectName()); });
 }
 
 frmRangeRelative::~frmRangeRelative() = default;

@@ -1,5 +1,7 @@
 #include "panel/PanelStyle.h"
 
+#include "panel/PanelCaption.h"
+
 #include <QFontDatabase>
 #include <QPainter>
 #include <QStyleOption>
@@ -14,14 +16,21 @@ constexpr int titleButton = 18;
 constexpr int panelBorder = 4;
 constexpr int titleHeight = 22;
 constexpr int noticeSign = 12;
+constexpr int markedLine = 3;
 
 struct PanelColors
 {
     QColor title, text, line;
+    int lineWidth = 1;
 };
 
-PanelColors panelColors(bool active)
+PanelColors panelColors(bool active, const QWidget* panel)
 {
+    const int mark = panel ? panel->property(PanelStyle::markProperty).toInt() : 0;
+    if (mark == static_cast<int>(PanelMark::Base))
+        return {QColor(0xfc, 0xe4, 0xcb), QColor(0x4a, 0x2a, 0x06), QColor(0xd9, 0x78, 0x0d), markedLine};
+    if (mark == static_cast<int>(PanelMark::Marked))
+        return {QColor(0xd3, 0xe7, 0xf7), QColor(0x10, 0x33, 0x50), QColor(0x1f, 0x7f, 0xc4), markedLine};
     if (active)
         return {QColor(0xe8, 0xef, 0xf5), QColor(0x1f, 0x2d, 0x3d), QColor(0x8f, 0xa9, 0xbf)};
     return {QColor(0xf4, 0xf6, 0xf8), QColor(0x5a, 0x67, 0x75), QColor(0xd5, 0xdb, 0xe1)};
@@ -43,6 +52,16 @@ void drawNoticeSign(QPainter& painter, const QRect& title)
     painter.drawPolygon(QPolygonF({QPointF(place.center().x(), place.top()), place.bottomRight(), place.bottomLeft()}));
     painter.drawLine(place.center() - QPointF(0, 1), place.center() + QPointF(0, 2));
     painter.drawPoint(place.center() + QPointF(0, 4.2));
+}
+
+void fillEdges(QPainter& painter, const QRect& rect, const PanelColors& colors, bool withBottom)
+{
+    const int width = colors.lineWidth;
+    painter.fillRect(rect.left(), rect.top(), rect.width(), width, colors.line);
+    if (withBottom)
+        painter.fillRect(rect.left(), rect.bottom() + 1 - width, rect.width(), width, colors.line);
+    painter.fillRect(rect.left(), rect.top(), width, rect.height(), colors.line);
+    painter.fillRect(rect.right() + 1 - width, rect.top(), width, rect.height(), colors.line);
 }
 
 void drawMinimizeButton(QPainter& painter, const QRect& button, const QColor& color, bool restores)
@@ -128,16 +147,12 @@ void PanelStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
         return;
     }
 
-    const PanelColors colors = panelColors(title->titleBarState & State_Active);
+    const PanelColors colors = panelColors(title->titleBarState & State_Active, widget);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing, false);
     painter->fillRect(title->rect, colors.title);
     // The frame's own line is only drawn below the title.
-    const QRect edge = title->rect.adjusted(0, 0, -1, 0);
-    painter->setPen(colors.line);
-    painter->drawLine(edge.topLeft(), edge.topRight());
-    painter->drawLine(edge.topLeft(), edge.bottomLeft());
-    painter->drawLine(edge.topRight(), edge.bottomRight());
+    fillEdges(*painter, title->rect, colors, false);
     painter->setPen(colors.text);
     painter->setFont(captionFont());
     QRect label = subControlRect(control, title, SC_TitleBarLabel, widget);
@@ -168,11 +183,7 @@ void PanelStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
         QProxyStyle::drawPrimitive(element, option, painter, widget);
         return;
     }
-    const PanelColors colors = panelColors(option->state & State_Active);
-    painter->save();
-    painter->setPen(colors.line);
-    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
-    painter->restore();
+    fillEdges(*painter, option->rect, panelColors(option->state & State_Active, widget), true);
 }
 
 } // namespace lumivane

@@ -18,6 +18,8 @@ public:
     static QFont captionFont();
     /// A panel window whose property of this name is true gets a sign in its title.
     static constexpr const char* noticeProperty = "panelNotice";
+    /// What a panel window is in layout mode, a PanelMark as a number; marks are drawn as coloured frames.
+    static constexpr const char* markProperty = "panelMark";
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -2,6 +2,7 @@
 
 #include "panel/PanelCaption.h"
 #include "panel/PanelPaste.h"
+#include "panel/PanelSnap.h"
 #include "panel/PanelStyle.h"
 #include "panel/PictureBox.h"
 #include "panel/Twips.h"
@@ -30,6 +31,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int noticePadding = 6;
+constexpr double snapInches = 6 / 96.0; // of a mouse that comes near a line
 
 QRect pixelRect(const TwipsRect& rect)
 {
@@ -187,6 +189,8 @@ void frmPanel::SetCaption()
     PanelMark mark = PanelMark::None;
     if (m_editMode())
         mark = IsBase ? PanelMark::Base : IsMarked ? PanelMark::Marked : PanelMark::None;
+    setProperty(PanelStyle::markProperty, static_cast<int>(mark));
+    update();
     std::optional<QDateTime> stamp;
     const auto source = panel->Source();
     if (gPanelTimeStamp && source)
@@ -398,6 +402,41 @@ bool frmPanel::eventFilter(QObject* watched, QEvent* event)
     return QMdiSubWindow::eventFilter(watched, event);
 }
 
+void frmPanel::mousePressEvent(QMouseEvent* event)
+{
+    m_pressed = geometry();
+    QMdiSubWindow::mousePressEvent(event);
+}
+
+void frmPanel::mouseMoveEvent(QMouseEvent* event)
+{
+    QMdiSubWindow::mouseMoveEvent(event);
+    if (m_editMode() && event->buttons() == Qt::LeftButton && !event->modifiers().testFlag(Qt::AltModifier))
+        snapToNeighbours();
+}
+
+void frmPanel::mouseReleaseEvent(QMouseEvent* event)
+{
+    QMdiSubWindow::mouseReleaseEvent(event);
+    if (m_editMode() && geometry() != m_pressed && !isMinimized())
+        Q_EMIT placed();
+}
+
+void frmPanel::snapToNeighbours()
+{
+    const QMdiArea* area = mdiArea();
+    if (!area || isMinimized() || geometry() == m_pressed)
+        return;
+    QVector<QRect> neighbours;
+    for (const QMdiSubWindow* window : area->subWindowList()) {
+        if (window != this && window->isVisible() && !window->isMinimized())
+            neighbours.append(window->geometry());
+    }
+    const int distance = qRound(snapInches * logicalDpiX());
+    setGeometry(snapped(geometry(), m_pressed, minimumSizeHint().expandedTo(minimumSize()),
+                        snapLines(area->viewport()->rect(), neighbours), distance));
+}
+
 bool frmPanel::scrollBy(QWheelEvent& wheel)
 {
     const bool across =
@@ -459,7 +498,8 @@ bool frmPanel::clientEvent(QEvent& event)
     case QEvent::Wheel:
         return scrollBy(static_cast<QWheelEvent&>(event));
     case QEvent::KeyPress:
-        return scrollBy(static_cast<const QKeyEvent&>(event));
+        // In layout mode the keys move panels, which the dashboard sees to.
+        return !m_editMode() && scrollBy(static_cast<const QKeyEvent&>(event));
     case QEvent::ContextMenu: {
         const auto& request = static_cast<const QContextMenuEvent&>(event);
         if (request.reason() == QContextMenuEvent::Keyboard)

@@ -65,6 +65,8 @@ Q_SIGNALS:
     void viewChanged();
     void menuRequested(const QPoint& globalPosition);
     void doubleClicked();
+    /// In layout mode, the mouse has given the window another place or size.
+    void placed();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -72,6 +74,9 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     void buildParts();
@@ -87,6 +92,7 @@ private:
     std::shared_ptr<clsWorkspacePanel> record() const;
     QPoint scrolledBy() const;
     QRect dashboardGeometry() const;
+    void snapToNeighbours();
     bool clientEvent(QEvent& event);
     bool scrollBy(QWheelEvent& wheel);
     bool scrollBy(const QKeyEvent& key);
@@ -94,6 +100,7 @@ private:
     std::function<bool()> m_editMode;
     PanelPipeline m_pipeline;
     QRect m_restored; ///< geometry on the dashboard when last neither minimized nor being moved by scrolling
+    QRect m_pressed;  ///< geometry when the mouse went down on title or border
     bool m_unloading = false;
 
     QWidget* m_client = nullptr;

@@ -36,6 +36,25 @@ QAction* addEntry(QMenu& menu, const EntryText& entry)
     return action;
 }
 
+QMenu* addSubmenu(QMenu& menu, const QString& name, const QString& caption)
+{
+    QMenu* submenu = menu.addMenu(caption);
+    submenu->setObjectName(name);
+    return submenu;
+}
+
+/// The same switch in several menus: the first one has the keys, which the others only tell.
+QAction* addLayoutEntry(QMenu& menu, const QString& name, bool hasKeys)
+{
+    const QKeySequence keys(Qt::CTRL | Qt::Key_L);
+    const QString told = hasKeys ? QString() : u'\t' + keys.toString(QKeySequence::NativeText);
+    QAction* action =
+        addEntry(menu, {name, u"&Layout Mode"_s + told, u"layout"_s, u"Line up panels and give them the same size"_s,
+                        hasKeys ? keys : QKeySequence()});
+    action->setCheckable(true);
+    return action;
+}
+
 QMenu* addMenu(QMainWindow& window, const QString& name, const QString& caption)
 {
     QMenu* menu = window.menuBar()->addMenu(caption);
@@ -59,6 +78,7 @@ DashboardActions::DashboardActions(QMainWindow& window)
 {
     buildWorkspaceMenu(window);
     buildPanelMenu(window);
+    buildMultiPanelMenu(window);
     buildToolsMenu(window);
     buildEditMenu(window);
     buildHelpMenu(window);
@@ -97,6 +117,7 @@ void DashboardActions::buildWorkspaceMenu(QMainWindow& window)
     mnuWorkspacePaste =
         addEntry(menu, {u"mnuWorkspacePaste"_s, u"&Paste"_s, u"paste"_s,
                         u"Make a panel of what is selected in the workbook"_s, QKeySequence(Qt::CTRL | Qt::Key_V)});
+    mnuWorkspaceLayout = addLayoutEntry(menu, u"mnuWorkspaceLayout"_s, true);
     menu.addSeparator();
     mnuWorkspaceExit = addEntry(
         menu, {u"mnuWorkspaceExit"_s, u"E&xit"_s, u"exit"_s, u"End the program"_s, QKeySequence(Qt::CTRL | Qt::Key_Q)});
@@ -120,6 +141,7 @@ void DashboardActions::buildPanelMenu(QMainWindow& window)
     // Only with the focus among the panels: elsewhere the key deletes text.
     mnuPanelDelete->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     menu.addSeparator();
+    mnuPanelLayout = addLayoutEntry(menu, u"mnuPanelLayout"_s, false);
     mnuPanelAutosize =
         addEntry(menu, {u"mnuPanelAutosize"_s, u"&Autosize"_s, u"autosize"_s,
                         u"Make the panel as large as its picture"_s, QKeySequence(Qt::CTRL | Qt::Key_1)});
@@ -131,6 +153,39 @@ void DashboardActions::buildPanelMenu(QMainWindow& window)
     for (QAction* view : {mnuPanelAutosize, mnuPanelZoomToFit, mnuPanelCrop})
         view->setCheckable(true);
     menu.menuAction()->setEnabled(false);
+}
+
+void DashboardActions::buildMultiPanelMenu(QMainWindow& window)
+{
+    mnuMultiPanel = addMenu(window, u"mnuMultiPanel"_s, u"Multi &Panel"_s);
+    mnuMultiPanel->menuAction()->setVisible(false);
+    mnuMultiLayout = addLayoutEntry(*mnuMultiPanel, u"mnuMultiLayout"_s, false);
+
+    mnuMultiAlign = addSubmenu(*mnuMultiPanel, u"mnuMultiAlign"_s, u"&Align"_s);
+    mnuAlignLeft = addEntry(*mnuMultiAlign, {u"mnuAlignLeft"_s, u"&Lefts"_s, u"align-left"_s,
+                                             u"Put the left edges of the marked panels below that of the base"_s,
+                                             QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Left)});
+    mnuAlignRight = addEntry(*mnuMultiAlign, {u"mnuAlignRight"_s, u"&Rights"_s, u"align-right"_s,
+                                              u"Put the right edges of the marked panels below that of the base"_s,
+                                              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Right)});
+    mnuMultiAlign->addSeparator();
+    mnuAlignTop = addEntry(*mnuMultiAlign, {u"mnuAlignTop"_s, u"&Tops"_s, u"align-top"_s,
+                                            u"Put the top edges of the marked panels beside that of the base"_s,
+                                            QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Up)});
+    mnuAlignBottom = addEntry(*mnuMultiAlign, {u"mnuAlignBottom"_s, u"&Bottoms"_s, u"align-bottom"_s,
+                                               u"Put the bottom edges of the marked panels beside that of the base"_s,
+                                               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Down)});
+
+    mnuSameSize = addSubmenu(*mnuMultiPanel, u"mnuSameSize"_s, u"&Make Same Size"_s);
+    mnuSameWidth = addEntry(*mnuSameSize, {u"mnuSameWidth"_s, u"&Width"_s, u"same-width"_s,
+                                           u"Make the marked panels as wide as the base"_s,
+                                           QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_W)});
+    mnuSameHeight = addEntry(*mnuSameSize, {u"mnuSameHeight"_s, u"&Height"_s, u"same-height"_s,
+                                            u"Make the marked panels as high as the base"_s,
+                                            QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_H)});
+    mnuSameBoth = addEntry(*mnuSameSize, {u"mnuSameBoth"_s, u"&Both"_s, u"same-both"_s,
+                                          u"Make the marked panels as wide and as high as the base"_s,
+                                          QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_B)});
 }
 
 void DashboardActions::buildToolsMenu(QMainWindow& window)

@@ -24,16 +24,30 @@ struct DashboardActions
     QAction* mnuWorkspaceDelete = nullptr;
     QAction* mnuWorkspaceWorkbook = nullptr; ///< opens a workbook to select from
     QAction* mnuWorkspacePaste = nullptr;
+    QAction* mnuWorkspaceLayout = nullptr;
     QAction* mnuWorkspaceExit = nullptr;
 
     QMenu* mnuPanel = nullptr;
     QAction* mnuPanelPaste = nullptr;
     QAction* mnuPanelRefresh = nullptr;
     QAction* mnuPanelDelete = nullptr;
+    QAction* mnuPanelLayout = nullptr;
     QAction* mnuPanelAutosize = nullptr;
     QAction* mnuPanelZoomToFit = nullptr;
     QAction* mnuPanelCrop = nullptr;
     QAction* mnuPanelThresholds = nullptr;
+
+    QMenu* mnuMultiPanel = nullptr; ///< stands in place of mnuPanel in layout mode
+    QAction* mnuMultiLayout = nullptr;
+    QMenu* mnuMultiAlign = nullptr;
+    QAction* mnuAlignLeft = nullptr;
+    QAction* mnuAlignRight = nullptr;
+    QAction* mnuAlignTop = nullptr;
+    QAction* mnuAlignBottom = nullptr;
+    QMenu* mnuSameSize = nullptr;
+    QAction* mnuSameWidth = nullptr;
+    QAction* mnuSameHeight = nullptr;
+    QAction* mnuSameBoth = nullptr;
 
     QMenu* mnuTools = nullptr;
     QAction* mnuToolsOptions = nullptr;
@@ -59,6 +73,7 @@ struct DashboardActions
 private:
     void buildWorkspaceMenu(QMainWindow& window);
     void buildPanelMenu(QMainWindow& window);
+    void buildMultiPanelMenu(QMainWindow& window);
     void buildToolsMenu(QMainWindow& window);
     void buildEditMenu(QMainWindow& window);
     void buildHelpMenu(QMainWindow& window);

@@ -74,6 +74,7 @@ void frmWorkspace::connectActions()
     connectSharing();
     connectPasting();
     connectSession();
+    connectLayout();
     connect(a.mnuEditHorizontal, &QAction::triggered, this, [this] { arrangePanels(tileHorizontally); });
     connect(a.mnuEditVertical, &QAction::triggered, this, [this] { arrangePanels(tileVertically); });
     connect(a.mnuEditCascade, &QAction::triggered, this, &frmWorkspace::cascadePanels);
@@ -180,6 +181,7 @@ frmPanel* frmWorkspace::newPanelWindow(qint16 Index)
     m_area->addSubWindow(panel);
     connect(panel, &frmPanel::viewChanged, this, &frmWorkspace::Panel_PrepMenu);
     connect(panel, &frmPanel::menuRequested, this, &frmWorkspace::showPanelMenu);
+    connect(panel, &frmPanel::placed, this, [this] { IsModified = true; });
     return panel;
 }
 
@@ -193,7 +195,7 @@ void frmWorkspace::showPanelMenu(const QPoint& globalPosition)
     if (auto* panel = qobject_cast<frmPanel*>(sender()))
         m_area->setActiveSubWindow(panel);
     Panel_PrepMenu();
-    m_actions.mnuPanel->popup(globalPosition);
+    (EditMode ? m_actions.mnuMultiPanel : m_actions.mnuPanel)->popup(globalPosition);
 }
 
 void frmWorkspace::showWorkspaceMenu(const QPoint& position, const QPoint& globalPosition)

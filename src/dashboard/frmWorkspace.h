@@ -4,16 +4,20 @@
 #include "host/modUtilsExcel.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <QTimer>
 #include <functional>
 #include <memory>
 
+class QKeyEvent;
 class QLabel;
+class QShortcut;
 
 namespace lumivane {
 
 class DashboardArea;
 class WorkingDialog;
+class clsWorkspacePanel;
 class frmPanel;
 
 /// The main window: the frame around the panels of the dashboard on screen, the owner of all commands and of the timer
@@ -80,6 +84,18 @@ public:
     // Commands of the active panel.
     void mnuPanelDelete_Click();
 
+    // Layout mode: the marked panels follow the base, which never moves. Places and sizes stand in windows and records
+    // until the dashboard is saved.
+    void mnuWorkspaceLayout_Click();
+    void mnuAlignLeft_Click();
+    void mnuAlignRight_Click();
+    void mnuAlignTop_Click();
+    void mnuAlignBottom_Click();
+    void mnuSameWidth_Click();
+    void mnuSameHeight_Click();
+    void mnuSameBoth_Click();
+    void ClearMarks();
+
     // Other projects, and limits of a panel.
     void mnuToolsExport_Click();
     void mnuToolsImport_Click();
@@ -100,6 +116,7 @@ Q_SIGNALS:
 protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override; // Form_QueryUnload
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void Form_Load();
@@ -125,6 +142,18 @@ private:
     void checkPanels();
     void openPanelWindows(XLInstance& XLInst, bool Refresh);
 
+    // Layout mode.
+    using MarkedStep = std::function<void(frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base)>;
+    void connectLayout();
+    void enterLayoutMode(frmPanel& base);
+    void leaveLayoutMode();
+    void showLayoutMode();
+    void changeMarkedPanels(const QString& procedure, const MarkedStep& step);
+    bool layoutKey(const QKeyEvent& key);
+    void nudgeMarkedPanels(const QPoint& pixels);
+    /// Lets steps that make all windows anew end with the same panels marked.
+    void keepMarks(const std::function<void()>& steps);
+
     frmPanel* activePanel() const;
     frmPanel* newPanelWindow(qint16 Index);
     void Panel_PrepMenu();
@@ -138,6 +167,9 @@ private:
     DashboardActions m_actions;
     DashboardArea* m_area = nullptr;
     QLabel* m_lastCheck = nullptr;
+    QLabel* m_layoutHint = nullptr;
+    QShortcut* m_leaveLayout = nullptr;
+    QPointer<frmPanel> BasePanel; ///< read only in layout mode
     QTimer timerRefresh;
 };
 

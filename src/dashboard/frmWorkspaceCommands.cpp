@@ -37,6 +37,7 @@ void frmWorkspace::mnuWorkspaceNew_Click()
             return;
         IsBusy = true;
         ClosePanels();
+        leaveLayoutMode();
         gWorkspace = std::make_shared<clsWorkspace>();
         gWorkspace->Name = u"Untitled"_s;
         SetFormCaption(gWorkspace->Name);
@@ -182,6 +183,7 @@ void frmWorkspace::cmbWorkspaces_Click()
         if (loaded)
             ClearDirty();
         SetFormCaption(gWorkspace->Name);
+        leaveLayoutMode();
         IsBusy = false;
     });
 }

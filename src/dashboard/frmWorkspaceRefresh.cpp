@@ -69,7 +69,7 @@ void frmWorkspace::mnuWorkspaceRefresh_Click()
         bool OK = false;
         PromptSave(false, OK);
         if (OK)
-            refreshDashboard();
+            keepMarks([this] { refreshDashboard(); });
     });
 }
 

@@ -1,0 +1,341 @@
+#include "dashboard/DashboardArea.h"
+#include "dashboard/DashboardFixture.h"
+#include "panel/Twips.h"
+#include "panel/frmPanel.h"
+#include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
+#include "session/modMain.h"
+
+#include <QAction>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QShortcut>
+
+using namespace lumivane;
+using namespace Qt::StringLiterals;
+using Command = void (frmWorkspace::*)();
+
+namespace {
+
+/// A dashboard of three panels in crop view, places and sizes in pixels:
+///   A   40,  30   300 x 200
+///   B  400, 100   240 x 160
+///   C  120, 300   200 x 120
+class Layout : public test::DashboardFixture
+{
+protected:
+    void SetUp() override
+    {
+        storeDashboard(u"Other"_s, {u"X"_s});
+        storeDashboard(u"Morning"_s, {u"A"_s, u"B"_s, u"C"_s});
+        start();
+        place(u"A"_s, QRect(40, 30, 300, 200));
+        place(u"B"_s, QRect(400, 100, 240, 160));
+        place(u"C"_s, QRect(120, 300, 200, 120));
+        window().ClearDirty();
+    }
+
+    /// The window of a panel, whatever marks its caption has.
+    frmPanel& panel(const QString& caption)
+    {
+        for (frmPanel* panel : window().panelWindows()) {
+            if (gWorkspace->Panels(panel->Index)->Caption == caption)
+                return *panel;
+        }
+        throw std::runtime_error("no such panel");
+    }
+    clsWorkspacePanel& record(const QString& caption) { return *gWorkspace->Panels(panel(caption).Index); }
+    DashboardArea& area() { return *window().findChild<DashboardArea*>(); }
+    const DashboardActions& menus() { return window().menus(); }
+
+    void place(const QString& caption, const QRect& rect)
+    {
+        panel(caption).Panel_Crop();
+        panel(caption).setGeometry(rect);
+    }
+
+    /// Starts the mode with a base and marks others as a click does.
+    void layOut(const QString& base, const QStringList& marked)
+    {
+        area().setActiveSubWindow(&panel(base));
+        menus().mnuWorkspaceLayout->trigger();
+        for (const QString& caption : marked)
+            click(caption);
+    }
+
+    void click(const QString& caption)
+    {
+        auto* client = panel(caption).findChild<QWidget*>(u"client"_s);
+        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent event(type, QPointF(9, 9), client->mapToGlobal(QPointF(9, 9)), Qt::LeftButton, Qt::LeftButton,
+                              Qt::NoModifier);
+            QCoreApplication::sendEvent(client, &event);
+        }
+    }
+
+    void press(QWidget& receiver, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QKeyEvent event(QEvent::KeyPress, key, modifiers);
+        QCoreApplication::sendEvent(&receiver, &event);
+    }
+
+    bool inMode(bool on)
+    {
+        const auto is = [on](const QAction* action) { return action->isChecked() == on; };
+        return window().EditMode == on && is(menus().mnuWorkspaceLayout) && is(menus().mnuPanelLayout) &&
+               is(menus().mnuMultiLayout) && menus().mnuPanel->menuAction()->isVisible() != on &&
+               menus().mnuMultiPanel->menuAction()->isVisible() == on &&
+               window().findChild<QLabel*>(u"layoutHintLabel"_s)->isVisible() == on;
+    }
+};
+
+TEST_F(Layout, EachOfTheThreeEntriesTurnsTheModeOnAndOff)
+{
+    EXPECT_TRUE(inMode(false));
+    for (QAction* entry : {menus().mnuWorkspaceLayout, menus().mnuPanelLayout, menus().mnuMultiLayout}) {
+        entry->trigger();
+        EXPECT_TRUE(inMode(true)) << entry->objectName().toStdString();
+        EXPECT_EQ(menus().mnuMultiPanel->title().remove(u'&'), u"Panel"_s);
+        entry->trigger();
+        EXPECT_TRUE(inMode(false)) << entry->objectName().toStdString();
+    }
+}
+
+TEST_F(Layout, WithoutAPanelTheModeDoesNotStart)
+{
+    window().mnuWorkspaceNew_Click();
+    menus().mnuWorkspaceLayout->trigger();
+    EXPECT_TRUE(inMode(false));
+}
+
+TEST_F(Layout, CaptionsTellTheBaseAndTheMarkedOnes)
+{
+    layOut(u"A"_s, {u"A"_s, u"B"_s});
+    EXPECT_EQ(panelCaptions(), (QStringList{u"C"_s, u"**B"_s, u"*A"_s})) << "a click leaves the base marked";
+    EXPECT_TRUE(panel(u"A"_s).IsMarked);
+    click(u"B"_s);
+    EXPECT_EQ(panelCaptions(), (QStringList{u"C"_s, u"B"_s, u"*A"_s}));
+    area().setActiveSubWindow(&panel(u"B"_s));
+    press(*panel(u"B"_s).findChild<QWidget*>(u"client"_s), Qt::Key_Space);
+    EXPECT_EQ(panelCaptions(), (QStringList{u"C"_s, u"**B"_s, u"*A"_s})) << "the keyboard marks too";
+    menus().mnuMultiLayout->trigger();
+    EXPECT_EQ(panelCaptions(), (QStringList{u"C"_s, u"B"_s, u"A"_s}));
+    EXPECT_FALSE(panel(u"A"_s).IsBase || panel(u"A"_s).IsMarked || panel(u"B"_s).IsMarked);
+}
+
+TEST_F(Layout, MarksAreSeenAsFrames)
+{
+    const auto edge = [this](const QString& caption) {
+        frmPanel& shown = panel(caption);
+        return shown.grab().toImage().pixelColor(2, shown.height() / 2);
+    };
+    const QColor plain = edge(u"C"_s);
+    layOut(u"A"_s, {u"B"_s});
+    EXPECT_EQ(edge(u"C"_s), plain);
+    EXPECT_NE(edge(u"A"_s), plain);
+    EXPECT_NE(edge(u"B"_s), plain);
+    EXPECT_NE(edge(u"A"_s), edge(u"B"_s));
+}
+
+// ---- alignment and size ----
+
+struct FollowRow
+{
+    const char* name;
+    Command command;
+    QRect b, c; ///< where they end; A is the base
+};
+
+class Following : public Layout, public testing::WithParamInterface<FollowRow>
+{
+};
+
+TEST_P(Following, MarkedPanelsFollowTheBase)
+{
+    const FollowRow& row = GetParam();
+    layOut(u"A"_s, {u"B"_s, u"C"_s});
+    area().setActiveSubWindow(&panel(u"C"_s)); // the base stays who it was
+    (window().*row.command)();
+    EXPECT_EQ(panel(u"A"_s).geometry(), QRect(40, 30, 300, 200)) << "the base never moves";
+    for (const auto& [caption, expected] : {std::pair(u"B"_s, row.b), std::pair(u"C"_s, row.c)}) {
+        EXPECT_EQ(panel(caption).geometry(), expected) << caption.toStdString();
+        EXPECT_EQ(record(caption).ViewType, u"C"_s);
+    }
+    EXPECT_TRUE(window().IsModified);
+
+    window().StorePanelPositions();
+    window().Workspace_Save();
+    const int left = row.b.x() * twipsPerPixel, width = row.b.width() * twipsPerPixel;
+    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"Caption = 'B' AND [Left] = %1 AND [Width] = %2"_s.arg(left).arg(width)),
+              1);
+}
+
+const FollowRow followRows[] = {
+    {"lefts", &frmWorkspace::mnuAlignLeft_Click, {40, 100, 240, 160}, {40, 300, 200, 120}},
+    {"rights", &frmWorkspace::mnuAlignRight_Click, {100, 100, 240, 160}, {140, 300, 200, 120}},
+    {"tops", &frmWorkspace::mnuAlignTop_Click, {400, 30, 240, 160}, {120, 30, 200, 120}},
+    {"bottoms", &frmWorkspace::mnuAlignBottom_Click, {400, 70, 240, 160}, {120, 110, 200, 120}},
+    {"width", &frmWorkspace::mnuSameWidth_Click, {400, 100, 300, 160}, {120, 300, 300, 120}},
+    {"height", &frmWorkspace::mnuSameHeight_Click, {400, 100, 240, 200}, {120, 300, 200, 200}},
+    {"both", &frmWorkspace::mnuSameBoth_Click, {400, 100, 300, 200}, {120, 300, 300, 200}},
+};
+INSTANTIATE_TEST_SUITE_P(Commands, Following, testing::ValuesIn(followRows),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_F(Layout, RecordsFollowAtOnce)
+{
+    layOut(u"A"_s, {u"B"_s});
+    window().mnuAlignRight_Click();
+    window().mnuAlignTop_Click();
+    EXPECT_EQ(record(u"B"_s).pLeft, 100 * twipsPerPixel);
+    EXPECT_EQ(record(u"B"_s).pTop, 30 * twipsPerPixel);
+    window().mnuSameBoth_Click();
+    EXPECT_EQ(record(u"B"_s).pWidth, 300 * twipsPerPixel);
+    EXPECT_EQ(record(u"B"_s).pHeight, 200 * twipsPerPixel);
+}
+
+TEST_F(Layout, PanelsInOtherViewsBecomeCroppedOnesWhenSized)
+{
+    panel(u"B"_s).Panel_Autosize();
+    panel(u"C"_s).Panel_ZoomToFit();
+    layOut(u"A"_s, {u"B"_s, u"C"_s});
+    window().mnuAlignLeft_Click();
+    EXPECT_EQ(record(u"B"_s).ViewType + record(u"C"_s).ViewType, u"AZ"_s);
+    window().mnuSameBoth_Click();
+    for (const QString& caption : {u"B"_s, u"C"_s}) {
+        EXPECT_EQ(record(caption).ViewType, u"C"_s);
+        EXPECT_EQ(panel(caption).size(), QSize(300, 200)) << caption.toStdString();
+    }
+}
+
+TEST_F(Layout, WithOnlyTheBaseMarkedNothingChanges)
+{
+    layOut(u"A"_s, {});
+    const QRect b = panel(u"B"_s).geometry();
+    for (const FollowRow& row : followRows)
+        (window().*row.command)();
+    EXPECT_EQ(panel(u"B"_s).geometry(), b);
+    EXPECT_FALSE(window().IsModified || window().AnyPanelDirty());
+}
+
+TEST_F(Layout, APlaceBeyondTheStoredNumbersIsToldAndNotTaken)
+{
+    layOut(u"A"_s, {u"B"_s});
+    panel(u"A"_s).move(2300, 30);
+    const qint16 before = record(u"B"_s).pLeft;
+    window().mnuAlignLeft_Click();
+    EXPECT_EQ(record(u"B"_s).pLeft, before);
+    EXPECT_EQ(m_user.shown.size(), 1);
+    EXPECT_FALSE(window().IsBusy);
+}
+
+// ---- keys and mouse ----
+
+TEST_F(Layout, ArrowKeysMoveTheMarkedPanels)
+{
+    QWidget& client = *panel(u"A"_s).findChild<QWidget*>(u"client"_s);
+    press(client, Qt::Key_Right);
+    EXPECT_EQ(panel(u"A"_s).pos(), QPoint(40, 30)) << "only in layout mode";
+    layOut(u"A"_s, {u"B"_s});
+    press(client, Qt::Key_Right);
+    press(client, Qt::Key_Down, Qt::ShiftModifier | Qt::KeypadModifier);
+    press(client, Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_EQ(panel(u"A"_s).pos(), QPoint(41, 40));
+    EXPECT_EQ(panel(u"B"_s).pos(), QPoint(401, 110));
+    EXPECT_EQ(panel(u"C"_s).pos(), QPoint(120, 300));
+    EXPECT_EQ(record(u"B"_s).pLeft, 401 * twipsPerPixel);
+    EXPECT_TRUE(window().IsModified);
+}
+
+struct DragRow
+{
+    const char* name;
+    bool layoutMode;
+    Qt::KeyboardModifiers modifiers;
+    QPoint end; ///< of C's corner, dragged until it is 4 pixels off A's left edge
+};
+
+class Dragging : public Layout, public testing::WithParamInterface<DragRow>
+{
+protected:
+    void drag(frmPanel& panel, const QPoint& way)
+    {
+        const QPointF title(panel.width() / 2.0, 10);
+        const QPointF begin = panel.mapToGlobal(title);
+        const auto send = [&](QEvent::Type type, const QPointF& global, Qt::MouseButtons buttons) {
+            QMouseEvent event(type, panel.mapFromGlobal(global), global,
+                              type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, buttons, GetParam().modifiers);
+            QCoreApplication::sendEvent(&panel, &event);
+        };
+        send(QEvent::MouseMove, begin, Qt::NoButton);
+        send(QEvent::MouseButtonPress, begin, Qt::LeftButton);
+        send(QEvent::MouseMove, begin + way / 2, Qt::LeftButton);
+        send(QEvent::MouseMove, begin + way, Qt::LeftButton);
+        send(QEvent::MouseButtonRelease, begin + way, Qt::NoButton);
+    }
+};
+
+TEST_P(Dragging, InLayoutModeEdgesAreDrawnToNeighbours)
+{
+    if (GetParam().layoutMode)
+        layOut(u"A"_s, {});
+    drag(panel(u"C"_s), QPoint(-76, 33));
+    EXPECT_EQ(panel(u"C"_s).pos(), GetParam().end);
+    EXPECT_EQ(window().IsModified, GetParam().layoutMode);
+    EXPECT_TRUE(window().AnyPanelDirty());
+}
+
+const DragRow dragRows[] = {
+    {"layout_mode", true, Qt::NoModifier, {40, 333}},
+    {"layout_mode_with_alt", true, Qt::AltModifier, {44, 333}},
+    {"no_layout_mode", false, Qt::NoModifier, {44, 333}},
+};
+INSTANTIATE_TEST_SUITE_P(Modes, Dragging, testing::ValuesIn(dragRows), [](const auto& row) { return row.param.name; });
+
+// ---- the end of the mode ----
+
+TEST_F(Layout, EscapeEndsTheModeAndIsFreeOtherwise)
+{
+    QShortcut* escape = nullptr;
+    for (QShortcut* shortcut : window().findChildren<QShortcut*>()) {
+        if (shortcut->key() == QKeySequence(Qt::Key_Escape))
+            escape = shortcut;
+    }
+    ASSERT_TRUE(escape);
+    EXPECT_FALSE(escape->isEnabled());
+    layOut(u"A"_s, {u"B"_s});
+    EXPECT_TRUE(escape->isEnabled());
+    Q_EMIT escape->activated();
+    EXPECT_TRUE(inMode(false));
+    EXPECT_FALSE(escape->isEnabled());
+}
+
+TEST_F(Layout, AnotherDashboardEndsTheMode)
+{
+    layOut(u"A"_s, {u"B"_s});
+    list().setCurrentText(u"Other"_s);
+    EXPECT_EQ(panelCaptions(), QStringList{u"X"_s});
+    EXPECT_TRUE(inMode(false));
+
+    menus().mnuWorkspaceLayout->trigger();
+    ASSERT_TRUE(inMode(true));
+    window().mnuWorkspaceNew_Click();
+    EXPECT_TRUE(inMode(false));
+}
+
+TEST_F(Layout, ARefreshKeepsTheMarksOnTheNewWindows)
+{
+    layOut(u"A"_s, {u"C"_s});
+    const QPointer<frmPanel> old = &panel(u"A"_s);
+    window().mnuWorkspaceRefresh_Click();
+    EXPECT_NE(&panel(u"A"_s), old);
+    EXPECT_EQ(panelCaptions(), (QStringList{u"**C"_s, u"B"_s, u"*A"_s}));
+    window().mnuAlignLeft_Click();
+    EXPECT_EQ(panel(u"C"_s).x(), panel(u"A"_s).x());
+    EXPECT_TRUE(inMode(true));
+}
+
+} // namespace

@@ -94,7 +94,7 @@ void DashboardActions::buildWorkspaceMenu(QMainWindow& window)
     mnuWorkspaceOpen =
         addEntry(menu, {u"mnuWorkspaceOpen"_s, u"&Open..."_s, u"open"_s, u"Open another dashboard of this project"_s,
                         QKeySequence(Qt::CTRL | Qt::Key_O)});
-    mnuWorkspaceRename = addEntry(menu, {u"mnuWorkspaceRename"_s, u"Re&name"_s, u"rename"_s,
+    mnuWorkspaceRename = addEntry(menu, {u"mnuWorkspaceRename"_s, u"Rena&me"_s, u"rename"_s,
                                          u"Save the dashboard under another name"_s, QKeySequence(Qt::Key_F2)});
     menu.addSeparator();
     mnuWorkspaceSave = addEntry(menu, {u"mnuWorkspaceSave"_s, u"&Save"_s, u"save"_s,
@@ -118,6 +118,10 @@ void DashboardActions::buildWorkspaceMenu(QMainWindow& window)
         addEntry(menu, {u"mnuWorkspacePaste"_s, u"&Paste"_s, u"paste"_s,
                         u"Make a panel of what is selected in the workbook"_s, QKeySequence(Qt::CTRL | Qt::Key_V)});
     mnuWorkspaceLayout = addLayoutEntry(menu, u"mnuWorkspaceLayout"_s, true);
+    menu.addSeparator();
+    mnuWorkspaceSwitchRepository =
+        addEntry(menu, {u"mnuWorkspaceSwitchRepository"_s, u"Switch Pro&ject..."_s, u"switch-project"_s,
+                        u"Close this project and work with another one"_s});
     menu.addSeparator();
     mnuWorkspaceExit = addEntry(
         menu, {u"mnuWorkspaceExit"_s, u"E&xit"_s, u"exit"_s, u"End the program"_s, QKeySequence(Qt::CTRL | Qt::Key_Q)});

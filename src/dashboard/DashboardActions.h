@@ -25,6 +25,7 @@ struct DashboardActions
     QAction* mnuWorkspaceWorkbook = nullptr; ///< opens a workbook to select from
     QAction* mnuWorkspacePaste = nullptr;
     QAction* mnuWorkspaceLayout = nullptr;
+    QAction* mnuWorkspaceSwitchRepository = nullptr;
     QAction* mnuWorkspaceExit = nullptr;
 
     QMenu* mnuPanel = nullptr;

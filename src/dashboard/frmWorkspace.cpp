@@ -20,6 +20,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QMenu>
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <QStatusBar>
 
@@ -148,10 +149,27 @@ void frmWorkspace::closeEvent(QCloseEvent* event)
     Q_EMIT unloaded();
 }
 
+void frmWorkspace::retire()
+{
+    m_retired = true;
+    if (m_running == 0)
+        deleteLater();
+}
+
+void frmWorkspace::runToItsEnd(const std::function<void()>& steps)
+{
+    ++m_running;
+    const auto end = qScopeGuard([this] {
+        if (--m_running == 0 && m_retired)
+            deleteLater();
+    });
+    steps();
+}
+
 void frmWorkspace::command(const QString& procedure, const std::function<void()>& steps)
 {
     try {
-        steps();
+        runToItsEnd(steps);
     } catch (const RuntimeError& error) {
         IsBusy = false;
         prompts().setPointer(Prompts::Pointer::Default);

@@ -47,6 +47,9 @@ public:
     QList<frmPanel*> panelWindows() const;
 
     void Form_Activate();
+    /// After it has been closed: deletes itself, once no command of it runs any more. A command may let events run, and
+    /// another project may be chosen among them.
+    void retire();
     void timerRefresh_Timer();
 
     // Dashboards.
@@ -102,6 +105,7 @@ public:
     void mnuPanelThresholds_Click();
 
     // The program itself.
+    void mnuWorkspaceSwitchRepository_Click();
     void mnuToolsOptions_Click();
     void mnuHelpContents_Click();
     void mnuHelpLearningGuide_Click();
@@ -112,6 +116,8 @@ public:
 Q_SIGNALS:
     /// The window has been closed for good.
     void unloaded();
+    /// The user wants to work with another project; what is on screen is saved, or is not to be.
+    void switchRequested();
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -133,6 +139,7 @@ private:
 
     /// Runs a command's steps and traps what they throw.
     void command(const QString& procedure, const std::function<void()>& steps);
+    void runToItsEnd(const std::function<void()>& steps);
     void saveUnderNewName(const QString& Mode, bool asCopy);
     /// Runs a command of the active panel, a member of frmPanel or steps with it, with passes held off meanwhile.
     /// Nothing happens without a panel. `procedure` names the entry in the log.
@@ -171,6 +178,8 @@ private:
     QShortcut* m_leaveLayout = nullptr;
     QPointer<frmPanel> BasePanel; ///< read only in layout mode
     QTimer timerRefresh;
+    int m_running = 0; ///< commands and passes under way, one inside the other
+    bool m_retired = false;
 };
 
 } // namespace lumivane

@@ -36,9 +36,11 @@ void frmWorkspace::Workspace_CheckUpdates()
     IsBusy = true;
     prompts().setPointer(Prompts::Pointer::ArrowHourglass);
     try {
-        gSources->ClearFlags();
-        checkPanels();
-        m_lastCheck->setText(u"Last check "_s + Clock::now().toString(u"HH:mm"_s));
+        runToItsEnd([this] {
+            gSources->ClearFlags();
+            checkPanels();
+            m_lastCheck->setText(u"Last check "_s + Clock::now().toString(u"HH:mm"_s));
+        });
     } catch (const RuntimeError&) {
         // A pass ends without a word; the next one comes soon enough.
     }

@@ -11,7 +11,7 @@
 #include <QAction>
 #include <QUrl>
 
-// Commands about the program itself: options, help and information.
+// Commands about the program itself: its project, options, help and information.
 
 namespace lumivane {
 
@@ -20,6 +20,8 @@ using namespace Qt::StringLiterals;
 void frmWorkspace::connectSession()
 {
     const DashboardActions& a = m_actions;
+    connect(a.mnuWorkspaceSwitchRepository, &QAction::triggered, this,
+            &frmWorkspace::mnuWorkspaceSwitchRepository_Click);
     connect(a.mnuToolsOptions, &QAction::triggered, this, &frmWorkspace::mnuToolsOptions_Click);
     connect(a.mnuHelpContents, &QAction::triggered, this, &frmWorkspace::mnuHelpContents_Click);
     connect(a.mnuHelpLearningGuide, &QAction::triggered, this, &frmWorkspace::mnuHelpLearningGuide_Click);
@@ -27,6 +29,19 @@ void frmWorkspace::connectSession()
     connect(a.mnuHelpAbout, &QAction::triggered, this, &frmWorkspace::mnuHelpAbout_Click);
     connect(a.cmdHelp, &QAction::triggered, this, &frmWorkspace::cmdHelp_Click);
     a.mnuHelpWeb->setVisible(!webSite().isEmpty());
+}
+
+void frmWorkspace::mnuWorkspaceSwitchRepository_Click()
+{
+    command(u"mnuWorkspaceSwitchRepository_Click"_s, [this] {
+        bool OK = false;
+        PromptSave(false, OK);
+        if (!OK)
+            return;
+        IsBusy = true;
+        Q_EMIT switchRequested();
+        IsBusy = false;
+    });
 }
 
 void frmWorkspace::mnuToolsOptions_Click()

@@ -1,7 +1,7 @@
 #include "dashboard/DesktopDocuments.h"
 #include "dashboard/Look.h"
+#include "dashboard/ProgramWindows.h"
 #include "dashboard/QtPrompts.h"
-#include "dashboard/frmWorkspace.h"
 #include "host/Host.h"
 #include "host/embedded/EmbeddedHost.h"
 #include "platform/ApplicationInfo.h"
@@ -51,11 +51,13 @@ int main(int argc, char** argv)
     if (!lumivane::Main_Start())
         return 1;
 
-    lumivane::frmWorkspace window;
-    // Workbook windows that are still open end with the main window.
-    QObject::connect(&window, &lumivane::frmWorkspace::unloaded, &application, &QApplication::quit,
+    // The run ends with the main window: not before, when it is loaded anew for another project, and not later, when
+    // workbook windows are still open.
+    QApplication::setQuitOnLastWindowClosed(false);
+    lumivane::ProgramWindows windows;
+    QObject::connect(&windows, &lumivane::ProgramWindows::ended, &application, &QApplication::quit,
                      Qt::QueuedConnection);
-    window.show();
+    windows.showWorkspace();
     const int status = QApplication::exec();
     lumivane::setPrompts(nullptr);
     return status;

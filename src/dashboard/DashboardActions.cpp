@@ -156,6 +156,11 @@ void DashboardActions::buildPanelMenu(QMainWindow& window)
                                    QKeySequence(Qt::CTRL | Qt::Key_3)});
     for (QAction* view : {mnuPanelAutosize, mnuPanelZoomToFit, mnuPanelCrop})
         view->setCheckable(true);
+    menu.addSeparator();
+    mnuPanelCopy = addEntry(menu, {u"mnuPanelCopy"_s, u"Cop&y..."_s, u"copy-panel"_s,
+                                   u"Put a copy of this panel on a dashboard of your choice"_s});
+    mnuPanelMove =
+        addEntry(menu, {u"mnuPanelMove"_s, u"&Move..."_s, u"move-panel"_s, u"Take this panel to another dashboard"_s});
     menu.menuAction()->setEnabled(false);
 }
 

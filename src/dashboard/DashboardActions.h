@@ -36,6 +36,8 @@ struct DashboardActions
     QAction* mnuPanelAutosize = nullptr;
     QAction* mnuPanelZoomToFit = nullptr;
     QAction* mnuPanelCrop = nullptr;
+    QAction* mnuPanelCopy = nullptr;
+    QAction* mnuPanelMove = nullptr;
     QAction* mnuPanelThresholds = nullptr;
 
     QMenu* mnuMultiPanel = nullptr; ///< stands in place of mnuPanel in layout mode

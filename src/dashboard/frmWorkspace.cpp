@@ -76,6 +76,7 @@ void frmWorkspace::connectActions()
     connectPasting();
     connectSession();
     connectLayout();
+    connectCopyMove();
     connect(a.mnuEditHorizontal, &QAction::triggered, this, [this] { arrangePanels(tileHorizontally); });
     connect(a.mnuEditVertical, &QAction::triggered, this, [this] { arrangePanels(tileVertically); });
     connect(a.mnuEditCascade, &QAction::triggered, this, &frmWorkspace::cascadePanels);

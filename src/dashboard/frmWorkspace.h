@@ -99,6 +99,11 @@ public:
     void mnuSameBoth_Click();
     void ClearMarks();
 
+    // The active panel's way to another dashboard: stored there at once. A copy within the dashboard has no row until
+    // the dashboard is saved.
+    void mnuPanelCopy_Click();
+    void mnuPanelMove_Click();
+
     // Other projects, and limits of a panel.
     void mnuToolsExport_Click();
     void mnuToolsImport_Click();
@@ -160,6 +165,16 @@ private:
     void nudgeMarkedPanels(const QPoint& pixels);
     /// Lets steps that make all windows anew end with the same panels marked.
     void keepMarks(const std::function<void()>& steps);
+
+    // Copying and moving panels.
+    void connectCopyMove();
+    /// The dashboard that the user chooses, once changes are saved; below 1 for none. Leaves the program busy.
+    qint32 askForTarget(const QString& Mode);
+    void copyToDashboard(frmPanel& panel, qint32 target);
+    void copyWithinDashboard(frmPanel& panel);
+    void moveToDashboard(frmPanel& panel, qint32 target);
+    QString dashboardName(qint32 WorkspaceID) const;
+    void tellTransfer(const QString& text);
 
     frmPanel* activePanel() const;
     frmPanel* newPanelWindow(qint16 Index);

@@ -81,6 +81,7 @@ void frmWorkspace::connectLayout()
     m_layoutHint = new QLabel(u"<b>Layout mode</b> – click panels to mark them, move the marked ones with the arrow "
                               "keys, press Esc to leave. Panels are not updated meanwhile."_s);
     m_layoutHint->setObjectName(u"layoutHintLabel"_s);
+    m_layoutHint->setContentsMargins(6, 0, 0, 0);
     m_layoutHint->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     statusBar()->addWidget(m_layoutHint, 1);
     showLayoutMode();
@@ -124,6 +125,7 @@ void frmWorkspace::showLayoutMode()
     a.mnuMultiPanel->menuAction()->setVisible(EditMode);
     for (QAction* toggle : {a.mnuWorkspaceLayout, a.mnuPanelLayout, a.mnuMultiLayout})
         toggle->setChecked(EditMode);
+    a.mnuPanelDelete->setEnabled(!EditMode); // its key works without the menu
     m_layoutHint->setVisible(EditMode);
     m_leaveLayout->setEnabled(EditMode);
 }

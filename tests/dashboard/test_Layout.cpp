@@ -87,7 +87,7 @@ protected:
         const auto is = [on](const QAction* action) { return action->isChecked() == on; };
         return window().EditMode == on && is(menus().mnuWorkspaceLayout) && is(menus().mnuPanelLayout) &&
                is(menus().mnuMultiLayout) && menus().mnuPanel->menuAction()->isVisible() != on &&
-               menus().mnuMultiPanel->menuAction()->isVisible() == on &&
+               menus().mnuMultiPanel->menuAction()->isVisible() == on && menus().mnuPanelDelete->isEnabled() != on &&
                window().findChild<QLabel*>(u"layoutHintLabel"_s)->isVisible() == on;
     }
 };

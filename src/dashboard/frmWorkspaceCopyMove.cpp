@@ -1,0 +1,124 @@
+#include "dashboard/frmOpenWorkspace.h"
+#include "dashboard/frmWorkspace.h"
+#include "panel/frmPanel.h"
+#include "platform/Prompts.h"
+#include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
+#include "session/modMain.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QStatusBar>
+
+// A panel's way to another dashboard, or to this one once more. Both work on stored rows, hence the save prompt first.
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int transferMessageTime = 8000; ///< milliseconds in the status bar
+}
+
+void frmWorkspace::connectCopyMove()
+{
+    connect(m_actions.mnuPanelCopy, &QAction::triggered, this, &frmWorkspace::mnuPanelCopy_Click);
+    connect(m_actions.mnuPanelMove, &QAction::triggered, this, &frmWorkspace::mnuPanelMove_Click);
+}
+
+void frmWorkspace::mnuPanelCopy_Click()
+{
+    command(u"mnuPanelCopy_Click"_s, [this] {
+        const qint32 target = askForTarget(u"Copy"_s);
+        frmPanel* panel = activePanel();
+        if (target > 0 && panel) {
+            if (target == gWorkspace->ID)
+                copyWithinDashboard(*panel);
+            else
+                copyToDashboard(*panel, target);
+        }
+        IsBusy = false;
+    });
+}
+
+void frmWorkspace::mnuPanelMove_Click()
+{
+    command(u"mnuPanelMove_Click"_s, [this] {
+        const qint32 target = askForTarget(u"Move"_s);
+        frmPanel* panel = activePanel();
+        if (target > 0 && target != gWorkspace->ID && panel)
+            moveToDashboard(*panel, target);
+        IsBusy = false;
+    });
+}
+
+qint32 frmWorkspace::askForTarget(const QString& Mode)
+{
+    bool OK = false;
+    if (!activePanel())
+        return -1;
+    PromptSave(false, OK);
+    if (!OK)
+        return -1;
+    IsBusy = true;
+    frmOpenWorkspace dialog(Mode, this);
+    dialog.exec();
+    return dialog.WorkspaceID;
+}
+
+void frmWorkspace::copyToDashboard(frmPanel& panel, qint32 target)
+{
+    const auto record = gWorkspace->Panels(panel.Index);
+    const qint16 kept = record->ID;
+    record->ID = 0; // stored as a new row; what is on screen stays the panel it was
+    const bool stored = record->SaveToDB(gDB, target);
+    record->ID = kept;
+    if (stored)
+        tellTransfer(
+            u"\u201c%1\u201d has been copied to \u201c%2\u201d."_s.arg(record->Caption, dashboardName(target)));
+}
+
+void frmWorkspace::copyWithinDashboard(frmPanel& panel)
+{
+    const auto original = gWorkspace->Panels(panel.Index);
+    const qint16 Index = gWorkspace->AddPanel();
+    const auto copy = gWorkspace->Panels(Index);
+    if (!copy->LoadFromDB(original->ID, gDB)) {
+        gWorkspace->DelPanel(Index, false);
+        prompts().message(u"Panel '"_s + original->Caption +
+                              u"' is not stored in the project yet. Save the dashboard, then copy the panel again."_s,
+                          Prompts::Icon::Exclamation);
+        return;
+    }
+    copy->ID = 0;
+    XLInstance XLInst;
+    // Without a host the copy has no window, but is stored with the dashboard like any other panel.
+    if (Excel_Init(XLInst)) {
+        Panel_LoadWindow(XLInst, Index, false);
+        Excel_Exit(XLInst);
+    }
+    IsModified = true;
+    tellTransfer(u"The copy of \u201c%1\u201d lies on the panel it was made of."_s.arg(original->Caption));
+}
+
+void frmWorkspace::moveToDashboard(frmPanel& panel, qint32 target)
+{
+    const auto record = gWorkspace->Panels(panel.Index);
+    if (!record->SaveToDB(gDB, target))
+        return;
+    Panel_Remove(panel, false);
+    tellTransfer(u"\u201c%1\u201d has been moved to \u201c%2\u201d."_s.arg(record->Caption, dashboardName(target)));
+}
+
+QString frmWorkspace::dashboardName(qint32 WorkspaceID) const
+{
+    const QComboBox& list = *m_actions.cmbWorkspaces;
+    return list.itemText(list.findData(WorkspaceID)).trimmed();
+}
+
+void frmWorkspace::tellTransfer(const QString& text)
+{
+    statusBar()->showMessage(text, transferMessageTime);
+}
+
+} // namespace lumivane

@@ -1,10 +1,6 @@
 #include "sharing/DashboardListBox.h"
 
-#include "platform/Prompts.h"
-#include "session/modMain.h"
-
 #include <QListWidget>
-#include <QPushButton>
 
 namespace lumivane {
 
@@ -34,12 +30,6 @@ std::vector<qint32> SelectedIDs(const QListWidget& List)
             ids.push_back(List.item(i)->data(Qt::UserRole).toInt());
     }
     return ids;
-}
-
-void explainOnClick(QPushButton& button, const QString& explanation)
-{
-    QObject::connect(&button, &QPushButton::clicked, &button,
-                     [explanation] { prompts().message(explanation, Prompts::Icon::Information); });
 }
 
 } // namespace lumivane

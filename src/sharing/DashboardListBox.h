@@ -3,7 +3,6 @@
 #include "sharing/DashboardList.h"
 
 class QListWidget;
-class QPushButton;
 
 namespace lumivane {
 
@@ -15,8 +14,5 @@ void ListAddItem(QListWidget& List, const QString& Text, qint32 Data);
 void ListSelectByData(QListWidget& List, qint32 Data);
 /// The numbers of the selected entries, in the order of the list.
 std::vector<qint32> SelectedIDs(const QListWidget& List);
-
-/// Lets the button tell what the dialog is for.
-void explainOnClick(QPushButton& button, const QString& explanation);
 
 } // namespace lumivane

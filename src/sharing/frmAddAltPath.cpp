@@ -1,9 +1,9 @@
 #include "sharing/frmAddAltPath.h"
 
+#include "dashboard/HelpButton.h"
 #include "platform/Prompts.h"
 #include "session/modMain.h"
 #include "sharing/AltPaths.h"
-#include "sharing/DashboardListBox.h"
 
 #include "ui_frmAddAltPath.h"
 
@@ -16,8 +16,7 @@ frmAddAltPath::frmAddAltPath(QWidget* parent) : QDialog(parent), ui(std::make_un
     ui->setupUi(this);
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmAddAltPath::cmdOK_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-    explainOnClick(*ui->cmdHelp, u"The base path is a folder that your workbooks come from or lie in. The alternate "
-                                 "path is where others have that folder, written as on their machine."_s);
+    connectHelp(*ui->cmdHelp, objectName());
     ui->cmbBase->addItems(alternateBases());
     ui->cmbBase->setCurrentIndex(-1);
 }

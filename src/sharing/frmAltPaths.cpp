@@ -1,7 +1,7 @@
 #include "sharing/frmAltPaths.h"
 
+#include "dashboard/HelpButton.h"
 #include "sharing/AltPaths.h"
-#include "sharing/DashboardListBox.h"
 #include "sharing/frmAddAltPath.h"
 
 #include <QHeaderView>
@@ -18,8 +18,7 @@ frmAltPaths::frmAltPaths(QWidget* parent) : QDialog(parent), ui(std::make_unique
     connect(ui->cmdAdd, &QPushButton::clicked, this, &frmAltPaths::cmdAdd_Click);
     connect(ui->cmdDelete, &QPushButton::clicked, this, &frmAltPaths::cmdDelete_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-    explainOnClick(*ui->cmdHelp, u"Where a base path does not exist on the machine of whoever imports your dashboards, "
-                                 "its alternate path is used instead, if that exists there."_s);
+    connectHelp(*ui->cmdHelp, objectName());
     ui->grdAltPaths->verticalHeader()->hide();
     FillGrid();
 }

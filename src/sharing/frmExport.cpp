@@ -1,5 +1,6 @@
 #include "sharing/frmExport.h"
 
+#include "dashboard/HelpButton.h"
 #include "platform/Prompts.h"
 #include "repository/clsWorkspace.h"
 #include "session/modMain.h"
@@ -21,10 +22,7 @@ frmExport::frmExport(QWidget* parent) : WorkingDialog(parent), ui(std::make_uniq
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmExport::cmdOK_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(ui->cmdAltPath, &QPushButton::clicked, this, &frmExport::cmdAltPath_Click);
-    explainOnClick(*ui->cmdHelp,
-                   u"Writes the selected dashboards, as they were saved last, into a file that others can import. "
-                   "Workbooks and pictures do not travel with it. With \"Alt Paths...\" you say where others find the "
-                   "folders of your workbooks."_s);
+    connectHelp(*ui->cmdHelp, objectName());
     lstWorkspaces_Load();
 }
 

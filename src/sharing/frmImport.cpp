@@ -1,5 +1,6 @@
 #include "sharing/frmImport.h"
 
+#include "dashboard/HelpButton.h"
 #include "platform/Prompts.h"
 #include "session/modMain.h"
 #include "sharing/DashboardImport.h"
@@ -27,10 +28,7 @@ frmImport::frmImport(QWidget* parent) : WorkingDialog(parent), ui(std::make_uniq
     setWorkParts({ui->lblStatus, ui->barProgress, ui->cmdCancel, {ui->lstWorkspaces, ui->cmdOK, ui->cmdHelp}});
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmImport::cmdOK_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-    explainOnClick(*ui->cmdHelp,
-                   u"Brings the selected dashboards of a shared file into this project. Dashboards whose names are in "
-                   "the project already are not offered. Before anything is written, you see the folders that they "
-                   "will use on this machine."_s);
+    connectHelp(*ui->cmdHelp, objectName());
 }
 
 frmImport::~frmImport() = default;

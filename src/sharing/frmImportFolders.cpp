@@ -1,8 +1,10 @@
 #include "sharing/frmImportFolders.h"
 
+#include "dashboard/HelpButton.h"
 #include "sharing/ImportPreview.h"
 
 #include <QHeaderView>
+#include <QStyle>
 #include <algorithm>
 
 #include "ui_frmImportFolders.h"
@@ -28,6 +30,7 @@ frmImportFolders::frmImportFolders(const ImportPreview& preview, QWidget* parent
     ui->setupUi(this);
     connect(ui->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connectHelp(*ui->cmdHelp, objectName());
     fillFolders(preview);
 }
 
@@ -50,7 +53,7 @@ void frmImportFolders::fillFolders(const ImportPreview& preview)
             QFont bold = grid.font();
             bold.setBold(true);
             state->setFont(bold);
-            state->setForeground(QColor(0xb0, 0x3a, 0x2e));
+            state->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
         }
         grid.setItem(row++, 2, state);
     }

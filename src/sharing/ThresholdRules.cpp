@@ -20,15 +20,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int mostRows = 500;
-constexpr int mostColumns = 100;
+constexpr size_t mostColumns = 256;
+constexpr size_t mostCells = 200'000;
 
 /// The fixed numbers and then the moving ones, each once.
-std::vector<int> joined(int fixedFirst, int fixedLast, int first, int last, int most)
+std::vector<int> joined(int fixedFirst, int fixedLast, int first, int last, size_t most)
 {
     std::vector<int> numbers;
     const auto add = [&](int from, int to) {
-        for (int i = from; i <= to && static_cast<int>(numbers.size()) < most; ++i)
+        for (int i = from; i <= to && numbers.size() < most; ++i)
             numbers.push_back(i);
     };
     add(fixedFirst, fixedLast);
@@ -41,21 +41,31 @@ QString sqlText(QString text)
     return u'\'' + text.replace(u'\'', u"''"_s) + u'\'';
 }
 
-PanelTexts textsOf(Worksheet& sheet, clsWorkspacePanel panel, const PanelCells& cells)
+PanelView viewOf(Worksheet& sheet, clsWorkspacePanel panel, const PanelCells& cells)
 {
     panel.GetAdjRange(sheet);
-    PanelTexts result;
-    result.rowOffset = panel.rowOffset();
-    result.columnOffset = panel.columnOffset();
+    panel.adjRange(sheet); // lays the stored heights and widths, by which rows and columns are hidden
+    PanelView view;
+    view.rowOffset = panel.rowOffset();
+    view.columnOffset = panel.columnOffset();
+    const auto shownRow = [&](int row) { return cells.isFixedRow(row) ? row : row + view.rowOffset; };
+    const auto shownColumn = [&](int column) {
+        return cells.isFixedColumn(column) ? column : column + view.columnOffset;
+    };
     for (const int row : cells.rows()) {
-        const int shownRow = cells.isFixedRow(row) ? row : row + result.rowOffset;
-        for (const int column : cells.columns()) {
-            const int shownColumn = cells.isFixedColumn(column) ? column : column + result.columnOffset;
-            if (shownRow >= 1 && shownColumn >= 1)
-                result.texts.insert({row, column}, sheet.shownText(shownRow, shownColumn));
-        }
+        if (shownRow(row) >= 1 && sheet.rowHeight(shownRow(row)) > 0)
+            view.rows.push_back(row);
     }
-    return result;
+    for (const int column : cells.columns()) {
+        if (shownColumn(column) >= 1 && sheet.columnWidth(shownColumn(column)) > 0)
+            view.columns.push_back(column);
+    }
+    view.texts.reserve(view.rows.size() * view.columns.size());
+    for (const int row : view.rows) {
+        for (const int column : view.columns)
+            view.texts.push_back(sheet.shownText(shownRow(row), shownColumn(column)));
+    }
+    return view;
 }
 
 /// Where a watched cell is in the present definition, which may have moved since the rule was entered.
@@ -95,7 +105,12 @@ bool PanelCells::canWatch(int row, int column) const
 
 std::vector<int> PanelCells::rows() const
 {
-    return joined(m_fixed.firstRow, m_fixed.lastRow, m_moving.firstRow, m_moving.lastRow, mostRows);
+    return joined(m_fixed.firstRow, m_fixed.lastRow, m_moving.firstRow, m_moving.lastRow, mostCells / columns().size());
+}
+
+bool PanelCells::areAllListed() const
+{
+    return rows().back() >= m_moving.lastRow && columns().back() >= m_moving.lastColumn;
 }
 
 std::vector<int> PanelCells::columns() const
@@ -103,7 +118,15 @@ std::vector<int> PanelCells::columns() const
     return joined(m_fixed.firstColumn, m_fixed.lastColumn, m_moving.firstColumn, m_moving.lastColumn, mostColumns);
 }
 
-Result<PanelTexts> readPanelTexts(const clsWorkspacePanel& panel, const PanelCells& cells)
+PanelView viewWithoutWorkbook(const PanelCells& cells)
+{
+    PanelView view;
+    view.rows = cells.rows();
+    view.columns = cells.columns();
+    return view;
+}
+
+Result<PanelView> readPanelView(const clsWorkspacePanel& panel, const PanelCells& cells)
 {
     const auto source = panel.Source();
     if (!source)
@@ -118,7 +141,7 @@ Result<PanelTexts> readPanelTexts(const clsWorkspacePanel& panel, const PanelCel
         if (!sheet)
             return Failure{u"A sheet named "_s + panel.SheetName + u" was not found in the workbook ["_s +
                            workbook->Name() + u']'};
-        return textsOf(*sheet, panel, cells);
+        return viewOf(*sheet, panel, cells);
     } catch (const RuntimeError& error) {
         return Failure{error.description()};
     }
@@ -146,16 +169,18 @@ Result<std::vector<ThresholdRule>> loadThresholds(int PanelID, const PanelCells&
     }
 }
 
-QString thresholdFault(const ThresholdRule& rule, const PanelCells& cells)
+QString thresholdFault(const ThresholdRule& rule, const PanelCells& cells, const QString& cell)
 {
     if (!cells.canWatch(rule.row, rule.column))
-        return u"The cell %1 is not one of the panel that can be watched. Pick a cell of its moving range."_s.arg(
-            CellArea::cell(rule.row, rule.column).relative());
+        return u"The cell %1 is not one of the panel that can be watched. Pick a cell of its moving range."_s.arg(cell);
     const QString fault = comparisonFault(rule.comparison);
     if (fault.isEmpty())
         return {};
-    return u"The limit of cell %1 cannot be used: %2. Enter a number, as 1000 or -2.5."_s.arg(
-        CellArea::cell(rule.row, rule.column).relative(), fault);
+    const QString start = rule.comparison.trimmed().left(1);
+    const bool beginsWithSign = start == u"<" || start == u">" || start == u"=";
+    return u"The limit of cell %1 cannot be used: %2. Enter %3."_s.arg(
+        cell, fault,
+        beginsWithSign ? u"a number, as 1000 or -2.5"_s : u"what follows the value in a formula, as *2>7"_s);
 }
 
 QString saveThresholds(int PanelID, const PanelCells& cells, const std::vector<ThresholdRule>& rules)

@@ -3,7 +3,6 @@
 #include "host/CellArea.h"
 #include "platform/Result.h"
 
-#include <QHash>
 #include <QString>
 #include <optional>
 #include <vector>
@@ -28,23 +27,29 @@ public:
     bool isFixedColumn(int column) const { return column >= m_fixed.firstColumn && column <= m_fixed.lastColumn; }
 
     // Fixed ones first, each once, not more than can be looked through.
-    std::vector<int> rows() const;
     std::vector<int> columns() const;
+    std::vector<int> rows() const;
+    bool areAllListed() const; ///< false where rows or columns were left out
 
 private:
     CellArea m_moving;
     CellArea m_fixed{0, 0, -1, -1}; ///< fixed rows and columns; ends before it begins where there are none
 };
 
-/// What the cells show in the present version of the workbook, and how far the moving ones have moved to get there.
-struct PanelTexts
+/// The cells to pick from, as the picture of the present version shows them.
+struct PanelView
 {
-    QHash<std::pair<int, int>, QString> texts; ///< by row and column of the stored definition
-    int rowOffset = 0;
+    std::vector<int> rows, columns; ///< of the stored definition, without those that the panel hides
+    std::vector<QString> texts;     ///< row by row; none where the workbook is not at hand
+    int rowOffset = 0;              ///< how far the moving cells have moved
     int columnOffset = 0;
+
+    QString text(size_t i, size_t j) const { return texts.empty() ? QString() : texts[i * columns.size() + j]; }
 };
 /// Opens the panel's workbook in a worker.
-Result<PanelTexts> readPanelTexts(const clsWorkspacePanel& panel, const PanelCells& cells);
+Result<PanelView> readPanelView(const clsWorkspacePanel& panel, const PanelCells& cells);
+/// All cells of the definition, by their places alone.
+PanelView viewWithoutWorkbook(const PanelCells& cells);
 
 /// One limit of one cell. A row of the table holds a high and a low one; here each is a rule of its own.
 struct ThresholdRule
@@ -58,8 +63,8 @@ struct ThresholdRule
 
 /// With the cells where they are in the present definition of the panel.
 Result<std::vector<ThresholdRule>> loadThresholds(int PanelID, const PanelCells& cells);
-/// Why a rule cannot be stored; empty when it can.
-QString thresholdFault(const ThresholdRule& rule, const PanelCells& cells);
+/// Why a rule cannot be stored; empty when it can. `cell` is how the user knows its cell.
+QString thresholdFault(const ThresholdRule& rule, const PanelCells& cells, const QString& cell);
 /// In place of all rules of the panel. Answers what went wrong, or nothing.
 QString saveThresholds(int PanelID, const PanelCells& cells, const std::vector<ThresholdRule>& rules);
 

@@ -1,14 +1,17 @@
 #include "sharing/frmThresholds.h"
 
+#include "dashboard/HelpButton.h"
 #include "platform/Prompts.h"
 #include "repository/clsWorkspacePanel.h"
 #include "session/modMain.h"
-#include "sharing/DashboardListBox.h"
+#include "sharing/ThresholdCells.h"
 
 #include <QComboBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <algorithm>
 
 #include "ui_frmThresholds.h"
 
@@ -20,6 +23,8 @@ namespace {
 
 enum RuleColumn { CellColumn, SignColumn, LimitColumn, MarkColumn };
 enum RuleData { RowRole = Qt::UserRole, ColumnRole, ActionRole };
+constexpr int editedColumns[] = {SignColumn, LimitColumn, MarkColumn};
+constexpr int widestCell = 240;
 
 const QStringList comparisonSigns{u">"_s, u">="_s, u"<"_s, u"<="_s, u"="_s, u"<>"_s};
 const QString formulaSign = u"formula"_s; ///< the limit holds the whole comparison
@@ -44,17 +49,6 @@ std::pair<QString, QString> splitComparison(const QString& comparison)
     return sign.isEmpty() ? std::pair(formulaSign, comparison) : std::pair(sign, text.mid(sign.size()).trimmed());
 }
 
-QTableWidgetItem* cellItem(const QString& text, bool canWatch)
-{
-    auto* item = new QTableWidgetItem(text);
-    // Figures stand below each other, as in the workbook.
-    const bool isFigure = !text.isEmpty() && (text.back().isDigit() || text.back() == u'%');
-    item->setTextAlignment((isFigure ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
-    if (!canWatch)
-        item->setFlags(Qt::NoItemFlags);
-    return item;
-}
-
 } // namespace
 
 frmThresholds::frmThresholds(const clsWorkspacePanel& panel, QWidget* parent)
@@ -62,22 +56,9 @@ frmThresholds::frmThresholds(const clsWorkspacePanel& panel, QWidget* parent)
 {
     ui->setupUi(this);
     setWindowTitle(u"Thresholds of "_s + panel.Caption);
-    connect(ui->cmdAdd, &QPushButton::clicked, this, &frmThresholds::cmdAdd_Click);
-    connect(ui->grdCells, &QTableWidget::cellDoubleClicked, this, &frmThresholds::cmdAdd_Click);
-    connect(ui->cmdDelete, &QPushButton::clicked, this, &frmThresholds::cmdDelete_Click);
-    connect(ui->cmdOK, &QPushButton::clicked, this, &frmThresholds::cmdOK_Click);
-    connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-    explainOnClick(*ui->cmdHelp, u"A rule marks a cell in the panel's picture when its number passes a limit. Where "
-                                 "the panel's range moves in a new version of the workbook, the rules move with it. Of "
-                                 "several rules for one cell, the last one that is met gives the colour."_s);
-    ui->grdRules->setColumnCount(4);
-    ui->grdRules->setHorizontalHeaderLabels({u"Cell"_s, u"When it is"_s, u"Limit"_s, u"Mark"_s});
-    ui->grdRules->horizontalHeader()->setSectionResizeMode(LimitColumn, QHeaderView::Stretch);
-    ui->grdRules->verticalHeader()->hide();
-    ui->grdCells->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
-    ui->mainLayout->setStretch(1, 3);
-    ui->mainLayout->setStretch(4, 2);
-    fillCells(panel);
+    connectButtons();
+    prepareGrids();
+    load(panel);
 }
 
 frmThresholds::~frmThresholds() = default;
@@ -90,7 +71,33 @@ int frmThresholds::exec()
     return Rejected;
 }
 
-void frmThresholds::fillCells(const clsWorkspacePanel& panel)
+void frmThresholds::connectButtons()
+{
+    connect(ui->cmdAdd, &QPushButton::clicked, this, &frmThresholds::cmdAdd_Click);
+    connect(ui->grdCells, &QTableView::doubleClicked, this, &frmThresholds::cmdAdd_Click);
+    connect(ui->cmdDelete, &QPushButton::clicked, this, &frmThresholds::cmdDelete_Click);
+    connect(ui->cmdUp, &QPushButton::clicked, this, [this] { moveRule(-1); });
+    connect(ui->cmdDown, &QPushButton::clicked, this, [this] { moveRule(1); });
+    connect(ui->cmdOK, &QPushButton::clicked, this, &frmThresholds::cmdOK_Click);
+    connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connectHelp(*ui->cmdHelp, objectName());
+    ui->grdRules->installEventFilter(this);
+}
+
+void frmThresholds::prepareGrids()
+{
+    ui->grdCells->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    ui->grdCells->horizontalHeader()->setResizeContentsPrecision(100); // of 30,000 rows all would take seconds
+    ui->grdCells->horizontalHeader()->setMaximumSectionSize(widestCell);
+    QTableWidget& rules = *ui->grdRules;
+    rules.setColumnCount(4);
+    rules.setHorizontalHeaderLabels({u"Cell"_s, u"When it is"_s, u"Limit"_s, u"Mark"_s});
+    rules.horizontalHeader()->setSectionResizeMode(LimitColumn, QHeaderView::Stretch);
+    rules.verticalHeader()->hide();
+    connect(rules.selectionModel(), &QItemSelectionModel::currentRowChanged, this, &frmThresholds::showCurrentRule);
+}
+
+void frmThresholds::load(const clsWorkspacePanel& panel)
 {
     if (panel.ID < 1)
         m_problem = u"Thresholds can be defined once the panel is saved. Save the dashboard first."_s;
@@ -105,51 +112,33 @@ void frmThresholds::fillCells(const clsWorkspacePanel& panel)
         m_problem = rules.reason();
         return;
     }
-    // Cells can be picked by their places even where the workbook is not at hand.
-    if (const auto texts = readPanelTexts(panel, *m_cells))
-        m_texts = texts.value();
-    else
-        ui->lblCells->setText(ui->lblCells->text() + u'\n' + texts.reason());
-
-    const std::vector<int> rows = m_cells->rows(), columns = m_cells->columns();
-    ui->grdCells->setRowCount(int(rows.size()));
-    ui->grdCells->setColumnCount(int(columns.size()));
-    for (int i = 0; i < int(rows.size()); ++i) {
-        for (int j = 0; j < int(columns.size()); ++j) {
-            const int row = rows[size_t(i)], column = columns[size_t(j)];
-            auto* item = cellItem(m_texts.texts.value({row, column}), m_cells->canWatch(row, column));
-            item->setData(RowRole, row);
-            item->setData(ColumnRole, column);
-            ui->grdCells->setItem(i, j, item);
-        }
-        const int row = rows[size_t(i)];
-        ui->grdCells->setVerticalHeaderItem(
-            i, new QTableWidgetItem(QString::number(m_cells->isFixedRow(row) ? row : row + m_texts.rowOffset)));
-    }
-    for (int j = 0; j < int(columns.size()); ++j) {
-        const int column = columns[size_t(j)];
-        ui->grdCells->setHorizontalHeaderItem(
-            j, new QTableWidgetItem(
-                   columnLetters(m_cells->isFixedColumn(column) ? column : column + m_texts.columnOffset)));
-    }
-    ui->grdCells->resizeColumnsToContents();
+    fillCells(panel);
     for (const ThresholdRule& rule : rules.value())
-        addRuleRow(rule);
+        insertRule(ui->grdRules->rowCount(), rule);
+    showCurrentRule();
 }
 
-QString frmThresholds::shownAddress(int row, int column) const
+void frmThresholds::fillCells(const clsWorkspacePanel& panel)
 {
-    const bool stays = m_cells->isFixedRow(row) && m_cells->isFixedColumn(column);
-    return CellArea::cell(stays ? row : row + m_texts.rowOffset, stays ? column : column + m_texts.columnOffset)
-        .relative();
+    QStringList notices;
+    auto view = readPanelView(panel, *m_cells);
+    // Cells can be picked by their places even where the workbook is not at hand.
+    if (!view)
+        notices.append(view.reason());
+    if (!m_cells->areAllListed())
+        notices.append(u"The range is large; the cells at its end are not listed."_s);
+    ui->lblNotice->setText(notices.join(u'\n'));
+    ui->lblNotice->setVisible(!notices.isEmpty());
+    m_table = new ThresholdCells(*m_cells, view ? std::move(view).value() : viewWithoutWorkbook(*m_cells), this);
+    ui->grdCells->setModel(m_table);
+    ui->grdCells->resizeColumnsToContents();
 }
 
-void frmThresholds::addRuleRow(const ThresholdRule& rule)
+void frmThresholds::insertRule(int row, const ThresholdRule& rule)
 {
     QTableWidget& grid = *ui->grdRules;
-    const int row = grid.rowCount();
     grid.insertRow(row);
-    auto* cell = new QTableWidgetItem(shownAddress(rule.row, rule.column));
+    auto* cell = new QTableWidgetItem(m_table->shownAddress({rule.row, rule.column}));
     cell->setData(RowRole, rule.row);
     cell->setData(ColumnRole, rule.column);
     cell->setData(ActionRole, rule.action);
@@ -161,17 +150,19 @@ void frmThresholds::addRuleRow(const ThresholdRule& rule)
     signs->addItem(formulaSign);
     signs->setCurrentText(sign);
     signs->setAccessibleName(u"Comparison of cell "_s + cell->text());
-    grid.setCellWidget(row, SignColumn, signs);
     auto* limitText = new QLineEdit(limit);
     limitText->setFrame(false);
     limitText->setAccessibleName(u"Limit of cell "_s + cell->text());
-    grid.setCellWidget(row, LimitColumn, limitText);
     auto* marks = new QComboBox;
     marks->addItem(colorIcon(qRgb(128, 180, 180)), u"High mark"_s);
     marks->addItem(colorIcon(qRgb(180, 128, 180)), u"Low mark"_s);
     marks->setCurrentIndex(rule.isHigh ? 0 : 1);
     marks->setAccessibleName(u"Mark of cell "_s + cell->text());
-    grid.setCellWidget(row, MarkColumn, marks);
+    const QList<std::pair<int, QWidget*>> editors{{SignColumn, signs}, {LimitColumn, limitText}, {MarkColumn, marks}};
+    for (const auto& [column, editor] : editors) {
+        editor->installEventFilter(this);
+        grid.setCellWidget(row, column, editor);
+    }
     grid.resizeRowToContents(row);
     grid.resizeColumnToContents(SignColumn);
     grid.resizeColumnToContents(MarkColumn);
@@ -188,34 +179,100 @@ ThresholdRule frmThresholds::ruleAt(int row) const
             sign == formulaSign ? limit : QString(sign + limit.trimmed()), cell->data(ActionRole).toString()};
 }
 
+int frmThresholds::currentRule() const
+{
+    return ui->grdRules->currentRow();
+}
+
+bool frmThresholds::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::FocusIn)
+        selectRuleOf(watched);
+    const bool isDeletion = watched == ui->grdRules && event->type() == QEvent::KeyPress &&
+                            static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete;
+    if (!isDeletion)
+        return QDialog::eventFilter(watched, event);
+    cmdDelete_Click();
+    return true;
+}
+
+/// Whoever edits a rule means that one by the buttons.
+void frmThresholds::selectRuleOf(const QObject* editor)
+{
+    QTableWidget& grid = *ui->grdRules;
+    for (int row = 0; row < grid.rowCount(); ++row) {
+        for (const int column : editedColumns) {
+            if (grid.cellWidget(row, column) == editor)
+                grid.selectRow(row);
+        }
+    }
+}
+
+void frmThresholds::showCurrentRule()
+{
+    const int row = currentRule();
+    ui->cmdDelete->setEnabled(row >= 0);
+    ui->cmdUp->setEnabled(row > 0);
+    ui->cmdDown->setEnabled(row >= 0 && row + 1 < ui->grdRules->rowCount());
+    const QTableWidgetItem* cell = row < 0 ? nullptr : ui->grdRules->item(row, CellColumn);
+    if (!cell)
+        return;
+    const QModelIndex place = m_table->indexOf({cell->data(RowRole).toInt(), cell->data(ColumnRole).toInt()});
+    if (place.isValid())
+        ui->grdCells->setCurrentIndex(place);
+}
+
 void frmThresholds::cmdAdd_Click()
 {
-    const QTableWidgetItem* cell = ui->grdCells->currentItem();
-    if (!cell || !(cell->flags() & Qt::ItemIsEnabled)) {
+    const QModelIndex cell = ui->grdCells->currentIndex();
+    if (!cell.isValid() || !(cell.flags() & Qt::ItemIsEnabled)) {
         prompts().message(u"Pick a cell of the panel first."_s, Prompts::Icon::Information);
         ui->grdCells->setFocus();
         return;
     }
     ThresholdRule rule;
-    rule.row = cell->data(RowRole).toInt();
-    rule.column = cell->data(ColumnRole).toInt();
+    std::tie(rule.row, rule.column) = m_table->place(cell);
     rule.comparison = u">"_s;
-    addRuleRow(rule);
-    const int row = ui->grdRules->rowCount() - 1;
+    const int row = ui->grdRules->rowCount();
+    insertRule(row, rule);
     ui->grdRules->selectRow(row);
     ui->grdRules->cellWidget(row, LimitColumn)->setFocus();
 }
 
 void frmThresholds::cmdDelete_Click()
 {
-    if (ui->grdRules->currentRow() >= 0)
-        ui->grdRules->removeRow(ui->grdRules->currentRow());
+    const int row = currentRule();
+    if (row < 0)
+        return;
+    leaveEditors();
+    ui->grdRules->removeRow(row);
+    ui->grdRules->selectRow(std::min(row, ui->grdRules->rowCount() - 1));
+    showCurrentRule();
+}
+
+/// An editor that goes with its row would hand the focus, and with it the selection, to another one.
+void frmThresholds::leaveEditors()
+{
+    ui->grdRules->setFocus();
+}
+
+void frmThresholds::moveRule(int step)
+{
+    const int row = currentRule();
+    if (row < 0 || row + step < 0 || row + step >= ui->grdRules->rowCount())
+        return;
+    const ThresholdRule rule = ruleAt(row);
+    leaveEditors();
+    ui->grdRules->removeRow(row);
+    insertRule(row + step, rule);
+    ui->grdRules->selectRow(row + step);
+    showCurrentRule();
 }
 
 bool frmThresholds::ValidateForm()
 {
     for (int row = 0; row < ui->grdRules->rowCount(); ++row) {
-        const QString fault = thresholdFault(ruleAt(row), *m_cells);
+        const QString fault = thresholdFault(ruleAt(row), *m_cells, ui->grdRules->item(row, CellColumn)->text());
         if (fault.isEmpty())
             continue;
         prompts().message(fault, Prompts::Icon::Exclamation);

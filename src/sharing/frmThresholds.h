@@ -11,6 +11,8 @@ class frmThresholds;
 
 namespace lumivane {
 
+class ThresholdCells;
+
 /// The rules that mark cells of one panel, with the panel's cells to pick from.
 class frmThresholds : public QDialog
 {
@@ -25,11 +27,21 @@ public Q_SLOTS:
     /// Says so instead where the panel cannot have thresholds.
     int exec() override;
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void connectButtons();
+    void prepareGrids();
+    void load(const clsWorkspacePanel& panel);
     void fillCells(const clsWorkspacePanel& panel);
-    void addRuleRow(const ThresholdRule& rule);
+    void insertRule(int row, const ThresholdRule& rule);
     ThresholdRule ruleAt(int row) const;
-    QString shownAddress(int row, int column) const;
+    int currentRule() const;
+    void leaveEditors();
+    void moveRule(int step);
+    void selectRuleOf(const QObject* editor);
+    void showCurrentRule();
     void cmdAdd_Click();
     void cmdDelete_Click();
     void cmdOK_Click();
@@ -37,8 +49,8 @@ private:
 
     const int m_panelID;
     std::optional<PanelCells> m_cells;
-    PanelTexts m_texts;
-    QString m_problem; ///< why there is nothing to show
+    ThresholdCells* m_table = nullptr; ///< null where there is nothing to show
+    QString m_problem;                 ///< why there is nothing to show
 
     const std::unique_ptr<Ui::frmThresholds> ui;
 };

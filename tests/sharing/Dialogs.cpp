@@ -4,7 +4,10 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
+#include "session/modHTMLHelp.h"
 #include "session/modMain.h"
+#include "session/modUtilsINI.h"
+#include "sharing/ImportPreview.h"
 #include "sharing/frmAddAltPath.h"
 #include "sharing/frmAltPaths.h"
 #include "sharing/frmExport.h"
@@ -14,6 +17,8 @@
 
 #include <QAction>
 #include <QFile>
+#include <QFocusEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -103,10 +108,25 @@ protected:
     }
     static void addRule(const frmThresholds& dialog, int row, int column, const QString& limit)
     {
-        part<QTableWidget>(dialog, u"grdCells"_s).setCurrentCell(row, column);
+        auto& cells = part<QTableView>(dialog, u"grdCells"_s);
+        cells.setCurrentIndex(cells.model()->index(row, column));
         press(dialog, u"cmdAdd"_s);
         auto& rules = part<QTableWidget>(dialog, u"grdRules"_s);
         qobject_cast<QLineEdit*>(rules.cellWidget(rules.rowCount() - 1, 2))->setText(limit);
+    }
+    /// The cells to pick from under their letters and numbers.
+    static QString shownCells(const frmThresholds& dialog)
+    {
+        const QAbstractItemModel& cells = *part<QTableView>(dialog, u"grdCells"_s).model();
+        QString text = u"  "_s;
+        for (int column = 0; column < cells.columnCount(); ++column)
+            text += u' ' + cells.headerData(column, Qt::Horizontal).toString();
+        for (int row = 0; row < cells.rowCount(); ++row) {
+            text += u'\n' + cells.headerData(row, Qt::Vertical).toString();
+            for (int column = 0; column < cells.columnCount(); ++column)
+                text += u' ' + cells.index(row, column).data().toString();
+        }
+        return text;
     }
     QString storedRules() const
     {
@@ -327,10 +347,7 @@ TEST_F(SharingDialogs, ThresholdsArePickedCheckedStoredAndShown)
     m_library.books[bookPath(u"Sales.xlsx"_s)].front().put(u"C3"_s, u"70"_s);
     start();
     thresholds([&](frmThresholds& dialog) {
-        const auto& cells = part<QTableWidget>(dialog, u"grdCells"_s);
-        EXPECT_EQ(cells.horizontalHeaderItem(0)->text(), u"B"_s);
-        EXPECT_EQ(cells.verticalHeaderItem(1)->text(), u"3"_s);
-        EXPECT_EQ(cells.item(1, 1)->text(), u"70"_s);
+        EXPECT_EQ(shownCells(dialog), u"   B C\n2 B2 C2\n3 B3 70\n4 B4 C4"_s);
         press(dialog, u"cmdAdd"_s);
         addRule(dialog, 1, 1, u"much"_s);
         press(dialog, u"cmdOK"_s);
@@ -382,6 +399,63 @@ TEST_F(SharingDialogs, ThresholdsFollowADefinitionThatHasMoved)
     EXPECT_EQ(storedRules(), u"3,3 high>5color@B2 low"_s);
 }
 
+TEST_F(SharingDialogs, ThresholdsLeaveOutWhatThePanelHides)
+{
+    storeDashboard(u"Sales"_s, {u"Figures"_s});
+    gDB->Execute(u"UPDATE LvnSavedPanel SET RowHeights = '2:2=15`3:3=0`4:4=15', ColWidths = 'B:B=0`C:C=8.43'"_s);
+    start();
+    thresholds([](frmThresholds& dialog) { EXPECT_EQ(shownCells(dialog), u"   C\n2 C2\n4 C4"_s); });
+}
+
+TEST_F(SharingDialogs, ThresholdsAreDeletedAndMovedWhereTheUserIs)
+{
+    storeDashboard(u"Sales"_s, {u"Figures"_s});
+    start();
+    thresholds([&](frmThresholds& dialog) {
+        EXPECT_FALSE(part<QWidget>(dialog, u"cmdDelete"_s).isEnabled());
+        for (int i = 1; i <= 4; ++i)
+            addRule(dialog, 0, 0, QString::number(i));
+        EXPECT_FALSE(part<QWidget>(dialog, u"cmdDown"_s).isEnabled());
+        auto& rules = part<QTableWidget>(dialog, u"grdRules"_s);
+        QFocusEvent entered(QEvent::FocusIn); // whether or not the window is active yet
+        QApplication::sendEvent(rules.cellWidget(1, 3), &entered);
+        press(dialog, u"cmdDelete"_s); // 1 3 4
+        press(dialog, u"cmdUp"_s);     // 3 1 4
+        EXPECT_FALSE(part<QWidget>(dialog, u"cmdUp"_s).isEnabled());
+        rules.setCurrentCell(2, 0);
+        QKeyEvent deletion(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
+        QApplication::sendEvent(&rules, &deletion); // 3 1
+        press(dialog, u"cmdOK"_s);
+    });
+    EXPECT_EQ(storedRules(), u"2,2 high>3color@B2 low\n2,2 high>1color@B2 low"_s);
+}
+
+TEST_F(SharingDialogs, HelpAsksForThePageOfItsForm)
+{
+    storeDashboard(u"Sales"_s, {u"Figures"_s});
+    start();
+    QStringList topics;
+    setDocumentViewer({[&](const QString&, qint32 context) { topics.append(QString::number(context)); }, {}});
+    QFile(programFile(u"lumivane.CHM"_s)).open(QIODevice::WriteOnly);
+    SetHelpFile();
+    frmExport exporting;
+    frmImport importing;
+    frmImportFolders folders{ImportPreview{}};
+    frmAltPaths paths;
+    frmAddAltPath adding;
+    frmThresholds limits{*gWorkspace->Panels(1)};
+    int context = 100;
+    for (QDialog* dialog :
+         std::initializer_list<QDialog*>{&exporting, &importing, &folders, &paths, &adding, &limits}) {
+        SetIniString(GetHelpIniFile(), u"Help"_s,
+                     QString::fromLatin1(dialog->metaObject()->className()).section(u':', -1),
+                     QString::number(++context));
+        press(*dialog, u"cmdHelp"_s);
+    }
+    setDocumentViewer({});
+    EXPECT_EQ(topics, (QStringList{u"101"_s, u"102"_s, u"103"_s, u"104"_s, u"105"_s, u"106"_s}));
+}
+
 TEST_F(SharingDialogs, ThresholdsAreForRangesOnly)
 {
     storeDashboard(u"Sales"_s, {u"Figures"_s});
@@ -397,7 +471,7 @@ TEST_F(SharingDialogs, ThresholdsCanBePickedByPlaceWithoutTheWorkbook)
     start();
     m_library.books.clear();
     thresholds([&](frmThresholds& dialog) {
-        EXPECT_TRUE(part<QLabel>(dialog, u"lblCells"_s).text().contains(u"was not found"_s));
+        EXPECT_TRUE(part<QLabel>(dialog, u"lblNotice"_s).text().contains(u"was not found"_s));
         addRule(dialog, 0, 1, u"9"_s);
         EXPECT_EQ(part<QTableWidget>(dialog, u"grdRules"_s).item(0, 0)->text(), u"C2"_s);
     });

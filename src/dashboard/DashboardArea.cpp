@@ -2,6 +2,7 @@
 
 #include <QContextMenuEvent>
 #include <QPainter>
+#include <cmath>
 
 namespace lumivane {
 
@@ -9,14 +10,42 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int lightBackground = 128;
+constexpr double readableContrast = 4.5;
+constexpr int hintGap = 10; ///< between lines, and between a key and what it does
 
-QColor hintColor(const QColor& background)
+/// How bright a colour is to the eye, 0 to 1.
+double luminance(const QColor& color)
 {
-    return background.lightness() >= lightBackground ? QColor(0x7a, 0x86, 0x94) : QColor(0xe3, 0xe8, 0xee);
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& a, const QColor& b)
+{
+    const auto [darker, brighter] = std::minmax({luminance(a), luminance(b)});
+    return (brighter + 0.05) / (darker + 0.05);
+}
+
+QColor mixed(const QColor& a, const QColor& b, double partOfB)
+{
+    const auto mix = [partOfB](int x, int y) { return qRound(x + (y - x) * partOfB); };
+    return QColor(mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue()));
 }
 
 } // namespace
+
+QColor readableOn(const QColor& background)
+{
+    const QColor full = contrast(background, Qt::black) >= contrast(background, Qt::white) ? Qt::black : Qt::white;
+    for (double part = 0.55; part < 1; part += 0.05) {
+        const QColor soft = mixed(background, full, part);
+        if (contrast(background, soft) >= readableContrast)
+            return soft;
+    }
+    return full;
+}
 
 DashboardArea::DashboardArea(QWidget* parent) : QMdiArea(parent)
 {
@@ -35,11 +64,48 @@ void DashboardArea::paintEvent(QPaintEvent* event)
     if (!subWindowList().isEmpty())
         return;
     QPainter painter(viewport());
-    painter.setPen(hintColor(background().color()));
-    QFont font = painter.font();
-    font.setPointSizeF(font.pointSizeF() * 1.15);
-    painter.setFont(font);
-    painter.drawText(viewport()->rect(), Qt::AlignCenter, u"This dashboard has no panels."_s);
+    paintHint(painter);
+}
+
+void DashboardArea::setHint(const QString& sentence, const QList<QPair<QString, QString>>& keys)
+{
+    m_sentence = sentence;
+    m_keys = keys;
+    QStringList told{sentence};
+    for (const auto& [key, effect] : keys)
+        told.append(key + u": "_s + effect);
+    setAccessibleDescription(told.join(u". "_s));
+    viewport()->update();
+}
+
+void DashboardArea::paintHint(QPainter& painter) const
+{
+    painter.setPen(readableOn(background().color()));
+    const QFont plain = painter.font();
+    QFont large = plain;
+    large.setPointSizeF(plain.pointSizeF() * 1.3);
+    const QRect room = viewport()->rect().adjusted(hintGap, hintGap, -hintGap, -hintGap);
+    const QRect sentence =
+        QFontMetrics(large).boundingRect(QRect(0, 0, room.width(), 0), Qt::AlignHCenter | Qt::TextWordWrap, m_sentence);
+    const int lineHeight = QFontMetrics(plain).height() + hintGap / 2;
+    int top = room.center().y() - (sentence.height() + hintGap + lineHeight * static_cast<int>(m_keys.size())) / 2;
+
+    painter.setFont(large);
+    painter.drawText(QRect(room.left(), top, room.width(), sentence.height()), Qt::AlignHCenter | Qt::TextWordWrap,
+                     m_sentence);
+    top += sentence.height() + hintGap;
+    QFont bold = plain;
+    bold.setWeight(QFont::DemiBold);
+    for (const auto& [key, effect] : m_keys) {
+        // Keys end and effects begin at the middle, so that both form columns.
+        painter.setFont(bold);
+        painter.drawText(QRect(room.left(), top, room.width() / 2 - hintGap, lineHeight),
+                         Qt::AlignRight | Qt::AlignVCenter, key);
+        painter.setFont(plain);
+        painter.drawText(QRect(room.left() + room.width() / 2, top, room.width() / 2, lineHeight),
+                         Qt::AlignLeft | Qt::AlignVCenter, effect);
+        top += lineHeight;
+    }
 }
 
 bool DashboardArea::eventFilter(QObject* watched, QEvent* event)

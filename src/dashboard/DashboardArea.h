@@ -1,16 +1,20 @@
 #pragma once
 
 #include <QMdiArea>
+#include <QPair>
 
 namespace lumivane {
 
-/// The ground on which the panels lie. Without a panel it says what could be done.
+/// The ground on which the panels lie. Without a panel it says what can be done.
 class DashboardArea : public QMdiArea
 {
     Q_OBJECT
 
 public:
     explicit DashboardArea(QWidget* parent = nullptr);
+
+    /// What an empty dashboard shows: a sentence, and below it a list of keys, each with what it does.
+    void setHint(const QString& sentence, const QList<QPair<QString, QString>>& keys);
 
 Q_SIGNALS:
     void menuRequested(const QPoint& position, const QPoint& globalPosition);
@@ -19,6 +23,16 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
+
+private:
+    void paintHint(QPainter& painter) const;
+
+    QString m_sentence;
+    QList<QPair<QString, QString>> m_keys;
 };
+
+/// The colour of a quiet text that can be read on a background, whichever it is: soft where the background leaves room
+/// for that, with a contrast of 4.5 : 1 at least.
+QColor readableOn(const QColor& background);
 
 } // namespace lumivane

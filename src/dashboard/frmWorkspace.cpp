@@ -38,6 +38,7 @@ frmWorkspace::frmWorkspace(QWidget* parent) : QMainWindow(parent), m_actions(*th
 {
     setObjectName(u"frmWorkspace"_s);
     setCentralWidget(m_area);
+    setAcceptDrops(true);
     buildStatusBar();
     connectActions();
     connectPanelCommands();
@@ -77,6 +78,7 @@ void frmWorkspace::connectActions()
     connectSession();
     connectLayout();
     connectCopyMove();
+    explainEmptyDashboard();
     connect(a.mnuEditHorizontal, &QAction::triggered, this, [this] { arrangePanels(tileHorizontally); });
     connect(a.mnuEditVertical, &QAction::triggered, this, [this] { arrangePanels(tileVertically); });
     connect(a.mnuEditCascade, &QAction::triggered, this, &frmWorkspace::cascadePanels);

@@ -128,6 +128,8 @@ protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override; // Form_QueryUnload
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void Form_Load();
@@ -137,6 +139,7 @@ private:
     void connectPasting();
     void connectSession();
     void buildStatusBar();
+    void explainEmptyDashboard();
     void firstActivation();
     void unloadForMissingDatabase();
     void reloadSources();
@@ -165,6 +168,9 @@ private:
     void nudgeMarkedPanels(const QPoint& pixels);
     /// Lets steps that make all windows anew end with the same panels marked.
     void keepMarks(const std::function<void()>& steps);
+
+    /// Opens a file in the spreadsheet in front of the user.
+    void showWorkbook(const QString& file);
 
     // Copying and moving panels.
     void connectCopyMove();

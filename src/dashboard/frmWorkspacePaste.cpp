@@ -27,22 +27,28 @@ void frmWorkspace::connectPasting()
 
 void frmWorkspace::mnuWorkspaceWorkbook_Click()
 {
-    command(u"mnuWorkspaceWorkbook_Click"_s, [] {
+    command(u"mnuWorkspaceWorkbook_Click"_s, [this] {
         const QString file = prompts().openFile(
             {u"Open workbook"_s, u"Workbooks (*.xlsx *.xlsm *.csv *.tsv *.txt);;All files (*)"_s, QString()});
-        const auto& visible = hostFactory().visibleInstance;
-        if (file.isEmpty() || !visible)
-            return;
-        // What is wrong with a file is nothing to log: the user picked it and is told.
-        try {
-            if (const auto instance = visible()) {
-                instance->Open(file);
-                instance->BringToFront();
-            }
-        } catch (const RuntimeError& error) {
-            prompts().message(error.description(), Prompts::Icon::Exclamation);
-        }
+        if (!file.isEmpty())
+            showWorkbook(file);
     });
+}
+
+void frmWorkspace::showWorkbook(const QString& file)
+{
+    const auto& visible = hostFactory().visibleInstance;
+    if (!visible)
+        return;
+    // What is wrong with a file is nothing to log: the user picked it and is told.
+    try {
+        if (const auto instance = visible()) {
+            instance->Open(file);
+            instance->BringToFront();
+        }
+    } catch (const RuntimeError& error) {
+        prompts().message(error.description(), Prompts::Icon::Exclamation);
+    }
 }
 
 void frmWorkspace::mnuWorkspacePaste_Click()

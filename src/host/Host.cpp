@@ -1,7 +1,9 @@
 #include "host/Host.h"
 
 #include "platform/RuntimeError.h"
+#include "session/modUtilsFile.h"
 
+#include <QFileInfo>
 #include <algorithm>
 
 namespace lumivane {
@@ -145,6 +147,21 @@ SheetRange Worksheet::Columns(const QString& letters)
 SheetRange Worksheet::UsedRange()
 {
     return {*this, usedArea()};
+}
+
+void Workbook::SaveCopyAs(const QString& path)
+{
+    const QString file = FullName();
+    const auto refuse = [&](const QString& reason) {
+        throw RuntimeError(RuntimeError::ApplicationDefined,
+                           u"The workbook \"%1\" cannot be copied to [%2]: %3"_s.arg(Name(), path, reason));
+    };
+    if (!Saved())
+        refuse(u"it has changes that are not saved. Save it and try again."_s);
+    if (QFileInfo(file) == QFileInfo(path))
+        refuse(u"that is the workbook itself."_s);
+    if (!File_Copy(file, path))
+        refuse(u"[%1] cannot be read, or the copy cannot be written."_s.arg(file));
 }
 
 void setHostFactory(HostFactory factory)

@@ -151,6 +151,9 @@ public:
     /// False while it has changes that its file lacks.
     virtual bool Saved() const { return true; }
     virtual void Save() = 0;
+    /// Writes what is open, changes that its own file lacks included, into another file of the same format in place of
+    /// what is there. What is active and selected stays. A workbook without such changes needs no more than its file.
+    virtual void SaveCopyAs(const QString& path);
     virtual void Close() = 0; ///< without saving
 };
 

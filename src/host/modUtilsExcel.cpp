@@ -2,7 +2,9 @@
 
 #include "host/Host.h"
 #include "platform/Checked.h"
+#include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
+#include "session/modMain.h"
 #include "session/modUtilsFile.h"
 #include "session/modUtilsLog.h"
 
@@ -30,6 +32,36 @@ bool logMissing(const QString& procedure, const QString& text)
 {
     LogEvent(excelModule, procedure, text, false);
     return false;
+}
+
+bool refuseLaunch(const QString& text)
+{
+    prompts().message(text, Prompts::Icon::Exclamation);
+    return false;
+}
+
+/// The user's instance, as long as it can show the workbook beside what it has open: one that has another workbook of
+/// that name might not. Otherwise one that is made or found for showing; null where there is none.
+XLInstance instanceToShow(const QString& path)
+{
+    XLInstance user;
+    bool otherFolder = false;
+    if (Excel_GetInstance(user) && (Excel_HasWorkbook(user, path, otherFolder) || !otherFolder))
+        return user;
+    return hostFactory().visibleInstance ? hostFactory().visibleInstance() : nullptr;
+}
+
+std::shared_ptr<Workbook> workbookToShow(XLInstance& XLInst, const QString& path)
+{
+    bool otherFolder = false;
+    if (Excel_HasWorkbook(XLInst, path, otherFolder)) {
+        for (int i = 1; i <= XLInst->WorkbooksCount(); ++i) {
+            auto workbook = XLInst->WorkbookItem(i);
+            if (workbook->FullName().compare(path, Qt::CaseInsensitive) == 0)
+                return workbook;
+        }
+    }
+    return XLInst->Open(path);
 }
 
 } // namespace
@@ -149,6 +181,52 @@ bool Excel_HasShape(const std::shared_ptr<Worksheet>& ws, const QString& name)
         return false;
     }
     return logMissing(u"Excel_HasShape"_s, name % u" not found.");
+}
+
+bool Excel_Launch(const QString& path, const QString& sheet)
+{
+    const auto logFailure = [](const RuntimeError& failure) { logExcelFailure(u"Excel_Launch"_s, failure); };
+    try {
+        XLInstance XLInst = instanceToShow(path);
+        if (!XLInst)
+            return refuseLaunch(u"Unable to launch Excel instance."_s);
+        std::shared_ptr<Workbook> workbook;
+        QString reason;
+        try {
+            workbook = workbookToShow(XLInst, path);
+        } catch (const RuntimeError& failure) {
+            logFailure(failure);
+            reason = u"\r\n"_s % failure.description();
+        }
+        if (!workbook)
+            return refuseLaunch(u"Unable to open "_s % path % u'.' % reason);
+
+        workbook->Activate();
+        if (Excel_HasSheet(workbook, sheet))
+            workbook->WorksheetByName(sheet)->Select();
+        XLInst->IgnoreRemoteRequests = false;
+        XLInst->DisplayAlerts = true;
+        XLInst->Visible = true;
+        XLInst->BringToFront();
+        return true;
+    } catch (const RuntimeError& failure) {
+        // The instance is let go and never ended, even one made here: it may hold what the user has opened before.
+        logFailure(failure);
+        return false;
+    }
+}
+
+bool CopyOpenWorkbook(const std::shared_ptr<Workbook>& wb, const QString& path)
+{
+    try {
+        if (!wb)
+            throw RuntimeError(RuntimeError::ObjectNotSet);
+        wb->SaveCopyAs(path);
+        return true;
+    } catch (const RuntimeError& failure) {
+        logExcelFailure(u"CopyOpenWorkbook"_s, failure);
+        return false;
+    }
 }
 
 QString RealBottomRight(Worksheet& ws)

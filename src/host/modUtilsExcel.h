@@ -22,6 +22,11 @@ void CloseWorkbooks(XLInstance& XLInst);
 bool Excel_HasSheet(const std::shared_ptr<Workbook>& wb, const QString& name);
 bool Excel_HasWorkbook(XLInstance& XLInst, const QString& path, bool& otherFolder);
 bool Excel_HasShape(const std::shared_ptr<Worksheet>& ws, const QString& name);
+/// Shows a workbook to the user at a sheet, in what they use for workbooks, and leaves it to them. A workbook without
+/// that sheet shows the one it comes up with. Failures are told by `prompts()`.
+bool Excel_Launch(const QString& path, const QString& sheet);
+/// Makes a file from a workbook that is open before the user and leaves all as they have it.
+bool CopyOpenWorkbook(const std::shared_ptr<Workbook>& wb, const QString& path);
 
 /// Address of the crossing of the last row and the last column with contents, "$H$40"; empty (and logged) for a sheet
 /// without any.

@@ -1,9 +1,14 @@
 #include "host/modUtilsExcel.h"
 
 #include "platform/RuntimeError.h"
+#include "session/modMain.h"
 #include "support/LogCapture.h"
 #include "support/PlainSheet.h"
+#include "support/ScriptedPrompts.h"
 
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using namespace lumivane;
@@ -91,6 +96,145 @@ TEST_F(Instances, AWorkbookOfTheSameNameFromElsewhereIsNotTheWorkbook)
     EXPECT_TRUE(otherFolder);
     EXPECT_FALSE(Excel_HasWorkbook(instance, u"/reports/Costs.xlsx"_s, otherFolder));
     EXPECT_FALSE(otherFolder);
+}
+
+/// The user's spreadsheet: what is open in it, what is in front, and what it was asked to do.
+struct ShowingSpreadsheet : PlainApplication
+{
+    using PlainApplication::PlainApplication;
+    int broughtToFront = 0;
+    void BringToFront() override { ++broughtToFront; }
+    QString front()
+    {
+        const auto workbook = ActiveWorkbook();
+        return workbook ? QString(workbook->FullName() % u'!' % ActiveSheet()->Name()) : QString();
+    }
+};
+
+class Launching : public Instances
+{
+protected:
+    Launching()
+    {
+        for (const QString& path : {sales, otherSales})
+            library.books[path] = {PlainSheet(u"Cover"_s), PlainSheet(u"Data"_s)};
+        setPrompts(&answers);
+    }
+    ~Launching() override { setPrompts(nullptr); }
+
+    /// Which of the two instances there are.
+    void provide(bool running, bool showing)
+    {
+        HostFactory factory = library.factory();
+        factory.userInstance = [this, running] { return running ? user : nullptr; };
+        if (showing)
+            factory.visibleInstance = [this] { return shown; };
+        setHostFactory(factory);
+    }
+
+    const QString sales = u"/reports/Sales.xlsx"_s, otherSales = u"/archive/SALES.xlsx"_s;
+    const std::shared_ptr<ShowingSpreadsheet> user = std::make_shared<ShowingSpreadsheet>(library);
+    const std::shared_ptr<ShowingSpreadsheet> shown = std::make_shared<ShowingSpreadsheet>(library);
+    ScriptedPrompts answers;
+};
+
+TEST_F(Launching, GoesToTheWorkbookThatTheUserHasOpen)
+{
+    provide(true, true);
+    user->Open(sales);
+    user->Open(otherSales);
+    EXPECT_TRUE(Excel_Launch(u"/REPORTS/sales.xlsx"_s, u"data"_s));
+    EXPECT_EQ(user->front(), u"/reports/Sales.xlsx!Data"_s);
+    EXPECT_EQ(user->WorkbooksCount(), 2);
+    EXPECT_EQ(user->broughtToFront, 1);
+    EXPECT_EQ(shown->WorkbooksCount(), 0);
+}
+
+TEST_F(Launching, OpensTheWorkbookWhereTheUserWorks)
+{
+    provide(true, true);
+    user->IgnoreRemoteRequests = true;
+    EXPECT_TRUE(Excel_Launch(sales, u"Data"_s));
+    EXPECT_EQ(user->front(), u"/reports/Sales.xlsx!Data"_s);
+    EXPECT_TRUE(user->Visible);
+    EXPECT_TRUE(user->DisplayAlerts);
+    EXPECT_FALSE(user->IgnoreRemoteRequests);
+    EXPECT_FALSE(library.events.contains(u"quit"_s));
+}
+
+TEST_F(Launching, OpensElsewhereBesideAWorkbookOfTheSameName)
+{
+    provide(true, true);
+    user->Open(otherSales);
+    EXPECT_TRUE(Excel_Launch(sales, u"Data"_s));
+    EXPECT_EQ(user->front(), u"/archive/SALES.xlsx!Cover"_s) << "the user's workbook was disturbed";
+    EXPECT_EQ(shown->front(), u"/reports/Sales.xlsx!Data"_s);
+    EXPECT_FALSE(library.events.contains(u"start"_s)) << "a worker has no windows";
+}
+
+TEST_F(Launching, WithoutTheSheetTheWorkbookIsShownAllTheSame)
+{
+    provide(false, true);
+    EXPECT_TRUE(Excel_Launch(sales, u"Summary"_s));
+    EXPECT_EQ(shown->front(), u"/reports/Sales.xlsx!Cover"_s);
+    EXPECT_EQ(log.entries.last(), u"Event modUtilsExcel.Excel_HasSheet: Summary not found."_s);
+    EXPECT_TRUE(answers.shown.isEmpty());
+}
+
+TEST_F(Launching, TellsWhatIsMissingAndEndsNothing)
+{
+    provide(false, false);
+    EXPECT_FALSE(Excel_Launch(sales, u"Data"_s));
+    provide(false, true);
+    shown->Open(otherSales);
+    EXPECT_FALSE(Excel_Launch(u"/reports/Gone.xlsx"_s, u"Data"_s));
+    ASSERT_EQ(answers.shown.size(), 2);
+    EXPECT_EQ(answers.shown[0], u"Unable to launch Excel instance."_s);
+    EXPECT_EQ(answers.shown[1].section(u"\r\n"_s, 0, 0), u"Unable to open /reports/Gone.xlsx."_s);
+    EXPECT_FALSE(answers.shown[1].section(u"\r\n"_s, 1).isEmpty()) << "the reason is missing";
+    EXPECT_TRUE(log.entries.last().startsWith(u"Error modUtilsExcel.Excel_Launch: "_s));
+    EXPECT_EQ(shown->WorkbooksCount(), 1);
+    EXPECT_FALSE(library.events.contains(u"quit"_s));
+}
+
+/// A workbook of the user that is a file on disk.
+struct FileWorkbook : PlainWorkbook
+{
+    using PlainWorkbook::PlainWorkbook;
+    bool saved = true;
+    bool Saved() const override { return saved; }
+};
+
+TEST(CopyOpenWorkbook, WritesTheWorkbookInPlaceOfTheOldCopyOrLogsWhyNot)
+{
+    LogCapture log;
+    QTemporaryDir folder;
+    const auto file = [&](const QString& name) { return folder.filePath(name); };
+    const auto write = [&](const QString& name, const QByteArray& bytes) {
+        QFile out(file(name));
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write(bytes);
+    };
+    const auto content = [&](const QString& name) {
+        QFile in(file(name));
+        return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("none");
+    };
+    write(u"Sales.xlsx"_s, "the new one");
+    write(u"Copy.xlsx"_s, "the old one, which is longer");
+    const auto workbook = std::make_shared<FileWorkbook>(file(u"Sales.xlsx"_s));
+
+    EXPECT_TRUE(CopyOpenWorkbook(workbook, file(u"Copy.xlsx"_s)));
+    EXPECT_EQ(content(u"Copy.xlsx"_s), "the new one");
+    EXPECT_TRUE(log.entries.isEmpty());
+
+    EXPECT_FALSE(CopyOpenWorkbook(workbook, file(u"../"_s + QDir(folder.path()).dirName() + u"/Sales.xlsx"_s)));
+    EXPECT_EQ(content(u"Sales.xlsx"_s), "the new one");
+    workbook->saved = false;
+    EXPECT_FALSE(CopyOpenWorkbook(workbook, file(u"Unsaved.xlsx"_s)));
+    EXPECT_EQ(content(u"Unsaved.xlsx"_s), "none");
+    EXPECT_FALSE(CopyOpenWorkbook(nullptr, file(u"Copy.xlsx"_s)));
+    EXPECT_EQ(log.entries.filter(u"Error modUtilsExcel.CopyOpenWorkbook"_s).size(), 3);
+    EXPECT_TRUE(log.entries.first().contains(u"that is the workbook itself"_s));
 }
 
 TEST(RealBottomRight, IsTheCrossingOfTheLastRowAndColumnWithContents)

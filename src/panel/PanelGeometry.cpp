@@ -2,6 +2,9 @@
 
 #include "platform/Checked.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace lumivane {
 
 namespace {
@@ -48,6 +51,21 @@ TwipsSize autosizeWindow(const PanelMeasures& measures, const TwipsSize& picture
 {
     return {picture.width + (measures.window.width - measures.client.width),
             picture.height + (measures.window.height - measures.client.height)};
+}
+
+TwipsSize windowInProportion(const PanelMeasures& measures, const TwipsSize& picture, const TwipsSize& most)
+{
+    const float borderWidth = measures.window.width - measures.client.width;
+    const float borderHeight = measures.window.height - measures.client.height;
+    const float scale =
+        std::min((most.width - borderWidth) / picture.width, (most.height - borderHeight) / picture.height);
+    return {picture.width * scale + borderWidth, picture.height * scale + borderHeight};
+}
+
+bool canBeKept(const TwipsSize& window)
+{
+    constexpr float longest = std::numeric_limits<qint16>::max();
+    return window.width <= longest && window.height <= longest;
 }
 
 PanelLayout autosizeLayout(const PanelMeasures& measures, const TwipsSize& picture)

@@ -48,6 +48,10 @@ struct PanelLayout
 
 /// The window's size with which its client area is as large as the picture.
 TwipsSize autosizeWindow(const PanelMeasures& measures, const TwipsSize& picture);
+/// The largest window of at most this size whose client area has the picture's proportions.
+TwipsSize windowInProportion(const PanelMeasures& measures, const TwipsSize& picture, const TwipsSize& most);
+/// Whether a window's size can be kept.
+bool canBeKept(const TwipsSize& window);
 /// The picture in its own size at the top left, in a window that has been given its size by `autosizeWindow`.
 PanelLayout autosizeLayout(const PanelMeasures& measures, const TwipsSize& picture);
 /// The picture in its own size: centred where there is room, otherwise cut off and scrolled. The frame reaches below

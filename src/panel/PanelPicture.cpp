@@ -19,6 +19,7 @@ constexpr int invalidPicture = 481;
 constexpr double dotsPerMetreAtScaleOne = 96 / 0.0254;
 /// Largest picture that is read, in megabytes of memory: what a host draws at most, and some room.
 constexpr int pictureMegabytes = 320;
+constexpr qint64 mostPixels = pictureMegabytes * 1024 * 1024 / 4;
 constexpr qint64 longestNotice = 4000;
 const QByteArray noticeMark = "\nlumivane notice\n";
 
@@ -27,6 +28,11 @@ QImage readPicture(QIODevice& device, const QString& file)
     QImageReader::setAllocationLimit(pictureMegabytes);
     QImageReader reader(&device);
     reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    // Not every format keeps to the limit by itself, drawings made of lines least of all.
+    if (const QSize size = reader.size(); qint64(size.width()) * size.height() > mostPixels)
+        throw RuntimeError(invalidPicture, u"The picture [%1] is too large to be shown: it has %2 x %3 pixels."_s.arg(
+                                               file, QString::number(size.width()), QString::number(size.height())));
     QImage image = reader.read();
     if (image.isNull())
         throw RuntimeError(invalidPicture,
@@ -73,6 +79,38 @@ PanelPicture loadPictureFile(const QString& file)
     QFile device(file);
     openForReading(device);
     return {readPicture(device, file), QString()};
+}
+
+QString pictureFileFilter()
+{
+    struct
+    {
+        QString name;
+        QStringList suffixes;
+    } const kinds[] = {{u"Bitmaps"_s, {u"bmp"_s, u"dib"_s}},
+                       {u"GIF images"_s, {u"gif"_s}},
+                       {u"JPEG images"_s, {u"jpg"_s, u"jpeg"_s}},
+                       {u"PNG images"_s, {u"png"_s}},
+                       {u"SVG drawings"_s, {u"svg"_s, u"svgz"_s}},
+                       {u"TIFF images"_s, {u"tif"_s, u"tiff"_s}},
+                       {u"WebP images"_s, {u"webp"_s}},
+                       {u"Metafiles"_s, {u"wmf"_s, u"emf"_s}},
+                       {u"Icons"_s, {u"ico"_s, u"cur"_s}}};
+    const QList<QByteArray> readable = QImageReader::supportedImageFormats();
+    QStringList all, filters;
+    for (const auto& kind : kinds) {
+        // The first suffix is the format's own name.
+        if (!readable.contains(kind.suffixes.first().toLatin1()))
+            continue;
+        QStringList masks;
+        for (const QString& suffix : kind.suffixes)
+            masks.append(u"*."_s + suffix);
+        all += masks;
+        filters.append(u"%1 (%2)"_s.arg(kind.name, masks.join(u' ')));
+    }
+    filters.prepend(u"All Picture Files (%1)"_s.arg(all.join(u' ')));
+    filters.append(u"All files (*)"_s);
+    return filters.join(u";;"_s);
 }
 
 PanelPicture loadCachedPicture(const QString& file)

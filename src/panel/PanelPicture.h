@@ -19,8 +19,11 @@ struct PanelPicture
     TwipsSize size() const;
 };
 
-/// Any picture file, drawn pixel by pixel. Throws RuntimeError 53 where it is missing and 481 where it is no picture.
+/// Any picture file, drawn pixel by pixel and turned as its camera says. Throws RuntimeError 53 where it is missing and
+/// 481 where it is no picture or one of more pixels than can be kept.
 PanelPicture loadPictureFile(const QString& file);
+/// The kinds of picture files that can be read here, as a filter of a file dialog.
+QString pictureFileFilter();
 
 // The picture cache is a Windows bitmap whose resolution tells the scale (96 dots to the inch being 1), with the notice
 // behind the picture's bytes, where readers of bitmaps do not look.

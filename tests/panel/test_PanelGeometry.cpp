@@ -98,6 +98,16 @@ TEST(AutosizeView, AddsTitleAndBordersToThePicture)
               (PanelLayout{{0, 0, 3000, 2000}, {0, 0, 3000, 2000}, hidden, hidden}));
 }
 
+TEST(AutosizeView, ALargePictureKeepsItsProportionsInTheRoomThereIs)
+{
+    // The borders take 120 across and 390 down.
+    EXPECT_EQ(windowInProportion(usualWindow(), {60000, 15000}, {15120, 9000}), (TwipsSize{15120, 4140}));
+    EXPECT_EQ(windowInProportion(usualWindow(), {10000, 50000}, {15120, 5390}), (TwipsSize{1120, 5390}));
+    EXPECT_TRUE(canBeKept({32767, 32767}));
+    EXPECT_FALSE(canBeKept({100, 32768}));
+    EXPECT_FALSE(canBeKept({32768, 100}));
+}
+
 TEST(ZoomView, FillsTheClientWhateverThePicture)
 {
     EXPECT_EQ(zoomLayout(usualWindow()), (PanelLayout{{0, 0, 5880, 4110}, {0, 0, 5880, 4110}, hidden, hidden}));

@@ -121,4 +121,26 @@ TEST_F(PictureCache, ReadsAPictureFileByItsContentNotItsName)
     EXPECT_EQ(loadPictureFile(m_file).image.size(), QSize(60, 30));
 }
 
+TEST_F(PictureCache, RefusesADrawingOfMorePixelsThanCanBeKept)
+{
+    const auto drawing = [this](int width) {
+        write("<svg xmlns='http://www.w3.org/2000/svg' height='30' width='" + QByteArray::number(width) + "'/>");
+    };
+    drawing(60);
+    EXPECT_EQ(loadPictureFile(m_file).image.size(), QSize(60, 30));
+    drawing(20000000);
+    EXPECT_EQ(failureOf(loadPictureFile), 481);
+}
+
+TEST(PictureFilter, NamesWhatCanBeReadAndOnlyThat)
+{
+    const QStringList filters = pictureFileFilter().split(u";;"_s);
+    EXPECT_TRUE(filters.first().startsWith(u"All Picture Files (*.bmp *.dib *.gif *.jpg *.jpeg *.png *.svg"_s))
+        << filters.first().toStdString();
+    EXPECT_EQ(filters.last(), u"All files (*)"_s);
+    EXPECT_TRUE(filters.contains(u"Bitmaps (*.bmp *.dib)"_s));
+    EXPECT_TRUE(filters.contains(u"Icons (*.ico *.cur)"_s));
+    EXPECT_EQ(filters.filter(u"*.wmf"_s), QStringList()) << "nothing here reads metafiles";
+}
+
 } // namespace

@@ -131,9 +131,23 @@ void DashboardActions::buildPanelMenu(QMainWindow& window)
 {
     mnuPanel = addMenu(window, u"mnuPanel"_s, u"&Panel"_s);
     QMenu& menu = *mnuPanel;
+    mnuPanelPicture = addEntry(
+        menu, {u"mnuPanelPicture"_s, u"Load P&icture"_s, u"picture"_s, u"Show a picture file in this panel"_s});
     mnuPanelPaste = addEntry(menu, {u"mnuPanelPaste"_s, u"&Paste"_s, u"paste"_s,
                                     u"Make another panel of what is selected in the workbook"_s});
     menu.addSeparator();
+    mnuPanelExcel = addEntry(menu, {u"mnuPanelExcel"_s, u"Open &Excel File"_s, u"open-excel"_s,
+                                    u"Show the workbook of this panel at its sheet, in the newest version"_s,
+                                    QKeySequence(Qt::CTRL | Qt::Key_E)});
+    mnuPanelDrillback = addEntry(menu, {u"mnuPanelDrillback"_s, u"&View Data Source"_s, u"view-data-source"_s,
+                                        u"Show the data behind the figures, where its source has been defined"_s});
+    mnuPanelDrillbackProperties =
+        addEntry(menu, {u"mnuPanelDrillbackProperties"_s, u"De&fine Data Source..."_s, u"define-data-source"_s,
+                        u"Say which document the data behind the figures comes from"_s});
+    menu.addSeparator();
+    mnuPanelCaption =
+        addEntry(menu, {u"mnuPanelCaption"_s, u"&Caption..."_s, u"caption"_s,
+                        u"Change the text in the title of this panel"_s, QKeySequence(Qt::SHIFT | Qt::Key_F2)});
     mnuPanelThresholds = addEntry(menu, {u"mnuPanelThresholds"_s, u"&Thresholds..."_s, u"thresholds"_s,
                                          u"Mark cells of this panel when their numbers pass a limit"_s});
     menu.addSeparator();

@@ -29,7 +29,12 @@ struct DashboardActions
     QAction* mnuWorkspaceExit = nullptr;
 
     QMenu* mnuPanel = nullptr;
+    QAction* mnuPanelPicture = nullptr;
     QAction* mnuPanelPaste = nullptr;
+    QAction* mnuPanelExcel = nullptr;
+    QAction* mnuPanelDrillback = nullptr;
+    QAction* mnuPanelDrillbackProperties = nullptr;
+    QAction* mnuPanelCaption = nullptr;
     QAction* mnuPanelRefresh = nullptr;
     QAction* mnuPanelDelete = nullptr;
     QAction* mnuPanelLayout = nullptr;

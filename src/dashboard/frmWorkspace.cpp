@@ -200,7 +200,8 @@ frmPanel* frmWorkspace::newPanelWindow(qint16 Index)
     auto* panel = new frmPanel([this] { return EditMode; });
     panel->Index = Index;
     m_area->addSubWindow(panel);
-    connect(panel, &frmPanel::viewChanged, this, &frmWorkspace::Panel_PrepMenu);
+    connect(panel, &frmPanel::viewChanged, this, &frmWorkspace::tickView);
+    connect(panel, &frmPanel::doubleClicked, this, &frmWorkspace::panelDoubleClicked);
     connect(panel, &frmPanel::menuRequested, this, &frmWorkspace::showPanelMenu);
     connect(panel, &frmPanel::placed, this, [this] { IsModified = true; });
     return panel;

@@ -85,6 +85,7 @@ public:
     void Workspace_CheckUpdates();
 
     // Commands of the active panel.
+    void mnuPanelPicture_Click();
     void mnuPanelDelete_Click();
 
     // Layout mode: the marked panels follow the base, which never moves. Places and sizes stand in windows and records
@@ -185,6 +186,8 @@ private:
     frmPanel* activePanel() const;
     frmPanel* newPanelWindow(qint16 Index);
     void Panel_PrepMenu();
+    void tickView(); ///< what of the menu follows each change of a view
+    void panelDoubleClicked();
     void SetFormCaption(const QString& Name);
     void showPanelMenu(const QPoint& globalPosition);
     void showWorkspaceMenu(const QPoint& position, const QPoint& globalPosition);

@@ -1,5 +1,6 @@
 #include "dashboard/DashboardArea.h"
 #include "dashboard/frmWorkspace.h"
+#include "panel/Drillback.h"
 #include "panel/frmPanel.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
@@ -22,6 +23,11 @@ void frmWorkspace::connectPanelCommands()
         connect(entry, &QAction::triggered, this,
                 [this, entry, member] { runPanelCommand(entry->objectName() + u"_Click"_s, member); });
     };
+    connect(a.mnuPanelPicture, &QAction::triggered, this, &frmWorkspace::mnuPanelPicture_Click);
+    route(a.mnuPanelExcel, &frmPanel::Panel_Launch);
+    route(a.mnuPanelDrillback, &frmPanel::Panel_Drillback);
+    route(a.mnuPanelDrillbackProperties, &frmPanel::Panel_DrillbackProperties);
+    route(a.mnuPanelCaption, [](frmPanel& panel) { panel.Panel_Caption(false); });
     route(a.mnuPanelAutosize, &frmPanel::Panel_Autosize);
     route(a.mnuPanelZoomToFit, &frmPanel::Panel_ZoomToFit);
     route(a.mnuPanelCrop, &frmPanel::Panel_Crop);
@@ -48,10 +54,35 @@ void frmWorkspace::Panel_PrepMenu()
 {
     const frmPanel* panel = activePanel();
     const auto record = panel && gWorkspace ? gWorkspace->Panels(panel->Index) : nullptr;
+    m_actions.mnuPanelDrillback->setEnabled(record && HasDrillback(record->SourceID, record->SheetName, gDB));
+    tickView();
+}
+
+void frmWorkspace::tickView()
+{
+    const frmPanel* panel = activePanel();
+    const auto record = panel && gWorkspace ? gWorkspace->Panels(panel->Index) : nullptr;
     const QString view = record ? record->ViewType : QString();
     m_actions.mnuPanelCrop->setChecked(view == u"C");
     m_actions.mnuPanelZoomToFit->setChecked(view == u"Z");
     m_actions.mnuPanelAutosize->setChecked(record && view != u"C" && view != u"Z");
+}
+
+void frmWorkspace::mnuPanelPicture_Click()
+{
+    // Passes go on behind the file dialog, which may stand open for long.
+    command(u"mnuPanelPicture_Click"_s, [this] {
+        if (frmPanel* panel = activePanel())
+            panel->Panel_BrowsePicture();
+    });
+    Panel_PrepMenu();
+}
+
+void frmWorkspace::panelDoubleClicked()
+{
+    if (auto* panel = qobject_cast<frmPanel*>(sender()))
+        m_area->setActiveSubWindow(panel);
+    runPanelCommand(u"picPanel_DblClick"_s, &frmPanel::Panel_Launch);
 }
 
 void frmWorkspace::mnuPanelDelete_Click()

@@ -132,6 +132,8 @@ void frmPanel::Panel_ApplyView(clsWorkspacePanel& Panel)
     } else if (Panel.ViewType == u"Z") {
         setWindowSize(Panel.pWidth, Panel.pHeight);
         Panel_ZoomToFit();
+    } else if (Panel.ContentType == u"P") {
+        showWholePicture();
     } else {
         Panel_Autosize();
     }
@@ -140,8 +142,11 @@ void frmPanel::Panel_ApplyView(clsWorkspacePanel& Panel)
 
 void frmPanel::Panel_Autosize()
 {
-    setView(u"A"_s);
     const TwipsSize wanted = autosizeWindow(measures(), m_pipeline.picTemp.size());
+    if (!canBeKept(wanted))
+        throw RuntimeError(RuntimeError::Overflow,
+                           u"The picture is too large for a panel of its size. Please use another view."_s);
+    setView(u"A"_s);
     setWindowSize(wanted.width, wanted.height);
     layOut(autosizeLayout(measures(), m_pipeline.picTemp.size()), false);
     if (const auto panel = record()) {
@@ -155,8 +160,9 @@ void frmPanel::Panel_Autosize()
 
 void frmPanel::Panel_Crop()
 {
+    const PanelLayout layout = cropLayout(measures(), m_pipeline.picTemp.size());
     setView(u"C"_s);
-    layOut(cropLayout(measures(), m_pipeline.picTemp.size()), false);
+    layOut(layout, false);
     markDirty();
     Q_EMIT viewChanged();
 }
@@ -197,7 +203,9 @@ void frmPanel::SetCaption()
         stamp = source->NewestFileTime();
     QString text = panelCaptionText(panel->Caption, mark, stamp, Clock::now());
     setAccessibleName(text);
-    if (gCaptionAlignment != u"Left") {
+    // A text wider than the panel is not centred, and may be wider than a number of 16 bits.
+    const float textWidth = toTwips(QFontMetricsF(PanelStyle::captionFont()).horizontalAdvance(text));
+    if (gCaptionAlignment != u"Left" && textWidth < ScaleWidth()) {
         const int blanks = centringBlanks(ScaleWidth(), captionWidth(text), captionWidth(QString(100, u' ')));
         text.prepend(QString(qMax(0, blanks), u' '));
     }

@@ -35,9 +35,20 @@ public:
     /// Fills the panel from what the user has selected in their spreadsheet; true when a picture was loaded.
     bool Panel_Paste();
 
+    // Commands. Failures are logged and told.
+    /// Shows the panel's workbook at its sheet, in the newest version. Nothing for a picture panel.
+    void Panel_Launch();
+    /// Makes the panel show a picture file that the user picks; it stays as it was where that cannot be read.
+    void Panel_BrowsePicture();
+    /// Shows the data behind the panel's figures. What that is has no definition yet, so nothing happens.
+    void Panel_Drillback() {}
+
     // Property dialogs. The panel counts as changed however they end.
+    void Panel_Caption(bool EditMode);
     void Panel_Range(bool EditMode);
     void Panel_Properties(bool EditMode);
+    /// Stores nothing, and leaves the panel as it is.
+    void Panel_DrillbackProperties();
 
     void SetCaption();
     void Panel_Autosize();
@@ -82,6 +93,9 @@ private:
     void buildParts();
     void Form_Resize();
     void Panel_ApplyView(clsWorkspacePanel& Panel);
+    void Panel_LaunchFile(const clsWorkspacePanel& Panel);
+    void takePicture(const QString& file);
+    void showWholePicture();
     void setView(const QString& viewType);
     void markDirty();
     PanelMeasures measures() const;

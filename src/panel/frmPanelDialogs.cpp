@@ -1,7 +1,11 @@
 #include "panel/frmPanel.h"
 
+#include "panel/frmCaption.h"
+#include "panel/frmDrillback.h"
 #include "panel/frmPanelProperties.h"
 #include "panel/frmRangeRelative.h"
+#include "platform/RuntimeError.h"
+#include "repository/clsWorkspacePanel.h"
 
 // The dialogs of a panel's properties.
 
@@ -20,6 +24,13 @@ void showPanelDialog(const frmPanel& panel, bool EditMode)
 
 } // namespace
 
+void frmPanel::Panel_Caption(bool EditMode)
+{
+    showPanelDialog<frmCaption>(*this, EditMode);
+    SetCaption();
+    IsDirty = true;
+}
+
 void frmPanel::Panel_Range(bool EditMode)
 {
     showPanelDialog<frmRangeRelative>(*this, EditMode);
@@ -30,6 +41,17 @@ void frmPanel::Panel_Properties(bool EditMode)
 {
     showPanelDialog<frmPanelProperties>(*this, EditMode);
     IsDirty = true;
+}
+
+void frmPanel::Panel_DrillbackProperties()
+{
+    const auto panel = record();
+    if (!panel)
+        throw RuntimeError(RuntimeError::ObjectNotSet);
+    frmDrillback dialog(window());
+    dialog.SourceID = panel->SourceID;
+    dialog.SheetName = panel->SheetName;
+    dialog.exec();
 }
 
 } // namespace lumivane

@@ -1,0 +1,111 @@
+#include "panel/frmPanel.h"
+
+#include "host/modUtilsExcel.h"
+#include "panel/Twips.h"
+#include "platform/Prompts.h"
+#include "platform/RuntimeError.h"
+#include "repository/clsPanelSource.h"
+#include "repository/clsWorkspacePanel.h"
+#include "session/ProgramFiles.h"
+#include "session/modMain.h"
+#include "session/modUtilsFile.h"
+#include "session/modUtilsLog.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QMdiArea>
+
+// What the panel's menu offers for its content.
+
+namespace lumivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool showsSheet(const clsWorkspacePanel& panel)
+{
+    return (panel.ContentType == u"S" || panel.ContentType == u"C" || panel.ContentType == u"M") &&
+           !panel.SheetName.isEmpty();
+}
+
+} // namespace
+
+void frmPanel::Panel_Launch()
+{
+    const auto panel = record();
+    if (panel && showsSheet(*panel))
+        Panel_LaunchFile(*panel);
+}
+
+void frmPanel::Panel_LaunchFile(const clsWorkspacePanel& Panel)
+{
+    try {
+        const auto source = Panel.Source();
+        if (!source)
+            throw RuntimeError(RuntimeError::ObjectNotSet);
+        source->GetLatest(gDB, true);
+        const QString path = source->currentPath();
+        if (FileExists(path))
+            Excel_Launch(path, Panel.SheetName);
+        else
+            prompts().message(u"Unable to launch Excel file.  ["_s + path + u"] not found."_s,
+                              Prompts::Icon::Exclamation);
+    } catch (const RuntimeError& error) {
+        LogError(u"frmPanel"_s, u"Panel_LaunchFile"_s, error.number(), error.description(), true);
+    }
+}
+
+void frmPanel::Panel_BrowsePicture()
+{
+    const QString file = prompts().openFile({u"Select Picture"_s, pictureFileFilter(), QString()});
+    if (file.isEmpty())
+        return;
+    try {
+        takePicture(file);
+    } catch (const RuntimeError& error) {
+        LogError(u"frmPanel"_s, u"Panel_BrowsePicture"_s, error.number(), error.description(), false);
+        prompts().message(error.description(), Prompts::Icon::Exclamation);
+    }
+}
+
+void frmPanel::takePicture(const QString& file)
+{
+    const auto panel = record();
+    if (!panel)
+        throw RuntimeError(RuntimeError::ObjectNotSet);
+    const PanelPicture picture = loadPictureFile(file);
+    // The file gets a source of its own. Taken into the panel's former one, it would stand in the place of a workbook
+    // that other panels show, and be lost with the end of the run.
+    const qint16 source = gSources->AddSource(file);
+    if (source < 1)
+        throw RuntimeError(RuntimeError::ApplicationDefined,
+                           u"The picture [%1] cannot be kept in the project."_s.arg(file));
+    if (panel->ID > 0)
+        QFile::remove(panelPictureFile(panel->ID)); // it shows the former content
+    panel->SourceID = source;
+    panel->Caption = QFileInfo(file).fileName();
+    panel->ContentType = u"P"_s;
+    panel->ViewType = u"A"_s;
+    m_pipeline.picTemp = picture;
+    m_pipeline.problem.clear();
+    showWholePicture();
+    IsDirty = true;
+}
+
+void frmPanel::showWholePicture()
+{
+    const TwipsSize picture = m_pipeline.picTemp.size();
+    if (canBeKept(autosizeWindow(measures(), picture))) {
+        Panel_Autosize();
+        return;
+    }
+    // No window of this size can be kept. A photograph is seen best as a whole.
+    const QSize room = mdiArea() ? mdiArea()->viewport()->size() : size();
+    const TwipsSize wanted = windowInProportion(measures(), picture, {toTwips(room.width()), toTwips(room.height())});
+    setView(u"Z"_s);
+    setWindowSize(wanted.width, wanted.height);
+    Panel_ZoomToFit();
+}
+
+} // namespace lumivane

@@ -61,14 +61,16 @@ DashboardArea::DashboardArea(QWidget* parent) : QMdiArea(parent)
 void DashboardArea::paintEvent(QPaintEvent* event)
 {
     QMdiArea::paintEvent(event);
-    if (!subWindowList().isEmpty())
+    if (!subWindowList().isEmpty() || !m_hintWanted || !m_hintWanted())
         return;
     QPainter painter(viewport());
     paintHint(painter);
 }
 
-void DashboardArea::setHint(const QString& sentence, const QList<QPair<QString, QString>>& keys)
+void DashboardArea::setHint(const QString& sentence, const QList<QPair<QString, QString>>& keys,
+                            std::function<bool()> wanted)
 {
+    m_hintWanted = std::move(wanted);
     m_sentence = sentence;
     m_keys = keys;
     QStringList told{sentence};

@@ -2,6 +2,7 @@
 
 #include <QMdiArea>
 #include <QPair>
+#include <functional>
 
 namespace lumivane {
 
@@ -13,8 +14,9 @@ class DashboardArea : public QMdiArea
 public:
     explicit DashboardArea(QWidget* parent = nullptr);
 
-    /// What an empty dashboard shows: a sentence, and below it a list of keys, each with what it does.
-    void setHint(const QString& sentence, const QList<QPair<QString, QString>>& keys);
+    /// What an empty dashboard shows: a sentence, and below it a list of keys, each with what it does. `wanted` is
+    /// asked when the ground is painted without a window: panels may be on their way.
+    void setHint(const QString& sentence, const QList<QPair<QString, QString>>& keys, std::function<bool()> wanted);
 
 Q_SIGNALS:
     void menuRequested(const QPoint& position, const QPoint& globalPosition);
@@ -27,6 +29,7 @@ protected:
 private:
     void paintHint(QPainter& painter) const;
 
+    std::function<bool()> m_hintWanted;
     QString m_sentence;
     QList<QPair<QString, QString>> m_keys;
 };

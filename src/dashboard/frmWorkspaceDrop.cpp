@@ -1,5 +1,7 @@
 #include "dashboard/DashboardArea.h"
 #include "dashboard/frmWorkspace.h"
+#include "repository/clsWorkspace.h"
+#include "session/modMain.h"
 
 #include <QAction>
 #include <QDragEnterEvent>
@@ -69,7 +71,8 @@ void frmWorkspace::explainEmptyDashboard()
 {
     m_area->setHint(u"Open a workbook, select a range and paste it here"_s,
                     {keyOf(*m_actions.mnuWorkspaceWorkbook, u"Open a workbook, or drop its file here"_s),
-                     keyOf(*m_actions.mnuWorkspacePaste, u"Paste what is selected in it"_s)});
+                     keyOf(*m_actions.mnuWorkspacePaste, u"Paste what is selected in it"_s)},
+                    [] { return gWorkspace && gWorkspace->NumPanels() == 0; });
 }
 
 } // namespace lumivane

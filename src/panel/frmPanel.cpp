@@ -412,7 +412,7 @@ bool frmPanel::eventFilter(QObject* watched, QEvent* event)
 
 void frmPanel::mousePressEvent(QMouseEvent* event)
 {
-    m_pressed = geometry();
+    m_pressed = isMinimized() ? QRect() : geometry();
     QMdiSubWindow::mousePressEvent(event);
 }
 
@@ -426,14 +426,14 @@ void frmPanel::mouseMoveEvent(QMouseEvent* event)
 void frmPanel::mouseReleaseEvent(QMouseEvent* event)
 {
     QMdiSubWindow::mouseReleaseEvent(event);
-    if (m_editMode() && geometry() != m_pressed && !isMinimized())
+    if (m_editMode() && m_pressed.isValid() && geometry() != m_pressed && !isMinimized())
         Q_EMIT placed();
 }
 
 void frmPanel::snapToNeighbours()
 {
     const QMdiArea* area = mdiArea();
-    if (!area || isMinimized() || geometry() == m_pressed)
+    if (!area || isMinimized() || !m_pressed.isValid() || geometry() == m_pressed)
         return;
     QVector<QRect> neighbours;
     for (const QMdiSubWindow* window : area->subWindowList()) {

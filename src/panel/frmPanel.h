@@ -114,7 +114,7 @@ private:
     std::function<bool()> m_editMode;
     PanelPipeline m_pipeline;
     QRect m_restored; ///< geometry on the dashboard when last neither minimized nor being moved by scrolling
-    QRect m_pressed;  ///< geometry when the mouse went down on title or border
+    QRect m_pressed;  ///< geometry when the mouse went down on title or border; none of a minimized panel
     bool m_unloading = false;
 
     QWidget* m_client = nullptr;

@@ -105,6 +105,7 @@ TEST_F(EmptyDashboard, TheHintCanBeReadOnEveryBackground)
 
 TEST_F(EmptyDashboard, TheHintIsShownOnlyWithoutPanels)
 {
+    storeDashboard(u"Evening"_s, {u"Two"_s});
     storeDashboard(u"Morning"_s, {u"One"_s});
     start();
     auto& area = *window().findChild<DashboardArea*>();
@@ -119,6 +120,9 @@ TEST_F(EmptyDashboard, TheHintIsShownOnlyWithoutPanels)
         return colours.size();
     };
     EXPECT_EQ(coloursBelowThePanel(), 1) << "plain ground";
+    window().panelWindows().first()->Unload();
+    EXPECT_EQ(coloursBelowThePanel(), 1) << "a panel without a window, as while it is loaded";
+    list().setCurrentText(u"Evening"_s);
     window().Panel_Remove(*window().panelWindows().first(), false);
     EXPECT_GT(coloursBelowThePanel(), 1);
 }

@@ -111,16 +111,23 @@ void frmWorkspace::showEvent(QShowEvent* event)
 
 void frmWorkspace::Form_Activate()
 {
-    if (IsFirstActivate)
-        command(u"Form_Activate"_s, [this] { firstActivation(); });
+    // The tip lets events run, and the window may be activated among them.
+    if (!IsFirstActivate || m_activating)
+        return;
+    m_activating = true;
+    command(u"Form_Activate"_s, [this] {
+        if (firstActivation() && gWorkspace->ID < 1 && IsFirstActivate)
+            showTip();
+    });
+    m_activating = false;
     IsFirstActivate = false;
 }
 
-void frmWorkspace::firstActivation()
+bool frmWorkspace::firstActivation()
 {
     if (!gSources->LoadAll(gDB)) {
         unloadForMissingDatabase();
-        return;
+        return false;
     }
     ClearDirty();
     cmbWorkspaces_Load();
@@ -128,6 +135,7 @@ void frmWorkspace::firstActivation()
         mnuWorkspaceNew_Click();
     else
         m_actions.cmbWorkspaces->setCurrentIndex(0);
+    return true;
 }
 
 void frmWorkspace::unloadForMissingDatabase()
@@ -155,6 +163,7 @@ void frmWorkspace::closeEvent(QCloseEvent* event)
 void frmWorkspace::retire()
 {
     m_retired = true;
+    IsFirstActivate = false; // its activation may still be waiting in the queue
     if (m_running == 0)
         deleteLater();
 }

@@ -141,7 +141,9 @@ private:
     void connectSession();
     void buildStatusBar();
     void explainEmptyDashboard();
-    void firstActivation();
+    /// False when the window is closed again, for want of a project that can be read.
+    bool firstActivation();
+    void showTip();
     void unloadForMissingDatabase();
     void reloadSources();
     void noPassDuring(const WorkingDialog& dialog);
@@ -202,6 +204,7 @@ private:
     QShortcut* m_leaveLayout = nullptr;
     QPointer<frmPanel> BasePanel; ///< read only in layout mode
     QTimer timerRefresh;
+    bool m_activating = false;
     int m_running = 0; ///< commands and passes under way, one inside the other
     bool m_retired = false;
 };

@@ -3,6 +3,7 @@
 #include "dashboard/DashboardArea.h"
 #include "dashboard/frmAbout.h"
 #include "dashboard/frmOptions.h"
+#include "dashboard/frmTip.h"
 #include "panel/frmPanel.h"
 #include "session/modHTMLHelp.h"
 #include "session/modMain.h"
@@ -56,6 +57,13 @@ void frmWorkspace::mnuToolsOptions_Click()
         TickCount = 0;
         IsBusy = false;
     });
+}
+
+void frmWorkspace::showTip()
+{
+    IsBusy = true;
+    frmTip(this).exec();
+    IsBusy = false;
 }
 
 void frmWorkspace::mnuHelpContents_Click()

@@ -1,6 +1,7 @@
 #include "dashboard/DashboardFixture.h"
 
 #include "dashboard/frmSaveWorkspace.h"
+#include "dashboard/frmTip.h"
 #include "panel/frmPanel.h"
 #include "platform/Clock.h"
 #include "repository/Database.h"
@@ -9,6 +10,7 @@
 #include "repository/clsWorkspacePanel.h"
 #include "session/modMain.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -34,6 +36,16 @@ frmWorkspace& DashboardFixture::start()
     m_window = std::make_unique<frmWorkspace>();
     m_window->resize(1000, 700);
     m_window->show();
+    // Whoever starts on an empty project closes its tip.
+    m_tip.clear();
+    QTimer tipReader;
+    QObject::connect(&tipReader, &QTimer::timeout, [this] {
+        if (auto* tip = qobject_cast<frmTip*>(QApplication::activeModalWidget())) {
+            m_tip = control<QLabel>(*tip, u"lblTipText"_s).text();
+            tip->reject();
+        }
+    });
+    tipReader.start(0);
     m_window->Form_Activate();
     m_library.events.clear();
     return *m_window;

@@ -27,6 +27,7 @@ protected:
     int rowCount(const QString& table, const QString& where = QStringLiteral("1 = 1")) const;
 
     std::unique_ptr<frmWorkspace> m_window;
+    QString m_tip; ///< shown by the last start
     int m_stored = 0;
 };
 

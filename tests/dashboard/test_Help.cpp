@@ -1,6 +1,8 @@
 #include "dashboard/DashboardFixture.h"
 #include "dashboard/frmOpenWorkspace.h"
+#include "dashboard/frmOptions.h"
 #include "dashboard/frmSaveWorkspace.h"
+#include "dashboard/frmTip.h"
 #include "session/modHTMLHelp.h"
 #include "session/modUtilsINI.h"
 
@@ -38,8 +40,9 @@ protected:
     void makeFile(const QString& name) { QFile(programFile(name)).open(QIODevice::WriteOnly); }
     static void pressHelp(const QDialog& dialog) { dialog.findChild<QPushButton*>(u"cmdHelp"_s)->click(); }
 
-    const QStringList topics = {u"Main"_s, u"frmWorkspace"_s, u"OpenWorkspace"_s, u"TargetWorkspace"_s,
-                                u"frmSaveWorkspace"_s};
+    const QStringList topics = {
+        u"Main"_s,       u"frmWorkspace"_s, u"OpenWorkspace"_s, u"TargetWorkspace"_s, u"frmSaveWorkspace"_s,
+        u"frmOptions"_s, u"frmTip"_s};
     QStringList seen;
 };
 
@@ -51,6 +54,8 @@ TEST_F(HelpCommands, EachPlaceAsksForItsTopic)
     pressHelp(frmOpenWorkspace{QString()});
     pressHelp(frmOpenWorkspace{u"Copy"_s});
     pressHelp(frmSaveWorkspace{u"SaveAs"_s, QString()});
+    pressHelp(frmOptions{Qt::white});
+    pressHelp(frmTip());
     EXPECT_EQ(seen, topics);
 }
 
@@ -62,6 +67,20 @@ TEST_F(HelpCommands, TheGuideOpensOnlyWhereItIs)
     makeFile(u"lumivane_Learning_Guide.pdf"_s);
     window().menus().mnuHelpLearningGuide->trigger();
     EXPECT_EQ(seen, QStringList{QUrl::fromLocalFile(programFile(u"lumivane_Learning_Guide.pdf"_s)).toString()});
+}
+
+TEST_F(HelpCommands, TheTipLeadsToTheGuideWhereItIs)
+{
+    const auto guide = [](const QDialog& tip) { return tip.findChild<QPushButton*>(u"cmdGuide"_s); };
+    EXPECT_FALSE(guide(frmTip())->isEnabled());
+    makeFile(u"lumivane_Learning_Guide.pdf"_s);
+    const frmTip tip;
+    EXPECT_TRUE(guide(tip)->isEnabled());
+    guide(tip)->click();
+    QFile::remove(learningGuideFile());
+    guide(tip)->click();
+    EXPECT_EQ(seen, QStringList{QUrl::fromLocalFile(learningGuideFile()).toString()});
+    EXPECT_TRUE(m_user.shown.isEmpty());
 }
 
 TEST_F(HelpCommands, TheWebSiteIsOfferedOnceItIsKnown)

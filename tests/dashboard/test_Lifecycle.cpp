@@ -48,6 +48,8 @@ TEST_F(Start, AnEmptyProjectGetsAnUntitledDashboard)
     EXPECT_EQ(window().windowTitle(), u"Lumivane - Untitled"_s);
     EXPECT_TRUE(window().IsModified);
     EXPECT_FALSE(panelMenuEnabled());
+    EXPECT_TRUE(m_tip.startsWith(u"To create a dashboard, copy ranges of cells or charts from Excel spreadsheets, "_s));
+    EXPECT_FALSE(window().IsBusy || window().IsFirstActivate);
 }
 
 TEST_F(Start, ADashboardWithoutPanelsLoadsWithThePanelMenuDisabled)
@@ -55,6 +57,7 @@ TEST_F(Start, ADashboardWithoutPanelsLoadsWithThePanelMenuDisabled)
     storeDashboard(u"Empty"_s, {});
     start();
     EXPECT_EQ(window().windowTitle(), u"Lumivane - Empty"_s);
+    EXPECT_EQ(m_tip, QString()) << "only where nothing is saved";
     EXPECT_FALSE(panelMenuEnabled());
     EXPECT_FALSE(window().IsModified);
 }

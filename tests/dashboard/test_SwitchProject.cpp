@@ -10,6 +10,7 @@
 #include "session/modMain.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QFile>
 #include <QLineEdit>
 #include <QMenu>
@@ -201,6 +202,11 @@ struct LateWorkRow
     QString left; ///< of the panel stored in the old project
 };
 
+void PrintTo(const LateWorkRow& row, std::ostream* out)
+{
+    *out << row.name;
+}
+
 class LateWork : public SwitchProject, public testing::WithParamInterface<LateWorkRow>
 {
 };
@@ -232,6 +238,19 @@ INSTANTIATE_TEST_SUITE_P(Answers, LateWork,
                                          LateWorkRow{"no", Answer::No, true, u"150"_s},
                                          LateWorkRow{"cancel", Answer::Cancel, false, u"150"_s}),
                          [](const auto& row) { return row.param.name; });
+
+TEST_F(SwitchProject, AWindowThatIsGoneIsNotActivatedAnyMore)
+{
+    gDB->Execute(u"DELETE * FROM LvnSavedWorkspace"_s);
+    windows.unloadWorkspace();
+    windows.showWorkspace(); // would show its tip
+    const QPointer<frmWorkspace> shown = windows.workspace();
+    windows.unloadWorkspace();
+    shown->Form_Activate();
+    EXPECT_EQ(shown->menus().cmbWorkspaces->count(), 0);
+    QCoreApplication::sendPostedEvents();
+    EXPECT_FALSE(QApplication::activeModalWidget());
+}
 
 TEST_F(SwitchProject, TheRunEndsWithTheMainWindowAlone)
 {

@@ -8,7 +8,7 @@ import sys
 
 from desk import click, desk, drag, key, seen, wait_for, wait_until
 from pictures import part
-from windows import (cells_of, drag_corner, main_window, name_box, name_dashboard, open_workbook, panels, paste_panel,
+from windows import (cells_of, close_tip, drag_corner, main_window, name_box, name_dashboard, open_workbook, panels, paste_panel,
                      scroll_bars, select, stored_dashboards, stored_panels, wait_panels)
 from workbook import write_workbook
 
@@ -19,6 +19,7 @@ TWIPS = 15  # to a pixel
 
 def first_start(program):
     program.start()
+    close_tip(program)
     main = main_window(program, 'Untitled')
     assert not panels(main)
     assert not main.find('menu item', 'Panel').has('enabled'), 'there is no panel yet'

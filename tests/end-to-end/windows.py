@@ -2,6 +2,13 @@
 from desk import click, drag, enter, key, wait_for, wait_until
 
 
+def close_tip(program):
+    """The tip that a program shows which starts without a dashboard."""
+    tip = program.wait_window('Startup Tip')
+    program.press('Close', tip)
+    program.wait_gone(tip)
+
+
 def main_window(program, dashboard):
     return program.wait_window(f'Lumivane - {dashboard}')
 

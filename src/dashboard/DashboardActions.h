@@ -35,6 +35,8 @@ struct DashboardActions
     QAction* mnuPanelDrillback = nullptr;
     QAction* mnuPanelDrillbackProperties = nullptr;
     QAction* mnuPanelCaption = nullptr;
+    QAction* mnuPanelRange = nullptr;
+    QAction* mnuPanelProperties = nullptr;
     QAction* mnuPanelRefresh = nullptr;
     QAction* mnuPanelDelete = nullptr;
     QAction* mnuPanelLayout = nullptr;

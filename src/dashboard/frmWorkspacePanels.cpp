@@ -28,6 +28,8 @@ void frmWorkspace::connectPanelCommands()
     route(a.mnuPanelDrillback, &frmPanel::Panel_Drillback);
     route(a.mnuPanelDrillbackProperties, &frmPanel::Panel_DrillbackProperties);
     route(a.mnuPanelCaption, [](frmPanel& panel) { panel.Panel_Caption(false); });
+    route(a.mnuPanelRange, [](frmPanel& panel) { panel.Panel_Range(false); });
+    route(a.mnuPanelProperties, [](frmPanel& panel) { panel.Panel_Properties(false); });
     route(a.mnuPanelAutosize, &frmPanel::Panel_Autosize);
     route(a.mnuPanelZoomToFit, &frmPanel::Panel_ZoomToFit);
     route(a.mnuPanelCrop, &frmPanel::Panel_Crop);
@@ -63,6 +65,7 @@ void frmWorkspace::tickView()
     const frmPanel* panel = activePanel();
     const auto record = panel && gWorkspace ? gWorkspace->Panels(panel->Index) : nullptr;
     const QString view = record ? record->ViewType : QString();
+    m_actions.mnuPanelRange->setEnabled(record && record->ContentType == u"S");
     m_actions.mnuPanelCrop->setChecked(view == u"C");
     m_actions.mnuPanelZoomToFit->setChecked(view == u"Z");
     m_actions.mnuPanelAutosize->setChecked(record && view != u"C" && view != u"Z");

@@ -12,6 +12,9 @@
 #include "session/modUtilsLog.h"
 #include "update/MailIntake.h"
 
+#include <algorithm>
+#include <initializer_list>
+
 #include "ui_frmPanelProperties.h"
 
 namespace lumivane {
@@ -31,10 +34,10 @@ struct UpdateTypeEntry
 const QList<UpdateTypeEntry>& updateTypes()
 {
     static const QList<UpdateTypeEntry> types{
-        {u"folder"_s, u"The newest file in the source folder that fits the mask is copied to the folder of the "
-                      "current file and taken over from there."_s},
-        {u"inbox"_s, u"The newest attachment in the mail folder that fits the masks is saved in the folder of the "
-                     "current file and taken over from there."_s},
+        {u"folder"_s, u"The newest file in the source folder that fits the mask is copied beside the current file "
+                      "and taken over."_s},
+        {u"inbox"_s, u"The newest attachment in the mail folder that fits the masks is saved beside the current file "
+                     "and taken over."_s},
         {u"refresh"_s, u"The current file is opened, refreshes its own data and is saved at its place."_s},
         {u"default"_s, u"The folder of the current file is watched: the newest file in it that fits the mask is "
                        "taken over."_s},
@@ -47,6 +50,16 @@ bool isBlank(const QLineEdit& box)
     return box.text().trimmed().isEmpty();
 }
 
+/// The labels stand in several grids; their fields are to begin at one line all the same.
+void alignLabels(std::initializer_list<QLabel*> labels)
+{
+    int widest = 0;
+    for (const QLabel* label : labels)
+        widest = std::max(widest, label->sizeHint().width());
+    for (QLabel* label : labels)
+        label->setMinimumWidth(widest);
+}
+
 } // namespace
 
 frmPanelProperties::frmPanelProperties(QWidget* parent)
@@ -54,6 +67,7 @@ frmPanelProperties::frmPanelProperties(QWidget* parent)
 {
     ui->setupUi(this);
     ui->lblNoMail->setVisible(!mailIntake());
+    alignLabels({ui->lblFrequency, ui->lblSourceFolder, ui->lblOFolder, ui->lblOSender, ui->lblOSubject});
     QSizePolicy policy = ui->stkPlace->sizePolicy();
     policy.setRetainSizeWhenHidden(true); // the dialog keeps its size whatever type is chosen
     ui->stkPlace->setSizePolicy(policy);

@@ -31,8 +31,8 @@ constexpr int contentsRule = 2;
 constexpr int shortestAnchor = 3;
 constexpr int nothingChosen = 381; // "invalid property array index"
 
-/// A copy of the panel whose stored definition is that of this version of the workbook; null where the range has not
-/// moved. The panel itself is left alone.
+/// A copy of the panel whose stored definition, with the sheet's last cell, is that of this version of the workbook;
+/// null where the range has not moved. The panel itself is left alone.
 std::shared_ptr<const clsWorkspacePanel> movedDefinition(const clsWorkspacePanel& panel, Worksheet& ws)
 {
     auto moved = std::make_shared<clsWorkspacePanel>(panel);
@@ -40,7 +40,15 @@ std::shared_ptr<const clsWorkspacePanel> movedDefinition(const clsWorkspacePanel
     if (moved->rowOffset() == 0 && moved->columnOffset() == 0)
         return nullptr;
     moved->AdjustAll(ws);
+    moved->ContentMatch = u"bottom=" % RealBottomRight(ws);
     return moved;
+}
+
+/// On one line, and so that a date can be told from a number.
+QString listText(const AnchorChoice& choice)
+{
+    const QString shown = choice.shown.isEmpty() ? QString() : QString(u" (" % choice.shown % u')');
+    return QString(choice.value % shown).simplified();
 }
 
 } // namespace
@@ -181,7 +189,7 @@ void frmRangeRelative::fillAnchors()
     QList<QStandardItem*> items;
     items.reserve(qsizetype(m_choices.size()));
     for (const AnchorChoice& choice : m_choices)
-        items.append(new QStandardItem(choice.value.simplified()));
+        items.append(new QStandardItem(listText(choice)));
     entries->appendColumn(items);
     const QSignalBlocker blocker(ui->cmbAnchor);
     ui->cmbAnchor->setModel(entries);
@@ -217,24 +225,24 @@ void frmRangeRelative::cmdOK_Click()
 
 void frmRangeRelative::store(const QString& rule)
 {
-    QString match = u"bottom=" % m_bottom;
-    if (rule == rangeRules[contentsRule]) {
-        if (ui->cmbAnchor->currentIndex() < 0)
-            throw RuntimeError(nothingChosen, u"No value to find is chosen. Choose one from the list."_s);
-        // The option buttons may have been changed since the value was chosen.
+    const bool byContents = rule == rangeRules[contentsRule];
+    if (byContents && ui->cmbAnchor->currentIndex() < 0)
+        throw RuntimeError(nothingChosen, u"No value to find is chosen. Choose one from the list."_s);
+    // The option buttons may have been changed since the value was chosen.
+    if (byContents)
         cmbAnchor_Click();
-        match += u"`anchor=" % m_anchor % u"`content=" % m_content;
-    }
     keepFoundRange(rule);
     m_panel->RelativeTo = rule;
-    m_panel->ContentMatch = match;
+    m_panel->ContentMatch = u"bottom=" % m_bottom;
+    if (byContents)
+        m_panel->ContentMatch += u"`anchor=" % m_anchor % u"`content=" % m_content;
 }
 
 void frmRangeRelative::keepFoundRange(const QString& rule)
 {
-    // The range may lie elsewhere in the present version than stored: then an anchor in today's cells, or today's
-    // address, would go with a range of the version before. The last cell is stored together with the range, and stays
-    // with it.
+    // In the workbook's present version the range may lie elsewhere than stored: then an anchor in today's cells, or
+    // today's address, would go with a range of the version before. The last cell is stored together with the range,
+    // and stays with it.
     const bool measuredAsStored = rule == rangeRules[bottomRule] && !m_bottom.isEmpty();
     if (measuredAsStored)
         return;
@@ -250,6 +258,8 @@ void frmRangeRelative::keepFoundRange(const QString& rule)
     m_panel->RowHeights = m_moved->RowHeights;
     m_panel->ColWidths = m_moved->ColWidths;
     m_panel->movRange.clear(); // so that the new definition is read
+    QString anchor, content;
+    m_moved->parseContentMatch(m_bottom, anchor, content);
 }
 
 } // namespace lumivane

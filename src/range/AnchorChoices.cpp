@@ -19,6 +19,14 @@ bool hasDecimals(const QString& value)
     return (value.contains(u'.') || value.contains(u',')) && typedNumber(value);
 }
 
+QString shownInstead(Worksheet& sheet, const SheetRange& cell, const QString& value)
+{
+    if (!typedNumber(value))
+        return {};
+    const QString shown = sheet.shownText(cell.Row(), cell.Column()).trimmed();
+    return shown == value || typedNumber(shown) ? QString() : shown;
+}
+
 } // namespace
 
 void collectAnchorChoices(const SheetRange& range, std::vector<AnchorChoice>& choices)
@@ -36,7 +44,8 @@ void collectAnchorChoices(const SheetRange& range, std::vector<AnchorChoice>& ch
                 continue;
             const QString value = cell.ValueText();
             if (!value.isEmpty() && !hasDecimals(value))
-                choices.push_back({value, toInt16(toInt16(c * placesInAColumn) + i)});
+                choices.push_back(
+                    {value, toInt16(toInt16(c * placesInAColumn) + i), shownInstead(range.sheet(), cell, value)});
         }
     }
 }

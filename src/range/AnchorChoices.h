@@ -14,6 +14,8 @@ struct AnchorChoice
     /// Column x 1000 + row, both counted inside the range from 1, in 16 bits: there is room for 32 columns, and rows
     /// beyond 999 count as rows of later columns.
     qint16 place = 0;
+    /// What the sheet shows of a number that its own digits do not tell, as of a date; empty for all other values.
+    QString shown = {};
     bool operator==(const AnchorChoice&) const = default;
 };
 

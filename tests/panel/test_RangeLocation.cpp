@@ -132,9 +132,11 @@ TEST_F(RangeLocation, TheStoredAnchorSaysWhatIsFixed)
         QString match;
         int option;
         QString stored; ///< after OK, which takes the first value
-    } rows[] = {{u"bottom=`anchor=$C3`content=C3"_s, 0, u"$B2"_s},  {u"bottom=`anchor=C$3`content=C3"_s, 1, u"B$2"_s},
-                {u"bottom=`anchor=$C$3`content=C3"_s, 0, u"$B2"_s}, {u"bottom=`anchor=CC3`content=C3"_s, 0, u"$B2"_s},
-                {u"bottom=`anchor=C$3`content="_s, 0, u"$B2"_s},    {u"bottom="_s, 0, u"$B2"_s}};
+    } rows[] = {
+        {u"bottom=`anchor=$C3`content=C3"_s, 0, u"$B2"_s},  {u"bottom=`anchor=C$3`content=C3"_s, 1, u"B$2"_s},
+        {u"bottom=`anchor=$C$3`content=C3"_s, 0, u"$B2"_s}, {u"bottom=`anchor=B10`content=below"_s, 0, u"$B2"_s},
+        {u"bottom=`anchor=C$3`content="_s, 0, u"$B2"_s},    {u"bottom="_s, 0, u"$B2"_s}};
+    sheet().put(u"B10"_s, u"below"_s);
     m_record->RelativeTo = u"contents"_s;
     for (const auto& row : rows) {
         m_record->ContentMatch = row.match;
@@ -210,7 +212,8 @@ TEST_F(RangeLocation, ARangeOfMoreThan32ColumnsOffersItsFirstOnes)
         EXPECT_EQ(values(dialog).currentIndex(), -1);
         clickOn(dialog, u"cmdOK"_s);
         ASSERT_TRUE(dialog.isVisible());
-        EXPECT_TRUE(m_user.shown.last().contains(u"No value to find is chosen."_s)) << m_user.shown.last().toStdString();
+        EXPECT_TRUE(m_user.shown.last().contains(u"No value to find is chosen."_s))
+            << m_user.shown.last().toStdString();
         EXPECT_EQ(rule(), u"top: "_s);
         values(dialog).setCurrentIndex(1);
         clickOn(dialog, u"cmdOK"_s);
@@ -218,14 +221,17 @@ TEST_F(RangeLocation, ARangeOfMoreThan32ColumnsOffersItsFirstOnes)
     EXPECT_EQ(rule(), u"contents: bottom=`anchor=$B3`content=B3"_s);
 }
 
-TEST_F(RangeLocation, LineBreaksOfAValueAreStoredThoughTheListCannotShowThem)
+TEST_F(RangeLocation, TheValueIsStoredHoweverTheListShowsIt)
 {
-    sheet().put(u"B2"_s, u"Net\nsales"_s);
+    sheet().put(u"B2"_s, u"Net\nsales"_s).put(u"B3"_s, u"46300"_s, u"Mon 5 Oct"_s);
     open([&](frmRangeRelative& dialog) {
         rules(dialog).setCurrentIndex(2);
-        EXPECT_EQ(offered(dialog).first(), u"Net sales"_s);
+        EXPECT_EQ(offered(dialog).mid(0, 2), (QStringList{u"Net sales"_s, u"46300 (Mon 5 Oct)"_s}));
+        values(dialog).setCurrentIndex(1);
         clickOn(dialog, u"cmdOK"_s);
     });
+    EXPECT_EQ(rule(), u"contents: bottom=`anchor=$B3`content=46300"_s);
+    open([&](frmRangeRelative& dialog) { clickOn(dialog, u"cmdOK"_s); });
     EXPECT_EQ(rule(), u"contents: bottom=`anchor=$B2`content=Net\nsales"_s);
 }
 
@@ -297,6 +303,11 @@ TEST_P(RangeLocationOfAMovedRange, ShowsTheSameCellsByTheNewRule)
     EXPECT_EQ(again.adjMovRange(), GetParam().found);
     m_record->GetAdjRange(sheet());
     EXPECT_EQ(m_record->adjMovRange(), GetParam().found) << "in memory as in the store";
+
+    // The last cell was stored for the same version as the range.
+    m_record->RelativeTo = u"bottom"_s;
+    m_record->GetAdjRange(sheet());
+    EXPECT_EQ(m_record->adjMovRange(), GetParam().found);
 }
 
 const RuleChange ruleChanges[] = {

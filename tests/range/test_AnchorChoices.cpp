@@ -66,6 +66,16 @@ TEST(AnchorChoices, GoDownTheFirstColumnFirstAndKeepEqualValuesApart)
     EXPECT_EQ(choicesIn(sheet, u"$C$5:$D$7"_s), u"North@1001 Plan@1003 Plan@2001 x@2002"_s);
 }
 
+TEST(AnchorChoices, TellADateThatIsKeptAsANumber)
+{
+    PlainSheet sheet(u"Data"_s);
+    sheet.put(u"A1"_s, u"46300"_s, u"Mon 5 Oct"_s).put(u"A2"_s, u"1186"_s, u"1,186"_s).put(u"A3"_s, u"x"_s, u"X!"_s);
+    std::vector<AnchorChoice> choices;
+    collectAnchorChoices(sheet.Range(u"A1:A3"_s), choices);
+    EXPECT_EQ(choices,
+              (std::vector<AnchorChoice>{{u"46300"_s, 1001, u"Mon 5 Oct"_s}, {u"1186"_s, 1002}, {u"x"_s, 1003}}));
+}
+
 TEST(AnchorChoices, HiddenRowsAndColumnsOfferNothing)
 {
     PlainSheet sheet(u"Data"_s);

@@ -148,7 +148,7 @@ void DashboardActions::buildPanelMenu(QMainWindow& window)
     mnuPanelCaption =
         addEntry(menu, {u"mnuPanelCaption"_s, u"&Caption..."_s, u"caption"_s,
                         u"Change the text in the title of this panel"_s, QKeySequence(Qt::SHIFT | Qt::Key_F2)});
-    mnuPanelRange = addEntry(menu, {u"mnuPanelRange"_s, u"Range &Location..."_s, u"range-location"_s,
+    mnuPanelRange = addEntry(menu, {u"mnuPanelRange"_s, u"Ran&ge Location..."_s, u"range-location"_s,
                                     u"Say where this panel's range lies in other versions of its workbook"_s});
     mnuPanelProperties = addEntry(menu, {u"mnuPanelProperties"_s, u"File &Updates..."_s, u"file-updates"_s,
                                          u"Say where new versions of this panel's workbook come from"_s});

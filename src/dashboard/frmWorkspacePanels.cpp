@@ -56,6 +56,7 @@ void frmWorkspace::Panel_PrepMenu()
 {
     const frmPanel* panel = activePanel();
     const auto record = panel && gWorkspace ? gWorkspace->Panels(panel->Index) : nullptr;
+    m_actions.mnuPanelRange->setEnabled(record && record->ContentType == u"S");
     m_actions.mnuPanelDrillback->setEnabled(record && HasDrillback(record->SourceID, record->SheetName, gDB));
     tickView();
 }
@@ -65,7 +66,6 @@ void frmWorkspace::tickView()
     const frmPanel* panel = activePanel();
     const auto record = panel && gWorkspace ? gWorkspace->Panels(panel->Index) : nullptr;
     const QString view = record ? record->ViewType : QString();
-    m_actions.mnuPanelRange->setEnabled(record && record->ContentType == u"S");
     m_actions.mnuPanelCrop->setChecked(view == u"C");
     m_actions.mnuPanelZoomToFit->setChecked(view == u"Z");
     m_actions.mnuPanelAutosize->setChecked(record && view != u"C" && view != u"Z");

@@ -19,7 +19,7 @@ class Thing:
         return body[0] if body else None
 
     def look_up(self, interface, name):
-        value, = self.bus.call(self.owner, self.path, 'org.freedesktop.DBus.Properties', 'Get', 'ss',
+        (_, value), = self.bus.call(self.owner, self.path, 'org.freedesktop.DBus.Properties', 'Get', 'ss',
                                'org.a11y.atspi.' + interface, name)
         return value
 
@@ -96,15 +96,15 @@ class AccessibilityBus:
 
     def __init__(self, address):
         self.address, self.roots = address, []
-        self.bus = MessageBus(address, {'GetAddress': lambda sender: ('s', [address]),
-                                        'Get': lambda sender, interface, name: ('v', [('b', True)]),
+        self.bus = MessageBus(address, {'GetAddress': lambda sender: ('s', (address,)),
+                                        'Get': lambda sender, interface, name: ('v', (('b', True),)),
                                         'Embed': self.embed})
         self.bus.own('org.a11y.atspi.Registry')
         self.bus.own('org.a11y.Bus')
 
     def embed(self, sender, program):
         self.roots.append(Thing(self.bus, *program))
-        return '(so)', [(self.bus.name, ROOT)]
+        return '(so)', ((self.bus.name, ROOT),)
 
     def close(self):
         self.bus.close()

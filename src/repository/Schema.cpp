@@ -41,6 +41,9 @@ QList<QByteArray> projectTables()
             Height INTEGER,
             Width INTEGER,
             Ndx INTEGER))",
+        // Each source and each dashboard looks for its panels; without these every look walks through all of them.
+        "CREATE INDEX LvnSavedPanelOfDashboard ON LvnSavedPanel(WorkspaceID)",
+        "CREATE INDEX LvnSavedPanelOfSource ON LvnSavedPanel(SourceID)",
         R"(CREATE TABLE LvnPanelSource (
             ID INTEGER PRIMARY KEY AUTOINCREMENT,
             FullPath TEXT COLLATE NOCASE,

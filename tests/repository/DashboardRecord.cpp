@@ -124,7 +124,7 @@ TEST_F(DashboardRecord, SavingDropsRowsOfPanelsThatAreGoneButNotTheLastOnes)
     dashboard.DelPanel(1, false);
     dashboard.AddPanel();
     EXPECT_TRUE(dashboard.SaveToDB(db));
-    EXPECT_EQ(rows(u"SELECT ID, SourceID FROM LvnSavedPanel"_s), QStringList({u"2|2"_s, u"3|0"_s}));
+    EXPECT_EQ(rows(u"SELECT ID, SourceID FROM LvnSavedPanel ORDER BY ID"_s), QStringList({u"2|2"_s, u"3|0"_s}));
     EXPECT_EQ(dashboard.Panels(2)->ID, 3);
     dashboard.DelPanel(2, true);
     EXPECT_EQ(rows(u"SELECT ID FROM LvnSavedPanel"_s), QStringList(u"2"_s));

@@ -214,6 +214,9 @@ bool PanelPipeline::loadFromSheet(XLInstance& XLInst, const std::shared_ptr<Work
 bool PanelPipeline::captureChart(XLInstance& XLInst, const std::shared_ptr<Workbook>& workbook,
                                  const std::shared_ptr<Worksheet>& sheet, bool IsPaste, const Record& Panel)
 {
+    // An engine may read a sheet only when it is needed. Damage must be told here: the search below would take it for a
+    // missing chart.
+    sheet->usedArea();
     if (Excel_HasShape(sheet, Panel->PicRange))
         return Panel_PasteExcel(XLInst, Panel, u"C"_s, Panel->PicRange);
     if (IsPaste)

@@ -366,7 +366,7 @@ TEST_F(Pipeline, APanelWithoutASourceSaysSo)
     EXPECT_EQ(m_user.shown, QStringList{u"Panel has no source defined."_s});
 }
 
-/// A host that holds one workbook whose drawings it cannot draw, as the embedded one does.
+/// Drawings that the host cannot draw, as the embedded one has them.
 class UndrawingSheet : public test::PlainSheet
 {
 public:
@@ -381,10 +381,26 @@ public:
     }
 };
 
-class UndrawingHost : public Application, public Workbook
+/// A sheet that turns out to be damaged when it is first read.
+class DamagedSheet : public test::PlainSheet
 {
 public:
-    explicit UndrawingHost(std::shared_ptr<UndrawingSheet> sheet) : m_sheet(std::move(sheet)) {}
+    using PlainSheet::PlainSheet;
+    CellArea usedArea() override { throw damage(); }
+    QStringList ShapeNames() override { throw damage(); }
+
+private:
+    static RuntimeError damage()
+    {
+        return {RuntimeError::ApplicationDefined, u"The sheet \"Data\" of \"sales.xlsx\" is damaged."_s};
+    }
+};
+
+/// A host that holds one workbook of one sheet.
+class OneSheetHost : public Application, public Workbook
+{
+public:
+    explicit OneSheetHost(std::shared_ptr<test::PlainSheet> sheet) : m_sheet(std::move(sheet)) {}
 
     std::shared_ptr<Workbook> Open(const QString&, bool) override { return {std::shared_ptr<void>(), this}; }
     int WorkbooksCount() const override { return 0; }
@@ -402,7 +418,7 @@ public:
     void Close() override {}
 
 private:
-    std::shared_ptr<UndrawingSheet> m_sheet;
+    std::shared_ptr<test::PlainSheet> m_sheet;
 };
 
 class Undrawn : public Pipeline
@@ -413,13 +429,25 @@ protected:
         Pipeline::SetUp();
         const auto sheet = std::make_shared<UndrawingSheet>(u"Data"_s);
         sheet->put(u"B2"_s, u"1"_s).shape(u"Trend"_s);
-        m_host = std::make_shared<UndrawingHost>(sheet);
+        m_host = std::make_shared<OneSheetHost>(sheet);
     }
 
     bool loadFromHost(bool refresh = false) { return m_pipeline.Panel_Load(m_host, m_panel, refresh); }
 
     XLInstance m_host;
 };
+
+TEST_F(Undrawn, AChartOnADamagedSheetIsNotCalledMissing)
+{
+    m_host = std::make_shared<OneSheetHost>(std::make_shared<DamagedSheet>(u"Data"_s));
+    m_panel->ContentType = u"C"_s;
+    m_panel->PicRange = u"Trend"_s;
+    saveDashboard(u"Morning"_s);
+    EXPECT_FALSE(loadFromHost());
+    ASSERT_EQ(m_user.shown.size(), 1);
+    EXPECT_TRUE(m_user.shown.first().endsWith(u"The sheet \"Data\" of \"sales.xlsx\" is damaged."_s))
+        << m_user.shown.first().toStdString();
+}
 
 TEST_F(Undrawn, AGapInThePictureIsToldAndToldAgainFromTheCache)
 {

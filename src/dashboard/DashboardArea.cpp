@@ -14,7 +14,7 @@ constexpr double readableContrast = 4.5;
 constexpr int hintGap = 10; ///< between lines, and between a key and what it does
 
 /// How bright a colour is to the eye, 0 to 1.
-double luminance(const QColor& color)
+double luminanceOf(const QColor& color)
 {
     const auto linear = [](double part) {
         return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
@@ -22,13 +22,13 @@ double luminance(const QColor& color)
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
-double contrast(const QColor& a, const QColor& b)
+double contrastBetween(const QColor& a, const QColor& b)
 {
-    const auto [darker, brighter] = std::minmax({luminance(a), luminance(b)});
+    const auto [darker, brighter] = std::minmax({luminanceOf(a), luminanceOf(b)});
     return (brighter + 0.05) / (darker + 0.05);
 }
 
-QColor mixed(const QColor& a, const QColor& b, double partOfB)
+QColor mixedColor(const QColor& a, const QColor& b, double partOfB)
 {
     const auto mix = [partOfB](int x, int y) { return qRound(x + (y - x) * partOfB); };
     return QColor(mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue()));
@@ -38,10 +38,11 @@ QColor mixed(const QColor& a, const QColor& b, double partOfB)
 
 QColor readableOn(const QColor& background)
 {
-    const QColor full = contrast(background, Qt::black) >= contrast(background, Qt::white) ? Qt::black : Qt::white;
+    const QColor full =
+        contrastBetween(background, Qt::black) >= contrastBetween(background, Qt::white) ? Qt::black : Qt::white;
     for (double part = 0.55; part < 1; part += 0.05) {
-        const QColor soft = mixed(background, full, part);
-        if (contrast(background, soft) >= readableContrast)
+        const QColor soft = mixedColor(background, full, part);
+        if (contrastBetween(background, soft) >= readableContrast)
             return soft;
     }
     return full;

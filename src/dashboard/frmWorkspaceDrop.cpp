@@ -36,7 +36,7 @@ QStringList droppedWorkbooks(const QMimeData& data)
     return files;
 }
 
-QPair<QString, QString> keyOf(const QAction& action, const QString& effect)
+QPair<QString, QString> shortcutWithEffect(const QAction& action, const QString& effect)
 {
     return {action.shortcut().toString(QKeySequence::NativeText), effect};
 }
@@ -70,8 +70,8 @@ void frmWorkspace::dropEvent(QDropEvent* event)
 void frmWorkspace::explainEmptyDashboard()
 {
     m_area->setHint(u"Open a workbook, select a range and paste it here"_s,
-                    {keyOf(*m_actions.mnuWorkspaceWorkbook, u"Open a workbook, or drop its file here"_s),
-                     keyOf(*m_actions.mnuWorkspacePaste, u"Paste what is selected in it"_s)},
+                    {shortcutWithEffect(*m_actions.mnuWorkspaceWorkbook, u"Open a workbook, or drop its file here"_s),
+                     shortcutWithEffect(*m_actions.mnuWorkspacePaste, u"Paste what is selected in it"_s)},
                     [] { return gWorkspace && gWorkspace->NumPanels() == 0; });
 }
 

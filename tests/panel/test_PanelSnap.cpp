@@ -7,9 +7,9 @@ using namespace lumivane;
 namespace {
 
 // A dashboard of 1000 x 700 with one neighbour whose edges lie at 300, 500 across and 200, 320 down.
-const SnapLines lines = snapLines(QRect(0, 0, 1000, 700), {QRect(300, 200, 200, 120)});
-const QRect before(600, 400, 150, 100);
-constexpr int distance = 6;
+const SnapLines snapTestLines = snapLines(QRect(0, 0, 1000, 700), {QRect(300, 200, 200, 120)});
+const QRect snapTestStart(600, 400, 150, 100);
+constexpr int snapTestDistance = 6;
 
 struct SnapRow
 {
@@ -24,7 +24,8 @@ class PanelSnap : public testing::TestWithParam<SnapRow>
 
 TEST_P(PanelSnap, DrawsTheEdgesThatMovedToTheNearestLine)
 {
-    EXPECT_EQ(snapped(GetParam().wanted, before, QSize(80, 60), lines, distance), GetParam().expected);
+    EXPECT_EQ(snapped(GetParam().wanted, snapTestStart, QSize(80, 60), snapTestLines, snapTestDistance),
+              GetParam().expected);
 }
 
 const SnapRow snapRows[] = {
@@ -46,17 +47,19 @@ INSTANTIATE_TEST_SUITE_P(Edges, PanelSnap, testing::ValuesIn(snapRows), [](const
 TEST(PanelSnapping, OfTwoEdgesNearALineTheNearerOneIsDrawn)
 {
     const QRect wide(600, 400, 198, 100);
-    EXPECT_EQ(snapped(QRect(304, 430, 198, 100), wide, QSize(80, 60), lines, distance), QRect(302, 430, 198, 100))
+    EXPECT_EQ(snapped(QRect(304, 430, 198, 100), wide, QSize(80, 60), snapTestLines, snapTestDistance),
+              QRect(302, 430, 198, 100))
         << "the left edge was 4 pixels off, the right one 2";
-    EXPECT_EQ(snapped(QRect(299, 430, 198, 100), wide, QSize(80, 60), lines, distance), QRect(300, 430, 198, 100));
+    EXPECT_EQ(snapped(QRect(299, 430, 198, 100), wide, QSize(80, 60), snapTestLines, snapTestDistance),
+              QRect(300, 430, 198, 100));
 }
 
 TEST(PanelSnapping, NeverMakesAPanelSmallerThanItCanBe)
 {
     const QRect small(412, 400, 85, 100);
     const QRect wanted(412, 400, 92, 100); // its right edge is at 504, the line at 500
-    EXPECT_EQ(snapped(wanted, small, QSize(89, 60), lines, distance), wanted);
-    EXPECT_EQ(snapped(wanted, small, QSize(88, 60), lines, distance), QRect(412, 400, 88, 100));
+    EXPECT_EQ(snapped(wanted, small, QSize(89, 60), snapTestLines, snapTestDistance), wanted);
+    EXPECT_EQ(snapped(wanted, small, QSize(88, 60), snapTestLines, snapTestDistance), QRect(412, 400, 88, 100));
 }
 
 } // namespace

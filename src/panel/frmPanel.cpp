@@ -108,11 +108,22 @@ bool frmPanel::Panel_Reload(XLInstance& XLInst)
 {
     IsLoad = true;
     m_pipeline.setScreenScale(devicePixelRatioF());
+    keepWindowSize();
     const bool drawn = m_pipeline.Panel_Reload(XLInst, record());
     if (drawn)
         IsLoad = false;
     showNotice();
     return drawn;
+}
+
+void frmPanel::keepWindowSize()
+{
+    // Picture panels are loaded anew in every pass, which must not undo what the user has made of their windows.
+    const auto panel = record();
+    if (!panel || panel->ContentType != u"P" || !canBeKept({Width(), Height()}))
+        return;
+    panel->pWidth = toInt16(Width());
+    panel->pHeight = toInt16(Height());
 }
 
 bool frmPanel::Panel_Paste()
@@ -133,6 +144,7 @@ void frmPanel::Panel_ApplyView(clsWorkspacePanel& Panel)
         setWindowSize(Panel.pWidth, Panel.pHeight);
         Panel_ZoomToFit();
     } else if (Panel.ContentType == u"P") {
+        setWindowSize(Panel.pWidth, Panel.pHeight);
         showWholePicture();
     } else {
         Panel_Autosize();

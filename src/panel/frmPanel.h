@@ -94,6 +94,7 @@ private:
     void Form_Resize();
     void Panel_ApplyView(clsWorkspacePanel& Panel);
     void Panel_LaunchFile(const clsWorkspacePanel& Panel);
+    void keepWindowSize();
     void takePicture(const QString& file);
     void showWholePicture();
     void setView(const QString& viewType);

@@ -1,7 +1,6 @@
 #include "panel/frmPanel.h"
 
 #include "host/modUtilsExcel.h"
-#include "panel/Twips.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
 #include "repository/clsPanelSource.h"
@@ -13,7 +12,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QMdiArea>
 
 // What the panel's menu offers for its content.
 
@@ -100,9 +98,8 @@ void frmPanel::showWholePicture()
         Panel_Autosize();
         return;
     }
-    // No window of this size can be kept. A photograph is seen best as a whole.
-    const QSize room = mdiArea() ? mdiArea()->viewport()->size() : size();
-    const TwipsSize wanted = windowInProportion(measures(), picture, {toTwips(room.width()), toTwips(room.height())});
+    // No window of this size can be kept. A photograph is seen as a whole in the room that the panel has.
+    const TwipsSize wanted = windowInProportion(measures(), picture, {Width(), Height()});
     setView(u"Z"_s);
     setWindowSize(wanted.width, wanted.height);
     Panel_ZoomToFit();

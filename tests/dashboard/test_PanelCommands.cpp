@@ -215,9 +215,14 @@ TEST_F(PanelCommands, APhotographThatNoWindowCouldHoldIsShownWholeAndKept)
     storeDashboard(u"Morning"_s, {u"One"_s});
     start();
     frmPanel& panel = activate(u"One"_s);
+    const QSize before = panel.size();
     loadPicture(pictureFile(u"Photo.png"_s, QSize(4000, 1000)));
     EXPECT_NEAR(panel.ScaleWidth() / panel.ScaleHeight(), 4, 0.1);
-    EXPECT_LE(panel.width(), panel.mdiArea()->viewport()->width());
+    EXPECT_LE(panel.width(), before.width());
+    EXPECT_LE(panel.height(), before.height());
+    panel.resize(600, 174);
+    window().Workspace_CheckUpdates();
+    EXPECT_EQ(panel.size(), QSize(600, 174)) << "a pass undid what the user did";
     window().menus().mnuWorkspaceSave->trigger();
     EXPECT_EQ(storedPanel(u"ContentType"_s) + storedPanel(u"ViewType"_s), u"PZ"_s);
     EXPECT_TRUE(m_user.shown.isEmpty());

@@ -177,7 +177,9 @@ private:
 
     // Copying and moving panels.
     void connectCopyMove();
-    /// The dashboard that the user chooses, once changes are saved; below 1 for none. Leaves the program busy.
+    /// Whether there is a panel, and the user has answered what becomes of unsaved changes.
+    bool readyForTransfer();
+    /// The dashboard that the user chooses; below 1 for none.
     qint32 askForTarget(const QString& Mode);
     void copyToDashboard(frmPanel& panel, qint32 target);
     void copyWithinDashboard(frmPanel& panel);

@@ -29,6 +29,9 @@ void frmWorkspace::connectCopyMove()
 void frmWorkspace::mnuPanelCopy_Click()
 {
     command(u"mnuPanelCopy_Click"_s, [this] {
+        if (!readyForTransfer())
+            return;
+        IsBusy = true;
         const qint32 target = askForTarget(u"Copy"_s);
         frmPanel* panel = activePanel();
         if (target > 0 && panel) {
@@ -44,6 +47,9 @@ void frmWorkspace::mnuPanelCopy_Click()
 void frmWorkspace::mnuPanelMove_Click()
 {
     command(u"mnuPanelMove_Click"_s, [this] {
+        if (!readyForTransfer())
+            return;
+        IsBusy = true;
         const qint32 target = askForTarget(u"Move"_s);
         frmPanel* panel = activePanel();
         if (target > 0 && target != gWorkspace->ID && panel)
@@ -52,15 +58,16 @@ void frmWorkspace::mnuPanelMove_Click()
     });
 }
 
-qint32 frmWorkspace::askForTarget(const QString& Mode)
+bool frmWorkspace::readyForTransfer()
 {
     bool OK = false;
-    if (!activePanel())
-        return -1;
-    PromptSave(false, OK);
-    if (!OK)
-        return -1;
-    IsBusy = true;
+    if (activePanel())
+        PromptSave(false, OK);
+    return OK;
+}
+
+qint32 frmWorkspace::askForTarget(const QString& Mode)
+{
     frmOpenWorkspace dialog(Mode, this);
     dialog.exec();
     return dialog.WorkspaceID;

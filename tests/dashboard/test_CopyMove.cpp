@@ -181,8 +181,10 @@ TEST_F(CopyMove, CancelChangesNothing)
 TEST_F(CopyMove, ChangesAreSavedFirstAndCancelEndsTheCommand)
 {
     window().IsModified = true;
+    window().IsBusy = true;
     window().menus().mnuPanelCopy->trigger();
     window().menus().mnuPanelMove->trigger();
+    EXPECT_TRUE(window().IsBusy) << "what else is running is left alone";
     EXPECT_EQ(m_user.asked, QStringList(2, u"Save changes to Morning?"_s));
     EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 3);
 

@@ -24,9 +24,22 @@ struct PanelColors
     int lineWidth = 1;
 };
 
+PanelColors darkPanelColors(bool active, int mark)
+{
+    if (mark == static_cast<int>(PanelMark::Base))
+        return {QColor(0x5c, 0x3c, 0x18), QColor(0xfb, 0xe6, 0xcf), QColor(0xe8, 0x8c, 0x26), markedLine};
+    if (mark == static_cast<int>(PanelMark::Marked))
+        return {QColor(0x1f, 0x44, 0x62), QColor(0xd9, 0xec, 0xfa), QColor(0x3f, 0x9a, 0xdd), markedLine};
+    if (active)
+        return {QColor(0x3a, 0x46, 0x52), QColor(0xee, 0xf3, 0xf8), QColor(0x7d, 0x93, 0xa8)};
+    return {QColor(0x2d, 0x33, 0x3a), QColor(0xa9, 0xb5, 0xc1), QColor(0x4b, 0x55, 0x60)};
+}
+
 PanelColors panelColors(bool active, const QWidget* panel)
 {
     const int mark = panel ? panel->property(PanelStyle::markProperty).toInt() : 0;
+    if (panel && PanelStyle::isDark(panel->palette()))
+        return darkPanelColors(active, mark);
     if (mark == static_cast<int>(PanelMark::Base))
         return {QColor(0xfc, 0xe4, 0xcb), QColor(0x4a, 0x2a, 0x06), QColor(0xd9, 0x78, 0x0d), markedLine};
     if (mark == static_cast<int>(PanelMark::Marked))
@@ -78,6 +91,12 @@ void drawMinimizeButton(QPainter& painter, const QRect& button, const QColor& co
 } // namespace
 
 PanelStyle::PanelStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+bool PanelStyle::isDark(const QPalette& palette)
+{
+    return palette.color(QPalette::Active, QPalette::Window).lightness() <
+           palette.color(QPalette::Active, QPalette::WindowText).lightness();
+}
 
 QFont PanelStyle::captionFont()
 {

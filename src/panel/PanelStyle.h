@@ -16,6 +16,8 @@ public:
     PanelStyle();
 
     static QFont captionFont();
+    /// Light text on a dark ground.
+    static bool isDark(const QPalette& palette);
     /// A panel window whose property of this name is true gets a sign in its title.
     static constexpr const char* noticeProperty = "panelNotice";
     /// What a panel window is in layout mode, a PanelMark as a number; marks are drawn as coloured frames.

@@ -72,6 +72,7 @@ frmPanelProperties::frmPanelProperties(QWidget* parent)
     policy.setRetainSizeWhenHidden(true); // the dialog keeps its size whatever type is chosen
     ui->stkPlace->setSizePolicy(policy);
     FillTypes();
+    ui->cmbUpdateType->setFocus(); // the field before it is only for reading
     connect(ui->cmbUpdateType, &QComboBox::currentIndexChanged, this, &frmPanelProperties::cmbUpdateType_Click);
     connect(ui->cmdSourceFolder, &QPushButton::clicked, this, &frmPanelProperties::cmdSourceFolder_Click);
     connect(ui->cmdOFolder, &QPushButton::clicked, this, &frmPanelProperties::cmdOFolder_Click);

@@ -9,6 +9,7 @@
 #include "repository/clsWorkspacePanel.h"
 #include "session/modHTMLHelp.h"
 #include "session/modMain.h"
+#include "session/modUtilsFile.h"
 #include "session/modUtilsLog.h"
 #include "update/MailIntake.h"
 
@@ -50,6 +51,18 @@ bool isBlank(const QLineEdit& box)
     return box.text().trimmed().isEmpty();
 }
 
+/// What of a folder would be taken over now, so that a wrong mask is seen before a delivery is missed.
+QString fittingFile(const QString& folder, const QString& mask)
+{
+    if (!FolderExists(folder))
+        return u"The folder does not exist at present."_s;
+    const QString newest = FindNewestFile(folder % mask);
+    if (!FileExists(newest))
+        return u"No file in the folder fits at present."_s;
+    return u"Newest that fits: "_s % newest.sliced(folder.size()) % u", " %
+           QLocale().toString(FileDateTime(newest), u"d MMM yyyy HH:mm"_s);
+}
+
 /// The labels stand in several grids; their fields are to begin at one line all the same.
 void alignLabels(std::initializer_list<QLabel*> labels)
 {
@@ -74,6 +87,8 @@ frmPanelProperties::frmPanelProperties(QWidget* parent)
     FillTypes();
     ui->cmbUpdateType->setFocus(); // the field before it is only for reading
     connect(ui->cmbUpdateType, &QComboBox::currentIndexChanged, this, &frmPanelProperties::cmbUpdateType_Click);
+    for (const QLineEdit* box : {ui->txtMask, ui->txtSourceFolder})
+        connect(box, &QLineEdit::editingFinished, this, &frmPanelProperties::showFittingFile);
     connect(ui->cmdSourceFolder, &QPushButton::clicked, this, &frmPanelProperties::cmdSourceFolder_Click);
     connect(ui->cmdOFolder, &QPushButton::clicked, this, &frmPanelProperties::cmdOFolder_Click);
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmPanelProperties::cmdOK_Click);
@@ -151,6 +166,26 @@ void frmPanelProperties::cmbUpdateType_Click()
     ui->stkPlace->setCurrentWidget(name == u"inbox" ? ui->fraInbox : ui->fraFolder);
     ui->stkPlace->setVisible(name == u"inbox" || name == u"folder");
     ui->txtFrequency->setEnabled(name != u"default");
+    showFittingFile();
+}
+
+void frmPanelProperties::showFittingFile()
+{
+    ui->txtFits->clear();
+    prompts().setPointer(Prompts::Pointer::Hourglass); // folders of other machines may answer late
+    try {
+        QString folder;
+        if (ui->cmbUpdateType->currentText() == u"folder")
+            folder = ui->txtSourceFolder->text();
+        else if (ui->cmbUpdateType->currentText() == u"default")
+            folder = source()->DestFolder;
+        if (!folder.trimmed().isEmpty() && !isBlank(*ui->txtMask))
+            ui->txtFits->setText(fittingFile(withDelimiter(folder), ui->txtMask->text()));
+        ui->txtFits->setCursorPosition(0);
+    } catch (const RuntimeError&) {
+        // The file went away meanwhile; there is nothing to tell.
+    }
+    prompts().setPointer(Prompts::Pointer::Default);
 }
 
 void frmPanelProperties::cmdSourceFolder_Click()
@@ -158,6 +193,7 @@ void frmPanelProperties::cmdSourceFolder_Click()
     const QString folder = prompts().browseForFolder(u"Select source folder"_s, ui->txtSourceFolder->text());
     if (!folder.isEmpty())
         ui->txtSourceFolder->setText(folder);
+    showFittingFile();
 }
 
 void frmPanelProperties::cmdOFolder_Click()

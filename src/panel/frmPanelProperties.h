@@ -40,6 +40,7 @@ private:
     void cmdSourceFolder_Click();
     void cmdOFolder_Click();
     void cmdOK_Click();
+    void showFittingFile();
 
     bool ValidateFields();
     bool ValidateFolder();

@@ -9,6 +9,8 @@
 #include "update/MailIntake.h"
 
 #include <QComboBox>
+#include <QDir>
+#include <QFile>
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
@@ -240,6 +242,39 @@ TEST_F(FileUpdates, TheSourceFolderCanBeBrowsedFor)
         EXPECT_EQ(box(dialog, u"txtSourceFolder"_s).text(), u"/reports/new"_s);
     });
     EXPECT_EQ(m_user.asked, (QStringList{u"Select source folder"_s, u"Select source folder"_s}));
+}
+
+TEST_F(FileUpdates, TheFileThatFitsNowIsNamed)
+{
+    QDir(m_folder.path()).mkdir(u"incoming"_s);
+    int age = 0;
+    for (const QString& name : {u"sales 2.xlsx"_s, u"sales 1.xlsx"_s, u"costs.xlsx"_s}) {
+        ASSERT_TRUE(QFile::copy(bookPath(u"sales.xlsx"_s), programFile(u"incoming/"_s + name)));
+        touch(programFile(u"incoming/"_s + name), -3600 * ++age);
+    }
+    const QString nothingFits = u"No file in the folder fits at present."_s;
+    const struct
+    {
+        QString type, folder, mask;
+        QString text; ///< that it begins with
+    } rows[] = {{u"folder"_s, u"incoming"_s, u"sales*.xlsx"_s, u"Newest that fits: sales 2.xlsx, "_s},
+                {u"folder"_s, u"incoming/"_s, u"COSTS.*"_s, u"Newest that fits: costs.xlsx, "_s},
+                {u"folder"_s, u"incoming"_s, u"*.csv"_s, nothingFits},
+                {u"folder"_s, u"missing"_s, u"*.xlsx"_s, u"The folder does not exist at present."_s},
+                {u"default"_s, u"missing"_s, u"*.xlsx"_s, u"Newest that fits: sales.xlsx, "_s}};
+    open([&](frmPanelProperties& dialog) {
+        for (const auto& row : rows) {
+            types(dialog).setCurrentText(row.type);
+            box(dialog, u"txtSourceFolder"_s).setText(programFile(row.folder));
+            box(dialog, u"txtMask"_s).setText(row.mask);
+            Q_EMIT box(dialog, u"txtMask"_s).editingFinished();
+            EXPECT_TRUE(box(dialog, u"txtFits"_s).text().startsWith(row.text))
+                << row.mask.toStdString() << ": " << box(dialog, u"txtFits"_s).text().toStdString();
+        }
+        types(dialog).setCurrentText(u"refresh"_s);
+        EXPECT_EQ(box(dialog, u"txtFits"_s).text(), u""_s);
+    });
+    EXPECT_EQ(m_user.pointer, Prompts::Pointer::Default);
 }
 
 TEST_F(FileUpdates, AMailFolderIsStoredWithItsId)

@@ -59,7 +59,7 @@ QString fittingFile(const QString& folder, const QString& mask)
     const QString newest = FindNewestFile(folder % mask);
     if (!FileExists(newest))
         return u"No file in the folder fits at present."_s;
-    return u"Newest that fits: "_s % newest.sliced(folder.size()) % u", " %
+    return u"Fits now: "_s % newest.sliced(folder.size()) % u", " %
            QLocale().toString(FileDateTime(newest), u"d MMM yyyy HH:mm"_s);
 }
 

@@ -257,11 +257,11 @@ TEST_F(FileUpdates, TheFileThatFitsNowIsNamed)
     {
         QString type, folder, mask;
         QString text; ///< that it begins with
-    } rows[] = {{u"folder"_s, u"incoming"_s, u"sales*.xlsx"_s, u"Newest that fits: sales 2.xlsx, "_s},
-                {u"folder"_s, u"incoming/"_s, u"COSTS.*"_s, u"Newest that fits: costs.xlsx, "_s},
+    } rows[] = {{u"folder"_s, u"incoming"_s, u"sales*.xlsx"_s, u"Fits now: sales 2.xlsx, "_s},
+                {u"folder"_s, u"incoming/"_s, u"COSTS.*"_s, u"Fits now: costs.xlsx, "_s},
                 {u"folder"_s, u"incoming"_s, u"*.csv"_s, nothingFits},
                 {u"folder"_s, u"missing"_s, u"*.xlsx"_s, u"The folder does not exist at present."_s},
-                {u"default"_s, u"missing"_s, u"*.xlsx"_s, u"Newest that fits: sales.xlsx, "_s}};
+                {u"default"_s, u"missing"_s, u"*.xlsx"_s, u"Fits now: sales.xlsx, "_s}};
     open([&](frmPanelProperties& dialog) {
         for (const auto& row : rows) {
             types(dialog).setCurrentText(row.type);

@@ -41,47 +41,34 @@ TEST_F(AlternatePaths, CanBeGivenToFoldersThatSourcesUse)
     EXPECT_EQ(alternateBases(), (QStringList{u"/a/"_s, u"/b/"_s, u"C:\\data\\"_s}));
 }
 
-struct EndingRow
-{
-    const char* name;
-    QString base, alternate, stored;
-};
-const EndingRow endings[] = {
-    {"base with backslash", u"C:\\data\\"_s, u"D:\\data"_s, u"D:\\data\\"_s},
-    {"base without", u"C:\\data"_s, u"D:\\data\\"_s, u"D:\\data\\"_s},
-    {"both with", u"C:\\data\\"_s, u"D:\\data\\"_s, u"D:\\data\\"_s},
-    {"alternate in another delimiter", u"C:\\data\\"_s, u"/data/"_s, u"/data/"_s},
-    {"alternate of the other world", u"C:\\data\\"_s, u"/data"_s, u"/data/"_s},
-    {"the other way round", u"/data/"_s, u"D:\\data"_s, u"D:\\data\\"_s},
-    {"a bare name", u"/data/"_s, u"data"_s, u"data/"_s},
-    {"blanks behind the base", u"/data/ "_s, u"/x"_s, u"/x/"_s},
-};
-
 TEST(AlternatePathTexts, EndLikeTheirBase)
 {
-    for (const EndingRow& row : endings)
-        EXPECT_EQ(alternateLike(row.base, row.alternate), row.stored) << row.name;
+    const QString table[][3] = {
+        {u"C:\\data\\"_s, u"D:\\data"_s, u"D:\\data\\"_s},   // base with backslash
+        {u"C:\\data"_s, u"D:\\data\\"_s, u"D:\\data\\"_s},   // base without
+        {u"C:\\data\\"_s, u"D:\\data\\"_s, u"D:\\data\\"_s}, // both with
+        {u"C:\\data\\"_s, u"/data/"_s, u"/data/"_s},         // alternate in another delimiter
+        {u"C:\\data\\"_s, u"/data"_s, u"/data/"_s},          // alternate of the other world
+        {u"/data/"_s, u"D:\\data"_s, u"D:\\data\\"_s},       // the other way round
+        {u"/data/"_s, u"data"_s, u"data/"_s},                // a bare name
+        {u"/data/ "_s, u"/x"_s, u"/x/"_s},                   // blanks behind the base
+    };
+    for (const auto& [base, alternate, stored] : table)
+        EXPECT_EQ(alternateLike(base, alternate), stored) << base.toStdString();
 }
-
-struct RewriteRow
-{
-    const char* name;
-    QString path, base, alternate, expected;
-};
-const RewriteRow rewrites[] = {
-    {"below the base", u"C:\\a\\x\\f.xls"_s, u"C:\\a\\"_s, u"D:\\b\\"_s, u"D:\\b\\x\\f.xls"_s},
-    {"every occurrence", u"/a/b/a/b/"_s, u"a/b"_s, u"c"_s, u"/c/c/"_s},
-    {"letters compared exactly", u"c:\\A\\f.xls"_s, u"C:\\a\\"_s, u"D:\\b\\"_s, u"c:\\A\\f.xls"_s},
-    {"from there to here", u"C:\\data\\x\\f.xls"_s, u"C:\\data\\"_s, u"/mnt/data/"_s, u"/mnt/data/x/f.xls"_s},
-    {"from here to there", u"/mnt/data/x/f.xls"_s, u"/mnt/data/"_s, u"D:\\data\\"_s, u"D:\\data\\x\\f.xls"_s},
-    {"not below the base", u"C:\\other\\f.xls"_s, u"C:\\data\\"_s, u"/mnt/"_s, u"C:\\other\\f.xls"_s},
-    {"an empty base", u"/a/f.xls"_s, QString(), u"/b/"_s, u"/a/f.xls"_s},
-};
 
 TEST(AlternatePathTexts, RewritePaths)
 {
-    for (const RewriteRow& row : rewrites)
-        EXPECT_EQ(rewrittenPath(row.path, row.base, row.alternate), row.expected) << row.name;
+    const QString table[][4] = {
+        {u"C:\\a\\x\\f.xls"_s, u"C:\\a\\"_s, u"D:\\b\\"_s, u"D:\\b\\x\\f.xls"_s},            // below the base
+        {u"/a/b/a/b/"_s, u"a/b"_s, u"c"_s, u"/c/c/"_s},                                      // every occurrence
+        {u"c:\\A\\f.xls"_s, u"C:\\a\\"_s, u"D:\\b\\"_s, u"c:\\A\\f.xls"_s},                  // letters compared exactly
+        {u"/mnt/data/x/f.xls"_s, u"/mnt/data/"_s, u"D:\\data\\"_s, u"D:\\data\\x\\f.xls"_s}, // from here to there
+        {u"C:\\other\\f.xls"_s, u"C:\\data\\"_s, u"/mnt/"_s, u"C:\\other\\f.xls"_s},         // not below the base
+        {u"/a/f.xls"_s, QString(), u"/b/"_s, u"/a/f.xls"_s},                                 // an empty base
+    };
+    for (const auto& [path, base, alternate, expected] : table)
+        EXPECT_EQ(rewrittenPath(path, base, alternate), expected);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "dashboard/DashboardFixture.h"
+#include "panel/ShownDialog.h"
 #include "panel/frmPanel.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
@@ -23,7 +24,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QTableWidget>
 
 // The dialogs for sharing and thresholds, reached from the menus of the main window.
@@ -33,37 +33,26 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-template <class Widget>
-Widget& part(const QWidget& form, const QString& name)
+/// A table's cells, row by row, with its headers in front where they are asked for.
+QString cellsOf(const QTableView& view, bool withHeaders = false)
 {
-    return *form.findChild<Widget*>(name);
-}
-
-void press(const QWidget& form, const QString& button)
-{
-    part<QPushButton>(form, button).click();
-}
-
-QStringList texts(const QListWidget& list, bool onlySelected)
-{
-    QStringList found;
-    for (int i = 0; i < list.count(); ++i) {
-        if (!onlySelected || list.item(i)->isSelected())
-            found.append(list.item(i)->text());
-    }
-    return found;
-}
-
-QStringList gridRows(const QTableWidget& grid)
-{
+    const QAbstractItemModel& cells = *view.model();
     QStringList lines;
-    for (int row = 0; row < grid.rowCount(); ++row) {
-        QStringList cells;
-        for (int column = 0; column < grid.columnCount(); ++column)
-            cells.append(grid.item(row, column) ? grid.item(row, column)->text() : QString());
-        lines.append(cells.join(u'|'));
+    for (int row = withHeaders ? -1 : 0; row < cells.rowCount(); ++row) {
+        QStringList texts;
+        if (withHeaders)
+            texts.append(row < 0 ? QString() : cells.headerData(row, Qt::Vertical).toString());
+        for (int column = 0; column < cells.columnCount(); ++column)
+            texts.append(row < 0 ? cells.headerData(column, Qt::Horizontal).toString()
+                                 : cells.index(row, column).data().toString());
+        lines.append(texts.join(u'|'));
     }
-    return lines;
+    return lines.join(u'\n');
+}
+
+bool isUsable(const QWidget& form, const QString& name)
+{
+    return control<QWidget>(form, name).isEnabled();
 }
 
 class SharingDialogs : public DashboardFixture
@@ -71,6 +60,12 @@ class SharingDialogs : public DashboardFixture
 protected:
     QString sharedFile = programFile(u"shared.lvds"_s);
 
+    void startWith(const QStringList& dashboards)
+    {
+        for (const QString& name : dashboards)
+            storeDashboard(name, {u"p"_s});
+        start();
+    }
     /// A shared file with one dashboard of `panels` panels.
     void makeSharedFile(const QString& name, int panels = 1)
     {
@@ -84,82 +79,90 @@ protected:
             shared->Execute(u"INSERT INTO LvnSavedPanel(WorkspaceID, SourceID, [Top], [Left], Height, Width) VALUES "
                             "(1, 1, 0, 0, 3000, 3000)"_s);
     }
-    void openShared(std::function<void(frmImport&)> act)
+    void exporting(std::function<void(frmExport&)> act)
+    {
+        whenShown<frmExport>(std::move(act));
+        window().menus().mnuToolsExport->trigger();
+    }
+    /// With all dashboards of the shared file chosen.
+    void importing(std::function<void(frmImport&)> act)
     {
         m_user.files.push_back(sharedFile);
-        whenShown<frmImport>(std::move(act));
+        whenShown<frmImport>([act](frmImport& dialog) {
+            control<QListWidget>(dialog, u"lstWorkspaces"_s).selectAll();
+            act(dialog);
+        });
         window().menus().mnuToolsImport->trigger();
     }
-    /// Lets `act` run once, among the events of the work that the dialog shows.
-    static void amidWork(const QWidget& dialog, std::function<void()> act)
+    static void acceptFolders(const frmImport& dialog)
     {
-        auto& bar = part<QProgressBar>(dialog, u"barProgress"_s);
-        QObject::connect(&bar, &QProgressBar::valueChanged, &dialog, [&bar, act](int value) {
-            if (value > 0 && !bar.property("met").toBool()) {
-                bar.setProperty("met", true);
-                act();
-            }
-        });
+        whenShown<frmImportFolders>([](frmImportFolders& folders) { clickOn(folders, u"cmdOK"_s); });
+        clickOn(dialog, u"cmdOK"_s);
     }
+    /// Lets `act` run once, among the events of the work that the dialog shows; answers whether it has run.
+    static std::shared_ptr<bool> amidWork(const QWidget& dialog, std::function<void()> act)
+    {
+        auto met = std::make_shared<bool>(false);
+        QObject::connect(&control<QProgressBar>(dialog, u"barProgress"_s), &QProgressBar::valueChanged, &dialog,
+                         [act, met](int value) {
+                             if (value > 0 && !std::exchange(*met, true))
+                                 act();
+                         });
+        return met;
+    }
+
     void thresholds(std::function<void(frmThresholds&)> act)
     {
         whenShown<frmThresholds>(std::move(act));
         window().menus().mnuPanelThresholds->trigger();
     }
-    static void addRule(const frmThresholds& dialog, int row, int column, const QString& limit)
-    {
-        auto& cells = part<QTableView>(dialog, u"grdCells"_s);
-        cells.setCurrentIndex(cells.model()->index(row, column));
-        press(dialog, u"cmdAdd"_s);
-        auto& rules = part<QTableWidget>(dialog, u"grdRules"_s);
-        qobject_cast<QLineEdit*>(rules.cellWidget(rules.rowCount() - 1, 2))->setText(limit);
-    }
-    /// The cells to pick from under their letters and numbers.
     static QString shownCells(const frmThresholds& dialog)
     {
-        const QAbstractItemModel& cells = *part<QTableView>(dialog, u"grdCells"_s).model();
-        QString text = u"  "_s;
-        for (int column = 0; column < cells.columnCount(); ++column)
-            text += u' ' + cells.headerData(column, Qt::Horizontal).toString();
-        for (int row = 0; row < cells.rowCount(); ++row) {
-            text += u'\n' + cells.headerData(row, Qt::Vertical).toString();
-            for (int column = 0; column < cells.columnCount(); ++column)
-                text += u' ' + cells.index(row, column).data().toString();
-        }
-        return text;
+        return cellsOf(control<QTableView>(dialog, u"grdCells"_s), true);
+    }
+    static QTableWidget& rulesOf(const frmThresholds& dialog) { return control<QTableWidget>(dialog, u"grdRules"_s); }
+    template <class Editor>
+    static Editor& editor(const frmThresholds& dialog, int row, int column)
+    {
+        return *qobject_cast<Editor*>(rulesOf(dialog).cellWidget(row, column));
+    }
+    static void addRule(const frmThresholds& dialog, int row, int column, const QString& limit)
+    {
+        auto& cells = control<QTableView>(dialog, u"grdCells"_s);
+        cells.setCurrentIndex(cells.model()->index(row, column));
+        clickOn(dialog, u"cmdAdd"_s);
+        editor<QLineEdit>(dialog, rulesOf(dialog).rowCount() - 1, 2).setText(limit);
     }
     QString storedRules() const
     {
         QStringList lines;
         const auto rows = gDB->OpenRecordset(u"SELECT * FROM LvnpanelThresholds"_s);
-        for (; !rows->EOF_(); rows->MoveNext())
-            lines.append(
-                u"%1,%2 high%3%4 low%5%6"_s.arg(rows->number(u"rowOffset"))
-                    .arg(rows->number(u"colOffset"))
-                    .arg(rows->text(u"highExp"), rows->text(u"ifHigh"), rows->text(u"lowExp"), rows->text(u"ifLow")));
+        for (; !rows->EOF_(); rows->MoveNext()) {
+            QStringList values;
+            for (const QString& column : rows->fieldNames().mid(1))
+                values.append(rows->text(column));
+            lines.append(values.join(u'|'));
+        }
         return lines.join(u'\n');
     }
 };
 
 TEST_F(SharingDialogs, ExportsTheDashboardOnScreenUnlessOthersAreChosen)
 {
-    storeDashboard(u"Sales"_s, {u"p"_s});
-    storeDashboard(u"Costs"_s, {u"q"_s});
-    start();
+    startWith({u"Sales"_s, u"Costs"_s});
     m_user.files = {QString(), sharedFile};
-    whenShown<frmExport>([](frmExport& dialog) {
-        auto& list = part<QListWidget>(dialog, u"lstWorkspaces"_s);
-        EXPECT_EQ(texts(list, false), (QStringList{u"Costs"_s, u"Sales"_s}));
-        EXPECT_EQ(texts(list, true), QStringList{u"Costs"_s});
+    exporting([](frmExport& dialog) {
+        auto& list = control<QListWidget>(dialog, u"lstWorkspaces"_s);
+        EXPECT_EQ(list.item(0)->text() + list.item(1)->text(), u"CostsSales"_s);
+        EXPECT_TRUE(list.item(0)->isSelected() && !list.item(1)->isSelected());
         list.clearSelection();
-        press(dialog, u"cmdOK"_s);
+        clickOn(dialog, u"cmdOK"_s);
         list.item(1)->setSelected(true);
-        press(dialog, u"cmdOK"_s); // cancelled in the file dialog
+        clickOn(dialog, u"cmdOK"_s); // cancelled in the file dialog
         EXPECT_TRUE(dialog.isVisible());
-        press(dialog, u"cmdOK"_s);
+        clickOn(dialog, u"cmdOK"_s);
         EXPECT_FALSE(dialog.isVisible());
     });
-    window().menus().mnuToolsExport->trigger();
     EXPECT_EQ(m_user.shown,
               (QStringList{u"Must select at least 1 dashboard to export."_s, u"No export file name defined."_s}));
     EXPECT_EQ(m_user.asked, (QStringList{u"Enter export file name"_s, u"Enter export file name"_s}));
@@ -171,67 +174,53 @@ TEST_F(SharingDialogs, ExportsTheDashboardOnScreenUnlessOthersAreChosen)
 
 TEST_F(SharingDialogs, ExportTakesNothingElseWhileItWritesAndCanBeCancelled)
 {
-    storeDashboard(u"Sales"_s, {u"p"_s});
-    start();
+    startWith({u"Sales"_s});
     m_user.files = {sharedFile, sharedFile};
-    whenShown<frmExport>([&](frmExport& dialog) {
-        bool met = false;
-        amidWork(dialog, [&] {
-            met = true;
-            EXPECT_TRUE(part<QProgressBar>(dialog, u"barProgress"_s).isVisible());
+    exporting([&](frmExport& dialog) {
+        const auto met = amidWork(dialog, [&] {
+            EXPECT_TRUE(control<QWidget>(dialog, u"barProgress"_s).isVisible());
             EXPECT_TRUE(window().IsBusy) << "no pass may begin";
-            EXPECT_FALSE(part<QWidget>(dialog, u"cmdOK"_s).isEnabled());
-            EXPECT_FALSE(part<QWidget>(dialog, u"cmdAltPath"_s).isEnabled());
-            press(dialog, u"cmdCancel"_s);
+            EXPECT_FALSE(isUsable(dialog, u"cmdOK"_s) || isUsable(dialog, u"cmdAltPath"_s));
+            clickOn(dialog, u"cmdCancel"_s);
         });
-        press(dialog, u"cmdOK"_s);
-        EXPECT_TRUE(met && dialog.isVisible());
-        EXPECT_EQ(part<QLabel>(dialog, u"lblStatus"_s).text(), u"The export was cancelled. Nothing of it is left."_s);
+        clickOn(dialog, u"cmdOK"_s);
+        EXPECT_TRUE(*met && dialog.isVisible());
+        EXPECT_EQ(control<QLabel>(dialog, u"lblStatus"_s).text(),
+                  u"The export was cancelled. Nothing of it is left."_s);
         EXPECT_FALSE(QFile::exists(sharedFile));
         EXPECT_FALSE(window().IsBusy);
-        press(dialog, u"cmdOK"_s);
+        clickOn(dialog, u"cmdOK"_s);
         EXPECT_FALSE(dialog.isVisible());
     });
-    window().menus().mnuToolsExport->trigger();
     EXPECT_TRUE(QFile::exists(sharedFile));
     EXPECT_EQ(m_user.shown, QStringList{});
 }
 
-TEST_F(SharingDialogs, WithoutDashboardsThereIsNothingToExport)
-{
-    start();
-    window().menus().mnuToolsExport->trigger();
-    EXPECT_EQ(m_user.shown, QStringList{u"There are no saved dashboards to export."_s});
-}
-
 TEST_F(SharingDialogs, AddAndDeleteAlternatePathsOnTheWayToAnExport)
 {
-    storeDashboard(u"Sales"_s, {u"p"_s});
-    start();
+    startWith({u"Sales"_s});
     const QString base = gSources->SourceByIndex(1)->DestFolder;
     whenShown<frmExport>([&](frmExport& exporting) {
         whenShown<frmAltPaths>([&](frmAltPaths& paths) {
-            auto& grid = part<QTableWidget>(paths, u"grdAltPaths"_s);
-            EXPECT_EQ(gridRows(grid), QStringList{});
-            EXPECT_EQ(grid.horizontalHeaderItem(0)->text(), u"Base Path"_s);
-            EXPECT_EQ(grid.horizontalHeaderItem(1)->text(), u"Alternate Path"_s);
-            press(paths, u"cmdDelete"_s); // nothing happens
+            const auto& grid = control<QTableWidget>(paths, u"grdAltPaths"_s);
+            EXPECT_EQ(cellsOf(grid, true), u"|Base Path|Alternate Path"_s);
+            clickOn(paths, u"cmdDelete"_s); // nothing happens
             whenShown<frmAddAltPath>([&](frmAddAltPath& adding) {
-                press(adding, u"cmdOK"_s);
-                part<QComboBox>(adding, u"cmbBase"_s).setCurrentText(base);
-                part<QLineEdit>(adding, u"txtAlt"_s).setText(u"  "_s);
-                press(adding, u"cmdOK"_s);
-                part<QLineEdit>(adding, u"txtAlt"_s).setText(u"D:\\it's"_s);
-                press(adding, u"cmdOK"_s);
+                clickOn(adding, u"cmdOK"_s);
+                control<QComboBox>(adding, u"cmbBase"_s).setCurrentText(base);
+                for (const QString& text : {u"  "_s, u"D:\\it's"_s}) {
+                    control<QLineEdit>(adding, u"txtAlt"_s).setText(text);
+                    clickOn(adding, u"cmdOK"_s);
+                }
             });
-            press(paths, u"cmdAdd"_s);
-            EXPECT_EQ(gridRows(grid), QStringList{base + u"|D:\\it's\\"_s});
+            clickOn(paths, u"cmdAdd"_s);
+            EXPECT_EQ(cellsOf(grid), base + u"|D:\\it's\\"_s);
             EXPECT_EQ(rowCount(u"LvnAltPaths"_s), 1);
-            press(paths, u"cmdDelete"_s);
-            EXPECT_EQ(gridRows(grid), QStringList{});
+            clickOn(paths, u"cmdDelete"_s);
+            EXPECT_EQ(cellsOf(grid), QString());
             EXPECT_EQ(rowCount(u"LvnAltPaths"_s), 0);
         });
-        press(exporting, u"cmdAltPath"_s);
+        clickOn(exporting, u"cmdAltPath"_s);
     });
     window().menus().mnuToolsExport->trigger();
     EXPECT_EQ(m_user.shown, (QStringList{u"Must select a base path."_s, u"Must define an alternate path."_s}));
@@ -239,27 +228,23 @@ TEST_F(SharingDialogs, AddAndDeleteAlternatePathsOnTheWayToAnExport)
 
 TEST_F(SharingDialogs, ImportShowsItsFoldersAndWritesOnlyWhenTheyAreAccepted)
 {
-    storeDashboard(u"Mine"_s, {u"p"_s});
-    start();
+    startWith({u"Mine"_s});
     makeSharedFile(u"Theirs"_s);
-    const QString here = programFile(u""_s) + u'/';
-    const auto refuseFolders = [&](frmImportFolders& folders) {
-        EXPECT_EQ(gridRows(part<QTableWidget>(folders, u"grdFolders"_s)),
-                  (QStringList{u"/gone/|read and written|does not exist"_s, here + u"|read|exists"_s}));
-        press(folders, u"cmdCancel"_s);
-    };
-    openShared([&](frmImport& dialog) {
-        press(dialog, u"cmdOK"_s);
-        auto& list = part<QListWidget>(dialog, u"lstWorkspaces"_s);
-        EXPECT_EQ(texts(list, false), QStringList{u"Theirs"_s});
+    importing([&](frmImport& dialog) {
+        auto& list = control<QListWidget>(dialog, u"lstWorkspaces"_s);
+        list.clearSelection();
+        clickOn(dialog, u"cmdOK"_s);
         list.selectAll();
-        whenShown<frmImportFolders>(refuseFolders);
-        press(dialog, u"cmdOK"_s);
+        whenShown<frmImportFolders>([&](frmImportFolders& folders) {
+            EXPECT_EQ(cellsOf(control<QTableWidget>(folders, u"grdFolders"_s)),
+                      u"/gone/|read and written|does not exist\n"_s + programFile(u""_s) + u"/|read|exists"_s);
+            clickOn(folders, u"cmdCancel"_s);
+        });
+        clickOn(dialog, u"cmdOK"_s);
         EXPECT_TRUE(dialog.isVisible()) << "the folders can be thought over";
         EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 1);
         EXPECT_FALSE(gDB->TableNames().contains(u"TempSources"_s));
-        whenShown<frmImportFolders>([](frmImportFolders& folders) { press(folders, u"cmdOK"_s); });
-        press(dialog, u"cmdOK"_s);
+        acceptFolders(dialog);
         EXPECT_FALSE(dialog.isVisible());
     });
     EXPECT_EQ(m_user.shown, (QStringList{u"Must select at least 1 panel to import."_s,
@@ -272,37 +257,29 @@ TEST_F(SharingDialogs, ImportShowsItsFoldersAndWritesOnlyWhenTheyAreAccepted)
 
 TEST_F(SharingDialogs, ImportCanBeCancelledUntilItWrites)
 {
-    storeDashboard(u"Mine"_s, {u"p"_s});
-    start();
+    startWith({u"Mine"_s});
     makeSharedFile(u"Theirs"_s, 500);
-    openShared([&](frmImport& dialog) {
-        part<QListWidget>(dialog, u"lstWorkspaces"_s).selectAll();
-        int signs = 0;
-        const auto cancelled = QObject::connect(&part<QProgressBar>(dialog, u"barProgress"_s),
-                                                &QProgressBar::valueChanged, &dialog, [&](int value) {
-                                                    if (value <= 0)
-                                                        return;
-                                                    ++signs;
-                                                    EXPECT_TRUE(window().IsBusy) << "no pass may begin";
-                                                    EXPECT_FALSE(part<QWidget>(dialog, u"cmdOK"_s).isEnabled());
-                                                    dialog.reject();
-                                                    EXPECT_TRUE(dialog.isVisible());
-                                                });
-        press(dialog, u"cmdOK"_s); // cancelled before the folders are shown
-        EXPECT_EQ(signs, 1);
+    importing([&](frmImport& dialog) {
+        const auto looked = amidWork(dialog, [&] {
+            EXPECT_TRUE(window().IsBusy) << "no pass may begin";
+            EXPECT_FALSE(isUsable(dialog, u"cmdOK"_s));
+            dialog.reject();
+        });
+        clickOn(dialog, u"cmdOK"_s); // cancelled before the folders are shown
+        EXPECT_TRUE(*looked && dialog.isVisible());
         EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 1);
-        QObject::disconnect(cancelled);
 
+        std::shared_ptr<bool> written;
         whenShown<frmImportFolders>([&](frmImportFolders& folders) {
-            amidWork(dialog, [&] {
+            written = amidWork(dialog, [&] {
                 EXPECT_TRUE(window().IsBusy);
-                EXPECT_FALSE(part<QWidget>(dialog, u"cmdCancel"_s).isEnabled());
+                EXPECT_FALSE(isUsable(dialog, u"cmdCancel"_s));
                 dialog.reject();
             });
-            press(folders, u"cmdOK"_s);
+            clickOn(folders, u"cmdOK"_s);
         });
-        press(dialog, u"cmdOK"_s);
-        EXPECT_TRUE(part<QProgressBar>(dialog, u"barProgress"_s).property("met").toBool());
+        clickOn(dialog, u"cmdOK"_s);
+        EXPECT_TRUE(written && *written);
     });
     EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"WorkspaceID = 2"_s), 500);
     EXPECT_EQ(m_user.shown, QStringList{u"Selected dashboard(s) were imported successfully."_s});
@@ -310,14 +287,11 @@ TEST_F(SharingDialogs, ImportCanBeCancelledUntilItWrites)
 
 TEST_F(SharingDialogs, ImportTellsWhatRunTimeErrorsKeptFromIt)
 {
-    storeDashboard(u"Mine"_s, {u"p"_s});
-    start();
+    startWith({u"Mine"_s});
     makeSharedFile(u"Theirs"_s, 2);
     Database::open(sharedFile, databaseConnect())->Execute(u"UPDATE LvnSavedPanel SET SourceID = NULL WHERE ID = 2"_s);
-    openShared([&](frmImport& dialog) {
-        part<QListWidget>(dialog, u"lstWorkspaces"_s).selectAll();
-        whenShown<frmImportFolders>([](frmImportFolders& folders) { press(folders, u"cmdOK"_s); });
-        press(dialog, u"cmdOK"_s);
+    importing([&](frmImport& dialog) {
+        acceptFolders(dialog);
         EXPECT_FALSE(dialog.isVisible());
     });
     EXPECT_EQ(m_user.shown, (QStringList{u"Not everything could be imported.\n\nThe dashboard \"Theirs\" lacks panels: "
@@ -326,19 +300,23 @@ TEST_F(SharingDialogs, ImportTellsWhatRunTimeErrorsKeptFromIt)
     EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"WorkspaceID = 2"_s), 1);
 }
 
-TEST_F(SharingDialogs, ImportRefusesBeforeItOpens)
+TEST_F(SharingDialogs, RefuseWhereThereIsNothingToDo)
 {
+    start();
+    window().menus().mnuToolsExport->trigger();
     storeDashboard(u"Mine"_s, {u"p"_s});
     start();
-    m_user.files = {QString(), sharedFile};
     window().menus().mnuToolsImport->trigger(); // cancelled
-    EXPECT_EQ(m_user.shown, QStringList{});
+    m_user.files = {sharedFile, sharedFile};
     window().menus().mnuToolsImport->trigger();
     makeSharedFile(u"MINE"_s);
-    m_user.files.push_back(sharedFile);
     window().menus().mnuToolsImport->trigger();
-    EXPECT_EQ(m_user.shown, (QStringList{u"Import file ["_s + sharedFile + u"] does not exist."_s,
-                                         u"There are no dashboards to import from."_s}));
+    gWorkspace->Panels(1)->ContentType = u"C"_s;
+    window().menus().mnuPanelThresholds->trigger();
+    EXPECT_EQ(m_user.shown, (QStringList{u"There are no saved dashboards to export."_s,
+                                         u"Import file ["_s + sharedFile + u"] does not exist."_s,
+                                         u"There are no dashboards to import from."_s,
+                                         u"Only panels that show a range of cells can have thresholds."_s}));
 }
 
 TEST_F(SharingDialogs, ThresholdsArePickedCheckedStoredAndShown)
@@ -347,56 +325,73 @@ TEST_F(SharingDialogs, ThresholdsArePickedCheckedStoredAndShown)
     m_library.books[bookPath(u"Sales.xlsx"_s)].front().put(u"C3"_s, u"70"_s);
     start();
     thresholds([&](frmThresholds& dialog) {
-        EXPECT_EQ(shownCells(dialog), u"   B C\n2 B2 C2\n3 B3 70\n4 B4 C4"_s);
-        press(dialog, u"cmdAdd"_s);
+        EXPECT_EQ(shownCells(dialog), u"|B|C\n2|B2|C2\n3|B3|70\n4|B4|C4"_s);
+        clickOn(dialog, u"cmdAdd"_s);
         addRule(dialog, 1, 1, u"much"_s);
-        press(dialog, u"cmdOK"_s);
+        clickOn(dialog, u"cmdOK"_s);
         EXPECT_TRUE(dialog.isVisible());
         EXPECT_EQ(rowCount(u"LvnpanelThresholds"_s), 0);
-        auto& rules = part<QTableWidget>(dialog, u"grdRules"_s);
-        qobject_cast<QLineEdit*>(rules.cellWidget(0, 2))->setText(u" 50 "_s);
+        editor<QLineEdit>(dialog, 0, 2).setText(u" 50 "_s);
         addRule(dialog, 0, 0, u"*2>7"_s);
-        qobject_cast<QComboBox*>(rules.cellWidget(1, 1))->setCurrentText(u"formula"_s);
-        qobject_cast<QComboBox*>(rules.cellWidget(1, 3))->setCurrentIndex(1);
-        addRule(dialog, 2, 0, u"1"_s);
-        press(dialog, u"cmdDelete"_s);
-        press(dialog, u"cmdOK"_s);
+        editor<QComboBox>(dialog, 1, 1).setCurrentText(u"formula"_s);
+        editor<QComboBox>(dialog, 1, 3).setCurrentIndex(1);
+        clickOn(dialog, u"cmdOK"_s);
     });
     EXPECT_EQ(m_user.shown,
               (QStringList{u"Pick a cell of the panel first."_s,
                            u"The limit of cell C3 cannot be used: the formula [= 1>much] is not understood at [much]: "
                            "a number is expected. Enter a number, as 1000 or -2.5."_s}));
-    EXPECT_EQ(storedRules(), u"3,3 high>50color@B2 low\n2,2 high low*2>7color@B2"_s);
+    const QString stored = u"3|3|>50|color@B2||\n2|2|||*2>7|color@B2"_s;
+    EXPECT_EQ(storedRules(), stored);
     const QImage picture = window().panelWindows().first()->picture().image;
     EXPECT_EQ(picture.pixelColor(picture.width() - 5, picture.height() / 2), QColor(128, 180, 180));
 
-    // Opened again, the rules stand as they were and are stored unchanged.
+    thresholds([&](frmThresholds& dialog) { clickOn(dialog, u"cmdOK"_s); });
+    EXPECT_EQ(storedRules(), stored) << "opened again, they stand as they were";
+}
+
+TEST_F(SharingDialogs, ThresholdsAreDeletedAndMovedWhereTheUserIs)
+{
+    startWith({u"Sales"_s});
     thresholds([&](frmThresholds& dialog) {
-        EXPECT_EQ(part<QTableWidget>(dialog, u"grdRules"_s).rowCount(), 2);
-        press(dialog, u"cmdOK"_s);
+        EXPECT_FALSE(isUsable(dialog, u"cmdDelete"_s));
+        for (int i = 1; i <= 4; ++i)
+            addRule(dialog, 0, 0, QString::number(i));
+        EXPECT_FALSE(isUsable(dialog, u"cmdDown"_s));
+        QFocusEvent entered(QEvent::FocusIn); // whether or not the window is active yet
+        QApplication::sendEvent(&editor<QComboBox>(dialog, 1, 3), &entered);
+        clickOn(dialog, u"cmdDelete"_s); // 1 3 4
+        clickOn(dialog, u"cmdUp"_s);     // 3 1 4
+        EXPECT_FALSE(isUsable(dialog, u"cmdUp"_s));
+        rulesOf(dialog).setCurrentCell(2, 0);
+        QKeyEvent deletion(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
+        QApplication::sendEvent(&rulesOf(dialog), &deletion); // 3 1
+        clickOn(dialog, u"cmdOK"_s);
     });
-    EXPECT_EQ(storedRules(), u"3,3 high>50color@B2 low\n2,2 high low*2>7color@B2"_s);
+    EXPECT_EQ(storedRules(), u"2|2|>3|color@B2||\n2|2|>1|color@B2||"_s);
 }
 
-TEST_F(SharingDialogs, ThresholdsSplitARowWithTwoLimitsAndKeepWhatMarksNothing)
+TEST_F(SharingDialogs, ThresholdsOfEarlierDaysAreShownAndStoredAsTheyAreMeant)
 {
-    storeDashboard(u"Sales"_s, {u"Figures"_s});
-    start();
-    gDB->Execute(u"INSERT INTO LvnpanelThresholds VALUES (1, 3, 3, '>5', 'colorRed', '< 1', 'note')"_s);
-    thresholds([](frmThresholds& dialog) { press(dialog, u"cmdOK"_s); });
-    EXPECT_EQ(storedRules(), u"3,3 high>5color@B2 low\n3,3 high low<1note"_s);
-}
-
-TEST_F(SharingDialogs, ThresholdsFollowADefinitionThatHasMoved)
-{
-    storeDashboard(u"Sales"_s, {u"Figures"_s});
-    start();
-    gDB->Execute(u"INSERT INTO LvnpanelThresholds VALUES (1, 13, 3, '>5', 'color@B12', '', '')"_s);
-    thresholds([](frmThresholds& dialog) {
-        EXPECT_EQ(part<QTableWidget>(dialog, u"grdRules"_s).item(0, 0)->text(), u"C3"_s);
-        press(dialog, u"cmdOK"_s);
-    });
-    EXPECT_EQ(storedRules(), u"3,3 high>5color@B2 low"_s);
+    startWith({u"Sales"_s});
+    const struct
+    {
+        QString row, cell, stored;
+    } table[] = {
+        // Two limits become two rules; what marks nothing is kept.
+        {u"3, 3, '>5', 'colorRed', '< 1', 'note'"_s, u"C3"_s, u"3|3|>5|color@B2||\n3|3|||<1|note"_s},
+        // The definition has moved since.
+        {u"13, 3, '>5', 'color@B12', '', ''"_s, u"C3"_s, u"3|3|>5|color@B2||"_s},
+    };
+    for (const auto& row : table) {
+        gDB->Execute(u"DELETE FROM LvnpanelThresholds"_s);
+        gDB->Execute(u"INSERT INTO LvnpanelThresholds VALUES (1, "_s + row.row + u')');
+        thresholds([&](frmThresholds& dialog) {
+            EXPECT_EQ(rulesOf(dialog).item(0, 0)->text(), row.cell);
+            clickOn(dialog, u"cmdOK"_s);
+        });
+        EXPECT_EQ(storedRules(), row.stored);
+    }
 }
 
 TEST_F(SharingDialogs, ThresholdsLeaveOutWhatThePanelHides)
@@ -404,78 +399,35 @@ TEST_F(SharingDialogs, ThresholdsLeaveOutWhatThePanelHides)
     storeDashboard(u"Sales"_s, {u"Figures"_s});
     gDB->Execute(u"UPDATE LvnSavedPanel SET RowHeights = '2:2=15`3:3=0`4:4=15', ColWidths = 'B:B=0`C:C=8.43'"_s);
     start();
-    thresholds([](frmThresholds& dialog) { EXPECT_EQ(shownCells(dialog), u"   C\n2 C2\n4 C4"_s); });
-}
-
-TEST_F(SharingDialogs, ThresholdsAreDeletedAndMovedWhereTheUserIs)
-{
-    storeDashboard(u"Sales"_s, {u"Figures"_s});
-    start();
+    thresholds([](frmThresholds& dialog) { EXPECT_EQ(shownCells(dialog), u"|C\n2|C2\n4|C4"_s); });
+    m_library.books.clear();
     thresholds([&](frmThresholds& dialog) {
-        EXPECT_FALSE(part<QWidget>(dialog, u"cmdDelete"_s).isEnabled());
-        for (int i = 1; i <= 4; ++i)
-            addRule(dialog, 0, 0, QString::number(i));
-        EXPECT_FALSE(part<QWidget>(dialog, u"cmdDown"_s).isEnabled());
-        auto& rules = part<QTableWidget>(dialog, u"grdRules"_s);
-        QFocusEvent entered(QEvent::FocusIn); // whether or not the window is active yet
-        QApplication::sendEvent(rules.cellWidget(1, 3), &entered);
-        press(dialog, u"cmdDelete"_s); // 1 3 4
-        press(dialog, u"cmdUp"_s);     // 3 1 4
-        EXPECT_FALSE(part<QWidget>(dialog, u"cmdUp"_s).isEnabled());
-        rules.setCurrentCell(2, 0);
-        QKeyEvent deletion(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
-        QApplication::sendEvent(&rules, &deletion); // 3 1
-        press(dialog, u"cmdOK"_s);
+        EXPECT_TRUE(control<QLabel>(dialog, u"lblNotice"_s).text().contains(u"was not found"_s));
+        EXPECT_EQ(shownCells(dialog), u"|B|C\n2||\n3||\n4||"_s) << "by their places";
     });
-    EXPECT_EQ(storedRules(), u"2,2 high>3color@B2 low\n2,2 high>1color@B2 low"_s);
 }
 
 TEST_F(SharingDialogs, HelpAsksForThePageOfItsForm)
 {
-    storeDashboard(u"Sales"_s, {u"Figures"_s});
-    start();
-    QStringList topics;
-    setDocumentViewer({[&](const QString&, qint32 context) { topics.append(QString::number(context)); }, {}});
+    startWith({u"Sales"_s});
+    QStringList pages;
+    setDocumentViewer({[&](const QString&, qint32 context) { pages.append(QString::number(context)); }, {}});
     QFile(programFile(u"lumivane.CHM"_s)).open(QIODevice::WriteOnly);
     SetHelpFile();
-    frmExport exporting;
-    frmImport importing;
+    frmExport exports;
+    frmImport imports;
     frmImportFolders folders{ImportPreview{}};
     frmAltPaths paths;
     frmAddAltPath adding;
     frmThresholds limits{*gWorkspace->Panels(1)};
-    int context = 100;
-    for (QDialog* dialog :
-         std::initializer_list<QDialog*>{&exporting, &importing, &folders, &paths, &adding, &limits}) {
-        SetIniString(GetHelpIniFile(), u"Help"_s,
-                     QString::fromLatin1(dialog->metaObject()->className()).section(u':', -1),
-                     QString::number(++context));
-        press(*dialog, u"cmdHelp"_s);
+    int page = 100;
+    for (QDialog* dialog : std::initializer_list<QDialog*>{&exports, &imports, &folders, &paths, &adding, &limits}) {
+        const QString form = QString::fromLatin1(dialog->metaObject()->className()).section(u':', -1);
+        SetIniString(GetHelpIniFile(), u"Help"_s, form, QString::number(++page));
+        clickOn(*dialog, u"cmdHelp"_s);
     }
     setDocumentViewer({});
-    EXPECT_EQ(topics, (QStringList{u"101"_s, u"102"_s, u"103"_s, u"104"_s, u"105"_s, u"106"_s}));
-}
-
-TEST_F(SharingDialogs, ThresholdsAreForRangesOnly)
-{
-    storeDashboard(u"Sales"_s, {u"Figures"_s});
-    start();
-    gWorkspace->Panels(1)->ContentType = u"C"_s;
-    window().menus().mnuPanelThresholds->trigger();
-    EXPECT_EQ(m_user.shown, QStringList{u"Only panels that show a range of cells can have thresholds."_s});
-}
-
-TEST_F(SharingDialogs, ThresholdsCanBePickedByPlaceWithoutTheWorkbook)
-{
-    storeDashboard(u"Sales"_s, {u"Figures"_s});
-    start();
-    m_library.books.clear();
-    thresholds([&](frmThresholds& dialog) {
-        EXPECT_TRUE(part<QLabel>(dialog, u"lblNotice"_s).text().contains(u"was not found"_s));
-        addRule(dialog, 0, 1, u"9"_s);
-        EXPECT_EQ(part<QTableWidget>(dialog, u"grdRules"_s).item(0, 0)->text(), u"C2"_s);
-    });
-    EXPECT_EQ(rowCount(u"LvnpanelThresholds"_s), 0) << "cancelled";
+    EXPECT_EQ(pages, (QStringList{u"101"_s, u"102"_s, u"103"_s, u"104"_s, u"105"_s, u"106"_s}));
 }
 
 } // namespace

@@ -1,7 +1,5 @@
-#include "sharing/DashboardExport.h"
 #include "sharing/TwoProjects.h"
 
-#include <QFileInfo>
 #include <QThread>
 #include <atomic>
 #include <thread>
@@ -69,10 +67,7 @@ TEST_F(Export, ListsDashboardsByNameAndOneWithoutANameByItsId)
     theirs->Execute(u"INSERT INTO LvnSavedWorkspace(Description) VALUES ('nameless')"_s);
     std::vector<DashboardEntry> listed;
     ASSERT_TRUE(exportableDashboards(listed));
-    QStringList texts;
-    for (const DashboardEntry& entry : listed)
-        texts.append(entry.text);
-    EXPECT_EQ(texts, (QStringList{QString::number(listed.front().ID), u"Costs"_s, u"Sales"_s}));
+    EXPECT_EQ(texts(listed), (QStringList{QString::number(listed.front().ID), u"Costs"_s, u"Sales"_s}));
 }
 
 TEST_F(Export, ReplacesAnOldFileAndWhatAKilledProgramLeftBesideIt)
@@ -84,36 +79,30 @@ TEST_F(Export, ReplacesAnOldFileAndWhatAKilledProgramLeftBesideIt)
     EXPECT_FALSE(QFile::exists(sharedFile + u"-journal"_s));
 }
 
-TEST_F(Export, NeverRemovesTheOpenProject)
+TEST_F(Export, TellsAndLogsWhyAFileIsNotWritten)
 {
-    ASSERT_FALSE(ExportDashboard(theirFile, {sales}));
-    EXPECT_EQ(user.shown, QStringList{u"Unable to delete "_s + theirFile +
-                                      u" in preparing for exporting. Will not be able to continue processing."_s});
-    EXPECT_TRUE(logged().contains(QByteArray("Unable to delete " + theirFile.toUtf8() + ".")));
+    QDir(home.path()).mkdir(u"folder"_s);
+    const QString unable = u"Unable to delete %1"_s,
+                  inPreparing = u" in preparing for exporting. Will not be able to continue processing."_s;
+    const struct
+    {
+        QString file, told, logged;
+    } table[] = {
+        {theirFile, unable + inPreparing, unable + u'.'}, // the open project
+        {path(u"folder"_s), unable + inPreparing, unable + u'.'},
+        {path(u"none/x.lvds"_s), u"Unable to export to %1.  The file could not be created."_s,
+         u"File_Copy "_s + theirFile + u",%1 error."_s},
+    };
+    for (const auto& row : table) {
+        user.shown.clear();
+        EXPECT_FALSE(ExportDashboard(row.file, {sales}));
+        EXPECT_EQ(user.shown, QStringList{row.told.arg(row.file)});
+        EXPECT_TRUE(logged().contains(row.logged.arg(row.file).toUtf8())) << row.file.toStdString();
+    }
+    EXPECT_FALSE(ExportDashboard(sharedFile, {})) << "without a dashboard";
+    EXPECT_FALSE(QFile::exists(sharedFile));
     EXPECT_EQ(rows(*theirs, u"SELECT Name FROM LvnSavedWorkspace ORDER BY ID"_s),
               (QStringList{u"Sales"_s, u"Costs"_s}));
-}
-
-TEST_F(Export, TellsWhenSomethingElseHasTheName)
-{
-    QDir(home.path()).mkdir(u"shared.lvds"_s);
-    EXPECT_FALSE(ExportDashboard(sharedFile, {sales}));
-    EXPECT_EQ(user.shown, QStringList{u"Unable to delete "_s + sharedFile +
-                                      u" in preparing for exporting. Will not be able to continue processing."_s});
-}
-
-TEST_F(Export, TellsAndLogsWhenTheFileCannotBeMade)
-{
-    const QString file = path(u"missing folder/shared.lvds"_s);
-    EXPECT_FALSE(ExportDashboard(file, {sales}));
-    EXPECT_EQ(user.shown, QStringList{u"Unable to export to "_s + file + u".  The file could not be created."_s});
-    EXPECT_TRUE(logged().contains(QByteArray("File_Copy " + theirFile.toUtf8() + "," + file.toUtf8() + " error.")));
-}
-
-TEST_F(Export, WithoutADashboardWritesNothing)
-{
-    EXPECT_FALSE(ExportDashboard(sharedFile, {}));
-    EXPECT_FALSE(QFile::exists(sharedFile));
 }
 
 TEST_F(Export, GivenUpAtAnyStepLeavesNothing)

@@ -13,20 +13,29 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+/// A panel whose picture begins with B2, loaded by a worker.
 class PanelThresholds : public ProjectFixture
 {
 protected:
     PanelThresholds() : book(addBook(u"a.xlsx"_s)), panel(addPanel(book, u"Figures"_s)) { saveDashboard(u"Sales"_s); }
 
-    void rule(const QString& comparison)
+    void watch(const QString& value, const QString& comparison)
     {
+        m_library.books[book].front().put(u"B2"_s, value);
         gDB->Execute(u"INSERT INTO LvnpanelThresholds VALUES (%1, 2, 2, '%2', 'color', '', '')"_s.arg(panel->ID).arg(
             comparison));
     }
-    /// B2 is the top left cell of the picture.
-    bool isMarked(const PanelPipeline& pipeline) const
+    /// Drawn anew and then taken from the cache, the panel must look the same.
+    void expect(bool isMarked, const QString& notice)
     {
-        return pipeline.picTemp.image.pixelColor(3, 3) == QColor(128, 180, 180);
+        XLInstance host = worker();
+        for (const bool refresh : {true, false}) {
+            PanelPipeline pipeline;
+            ASSERT_TRUE(pipeline.Panel_Load(host, panel, refresh)) << "the figures are shown in any case";
+            EXPECT_EQ(pipeline.picTemp.image.pixelColor(3, 3) == QColor(128, 180, 180), isMarked) << refresh;
+            EXPECT_EQ(pipeline.picTemp.notice, notice) << refresh;
+        }
+        EXPECT_EQ(m_user.shown, QStringList{});
     }
 
     QString book;
@@ -35,42 +44,22 @@ protected:
 
 TEST_F(PanelThresholds, ShowInThePictureAndItsCache)
 {
-    m_library.books[book].front().put(u"B2"_s, u"1200"_s);
-    rule(u">1000"_s);
-    XLInstance host = worker();
-    PanelPipeline pipeline;
-    ASSERT_TRUE(pipeline.Panel_Load(host, panel, true));
-    EXPECT_TRUE(isMarked(pipeline));
-    EXPECT_EQ(pipeline.picTemp.notice, QString());
-    PanelPipeline again;
-    ASSERT_TRUE(again.Panel_Load(host, panel, false));
-    EXPECT_TRUE(isMarked(again));
+    watch(u"1200"_s, u">1000"_s);
+    expect(true, {});
 }
 
 TEST_F(PanelThresholds, LeaveThePictureAloneWithoutRules)
 {
-    m_library.books[book].front().put(u"B2"_s, u"1200"_s);
-    XLInstance host = worker();
-    PanelPipeline pipeline;
-    ASSERT_TRUE(pipeline.Panel_Load(host, panel, true));
-    EXPECT_FALSE(isMarked(pipeline));
+    watch(u"1200"_s, u">1000"_s);
+    gDB->Execute(u"DELETE FROM LvnpanelThresholds"_s);
+    expect(false, {});
 }
 
 TEST_F(PanelThresholds, ThatCannotBeAppliedAreToldBesideThePicture)
 {
-    m_library.books[book].front().put(u"B2"_s, u"n/a"_s);
-    rule(u">1000"_s);
-    XLInstance host = worker();
-    PanelPipeline pipeline;
-    ASSERT_TRUE(pipeline.Panel_Load(host, panel, true)) << "the figures are shown all the same";
-    const QString told =
-        u"Not all thresholds were applied: The cell B2 of sheet [Data] is watched for a limit and holds "
-        "[n/a], which is no number."_s;
-    EXPECT_EQ(pipeline.picTemp.notice, told);
-    PanelPipeline again;
-    ASSERT_TRUE(again.Panel_Load(host, panel, false));
-    EXPECT_EQ(again.picTemp.notice, told);
-    EXPECT_EQ(m_user.shown, QStringList{});
+    watch(u"n/a"_s, u">1000"_s);
+    expect(false, u"Not all thresholds were applied: The cell B2 of sheet [Data] is watched for a limit and holds "
+                  "[n/a], which is no number."_s);
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "session/ProgramFolder.h"
+#include "sharing/DashboardExport.h"
+#include "sharing/DashboardImport.h"
 
 #include <QDir>
 #include <sqlite3.h>
@@ -56,7 +58,7 @@ protected:
                 .arg(row.fullPath, row.mask, row.destFolder, row.sourceFolder, row.updateType));
         return lastId(project, QStringLiteral("LvnPanelSource"));
     }
-    static int addPanel(Database& project, int dashboard, int source, const QString& caption)
+    static int addPanel(Database& project, int dashboard, int source, const QString& caption = QStringLiteral("p"))
     {
         project.Execute(
             QStringLiteral("INSERT INTO LvnSavedPanel(WorkspaceID, SourceID, Comments, ContentType, SheetName, "
@@ -88,6 +90,29 @@ protected:
         return lines;
     }
 
+    static QStringList texts(const std::vector<DashboardEntry>& entries)
+    {
+        QStringList names;
+        for (const DashboardEntry& entry : entries)
+            names.append(entry.text);
+        return names;
+    }
+    static std::vector<qint32> ids(const std::vector<DashboardEntry>& entries)
+    {
+        std::vector<qint32> numbers;
+        for (const DashboardEntry& entry : entries)
+            numbers.push_back(entry.ID);
+        return numbers;
+    }
+    /// All of their dashboards, in a shared file.
+    void exportAll()
+    {
+        gDB = theirs;
+        std::vector<DashboardEntry> all;
+        EXPECT_TRUE(exportableDashboards(all) && ExportDashboard(sharedFile, ids(all)));
+        gDB = mine;
+    }
+
     /// Everything that a project file holds, table by table.
     static QStringList wholeContent(Database& project)
     {
@@ -101,6 +126,8 @@ protected:
     /// Changes a closed file behind the store's back, as a stranger with other tools would.
     static void runRaw(const QString& fileName, const QByteArray& sql)
     {
+        if (sql.isEmpty())
+            return;
         sqlite3* handle = nullptr;
         ASSERT_EQ(sqlite3_open(fileName.toUtf8().constData(), &handle), SQLITE_OK);
         EXPECT_EQ(sqlite3_exec(handle, sql.constData(), nullptr, nullptr, nullptr), SQLITE_OK)

@@ -205,8 +205,8 @@ void frmRangeRelative::cmbAnchor_Click()
     m_content = choice.value;
     const AnchorCell cell(choice.place, m_firstRow, m_firstColumn);
     m_anchor = cell.anchor(ui->optFixed0->isChecked());
-    ui->optFixed0->setText(u"Search for a cell with this value in column '"_s % cell.column % u'\'');
-    ui->optFixed1->setText(u"Search for a cell with this value in row "_s % QString::number(cell.row));
+    ui->optFixed0->setText(u"Search for a cell with this value in &column '"_s % cell.column % u'\'');
+    ui->optFixed1->setText(u"Search for a cell with this value in &row "_s % QString::number(cell.row));
 }
 
 void frmRangeRelative::cmdOK_Click()

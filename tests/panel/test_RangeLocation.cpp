@@ -109,14 +109,14 @@ TEST_F(RangeLocation, AValueIsSearchedInItsColumnOrItsRow)
     for (const auto& row : rows) {
         open([&](frmRangeRelative& dialog) {
             EXPECT_EQ(control<QRadioButton>(dialog, u"optFixed0"_s).text(),
-                      row.option == 0 ? u"Search for cell with this value in any row of this column"_s
-                                      : u"Search for a cell with this value in column 'B'"_s);
+                      row.option == 0 ? u"Search for cell with this value in any row of this &column"_s
+                                      : u"Search for a cell with this value in &column 'B'"_s);
             rules(dialog).setCurrentIndex(2);
             EXPECT_EQ(offered(dialog), (QStringList{u"B2"_s, u"B3"_s, u"B4"_s, u"C2"_s, u"C3"_s, u"C4"_s}));
             EXPECT_EQ(values(dialog).currentIndex(), 0);
             values(dialog).setCurrentText(u"C3"_s);
-            EXPECT_EQ(option(dialog, 0).text(), u"Search for a cell with this value in column 'C'"_s);
-            EXPECT_EQ(option(dialog, 1).text(), u"Search for a cell with this value in row 3"_s);
+            EXPECT_EQ(option(dialog, 0).text(), u"Search for a cell with this value in &column 'C'"_s);
+            EXPECT_EQ(option(dialog, 1).text(), u"Search for a cell with this value in &row 3"_s);
             option(dialog, row.option).setChecked(true);
             clickOn(dialog, u"cmdOK"_s);
         });

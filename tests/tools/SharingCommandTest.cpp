@@ -49,6 +49,41 @@ TEST_F(SharingCommands, CarryADashboardToAnotherProject)
     EXPECT_TRUE(again.errors.contains(u"There are no dashboards to import from."_s)) << again.errors.toStdString();
 }
 
+TEST_F(SharingCommands, BringPathsOfTheOtherWorldToWorkHere)
+{
+    QDir(path(u""_s)).mkpath(u"here/in"_s);
+    QDir(path(u""_s)).mkpath(u"here/work"_s);
+    write(u"here/in/Report.csv"_s, "Name,Value\nA,1\n");
+    sql(theirs, u"UPDATE LvnPanelSource SET FullPath = 'C:\\data\\work\\Report.csv', Mask = 'Report*.csv', "
+                "DestFolder = 'C:\\data\\work\\', SourceFolder = 'C:\\data\\in\\', LastUpdated = #2026-11-01#, "
+                "LastChecked = #2026-11-01#, CheckEveryNMin = 1"_s);
+    sql(theirs,
+        u"UPDATE LvnSavedPanel SET Caption = 'Report', ContentType = 'S', SheetName = 'Report', ViewType = 'C', "
+        "PicRange = '$A$1:$B$2``', RelativeTo = 'top', [Top] = 0, [Left] = 0, Height = 3000, Width = 3000"_s);
+    sql(theirs, u"INSERT INTO LvnAltPaths VALUES ('C:\\data\\', '"_s + path(u"here/"_s) + u"')"_s);
+    share(u"export"_s, {theirs, shared, u"Sales"_s});
+    EXPECT_TRUE(share(u"import"_s, {mine, shared}).object()[u"imported"].toBool());
+    const Outcome refreshed = share(u"refresh"_s, {mine, u"Sales"_s});
+    EXPECT_EQ(refreshed.output, u"1\tReport\tdrawn anew\n"_s) << refreshed.errors.toStdString();
+    EXPECT_TRUE(QFile::exists(path(u"here/work/Report.csv"_s))) << "fetched from the one folder into the other";
+}
+
+TEST_F(SharingCommands, BringPathsOfThisWorldToTheOther)
+{
+    // The nearest to a machine with drives: a folder of that name where the program runs.
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(path(u""_s));
+    QDir().mkdir(u"C:\\data\\"_s);
+    sql(theirs, u"INSERT INTO LvnAltPaths VALUES ('/gone/', 'C:\\data\\')"_s);
+    sql(theirs, u"UPDATE LvnPanelSource SET FullPath = '/gone/work/a.xlsx', DestFolder = '/gone/work/'"_s);
+    share(u"export"_s, {theirs, shared, u"Sales"_s});
+    EXPECT_EQ(share(u"import"_s, {mine, shared}).status, 0);
+    QDir::setCurrent(before);
+    EXPECT_EQ(sql(mine, u"SELECT FullPath, DestFolder FROM LvnPanelSource"_s),
+              QJsonArray{QJsonObject(
+                  {{u"FullPath"_s, u"C:\\data\\work\\a.xlsx"_s}, {u"DestFolder"_s, u"C:\\data\\work\\"_s}})});
+}
+
 TEST_F(SharingCommands, TellWhatIsNotThere)
 {
     const Outcome unknown = share(u"export"_s, {theirs, shared, u"Profit"_s});

@@ -22,20 +22,22 @@ CellArea areaOf(const QString& address)
     return *area;
 }
 
-bool sameOrWithin(const QString& text, const FindQuestion& question)
-{
-    return question.lookAt == LookAt::Whole ? text.compare(question.what, Qt::CaseInsensitive) == 0
-                                            : text.contains(question.what, Qt::CaseInsensitive);
-}
-
+/// Four thirds of a pixel a point.
 int pixelsOfHeight(double points)
 {
     return static_cast<int>(std::lround(points * 96 / 72));
 }
 
+/// Seven pixels a character plus five.
 int pixelsOfWidth(double characters)
 {
     return characters <= 0 ? 0 : static_cast<int>(std::lround(characters * 7)) + 5;
+}
+
+double sizeOf(const std::map<int, double>& sizes, int index, double standard)
+{
+    const auto place = sizes.find(index);
+    return place == sizes.end() ? standard : place->second;
 }
 
 } // namespace
@@ -74,17 +76,27 @@ PlainSheet& PlainSheet::shape(const QString& name)
     return *this;
 }
 
+PlainSheet& PlainSheet::undrawable(const QString& name, const QString& address)
+{
+    m_undrawable[name] = areaOf(address);
+    return shape(name);
+}
+
+QStringList PlainSheet::undrawn(const CellArea& area)
+{
+    QStringList missing;
+    for (const auto& [name, place] : m_undrawable) {
+        if (intersect(area, place))
+            missing.append(u"the chart \"%1\""_s.arg(name));
+    }
+    return missing;
+}
+
 PlainSheet& PlainSheet::formatted(const QString& address)
 {
     const CellArea area = areaOf(address);
     m_cells[{area.firstRow, area.firstColumn}];
     m_cells[{area.lastRow, area.lastColumn}];
-    return *this;
-}
-
-PlainSheet& PlainSheet::hide()
-{
-    m_visible = false;
     return *this;
 }
 
@@ -134,8 +146,7 @@ QString PlainSheet::valueText(int row, int column)
 
 double PlainSheet::rowHeight(int row)
 {
-    const auto place = m_heights.find(row);
-    return place == m_heights.end() ? standardHeight : place->second;
+    return sizeOf(m_heights, row, standardHeight);
 }
 
 void PlainSheet::setRowHeight(int firstRow, int lastRow, double points)
@@ -146,8 +157,7 @@ void PlainSheet::setRowHeight(int firstRow, int lastRow, double points)
 
 double PlainSheet::columnWidth(int column)
 {
-    const auto place = m_widths.find(column);
-    return place == m_widths.end() ? standardWidth : place->second;
+    return sizeOf(m_widths, column, standardWidth);
 }
 
 void PlainSheet::setColumnWidth(int firstColumn, int lastColumn, double characters)
@@ -170,21 +180,20 @@ void PlainSheet::setValue(int row, int column, const QVariant& value)
 std::optional<CellArea> PlainSheet::Find(const CellArea& area, const FindQuestion& question)
 {
     const FindOrder order(area, question.direction, question.order);
-    const bool anything = question.what == u"*" && question.lookAt == LookAt::Part;
+    const bool whole = question.lookAt == LookAt::Whole, anything = !whole && question.what == u"*";
+    const auto hits = [&](const QString& text) {
+        return whole      ? text.compare(question.what, Qt::CaseInsensitive) == 0
+               : anything ? !text.isEmpty()
+                          : text.contains(question.what, Qt::CaseInsensitive);
+    };
     std::optional<CellArea> best;
-    qint64 bestRank = 0;
     for (const auto& [place, cell] : m_cells) {
         const auto [row, column] = place;
         const bool blank = cell.value.isEmpty() && cell.shown.isEmpty();
-        if (blank || !area.contains(row, column))
+        if (blank || !area.contains(row, column) || !(hits(cell.value) || hits(cell.shown)))
             continue;
-        if (!anything && !sameOrWithin(cell.value, question) && !sameOrWithin(cell.shown, question))
-            continue;
-        const qint64 rank = order.rank(row, column);
-        if (!best || rank < bestRank) {
+        if (!best || order.rank(row, column) < order.rank(best->firstRow, best->firstColumn))
             best = CellArea::cell(row, column);
-            bestRank = rank;
-        }
     }
     return best;
 }
@@ -197,28 +206,30 @@ void PlainSheet::Activate()
 
 QImage PlainSheet::CopyPicture(const CellArea& area, double scale)
 {
-    captured.append(area.relative());
-    std::vector<int> heights, widths;
-    int high = 0, wide = 0;
-    for (int row = area.firstRow; row <= area.lastRow; ++row)
-        high += heights.emplace_back(pixelsOfHeight(rowHeight(row)));
-    for (int column = area.firstColumn; column <= area.lastColumn; ++column)
-        wide += widths.emplace_back(pixelsOfWidth(columnWidth(column)));
-    if (high == 0 || wide == 0)
+    QSize size;
+    std::vector<QRect> rects;
+    for (int row = area.firstRow, y = 0; row <= area.lastRow; ++row) {
+        const int high = pixelsOfHeight(rowHeight(row));
+        for (int column = area.firstColumn, x = 0; column <= area.lastColumn; ++column) {
+            const QRect& rect = rects.emplace_back(x, y, pixelsOfWidth(columnWidth(column)), high);
+            size = size.expandedTo(QSize(rect.x() + rect.width(), y + high));
+            x += rect.width();
+        }
+        y += high;
+    }
+    if (size.isEmpty())
         throw RuntimeError(RuntimeError::ApplicationDefined, u"Nothing of the range is visible."_s);
 
-    QImage image(qRound(wide * scale), qRound(high * scale), QImage::Format_RGB32);
+    QImage image(size * scale, QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter painter(&image);
     painter.scale(scale, scale);
-    for (int i = 0, y = 0; i < area.rows(); y += heights[static_cast<size_t>(i++)]) {
-        for (int j = 0, x = 0; j < area.columns(); x += widths[static_cast<size_t>(j++)]) {
-            const PlainCell* found = cell(area.firstRow + i, area.firstColumn + j);
-            if (!found || (found->shown.isEmpty() && !found->color))
-                continue;
-            const QRgb color = found->color.value_or(QRgb(0xff000000 | qHash(found->shown, 7)));
-            painter.fillRect(x, y, widths[static_cast<size_t>(j)], heights[static_cast<size_t>(i)], QColor(color));
-        }
+    for (size_t i = 0; i < rects.size(); ++i) {
+        const int index = static_cast<int>(i);
+        const PlainCell* found =
+            cell(area.firstRow + index / area.columns(), area.firstColumn + index % area.columns());
+        if (found && (found->color || !found->shown.isEmpty()))
+            painter.fillRect(rects[i], QColor(found->color.value_or(QRgb(0xff000000 | qHash(found->shown, 7)))));
     }
     return image;
 }
@@ -227,7 +238,8 @@ QImage PlainSheet::CopyShapePicture(const QString& name, double scale)
 {
     if (!m_shapes.contains(name, Qt::CaseInsensitive))
         throw RuntimeError(RuntimeError::ApplicationDefined, u"There is no chart or shape "_s + name);
-    captured.append(name);
+    if (m_undrawable.contains(name))
+        throw RuntimeError(RuntimeError::ApplicationDefined, u"The chart \"%1\" cannot be drawn."_s.arg(name));
     QImage image(qRound(200 * scale), qRound(120 * scale), QImage::Format_RGB32);
     image.fill(QColor(QRgb(0xff000000 | qHash(name, 7))));
     return image;

@@ -25,13 +25,14 @@ public:
     PlainSheet& height(const QString& rows, double points);
     PlainSheet& width(const QString& columns, double characters);
     PlainSheet& shape(const QString& name);
+    /// A chart over a cell, of the kind that a host cannot draw.
+    PlainSheet& undrawable(const QString& name, const QString& address);
     /// Cells that are in use by their format alone.
     PlainSheet& formatted(const QString& address);
-    PlainSheet& hide();
 
     QString Name() const override { return m_name; }
     QString WorkbookName() const override { return m_workbookName; }
-    bool Visible() const override { return m_visible; }
+    bool Visible() const override { return true; }
     CellArea usedArea() override;
     std::optional<CellArea> contentArea() override;
     QString shownText(int row, int column) override;
@@ -45,13 +46,10 @@ public:
     std::optional<CellArea> Find(const CellArea& area, const FindQuestion& question) override;
     QStringList ShapeNames() override { return m_shapes; }
     void Activate() override;
-    /// Four thirds of a pixel a point, seven pixels a character plus five; cells with contents in a colour of their
-    /// text.
+    /// At 96 dpi; cells with contents in a colour of their text.
     QImage CopyPicture(const CellArea& area, double scale = 1) override;
     QImage CopyShapePicture(const QString& name, double scale = 1) override;
-
-    /// Addresses and shape names of the pictures taken, in order.
-    QStringList captured;
+    QStringList undrawn(const CellArea& area) override;
 
     static constexpr double standardHeight = 15;
     static constexpr double standardWidth = 8.43;
@@ -68,11 +66,11 @@ private:
 
     QString m_name;
     QString m_workbookName;
-    bool m_visible = true;
     std::map<std::pair<int, int>, PlainCell> m_cells;
     std::map<int, double> m_heights;
     std::map<int, double> m_widths;
     QStringList m_shapes;
+    std::map<QString, CellArea> m_undrawable;
     std::function<void()> m_onActivate;
 };
 

@@ -6,15 +6,17 @@
 
 // Lets GoogleTest print texts as texts. Qt's types live in the global namespace, and so must these.
 
+inline std::ostream& operator<<(std::ostream& out, const QString& text)
+{
+    return out << text.toStdString();
+}
+
 inline void PrintTo(const QString& text, std::ostream* out)
 {
-    *out << '"' << text.toStdString() << '"';
+    *out << '"' << text << '"';
 }
 
 inline void PrintTo(const QStringList& texts, std::ostream* out)
 {
-    *out << '{';
-    for (const QString& text : texts)
-        *out << "\n  \"" << text.toStdString() << '"';
-    *out << '}';
+    *out << "{\n  " << texts.join(QStringLiteral("\n  ")) << '}';
 }

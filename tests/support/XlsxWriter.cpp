@@ -1,19 +1,12 @@
 #include "support/XlsxWriter.h"
 
+#include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <algorithm>
-#include <cstdint>
 
 namespace lumivane::test {
-
-namespace {
-
-constexpr const char* declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
-constexpr const char* mainNamespace = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
-constexpr const char* relationshipNamespace = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
-constexpr const char* packageNamespace = "http://schemas.openxmlformats.org/package/2006/";
 
 uint32_t checksum(const std::string& bytes)
 {
@@ -26,40 +19,52 @@ uint32_t checksum(const std::string& bytes)
     return ~sum;
 }
 
-void put(QByteArray& to, uint64_t value, int bytes)
-{
-    for (int i = 0; i < bytes; ++i)
-        to.append(static_cast<char>(value >> (8 * i) & 0xff));
-}
+namespace {
 
-uint64_t claimed(long long claim, uint64_t truth)
+constexpr const char* mainNamespace = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
+constexpr const char* relationshipNamespace = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
+constexpr const char* packageNamespace = "http://schemas.openxmlformats.org/package/2006/";
+
+/// A claim, where there is one, instead of the truth.
+quint32 claimed(long long claim, size_t truth)
 {
-    return claim < 0 ? truth : static_cast<uint64_t>(claim);
+    return static_cast<quint32>(claim < 0 ? static_cast<long long>(truth) : claim);
 }
 
 /// What a local and a central header have in common, from the flags to the length of the extra field.
-void putCommon(QByteArray& to, const PackageEntry& entry)
+void putCommon(QDataStream& to, const PackageEntry& entry)
 {
-    put(to, static_cast<uint64_t>(entry.flags), 2);
-    put(to, static_cast<uint64_t>(entry.method), 2);
-    put(to, 0, 4);
-    put(to, claimed(entry.crc, checksum(entry.bytes)), 4);
-    put(to, claimed(entry.packedSize, entry.bytes.size()), 4);
-    put(to, claimed(entry.size, entry.bytes.size()), 4);
-    put(to, entry.name.size(), 2);
-    put(to, 0, 2);
+    to << quint16(entry.flags) << quint16(entry.method) << quint32(0) << claimed(entry.crc, checksum(entry.bytes))
+       << claimed(entry.packedSize, entry.bytes.size()) << claimed(entry.size, entry.bytes.size())
+       << quint16(entry.name.size()) << quint16(0);
+}
+
+void putBytes(QDataStream& to, const std::string& bytes)
+{
+    to.writeRawData(bytes.data(), int(bytes.size()));
 }
 
 std::string relationship(const std::string& id, const std::string& type, const std::string& target)
 {
-    return "<Relationship Id=\"" + id + "\" Type=\"" + relationshipNamespace + "/" + type + "\" Target=\"" + target +
-           "\"/>";
+    return "<Relationship Id='" + id + "' Type='" + relationshipNamespace + "/" + type + "' Target='" + target + "'/>";
+}
+
+/// A part with this root element.
+std::string xmlPart(const std::string& root, const std::string& nameSpace, const std::string& inside)
+{
+    return "<?xml version='1.0' encoding='UTF-8' standalone='yes'?>\n<" + root + " xmlns='" + nameSpace +
+           "' xmlns:r='" + relationshipNamespace + "'>" + inside + "</" + root + ">";
 }
 
 std::string relationships(const std::string& inside)
 {
-    return declaration + std::string("<Relationships xmlns=\"") + packageNamespace + "relationships\">" + inside +
-           "</Relationships>";
+    return xmlPart("Relationships", packageNamespace + std::string("relationships"), inside);
+}
+
+std::string drawingCorner(const std::string& tag, int column, int row)
+{
+    return "<xdr:" + tag + "><xdr:col>" + std::to_string(column) + "</xdr:col><xdr:colOff>0</xdr:colOff><xdr:row>" +
+           std::to_string(row) + "</xdr:row><xdr:rowOff>0</xdr:rowOff></xdr:" + tag + ">";
 }
 
 std::string sheetPart(size_t index)
@@ -72,45 +77,37 @@ std::string sheetPart(size_t index)
 QByteArray makePackage(const std::vector<PackageEntry>& entries)
 {
     QByteArray bytes, directory;
+    QDataStream file(&bytes, QIODevice::WriteOnly), list(&directory, QIODevice::WriteOnly);
+    file.setByteOrder(QDataStream::LittleEndian);
+    list.setByteOrder(QDataStream::LittleEndian);
     for (const PackageEntry& entry : entries) {
-        const uint64_t offset = claimed(entry.offset, static_cast<uint64_t>(bytes.size()));
-        bytes.append("PK\3\4");
-        put(bytes, 20, 2);
-        putCommon(bytes, entry);
-        bytes.append(entry.name.data(), qsizetype(entry.name.size()));
-        bytes.append(entry.bytes.data(), qsizetype(entry.bytes.size()));
-
-        directory.append("PK\1\2");
-        put(directory, 20, 2);
-        put(directory, 20, 2);
-        putCommon(directory, entry);
-        put(directory, 0, 2);
-        put(directory, 0, 4);
-        put(directory, 0, 4);
-        put(directory, offset, 4);
-        directory.append(entry.name.data(), qsizetype(entry.name.size()));
+        const quint32 offset = claimed(entry.offset, size_t(bytes.size()));
+        putBytes(file, "PK\3\4");
+        file << quint16(20);
+        putCommon(file, entry);
+        putBytes(file, entry.name + entry.bytes);
+        putBytes(list, "PK\1\2");
+        list << quint16(20) << quint16(20);
+        putCommon(list, entry);
+        list << quint16(0) << quint32(0) << quint32(0) << offset;
+        putBytes(list, entry.name);
     }
-    const auto directoryOffset = static_cast<uint64_t>(bytes.size());
-    bytes.append(directory);
-    bytes.append("PK\5\6");
-    put(bytes, 0, 4);
-    put(bytes, entries.size(), 2);
-    put(bytes, entries.size(), 2);
-    put(bytes, static_cast<uint64_t>(directory.size()), 4);
-    put(bytes, directoryOffset, 4);
-    put(bytes, 0, 2);
+    const auto count = quint16(entries.size());
+    const auto directoryOffset = quint32(bytes.size());
+    putBytes(file, directory.toStdString() + "PK\5\6");
+    file << quint32(0) << count << count << quint32(directory.size()) << directoryOffset << quint16(0);
     return bytes;
 }
 
 WorkbookParts::WorkbookParts(const std::vector<SheetXml>& sheets) : m_sheets(sheets)
 {
-    const std::string main = "application/vnd.openxmlformats-officedocument.spreadsheetml.";
-    set("[Content_Types].xml", declaration + std::string("<Types xmlns=\"") + packageNamespace +
-                                   "content-types\"><Default Extension=\"rels\" ContentType=\"application/"
-                                   "vnd.openxmlformats-package.relationships+xml\"/><Default Extension=\"xml\" "
-                                   "ContentType=\"application/xml\"/><Override PartName=\"/xl/workbook.xml\" "
-                                   "ContentType=\"" +
-                                   main + "sheet.main+xml\"/></Types>");
+    const std::string types = "application/vnd.openxmlformats-";
+    set("[Content_Types].xml",
+        xmlPart("Types", packageNamespace + std::string("content-types"),
+                "<Default Extension='rels' ContentType='" + types + "package.relationships+xml'/>" +
+                    "<Default Extension='xml' ContentType='application/xml'/><Override PartName='/xl/workbook.xml' "
+                    "ContentType='" +
+                    types + "officedocument.spreadsheetml.sheet.main+xml'/>"));
     set("_rels/.rels", relationships(relationship("rId1", "officeDocument", "xl/workbook.xml")));
     std::string targets =
         relationship("styles", "styles", "styles.xml") + relationship("texts", "sharedStrings", "sharedStrings.xml");
@@ -121,8 +118,7 @@ WorkbookParts::WorkbookParts(const std::vector<SheetXml>& sheets) : m_sheets(she
     styles("");
     sharedTexts({});
     for (size_t i = 0; i < sheets.size(); ++i)
-        set("xl/" + sheetPart(i), declaration + std::string("<worksheet xmlns=\"") + mainNamespace + "\" xmlns:r=\"" +
-                                      relationshipNamespace + "\">" + sheets[i].xml + "</worksheet>");
+        set("xl/" + sheetPart(i), xmlPart("worksheet", mainNamespace, sheets[i].xml));
 }
 
 void WorkbookParts::writeWorkbook()
@@ -130,12 +126,11 @@ void WorkbookParts::writeWorkbook()
     std::string list;
     for (size_t i = 0; i < m_sheets.size(); ++i) {
         const std::string number = std::to_string(i + 1);
-        list += "<sheet name=\"" + m_sheets[i].name + "\" sheetId=\"" + number + "\" r:id=\"rId" + number + "\"" +
-                (m_sheets[i].state.empty() ? "" : " state=\"" + m_sheets[i].state + "\"") + "/>";
+        list += "<sheet name=\"" + m_sheets[i].name + "\" sheetId='" + number + "' r:id='rId" + number + "'" +
+                (m_sheets[i].state.empty() ? "" : " state='" + m_sheets[i].state + "'") + "/>";
     }
-    set("xl/workbook.xml", declaration + std::string("<workbook xmlns=\"") + mainNamespace + "\" xmlns:r=\"" +
-                               relationshipNamespace + "\">" + m_beforeSheets + "<sheets>" + list + "</sheets>" +
-                               m_behindSheets + "</workbook>");
+    set("xl/workbook.xml",
+        xmlPart("workbook", mainNamespace, m_beforeSheets + "<sheets>" + list + "</sheets>" + m_behindSheets));
 }
 
 WorkbookParts& WorkbookParts::set(const std::string& name, const std::string& bytes)
@@ -160,14 +155,24 @@ WorkbookParts& WorkbookParts::sharedTexts(const std::vector<std::string>& texts)
     std::string inside;
     for (const std::string& text : texts)
         inside += "<si><t xml:space=\"preserve\">" + text + "</t></si>";
-    return set("xl/sharedStrings.xml",
-               declaration + std::string("<sst xmlns=\"") + mainNamespace + "\">" + inside + "</sst>");
+    return set("xl/sharedStrings.xml", xmlPart("sst", mainNamespace, inside));
 }
 
 WorkbookParts& WorkbookParts::styles(const std::string& xml)
 {
-    return set("xl/styles.xml",
-               declaration + std::string("<styleSheet xmlns=\"") + mainNamespace + "\">" + xml + "</styleSheet>");
+    return set("xl/styles.xml", xmlPart("styleSheet", mainNamespace, xml));
+}
+
+WorkbookParts& WorkbookParts::drawings(const std::string& anchors)
+{
+    const std::string format = "http://schemas.openxmlformats.org/drawingml/2006/";
+    set("xl/worksheets/_rels/sheet1.xml.rels", relationships(relationship("d", "drawing", "../drawings/drawing1.xml")));
+    set("xl/drawings/_rels/drawing1.xml.rels", relationships(relationship("c", "chart", "../charts/chart1.xml") +
+                                                             relationship("p", "image", "../media/image1.png")));
+    set("xl/charts/chart1.xml", "<c:chartSpace xmlns:c='" + format + "chart'/>");
+    return set("xl/drawings/drawing1.xml", "<xdr:wsDr xmlns:xdr='" + format + "spreadsheetDrawing' xmlns:a='" + format +
+                                               "main' xmlns:c='" + format + "chart' xmlns:r='" + relationshipNamespace +
+                                               "'>" + anchors + "</xdr:wsDr>");
 }
 
 WorkbookParts& WorkbookParts::inWorkbook(const std::string& beforeSheets, const std::string& behindSheets)
@@ -181,6 +186,27 @@ WorkbookParts& WorkbookParts::inWorkbook(const std::string& beforeSheets, const 
 QByteArray WorkbookParts::package() const
 {
     return makePackage(entries);
+}
+
+std::string drawingAnchor(int column, int row, int endColumn, int endRow, const std::string& object)
+{
+    return "<xdr:twoCellAnchor>" + drawingCorner("from", column, row) + drawingCorner("to", endColumn, endRow) +
+           object + "<xdr:clientData/></xdr:twoCellAnchor>";
+}
+
+std::string sizedAnchor(int column, int row, int width, int height, const std::string& object)
+{
+    constexpr int emuPerPixel = 9525;
+    return "<xdr:oneCellAnchor>" + drawingCorner("from", column, row) + "<xdr:ext cx='" +
+           std::to_string(width * emuPerPixel) + "' cy='" + std::to_string(height * emuPerPixel) + "'/>" + object +
+           "<xdr:clientData/></xdr:oneCellAnchor>";
+}
+
+std::string chartObject(const std::string& name, const std::string& attributes)
+{
+    return "<xdr:graphicFrame><xdr:nvGraphicFramePr><xdr:cNvPr id='2' name='" + name + "'" + attributes +
+           "/><xdr:cNvGraphicFramePr/></xdr:nvGraphicFramePr><a:graphic><a:graphicData><c:chart r:id='c'/>"
+           "</a:graphicData></a:graphic></xdr:graphicFrame>";
 }
 
 QString writeTemporary(const QString& fileName, const QByteArray& bytes)

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,6 +21,9 @@ struct PackageEntry
     long long crc = -1;
     int method = 0; ///< 0 stored; 8 deflate, with `bytes` already packed
 };
+
+/// The checksum of a ZIP entry.
+uint32_t checksum(const std::string& bytes);
 
 /// A ZIP archive of stored entries, in the order given.
 QByteArray makePackage(const std::vector<PackageEntry>& entries);
@@ -44,6 +48,9 @@ struct WorkbookParts
     WorkbookParts& sharedTexts(const std::vector<std::string>& texts);
     /// What stands inside <styleSheet>.
     WorkbookParts& styles(const std::string& xml);
+    /// What stands inside <xdr:wsDr> of the first sheet's drawings, to which its <drawing r:id='d'/> leads. Charts have
+    /// the id "c", pictures "p".
+    WorkbookParts& drawings(const std::string& anchors);
     /// What stands inside <workbook> beside the sheets.
     WorkbookParts& inWorkbook(const std::string& beforeSheets, const std::string& behindSheets);
 
@@ -57,6 +64,12 @@ private:
     std::vector<SheetXml> m_sheets;
     std::string m_beforeSheets, m_behindSheets;
 };
+
+/// A drawing between the corners of two cells, counted from 0.
+std::string drawingAnchor(int column, int row, int endColumn, int endRow, const std::string& object);
+/// A drawing of a size in pixels that begins at the corner of a cell.
+std::string sizedAnchor(int column, int row, int width, int height, const std::string& object);
+std::string chartObject(const std::string& name, const std::string& attributes = "");
 
 /// The path of a new file with these bytes, in a folder that is removed when the program ends.
 QString writeTemporary(const QString& fileName, const QByteArray& bytes);

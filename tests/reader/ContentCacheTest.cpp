@@ -102,10 +102,9 @@ TEST(ContentCache, DropsTheLeastUsedBeyondItsBytes)
 
 TEST(ContentCache, CountsSheetsThatWereReadAfterTheOpening)
 {
-    std::string rows = "<sheetData>";
-    for (int i = 0; i < 5000; ++i)
-        rows += "<row><c><v>1</v></c></row>";
-    const QString large = writeTemporary(u"L.xlsx"_s, WorkbookParts({{"A", rows + "</sheetData>", ""}}).package());
+    const std::string rows = u"<row><c><v>1</v></c></row>"_s.repeated(5000).toStdString();
+    const QString large =
+        writeTemporary(u"L.xlsx"_s, WorkbookParts({{"A", "<sheetData>" + rows + "</sheetData>", ""}}).package());
     const QString small = writeTemporary(u"S.xlsx"_s, bookWith("1"));
     ContentCache cache(100000);
     std::weak_ptr<WorkbookContent> content;

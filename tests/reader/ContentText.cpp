@@ -1,78 +1,75 @@
 #include "reader/ContentText.h"
 
 #include "host/embedded/reader/WorkbookReader.h"
-#include "support/XlsxWriter.h"
-
-#include <sstream>
+#include "support/ThrownError.h"
 
 namespace lumivane::test {
 
 using namespace embedded;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-std::string valueText(const WorkbookContent& workbook, const SheetContent& sheet, const Cell& cell)
+QString valueText(const WorkbookContent& workbook, const SheetContent& sheet, const Cell& cell)
 {
     switch (cell.kind) {
     case CellKind::Blank:
-        return "_";
+        return u"_"_s;
     case CellKind::Number:
-        return QByteArray::number(cell.number, 'g', 15).toStdString();
+        return QString::number(cell.number, 'g', 15);
     case CellKind::Text:
-        return '"' + workbook.texts.text(cell.text).toStdString() + '"';
+        return u'"' + workbook.texts.text(cell.text) + u'"';
     case CellKind::SheetText:
-        return '\'' + sheet.texts.text(cell.text).toStdString() + '\'';
+        return u'\'' + sheet.texts.text(cell.text) + u'\'';
     case CellKind::Boolean:
-        return cell.number != 0 ? "TRUE" : "FALSE";
+        return cell.number != 0 ? u"TRUE"_s : u"FALSE"_s;
     case CellKind::Error:
-        return errorText(static_cast<ErrorCode>(cell.text)).toStdString();
+        return errorText(static_cast<ErrorCode>(cell.text));
     case CellKind::Uncomputed:
-        return "?";
+        return u"?"_s;
     }
     return {};
+}
+
+QString cellsText(const WorkbookContent& workbook, const SheetContent& sheet)
+{
+    QStringList lines;
+    for (size_t i = 0; i < sheet.rows.size(); ++i) {
+        QString line = QString::number(sheet.rows[i].row) + u':';
+        for (auto [cell, last] = sheet.rowCells(i); cell != last; ++cell) {
+            line +=
+                u' ' + columnLetters(cell->column) + (cell->formula ? u"==" : u"=") + valueText(workbook, sheet, *cell);
+            if (cell->style != 0)
+                line += u'/' + QString::number(cell->style);
+        }
+        lines.append(line);
+    }
+    return lines.join(u'\n');
 }
 
 } // namespace
 
-std::string cellsText(const WorkbookContent& workbook, const SheetContent& sheet)
+QString readCells(const QByteArray& bytes, const QString& fileName)
 {
-    std::ostringstream text;
-    for (size_t i = 0; i < sheet.rows.size(); ++i) {
-        text << (i == 0 ? "" : "\n") << sheet.rows[i].row << ':';
-        for (auto [cell, last] = sheet.rowCells(i); cell != last; ++cell) {
-            text << ' ' << columnLetters(cell->column).toStdString() << (cell->formula ? "==" : "=")
-                 << valueText(workbook, sheet, *cell);
-            if (cell->style != 0)
-                text << '/' << cell->style;
-        }
-    }
-    return text.str();
+    QString text;
+    const ThrownError failure = failureOf([&] {
+        const auto workbook = readWorkbook(writeTemporary(fileName, bytes));
+        text = cellsText(*workbook, *workbook->sheet(0));
+    });
+    return failure.number ? failure.text : text;
 }
 
-std::string areaText(const CellArea& area)
+std::shared_ptr<const SheetContent> readSheet(const WorkbookParts& parts)
 {
-    const auto corner = [](int row, int column) { return columnLetters(column).toStdString() + std::to_string(row); };
-    return corner(area.firstRow, area.firstColumn) + ":" + corner(area.lastRow, area.lastColumn);
+    return readWorkbook(writeTemporary(u"Book.xlsx"_s, parts.package()))->sheet(0);
 }
 
-std::string readCells(const QByteArray& bytes, const char* fileName)
+QString addresses(const std::vector<CellArea>& areas)
 {
-    try {
-        const auto workbook = readWorkbook(writeTemporary(QString::fromLatin1(fileName), bytes));
-        return cellsText(*workbook, *workbook->sheet(0));
-    } catch (const RuntimeError& error) {
-        return error.description().toStdString();
-    }
-}
-
-std::string readFailure(const QByteArray& bytes, const char* fileName)
-{
-    try {
-        readWorkbook(writeTemporary(QString::fromLatin1(fileName), bytes))->sheet(0);
-    } catch (const RuntimeError& error) {
-        return error.description().toStdString();
-    }
-    return {};
+    QStringList texts;
+    for (const CellArea& area : areas)
+        texts.append(area.relative());
+    return texts.join(u' ');
 }
 
 } // namespace lumivane::test

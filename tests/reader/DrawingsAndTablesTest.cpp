@@ -1,10 +1,7 @@
 #include "host/embedded/reader/WorkbookReader.h"
 #include "reader/ContentText.h"
-#include "support/QtPrinting.h"
-#include "support/XlsxWriter.h"
 
 #include <gtest/gtest.h>
-#include <sstream>
 
 namespace lumivane::test {
 
@@ -17,6 +14,7 @@ WorkbookParts bookWithDrawing(const std::string& anchors)
 {
     WorkbookParts parts(
         {{"Data", "<sheetData/><drawing r:id='d'/><tableParts count='1'><tablePart r:id='t'/></tableParts>", ""}});
+    parts.drawings(anchors);
     parts.set("xl/worksheets/_rels/sheet1.xml.rels",
               "<Relationships><Relationship Id='d' Type='x/drawing' Target='../drawings/drawing1.xml'/>"
               "<Relationship Id='t' Type='x/table' Target='/xl/tables/table1.xml'/></Relationships>");
@@ -27,13 +25,7 @@ WorkbookParts bookWithDrawing(const std::string& anchors)
               "<Relationships><Relationship Id='c' Type='x/chart' Target='../charts/chart7.xml'/>"
               "<Relationship Id='p' Type='x/image' Target='../media/image1.png'/>"
               "<Relationship Id='e' Type='x/image' Target='file:///x.png' TargetMode='External'/></Relationships>");
-    parts.set("xl/drawings/drawing1.xml", "<xdr:wsDr xmlns:xdr='a'>" + anchors + "</xdr:wsDr>");
     return parts;
-}
-
-std::shared_ptr<const SheetContent> sheetOf(const WorkbookParts& parts)
-{
-    return readWorkbook(writeTemporary(u"Book.xlsx"_s, parts.package()))->sheet(0);
 }
 
 const std::string fromTo = "<xdr:from><xdr:col>1</xdr:col><xdr:colOff>100</xdr:colOff><xdr:row>2</xdr:row>"
@@ -44,7 +36,7 @@ const std::string fromTo = "<xdr:from><xdr:col>1</xdr:col><xdr:colOff>100</xdr:c
 
 TEST(Drawings, ReadNamesKindsAndPlaces)
 {
-    const auto sheet = sheetOf(bookWithDrawing(
+    const auto sheet = readSheet(bookWithDrawing(
         "<xdr:twoCellAnchor>" + fromTo +
         "<xdr:graphicFrame><xdr:nvGraphicFramePr><xdr:cNvPr id='2' name='Sales &amp; more'/></xdr:nvGraphicFramePr>"
         "<a:graphic><a:graphicData><c:chart "
@@ -62,19 +54,21 @@ TEST(Drawings, ReadNamesKindsAndPlaces)
         fromTo +
         "<xdr:pic><xdr:nvPicPr><xdr:cNvPr name='Linked'/></xdr:nvPicPr>"
         "<xdr:blipFill><a:blip r:embed='e'/></xdr:blipFill></xdr:pic></xdr:twoCellAnchor>"));
-    std::ostringstream printed;
-    for (const DrawingContent& one : sheet->drawings) {
-        printed << one.kind.toStdString() << " '" << one.name.toStdString() << "' " << areaText(one.anchor);
-        for (const qint64 number : {one.startX, one.startY, one.endX, one.endY, one.width, one.height})
-            printed << ' ' << number;
-        printed << (one.hidden ? " hidden " : " ") << one.part.toStdString() << '\n';
-    }
-    EXPECT_EQ(printed.str(), "chart 'Sales & more' B3:E10 100 200 300 400 -1 -1 xl/charts/chart7.xml\n"
-                             "picture 'Logo' A1048576:A1048576 0 0 0 0 9525 0 hidden xl/media/image1.png\n"
-                             "shape 'Box' A1:A1 500 600 0 0 700 800 \n"
-                             "picture 'Linked' B3:E10 100 200 300 400 -1 -1 \n");
-    ASSERT_EQ(sheet->filtered.size(), 1u);
-    EXPECT_EQ(areaText(sheet->filtered[0]), "A1:C8");
+    QStringList printed;
+    for (const DrawingContent& one : sheet->drawings)
+        printed << u"%1 '%2' %3, %4 %5 %6 %7, %8 %9"_s.arg(one.kind, one.name, one.anchor.relative())
+                           .arg(one.startX)
+                           .arg(one.startY)
+                           .arg(one.endX)
+                           .arg(one.endY)
+                           .arg(one.width)
+                           .arg(one.height) +
+                       (one.hidden ? u", hidden "_s : u" "_s) + one.part;
+    EXPECT_EQ(printed, QStringList({u"chart 'Sales & more' B3:E10, 100 200 300 400, -1 -1 xl/charts/chart7.xml"_s,
+                                    u"picture 'Logo' A1048576, 0 0 0 0, 9525 0, hidden xl/media/image1.png"_s,
+                                    u"shape 'Box' A1, 500 600 0 0, 700 800 "_s,
+                                    u"picture 'Linked' B3:E10, 100 200 300 400, -1 -1 "_s}));
+    EXPECT_EQ(addresses(sheet->filtered), u"A1:C8"_s);
     EXPECT_EQ(sheet->problem, u""_s);
 }
 
@@ -85,14 +79,14 @@ TEST(Drawings, TellControlsFromShapes)
                "</xdr:twoCellAnchor></mc:Choice><mc:Fallback><xdr:twoCellAnchor><xdr:pic/></xdr:twoCellAnchor>"
                "</mc:Fallback></mc:AlternateContent>";
     };
-    const auto sheet = sheetOf(
+    const auto sheet = readSheet(
         bookWithDrawing(anchor("<xdr:sp><xdr:nvSpPr><xdr:cNvPr name='Button 1' hidden='1'/></xdr:nvSpPr></xdr:sp>") +
                         anchor("<xdr:sp><xdr:nvSpPr><xdr:cNvPr name='Formula'/></xdr:nvSpPr></xdr:sp>")));
     ASSERT_EQ(sheet->drawings.size(), 2u);
     EXPECT_EQ(sheet->drawings[0].name, u"Button 1"_s);
     EXPECT_EQ(sheet->drawings[0].kind, u"control"_s);
     EXPECT_FALSE(sheet->drawings[0].hidden);
-    EXPECT_EQ(areaText(sheet->drawings[0].anchor), "B3:E10");
+    EXPECT_EQ(sheet->drawings[0].anchor.relative(), u"B3:E10"_s);
     EXPECT_EQ(sheet->drawings[1].kind, u"shape"_s);
 }
 
@@ -108,46 +102,39 @@ TEST(Looks, AreToldWhereTheyAreNotRead)
               "</x14:dataValidations></ext><ext><x14:sparklineGroups><x14:sparklineGroup><x14:sparklines>"
               "<x14:sparkline><xm:f>A1:C1</xm:f><xm:sqref>F1</xm:sqref></x14:sparkline></x14:sparklines>"
               "</x14:sparklineGroup></x14:sparklineGroups></ext></extLst></worksheet>");
-    const auto sheet = sheetOf(parts);
-    std::ostringstream printed;
+    const auto sheet = readSheet(parts);
+    QStringList looks;
     for (const UnreadLook& look : sheet->unread)
-        printed << look.what.toStdString() << ' ' << areaText(look.area) << '\n';
-    EXPECT_EQ(printed.str(), "formats that depend on conditions B2:B9\n"
-                             "formats that depend on conditions D1:D1\n"
-                             "formats that depend on conditions E1:E4\n"
-                             "small charts in cells F1:F1\n"
-                             "the look of the table \"Sales\" A1:C9\n");
+        looks << look.what + u' ' + look.area.relative();
+    EXPECT_EQ(looks,
+              QStringList({u"formats that depend on conditions B2:B9"_s, u"formats that depend on conditions D1"_s,
+                           u"formats that depend on conditions E1:E4"_s, u"small charts in cells F1"_s,
+                           u"the look of the table \"Sales\" A1:C9"_s}));
 }
 
 TEST(Drawings, AreToldMissingWhereTheyAreBrokenAndTheCellsStay)
 {
     const WorkbookParts good = bookWithDrawing("");
-    const struct
-    {
-        const char* name;
-        WorkbookParts parts;
-        const char16_t* expected;
-    } cases[] = {
-        {"broken", bookWithDrawing("<xdr:twoCellAnchor>"), u"the XML of entry \"xl/drawings/drawing1.xml\" is broken"},
-        {"missing", WorkbookParts(good).remove("xl/drawings/drawing1.xml"), u"the part with the drawings is missing"},
+    const std::tuple<const char*, WorkbookParts, QString> cases[] = {
+        {"broken", bookWithDrawing("<xdr:twoCellAnchor>"),
+         u"the XML of entry \"xl/drawings/drawing1.xml\" is broken"_s},
+        {"missing", WorkbookParts(good).remove("xl/drawings/drawing1.xml"), u"the part with the drawings is missing"_s},
         {"not referred to", WorkbookParts(good).remove("xl/worksheets/_rels/sheet1.xml.rels"),
-         u"the part with the drawings is missing"},
+         u"the part with the drawings is missing"_s},
     };
-    for (const auto& one : cases) {
-        const QString problem = sheetOf(one.parts)->problem;
-        EXPECT_TRUE(problem.startsWith(u"Charts and pictures are missing: "_s)) << one.name;
-        EXPECT_TRUE(problem.contains(QStringView(one.expected))) << one.name << ": " << problem.toStdString();
+    for (const auto& [name, parts, expected] : cases) {
+        const QString problem = readSheet(parts)->problem;
+        EXPECT_TRUE(problem.startsWith(u"Charts and pictures are missing: "_s) && problem.contains(expected))
+            << name << ": " << problem;
     }
 }
 
 TEST(Drawings, DoNotFollowChoicesForEver)
 {
-    std::string anchors = "<xdr:oneCellAnchor>";
-    for (int i = 0; i < 100000; ++i)
-        anchors += "<mc:AlternateContent><mc:Choice>";
-    for (int i = 0; i < 100000; ++i)
-        anchors += "</mc:Choice></mc:AlternateContent>";
-    EXPECT_TRUE(sheetOf(bookWithDrawing(anchors + "</xdr:oneCellAnchor>"))->drawings.empty());
+    const QString choices = u"<mc:AlternateContent><mc:Choice>"_s.repeated(100000) +
+                            u"</mc:Choice></mc:AlternateContent>"_s.repeated(100000);
+    EXPECT_TRUE(readSheet(bookWithDrawing("<xdr:oneCellAnchor>" + choices.toStdString() + "</xdr:oneCellAnchor>"))
+                    ->drawings.empty());
 }
 
 TEST(ChartSheet, HasDrawingsAndNoCells)

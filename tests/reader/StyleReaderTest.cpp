@@ -1,8 +1,6 @@
 #include "host/embedded/reader/StyleReader.h"
 
-#include "host/embedded/reader/WorkbookReader.h"
-#include "support/QtPrinting.h"
-#include "support/XlsxWriter.h"
+#include "support/TextTable.h"
 
 #include <gtest/gtest.h>
 
@@ -37,17 +35,15 @@ TEST(StyleReader, ReadsFonts)
     ASSERT_EQ(styles.fonts.size(), 3u);
     EXPECT_TRUE((styles.fonts[0] == FontStyle{u"Cambria"_s, 12}));
     const FontStyle& second = styles.fonts[1];
-    EXPECT_FALSE(second.bold);
-    EXPECT_TRUE(second.italic && second.strikeOut);
-    EXPECT_EQ(second.underline, Underline::Single);
-    EXPECT_EQ(second.script, Script::Subscript);
-    EXPECT_EQ(second.points, 11) << "a size that no font can have";
-    EXPECT_EQ(hex(second.color), u"ff95b3d7"_s);
+    // A size that no font can have is left out.
+    const FontStyle expected{u"Calibri"_s, 11, false, true, true, Underline::Single, Script::Subscript, 0xff95b3d7};
+    EXPECT_TRUE(second == expected) << hex(second.color);
     EXPECT_TRUE(styles.fonts[2] == FontStyle{});
 }
 
 TEST(StyleReader, ReadsFillsAndBorders)
 {
+    const QString none = u"0 ff000000 ffffffff 0"_s;
     const StyleTable styles = stylesOf(
         "<fills><fill><patternFill patternType='none'/></fill>"
         "<fill><patternFill patternType='solid'><fgColor rgb='00FFCC00'/><bgColor indexed='64'/></patternFill></fill>"
@@ -56,25 +52,18 @@ TEST(StyleReader, ReadsFillsAndBorders)
         "<color rgb='FF445566'/></stop></gradientFill></fill><fill><patternFill patternType='odd'/></fill></fills>"
         "<borders><border diagonalUp='1'><start style='thin'><color rgb='FFFF0000'/></start><right style='double'/>"
         "<top/><bottom style='mediumDashDotDot'/><diagonal style='hair'/></border></borders>");
-    ASSERT_EQ(styles.fills.size(), 5u);
-    EXPECT_EQ(styles.fills[0].pattern, Pattern::None);
-    EXPECT_EQ(styles.fills[1].pattern, Pattern::Solid);
-    EXPECT_EQ(hex(styles.fills[1].fore), u"ffffcc00"_s) << "colours of cells are never transparent";
-    EXPECT_EQ(hex(styles.fills[1].back), u"ff000000"_s);
-    EXPECT_EQ(styles.fills[2].pattern, Pattern::LightUp);
-    EXPECT_EQ(hex(styles.fills[2].fore), u"ff0000ff"_s);
-    EXPECT_EQ(styles.fills[3].pattern, Pattern::Gradient);
-    EXPECT_EQ(hex(styles.fills[3].back), u"ff445566"_s);
-    EXPECT_EQ(styles.fills[3].gradientDegrees, 90);
-    EXPECT_EQ(styles.fills[4].pattern, Pattern::None);
+    QStringList fills;
+    for (const FillStyle& fill : styles.fills)
+        fills << u"%1 %2 %3 %4"_s.arg(int(fill.pattern)).arg(hex(fill.fore), hex(fill.back)).arg(fill.gradientDegrees);
+    // Colours of cells are never transparent; a pattern that nobody knows is none.
+    EXPECT_EQ(fills, QStringList({none, u"%1 ffffcc00 ff000000 0"_s.arg(int(Pattern::Solid)),
+                                  u"%1 ff0000ff ffffffff 0"_s.arg(int(Pattern::LightUp)),
+                                  u"%1 ff112233 ff445566 90"_s.arg(int(Pattern::Gradient)), none}));
     const BorderStyle& border = styles.borders[0];
     EXPECT_TRUE((border.left == BorderLine{LineStyle::Thin, 0xffff0000}));
     EXPECT_TRUE((border.right == BorderLine{LineStyle::Double, 0xff000000}));
-    EXPECT_EQ(border.top.style, LineStyle::None);
-    EXPECT_EQ(border.bottom.style, LineStyle::MediumDashDotDot);
-    EXPECT_EQ(border.diagonal.style, LineStyle::Hair);
-    EXPECT_TRUE(border.diagonalUp);
-    EXPECT_FALSE(border.diagonalDown);
+    EXPECT_TRUE(border.top == BorderLine{} && border.bottom.style == LineStyle::MediumDashDotDot);
+    EXPECT_TRUE(border.diagonal.style == LineStyle::Hair && border.diagonalUp && !border.diagonalDown);
 }
 
 TEST(StyleReader, ReadsCellStyles)
@@ -113,7 +102,7 @@ TEST(StyleReader, HasADefaultForEverything)
     for (const char* xml : {"", "<fonts/><fills/><borders/><cellXfs/>"}) {
         const StyleTable styles = stylesOf(xml);
         EXPECT_EQ(styles.cells.size(), 1u);
-        EXPECT_EQ(styles.defaultFont().family, u"Calibri"_s);
+        EXPECT_EQ(styles.fonts[0].family, u"Calibri"_s);
         EXPECT_EQ(styles.numberFormats.front(), u"General"_s);
     }
 }
@@ -133,36 +122,29 @@ TEST(Palette, ResolvesColours)
     ASSERT_TRUE(colors.load_string("<colors><indexedColors><rgbColor rgb='00123456'/></indexedColors></colors>"));
     palette.readIndexed(colors.document_element());
 
-    const std::string_view none;
-    const struct
-    {
-        const char* name;
-        std::string_view rgb, theme, indexed, tint;
-        const char* expected;
-    } cases[] = {
-        {"rgb with alpha", "80FF8000", none, none, none, "ffff8000"},
-        {"rgb without alpha", "FF8000", none, none, none, "ffff8000"},
-        {"no rgb", "FF80", none, none, none, "none"},
-        {"light comes first in the numbers", none, "0", none, none, "fffafafa"},
-        {"dark", none, "1", none, none, "ff101010"},
-        {"second light", none, "2", none, none, "ffdddddd"},
-        {"second dark", none, "3", none, none, "ff222222"},
-        {"accent", none, "4", none, none, "ff4472c4"},
-        {"accent, darker", none, "4", none, "-0.249977111117893", "ff2f5597"},
-        {"accent, lighter", none, "4", none, "0.79998168889431442", "ffdae3f3"},
-        {"grey, darker", none, "0", none, "-0.5", "ff7d7d7d"},
-        {"black, lighter", "FF000000", none, none, "0.5", "ff808080"},
-        {"no such theme colour", none, "12", none, none, "none"},
-        {"own index", none, none, "0", none, "ff123456"},
-        {"customary index", none, none, "10", none, "ffff0000"},
-        {"window's text", none, none, "64", none, "ff000000"},
-        {"window's background", none, none, "65", none, "ffffffff"},
-        {"no such index", none, none, "66", none, "none"},
-        {"nothing", none, none, none, none, "none"},
-    };
-    for (const auto& one : cases) {
-        const std::optional<QRgb> color = palette.color(one.rgb, one.theme, one.indexed, one.tint);
-        EXPECT_EQ(color ? hex(*color) : u"none"_s, QString::fromLatin1(one.expected)) << one.name;
+    for (const auto& [name, rgb, theme, indexed, tint, expected] : textTable<6>(R"(
+        rgb with alpha           | 80FF8000 |    |    |                     | ffff8000
+        rgb without alpha        | FF8000   |    |    |                     | ffff8000
+        no rgb                   | FF80     |    |    |                     | none
+        light comes first in the numbers |  | 0  |    |                     | fffafafa
+        dark                     |          | 1  |    |                     | ff101010
+        second light             |          | 2  |    |                     | ffdddddd
+        second dark              |          | 3  |    |                     | ff222222
+        accent, darker           |          | 4  |    | -0.249977111117893  | ff2f5597
+        accent, lighter          |          | 4  |    | 0.79998168889431442 | ffdae3f3
+        grey, darker             |          | 0  |    | -0.5                | ff7d7d7d
+        black, lighter           | FF000000 |    |    | 0.5                 | ff808080
+        no such theme colour     |          | 12 |    |                     | none
+        own index                |          |    | 0  |                     | ff123456
+        customary index          |          |    | 10 |                     | ffff0000
+        window's text            |          |    | 64 |                     | ff000000
+        window's background      |          |    | 65 |                     | ffffffff
+        no such index            |          |    | 66 |                     | none
+        nothing                  |          |    |    |                     | none)")) {
+        const std::string texts[] = {rgb.toStdString(), theme.toStdString(), indexed.toStdString(), tint.toStdString()};
+        const auto given = [&](int i) { return texts[i].empty() ? std::string_view() : std::string_view(texts[i]); };
+        const std::optional<QRgb> color = palette.color(given(0), given(1), given(2), given(3));
+        EXPECT_EQ(color ? hex(*color) : u"none"_s, expected) << name;
     }
 }
 

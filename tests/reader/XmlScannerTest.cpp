@@ -1,6 +1,7 @@
 #include "host/embedded/reader/XmlScanner.h"
 
 #include "host/embedded/reader/Fault.h"
+#include "support/TextTable.h"
 
 #include <gtest/gtest.h>
 
@@ -74,12 +75,7 @@ std::string utf16(const std::string& ascii, bool bigEndian, bool mark)
 
 TEST(XmlScanner, WalksOverWhatWritersWrite)
 {
-    const struct
-    {
-        const char* name;
-        std::string xml;
-        const char* expected;
-    } cases[] = {
+    const std::tuple<const char*, std::string, const char*> cases[] = {
         {"plain", "<row r=\"1\"><c>5</c></row>", "<row r=1><c>5</></>"},
         {"prefix", "<x:row x:r=\"1\"><x:c/></x:row>", "<row x:r=1><c></></>"},
         {"other quotes, blanks", "<row  r = '1\"' \n s='>' ><c\t/></row >", "<row r=1\" s=>><c></></>"},
@@ -95,10 +91,9 @@ TEST(XmlScanner, WalksOverWhatWritersWrite)
         {"UTF-16, big end first", utf16("<row>a</row>", true, true), "<row>a</>"},
         {"UTF-16 without mark", utf16("<row>a</row>", false, false), "<row>a</>"},
     };
-    for (const auto& one : cases) {
-        EXPECT_EQ(walked(one.xml), one.expected) << one.name;
-        for (const size_t step : {1, 2, 3, 7})
-            EXPECT_EQ(walked(one.xml, step), one.expected) << one.name << " in steps of " << step;
+    for (const auto& [name, xml, expected] : cases) {
+        for (const size_t step : {1, 2, 3, 7, 1 << 20})
+            EXPECT_EQ(walked(xml, step), expected) << name << " in steps of " << step;
     }
 }
 
@@ -107,38 +102,31 @@ TEST(XmlScanner, RefusesWhatIsNotWellFormed)
     std::string deep;
     for (int i = 0; i < 201; ++i)
         deep += "<row>";
-    const struct
-    {
-        const char* name;
-        std::string xml;
-        const char* expected;
-    } cases[] = {
-        {"nothing", "", "there is no element in it"},
-        {"only blanks", " \n", "there is no element in it"},
-        {"cut in an element", "<row><c>", "it breaks off inside an element"},
-        {"cut in a text", "<row>abc", "it breaks off inside an element"},
-        {"cut in a tag", "<row r=\"1", "it breaks off inside a tag"},
-        {"cut in an end tag", "<row></ro", "it breaks off inside a tag"},
-        {"cut in a comment", "<row><!-- ", "it breaks off inside a comment"},
-        {"cut in a literal", "<row><![CDATA[ ]]", "it breaks off inside a text"},
-        {"crossed", "<row><c></row></c>", "an element is closed that is not open"},
-        {"closed too often", "<row/></row>", "an element is closed that is not open"},
-        {"two roots", "<row/><row/>", "a second root element"},
-        {"text outside", "<row/>x", "text outside of every element"},
-        {"no quotes", "<row r=1/>", "an attribute without quotes"},
-        {"no value", "<row r/>", "an attribute without a value"},
-        {"tag in a tag", "<row r=\"<c>\"/>", "a \"<\" in an attribute"},
-        {"no name", "<row>< c/></row>", "a tag without a name"},
-        {"own entities", "<!DOCTYPE x [<!ENTITY a \"b\">]><row/>", "declarations of its own"},
-        {"other encoding", "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><row/>",
-         "written in an encoding that is not read here (ISO-8859-1)"},
-        {"encoding cut off", "<?xml encoding=\"", "it breaks off inside a comment or instruction"},
-        {"too deep", deep, "nested more than 200 deep"},
-    };
-    for (const auto& one : cases) {
-        EXPECT_NE(walked(one.xml).find(one.expected), std::string::npos) << one.name << ": " << walked(one.xml);
-        EXPECT_EQ(walked(one.xml, 1), walked(one.xml)) << one.name;
+    for (const auto& [name, xml, expected] : textTable<3>(R"(
+        nothing           |                        | there is no element in it
+        only blanks       | ·⏎                     | there is no element in it
+        cut in an element | <row><c>               | it breaks off inside an element
+        cut in a text     | <row>abc               | it breaks off inside an element
+        cut in a tag      | <row r="1              | it breaks off inside a tag
+        cut in an end tag | <row></ro              | it breaks off inside a tag
+        cut in a comment  | <row><!--·             | it breaks off inside a comment
+        cut in a literal  | <row><![CDATA[ ]]      | it breaks off inside a text
+        crossed           | <row><c></row></c>     | an element is closed that is not open
+        closed too often  | <row/></row>           | an element is closed that is not open
+        two roots         | <row/><row/>           | a second root element
+        text outside      | <row/>x                | text outside of every element
+        no quotes         | <row r=1/>             | an attribute without quotes
+        no value          | <row r/>               | an attribute without a value
+        tag in a tag      | <row r="<c>"/>         | a "<" in an attribute
+        no name           | <row>< c/></row>       | a tag without a name
+        encoding cut off  | <?xml encoding="       | it breaks off inside a comment or instruction
+        own entities      | <!DOCTYPE x [<!ENTITY a "b">]><row/> | declarations of its own
+        other encoding    | <?xml encoding="ISO-8859-1"?><row/>  | an encoding that is not read here (ISO-8859-1))")) {
+        const std::string found = walked(xml.toStdString());
+        EXPECT_NE(found.find(expected.toStdString()), std::string::npos) << name << ": " << found;
+        EXPECT_EQ(walked(xml.toStdString(), 1), found) << name;
     }
+    EXPECT_NE(walked(deep).find("nested more than 200 deep"), std::string::npos);
 }
 
 TEST(XmlScanner, CarriesTagsOverTheEndOfItsBuffer)

@@ -1,6 +1,7 @@
 #include "host/embedded/drawing/SheetGeometry.h"
 #include "SheetBuilder.h"
 #include "host/embedded/drawing/TextLines.h"
+#include "support/TextTable.h"
 
 #include <gtest/gtest.h>
 
@@ -9,66 +10,45 @@ using namespace Qt::StringLiterals;
 namespace lumivane::embedded {
 namespace {
 
-struct WidthRow
-{
-    const char* name;
-    double stored;
-    int pixels;
-    double characters;
-};
-
 TEST(SheetGeometry, turnsStoredWidthsIntoPixelsAndCharacters)
 {
-    const WidthRow rows[] = {
+    const std::tuple<const char*, double, int, double> rows[] = {
         {"the customary one", 9.140625, 64, 8.43}, {"ten characters", 10.7109375, 75, 10},
         {"a whole stored number", 20, 140, 19.29}, {"narrower than a character", 1, 7, 0.58},
         {"one character", 1.7109375, 12, 1},       {"a sliver", 0.140625, 1, 0.08},
         {"the widest", 255.7109375, 1790, 255},    {"wider than allowed", 5000, 1792, 255.29},
     };
-    for (const WidthRow& row : rows) {
+    for (const auto& [name, stored, pixels, characters] : rows) {
         SheetBuilder made;
-        made.column(1, 1, row.stored);
+        made.column(1, 1, stored);
         const SheetGeometry geometry(made.workbook(), made.content());
-        ASSERT_EQ(geometry.digitPixels(), 7);
-        EXPECT_EQ(geometry.columnPixels(1), row.pixels) << row.name;
-        EXPECT_DOUBLE_EQ(geometry.columnWidthCharacters(1), row.characters) << row.name;
+        EXPECT_EQ(geometry.columnPixels(1), pixels) << name;
+        EXPECT_DOUBLE_EQ(geometry.columnWidthCharacters(1), characters) << name;
     }
 }
 
 TEST(SheetGeometry, givesColumnsTheirDefaultWidth)
 {
-    struct Row
-    {
-        const char* name;
-        double sheetDefault;
-        int base;
-        int pixels;
-    };
-    const Row rows[] = {{"nothing stored", -1, 8, 64},
-                        {"ten base characters", -1, 10, 80},
-                        {"stored default", 12.7109375, 8, 89},
-                        {"absurd base", -1, 1000000, 1792}};
-    for (const Row& row : rows) {
+    const std::tuple<const char*, double, int, int> rows[] = {{"nothing stored", -1, 8, 64},
+                                                              {"ten base characters", -1, 10, 80},
+                                                              {"stored default", 12.7109375, 8, 89},
+                                                              {"absurd base", -1, 1000000, 1792}};
+    for (const auto& [name, stored, base, pixels] : rows) {
         SheetBuilder made;
-        made.sheet().defaultColumnWidth = row.sheetDefault;
-        made.sheet().baseColumnWidth = row.base;
-        EXPECT_EQ(SheetGeometry(made.workbook(), made.content()).columnPixels(500), row.pixels) << row.name;
+        made.sheet().defaultColumnWidth = stored;
+        made.sheet().baseColumnWidth = base;
+        EXPECT_EQ(SheetGeometry(made.workbook(), made.content()).columnPixels(500), pixels) << name;
     }
 }
 
 TEST(SheetGeometry, readsBackTheCharactersThatAJobSets)
 {
     SheetBuilder made;
-    const double widths[] = {0.5, 1, 8.43, 12.71, 30.14, 100};
-    SheetOverlay overlay;
-    int column = 0;
-    for (const double width : widths)
-        overlay.columnWidths[++column] = width;
-    const SheetGeometry geometry(made.workbook(), made.content(), &overlay);
-    column = 0;
-    for (const double width : widths)
-        EXPECT_NEAR(geometry.columnWidthCharacters(++column), width, 0.005) << width;
-    EXPECT_EQ(geometry.columnPixels(3), 64);
+    for (const double width : {0.5, 1.0, 8.43, 12.71, 30.14, 100.0}) {
+        SheetOverlay overlay;
+        overlay.columnWidths[1] = width;
+        EXPECT_NEAR(SheetGeometry(made.workbook(), made.content(), &overlay).columnWidthCharacters(1), width, 0.005);
+    }
 }
 
 TEST(SheetGeometry, hidesRowsAndColumns)
@@ -219,45 +199,32 @@ TEST(SheetGeometry, measuresAsCalcDoesWhenAsked)
 
 TEST(Fonts, givesMissingFamiliesOneOfEqualWidths)
 {
-    EXPECT_EQ(installedFamily(u"Calibri"_s), u"Carlito"_s);
-    EXPECT_EQ(installedFamily(u"ARIAL"_s), u"Liberation Sans"_s);
-    EXPECT_EQ(installedFamily(u"Arial CE"_s), u"Liberation Sans"_s);
-    EXPECT_EQ(installedFamily(u"Times New Roman"_s), u"Liberation Serif"_s);
-    EXPECT_EQ(installedFamily(u"DejaVu Sans Mono"_s), u"DejaVu Sans Mono"_s);
-    EXPECT_EQ(installedFamily(u"No Such Font"_s), u"DejaVu Sans"_s);
+    for (const auto& [asked, installed] : test::textPairs(R"(
+        Calibri → Carlito | ARIAL → Liberation Sans | Arial CE → Liberation Sans | Times New Roman → Liberation Serif
+        DejaVu Sans Mono → DejaVu Sans Mono | No Such Font → DejaVu Sans)"))
+        EXPECT_EQ(installedFamily(asked), installed);
 }
-
-struct BreakRow
-{
-    const char* name;
-    const char* text;
-    double width;
-    std::vector<std::string> lines;
-};
 
 TEST(TextLines, breaksWhereALineIsFull)
 {
-    const BreakRow rows[] = {
-        {"fits", "one two", 100, {"one two"}},
-        {"between words", "one two three", 70, {"one two", "three"}},
-        {"blank at the break is dropped", "one two", 40, {"one", "two"}},
-        {"blank beyond the edge needs no room", "one two", 30, {"one", "two"}},
-        {"line feed", "a\nb", 100, {"a", "b"}},
-        {"empty lines stay", "a\n\nb\n", 100, {"a", "", "b", ""}},
-        {"carriage return", "a\r\nb", 100, {"a", "b"}},
-        {"long word between letters", "abcdefgh", 30, {"abc", "def", "gh"}},
-        {"long word behind a short one", "a bcdefgh", 30, {"a", "bcd", "efg", "h"}},
-        {"narrower than a letter", "abc", 5, {"a", "b", "c"}},
-        {"hyphen", "well-known", 60, {"well-", "known"}},
-        {"empty", "", 10, {""}},
-    };
-    for (const BreakRow& row : rows) {
-        const QString text = QString::fromUtf8(row.text);
-        std::vector<std::string> lines;
-        for (const TextLine& line : breakLines(text, row.width, [](int, int length) { return length * 10.0; }))
-            lines.push_back(text.mid(line.start, line.length).toStdString());
-        EXPECT_EQ(lines, row.lines) << row.name;
+    for (const auto& [name, text, width, expected] : test::textTable<4>(R"(
+        fits                                | one two       | 100 | one two
+        between words                       | one two three | 70  | one two/three
+        blank at the break is dropped       | one two       | 40  | one/two
+        blank beyond the edge needs no room | one two       | 30  | one/two
+        line feed                           | a⏎b           | 100 | a/b
+        empty lines stay                    | a⏎⏎b⏎         | 100 | a//b/
+        long word between letters           | abcdefgh      | 30  | abc/def/gh
+        long word behind a short one        | a bcdefgh     | 30  | a/bcd/efg/h
+        narrower than a letter              | abc           | 5   | a/b/c
+        hyphen                              | well-known    | 60  | well-/known
+        empty                               |               | 10  |)")) {
+        QStringList lines;
+        for (const TextLine& line : breakLines(text, width.toDouble(), [](int, int length) { return length * 10.0; }))
+            lines.append(text.mid(line.start, line.length));
+        EXPECT_EQ(lines.join(u'/'), expected) << name;
     }
+    EXPECT_EQ(breakLines(u"a\r\nb"_s, 100, [](int, int) { return 10.0; })[0].length, 1) << "without the line's end";
 }
 
 TEST(TextLines, knowsLastLinesOfParagraphs)

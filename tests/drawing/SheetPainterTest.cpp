@@ -103,14 +103,9 @@ TEST(SheetPainter, drawsGridLinesWhereNothingCoversThem)
     EXPECT_EQ(countColor(SheetPainter(workbook, made.content()).image({1, 1, 4, 4}), blue), 0);
 }
 
-struct StrengthRow
-{
-    BorderLine weaker, stronger;
-};
-
 TEST(BorderLines, theHeavierOrDarkerLineShows)
 {
-    const StrengthRow rows[] = {
+    const std::pair<BorderLine, BorderLine> rows[] = {
         {line(LineStyle::None), line(LineStyle::Hair)},
         {line(LineStyle::Hair), line(LineStyle::Dotted)},
         {line(LineStyle::Dashed), line(LineStyle::Thin)},
@@ -120,9 +115,9 @@ TEST(BorderLines, theHeavierOrDarkerLineShows)
         {line(LineStyle::Thin, red), line(LineStyle::Thin, black)},
         {line(LineStyle::None, black), line(LineStyle::Thin, white)},
     };
-    for (const StrengthRow& row : rows) {
-        EXPECT_EQ(strongerLine(row.weaker, row.stronger), row.stronger);
-        EXPECT_EQ(strongerLine(row.stronger, row.weaker), row.stronger);
+    for (const auto& [weaker, stronger] : rows) {
+        EXPECT_EQ(strongerLine(weaker, stronger), stronger);
+        EXPECT_EQ(strongerLine(stronger, weaker), stronger);
     }
 }
 
@@ -159,12 +154,7 @@ TEST(SheetPainter, keepsBordersAtTheRimInsideThePicture)
 
 TEST(SheetPainter, drawsLineStylesPixelByPixel)
 {
-    struct Row
-    {
-        LineStyle style;
-        const char* along; ///< the first pixels of the line, # for ink
-    };
-    const Row rows[] = {
+    const std::pair<LineStyle, std::string> rows[] = {
         {LineStyle::Thin, "########"},
         {LineStyle::Hair, "#.#.#.#."},
         {LineStyle::Dotted, "##..##.."},
@@ -172,31 +162,25 @@ TEST(SheetPainter, drawsLineStylesPixelByPixel)
         {LineStyle::DashDot, "#########...###...###"},
         {LineStyle::MediumDashed, "#########...###"},
     };
-    for (const Row& row : rows) {
+    const auto downFrom = [](const QImage& image, const QPoint& start, size_t length) {
+        std::string pixels;
+        for (int i = 0; i < int(length); ++i)
+            pixels += image.pixel(start + QPoint(0, i)) == black ? '#' : '.';
+        return pixels;
+    };
+    for (const auto& [style, along] : rows) {
         SheetBuilder made;
         BorderStyle border;
-        border.left = line(row.style);
+        border.left = line(style);
         made.blank(1, 1, made.borderStyle(border));
         made.row(1).height = 60;
-        const QImage image = draw(made, 1, 1);
-        std::string along;
-        for (int y = 0; y < static_cast<int>(std::string(row.along).size()); ++y)
-            along += image.pixel(0, y) == black ? '#' : '.';
-        EXPECT_EQ(along, row.along);
+        EXPECT_EQ(downFrom(draw(made, 1, 1), {0, 0}, along.size()), along);
     }
-}
-
-TEST(SheetPainter, drawsDoubleLinesWithTheirGap)
-{
     SheetBuilder made;
     BorderStyle border;
     border.bottom = line(LineStyle::Double);
     made.blank(1, 1, made.borderStyle(border));
-    const QImage image = draw(made, 2, 1);
-    std::string down;
-    for (int y = 16; y < 24; ++y)
-        down += image.pixel(30, y) == black ? '#' : '.';
-    EXPECT_EQ(down, "..#.#...");
+    EXPECT_EQ(downFrom(draw(made, 2, 1), {30, 16}, 8), "..#.#...") << "double lines have a gap";
 }
 
 TEST(SheetPainter, drawsNoBordersInsideMergedAreas)

@@ -13,9 +13,13 @@ QImage drawTexts(SheetBuilder& made, int rows = 1, int columns = 3, double scale
     return draw(made, rows, columns, scale);
 }
 
-bool columnHasInk(const QImage& image, int column)
+/// "#.#": which columns hold ink.
+std::string inkedColumns(const QImage& image)
 {
-    return !ink(image, QRect((column - 1) * cellWidth, 0, cellWidth, image.height())).isNull();
+    std::string columns;
+    for (int x = 0; x < image.width(); x += cellWidth)
+        columns += ink(image, QRect(x, 0, cellWidth, image.height())).isNull() ? '.' : '#';
+    return columns;
 }
 
 /// Rows of letters: stretches of pixel rows with ink between ones without.
@@ -39,52 +43,41 @@ int alignedStyle(SheetBuilder& made, Horizontal horizontal, Vertical vertical = 
     });
 }
 
-const QString longText = u"mmmmmmmmmmmm"_s; // wider than one cell, narrower than three
-
-struct AlignRow
+/// The ink of a text in A1, whose row is 60 points high and whose neighbours are empty.
+template <class Change>
+QRect inkOf(const QString& text, Change change)
 {
-    const char* name;
-    Horizontal horizontal;
-    bool left, middle, right; ///< ink in A1, B1, C1 when the text stands in B1
-};
+    SheetBuilder made;
+    made.text(1, 1, text, made.style(change));
+    made.row(1).height = 60;
+    return ink(drawTexts(made));
+}
+
+const QString longText = u"mmmmmmmmmmmm"_s; // wider than one cell, narrower than three
 
 TEST(SheetTexts, runOverEmptyNeighboursByAlignment)
 {
-    const AlignRow rows[] = {
-        {"general", Horizontal::General, false, true, true}, {"left", Horizontal::Left, false, true, true},
-        {"right", Horizontal::Right, true, true, false},     {"centred", Horizontal::Center, true, true, true},
-        {"fill", Horizontal::Fill, false, true, false},      {"justify", Horizontal::Justify, false, true, false},
+    const std::tuple<Horizontal, const char*> rows[] = {
+        {Horizontal::General, ".##"}, {Horizontal::Left, ".##"}, {Horizontal::Right, "##."},
+        {Horizontal::Center, "###"},  {Horizontal::Fill, ".#."}, {Horizontal::Justify, ".#."},
     };
-    for (const AlignRow& row : rows) {
+    for (const auto& [horizontal, columns] : rows) {
         SheetBuilder made;
-        made.text(1, 2, longText, alignedStyle(made, row.horizontal));
-        const QImage image = drawTexts(made);
-        EXPECT_EQ(columnHasInk(image, 1), row.left) << row.name;
-        EXPECT_EQ(columnHasInk(image, 2), row.middle) << row.name;
-        EXPECT_EQ(columnHasInk(image, 3), row.right) << row.name;
+        made.text(1, 2, longText, alignedStyle(made, horizontal));
+        EXPECT_EQ(inkedColumns(drawTexts(made)), columns) << int(horizontal);
     }
 }
 
 TEST(SheetTexts, stopAtWhateverIsInTheNextCell)
 {
-    using Fill = void (*)(SheetBuilder&);
-    const std::pair<const char*, Fill> rows[] = {
-        {"an empty text", [](SheetBuilder& made) { made.text(1, 2, QString()); }},
-        {"a formula without result", [](SheetBuilder& made) { made.text(1, 2, u" "_s); }},
-        {"a merged area",
-         [](SheetBuilder& made) {
-             made.sheet().merged.push_back({1, 2, 2, 2});
-         }},
-    };
-    for (const auto& [name, fill] : rows) {
-        SheetBuilder made;
-        made.text(1, 1, longText);
-        fill(made);
-        EXPECT_FALSE(columnHasInk(drawTexts(made), 2)) << name;
-    }
-    SheetBuilder styled;
+    SheetBuilder emptyText, blankText, merged, styled;
+    emptyText.text(1, 1, longText).text(1, 2, QString());
+    blankText.text(1, 1, longText).text(1, 2, u" "_s);
+    merged.text(1, 1, longText).sheet().merged.push_back({1, 2, 2, 2});
     styled.text(1, 1, longText).blank(1, 2, alignedStyle(styled, Horizontal::Right));
-    EXPECT_TRUE(columnHasInk(drawTexts(styled), 2)) << "a style alone is no content";
+    for (SheetBuilder* const made : {&emptyText, &blankText, &merged})
+        EXPECT_EQ(inkedColumns(drawTexts(*made)), "#..");
+    EXPECT_EQ(inkedColumns(drawTexts(styled)), "###") << "a style alone is no content";
 }
 
 TEST(SheetTexts, numbersAreNeverCut)
@@ -92,8 +85,7 @@ TEST(SheetTexts, numbersAreNeverCut)
     SheetBuilder made, hashes;
     made.number(1, 2, 123456789012.0, made.formatStyle(u"#,##0.00"_s));
     const QImage image = drawTexts(made);
-    EXPECT_FALSE(columnHasInk(image, 1));
-    EXPECT_FALSE(columnHasInk(image, 3));
+    EXPECT_EQ(inkedColumns(image), ".#.");
     bool same = false; // as many signs as fit
     for (int count = 3; count < 12 && !same; ++count) {
         SheetBuilder text;
@@ -154,13 +146,9 @@ TEST(SheetTexts, generalAlignsByKind)
 
 TEST(SheetTexts, standAtTheirVerticalPlace)
 {
-    const std::pair<Vertical, int> rows[] = {{Vertical::Top, 10}, {Vertical::Center, 40}, {Vertical::Bottom, 70}};
-    for (const auto& [vertical, middle] : rows) {
-        SheetBuilder made;
-        made.text(1, 1, u"x"_s, alignedStyle(made, Horizontal::Left, vertical));
-        made.row(1).height = 60;
-        EXPECT_NEAR(ink(drawTexts(made)).center().y(), middle, 5);
-    }
+    for (const auto& [vertical, middle] :
+         {std::pair(Vertical::Top, 10), {Vertical::Center, 40}, {Vertical::Bottom, 70}})
+        EXPECT_NEAR(inkOf(u"x"_s, [&](CellStyle& style) { style.vertical = vertical; }).center().y(), middle, 5);
 }
 
 TEST(SheetTexts, wrapIntoLines)
@@ -171,7 +159,7 @@ TEST(SheetTexts, wrapIntoLines)
     made.row(1).height = 60;
     const QImage image = drawTexts(made);
     EXPECT_EQ(textLines(image.copy(0, 0, cellWidth, 80)), 3);
-    EXPECT_FALSE(columnHasInk(image, 2)) << "a wrapped text stays in its cell";
+    EXPECT_EQ(inkedColumns(image), "#.#") << "a wrapped text stays in its cell";
     EXPECT_EQ(textLines(image.copy(2 * cellWidth, 0, cellWidth, 80)), 2);
     SheetBuilder plain;
     plain.text(1, 1, u"m\nm"_s);
@@ -181,27 +169,24 @@ TEST(SheetTexts, wrapIntoLines)
 
 TEST(SheetTexts, areIndentedFromTheirSide)
 {
-    const auto indented = [](Horizontal horizontal, quint8 indent) {
-        SheetBuilder made;
-        made.text(1, 1, u"x"_s, made.style([&](CellStyle& style) {
-            style.horizontal = horizontal;
-            style.indent = indent;
-        }));
-        return ink(drawTexts(made, 1, 1));
+    const auto left = [](Horizontal horizontal, quint8 indent) {
+        return inkOf(u"x"_s,
+                     [&](CellStyle& style) {
+                         style.horizontal = horizontal;
+                         style.indent = indent;
+                     })
+            .left();
     };
-    const int step = indented(Horizontal::Left, 1).left() - indented(Horizontal::Left, 0).left();
-    EXPECT_GE(step, 8);
-    EXPECT_LE(step, 11);
-    EXPECT_EQ(indented(Horizontal::Left, 3).left(), indented(Horizontal::Left, 0).left() + 3 * step);
-    EXPECT_EQ(indented(Horizontal::Right, 2).left(), indented(Horizontal::Right, 0).left() - 2 * step);
-    EXPECT_EQ(indented(Horizontal::Center, 2).left(), indented(Horizontal::Center, 0).left());
+    const int step = left(Horizontal::Left, 1) - left(Horizontal::Left, 0);
+    EXPECT_NEAR(step, 9, 2);
+    EXPECT_EQ(left(Horizontal::Left, 3), left(Horizontal::Left, 0) + 3 * step);
+    EXPECT_EQ(left(Horizontal::Right, 2), left(Horizontal::Right, 0) - 2 * step);
+    EXPECT_EQ(left(Horizontal::Center, 2), left(Horizontal::Center, 0));
 }
 
 TEST(SheetTexts, shrinkUntilTheyFit)
 {
-    SheetBuilder made;
-    made.text(1, 1, longText, made.style([](CellStyle& style) { style.shrinkToFit = true; }));
-    const QRect found = ink(drawTexts(made));
+    const QRect found = inkOf(longText, [](CellStyle& style) { style.shrinkToFit = true; });
     EXPECT_LT(found.right(), cellWidth);
     EXPECT_GT(found.right(), cellWidth - 12) << "no smaller than it must be";
 }
@@ -209,16 +194,12 @@ TEST(SheetTexts, shrinkUntilTheyFit)
 TEST(SheetTexts, turn)
 {
     const auto turned = [](qint16 angle) {
-        SheetBuilder made;
-        made.text(1, 1, u"mmmmm"_s, made.style([&](CellStyle& style) { style.rotation = angle; }));
-        made.row(1).height = 60;
-        return ink(drawTexts(made));
+        return inkOf(u"mmmmm"_s, [&](CellStyle& style) { style.rotation = angle; });
     };
     EXPECT_GT(turned(0).width(), 3 * turned(0).height());
-    EXPECT_GT(turned(90).height(), 3 * turned(90).width());
-    EXPECT_GT(turned(-90).height(), 3 * turned(-90).width());
+    for (const qint16 angle : {qint16(90), qint16(-90), qint16(255)}) // 255: letters stacked
+        EXPECT_GT(turned(angle).height(), 3 * turned(angle).width()) << angle;
     EXPECT_NEAR(turned(45).height(), turned(45).width(), 4);
-    EXPECT_GT(turned(255).height(), 3 * turned(255).width()) << "letters stacked";
 }
 
 TEST(SheetTexts, centreAcrossASelection)
@@ -231,13 +212,9 @@ TEST(SheetTexts, centreAcrossASelection)
 
 TEST(SheetTexts, repeatToFillTheCell)
 {
-    SheetBuilder made, once;
-    made.text(1, 1, u"-"_s, alignedStyle(made, Horizontal::Fill));
-    once.text(1, 1, u"-"_s);
-    const QRect found = ink(drawTexts(made));
+    const QRect found = inkOf(u"-"_s, [](CellStyle& style) { style.horizontal = Horizontal::Fill; });
     EXPECT_GT(found.width(), 45);
     EXPECT_LT(found.right(), cellWidth);
-    EXPECT_LT(ink(drawTexts(once)).width(), 8);
 }
 
 TEST(SheetTexts, standInTheMiddleOfMergedAreas)
@@ -258,7 +235,7 @@ TEST(SheetTexts, mirrorWithTheSheet)
     const QImage image = drawTexts(made);
     EXPECT_EQ(image.pixel(2 * cellWidth + 10, 1), red) << "column A is at the right";
     EXPECT_NE(image.pixel(cellWidth + 10, 1), red);
-    EXPECT_FALSE(columnHasInk(image, 1));
+    EXPECT_EQ(inkedColumns(image), ".##");
 }
 
 TEST(SheetTexts, takeTheirColours)
@@ -270,21 +247,18 @@ TEST(SheetTexts, takeTheirColours)
     first.bold = second.bold = true;
     made.richText(1, 1, u"HHHH HHHH"_s, {{0, first}, {5, second}}).number(2, 1, -88, made.formatStyle(u"0;[Red]-0"_s));
     const QImage image = drawTexts(made, 2, 2);
-    const auto reddish = [&](int x, int y) { return qRed(image.pixel(x, y)) > 200 && qBlue(image.pixel(x, y)) < 80; };
-    const auto bluish = [&](int x, int y) { return qBlue(image.pixel(x, y)) > 200 && qRed(image.pixel(x, y)) < 80; };
-    int lastRed = -1, firstBlue = image.width(), redBelow = 0;
+    QRect reddish, bluish, redBelow;
     for (int x = 0; x < image.width(); ++x)
         for (int y = 0; y < image.height(); ++y) {
-            if (y >= cellHeight)
-                redBelow += reddish(x, y) ? 1 : 0;
-            else if (reddish(x, y))
-                lastRed = x;
-            else if (bluish(x, y))
-                firstBlue = std::min(firstBlue, x);
+            const QRgb color = image.pixel(x, y);
+            if (qRed(color) > 200 && qBlue(color) < 80)
+                (y < cellHeight ? reddish : redBelow) |= QRect(x, y, 1, 1);
+            else if (qBlue(color) > 200 && qRed(color) < 80)
+                bluish |= QRect(x, y, 1, 1);
         }
-    EXPECT_GT(lastRed, 10);
-    EXPECT_GT(firstBlue, lastRed);
-    EXPECT_GT(redBelow, 3) << "the number's format asks for red";
+    EXPECT_GT(reddish.right(), 10);
+    EXPECT_GT(bluish.left(), reddish.right());
+    EXPECT_GT(redBelow.width(), 3) << "the number's format asks for red";
 }
 
 TEST(SheetTexts, runsWithoutAFontTakeTheCells)
@@ -299,34 +273,34 @@ TEST(SheetTexts, runsWithoutAFontTakeTheCells)
 
 TEST(SheetTexts, areUnderlinedAndStruckOut)
 {
-    const auto longestStroke = [](const FontStyle& font, double number) {
+    FontStyle plain, single, doubled, accounting, struck;
+    single.underline = Underline::Single;
+    doubled.underline = Underline::Double;
+    accounting.underline = Underline::SingleAccounting;
+    struck.strikeOut = true;
+    // As wide as three digits, or as the cell.
+    const std::tuple<FontStyle, int, int> rows[] = {
+        {plain, 0, 0}, {single, 1, 21}, {doubled, 2, 21}, {struck, 1, 21}, {accounting, 1, cellWidth - 4},
+    };
+    for (const auto& [font, strokes, width] : rows) {
         SheetBuilder made;
-        made.number(1, 1, number, made.fontStyle(font));
+        made.number(1, 1, 111, made.fontStyle(font));
         const QImage image = drawTexts(made, 1, 1);
-        int longest = 0, rows = 0;
+        int found = 0, longest = 0;
         for (int y = 0; y < image.height(); ++y) {
             int run = 0, best = 0;
             for (int x = 0; x < image.width(); ++x) {
                 run = qGray(image.pixel(x, y)) < 60 ? run + 1 : 0;
                 best = std::max(best, run);
             }
-            if (best > 10)
-                ++rows;
-            longest = std::max(longest, best);
+            if (best > 10) {
+                ++found;
+                longest = std::max(longest, best);
+            }
         }
-        return std::pair(longest, rows);
-    };
-    FontStyle plain, single, doubled, accounting, struck;
-    single.underline = Underline::Single;
-    doubled.underline = Underline::Double;
-    accounting.underline = Underline::SingleAccounting;
-    struck.strikeOut = true;
-    EXPECT_EQ(longestStroke(plain, 111).second, 0);
-    EXPECT_EQ(longestStroke(single, 111).second, 1);
-    EXPECT_EQ(longestStroke(doubled, 111).second, 2);
-    EXPECT_EQ(longestStroke(struck, 111).second, 1);
-    EXPECT_NEAR(longestStroke(single, 111).first, 21, 2) << "as wide as three digits";
-    EXPECT_NEAR(longestStroke(accounting, 111).first, cellWidth - 4, 2) << "as wide as the cell";
+        EXPECT_EQ(found, strokes) << int(font.underline);
+        EXPECT_NEAR(longest, width, 2) << int(font.underline);
+    }
 }
 
 TEST(SheetTexts, raisedAndLoweredLettersAreSmaller)
@@ -351,24 +325,19 @@ TEST(SheetTexts, hideZerosWhereTheViewSaysSo)
     SheetBuilder made;
     made.number(1, 1, 0).number(1, 2, 1).boolean(1, 3, false);
     made.sheet().view.showZeros = false;
-    const QImage image = drawTexts(made);
-    EXPECT_FALSE(columnHasInk(image, 1));
-    EXPECT_TRUE(columnHasInk(image, 2));
-    EXPECT_TRUE(columnHasInk(image, 3));
+    EXPECT_EQ(inkedColumns(drawTexts(made)), ".##");
 }
 
 TEST(SheetTexts, showWhatAJobPutIn)
 {
     SheetBuilder made, expected;
     made.number(1, 1, 5).text(1, 2, u"old"_s);
-    made.sheet().view.gridLines = expected.sheet().view.gridLines = false;
     SheetOverlay overlay;
     overlay.values[{1, 1}] = {CellKind::SheetText, 0, u"new"_s};
     overlay.values[{1, 2}] = {CellKind::Blank, 0, {}};
     overlay.values[{2, 1}] = {CellKind::Number, 7, {}};
     expected.text(1, 1, u"new"_s).number(2, 1, 7);
-    EXPECT_EQ(SheetPainter(made.workbook(), made.content(), &overlay).image({1, 1, 2, 2}),
-              SheetPainter(expected.workbook(), expected.content()).image({1, 1, 2, 2}));
+    EXPECT_EQ(draw(made, 2, 2, 1, &overlay), draw(expected, 2, 2));
 }
 
 TEST(SheetTexts, areTwiceAsLargeAtScaleTwo)

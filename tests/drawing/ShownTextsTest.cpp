@@ -1,5 +1,6 @@
 #include "host/embedded/drawing/ShownTexts.h"
 #include "SheetBuilder.h"
+#include "support/TextTable.h"
 
 #include <gtest/gtest.h>
 
@@ -20,17 +21,13 @@ TEST(ShownTexts, tellsShownAndPlainTextOfEveryKind)
         .number(1, 7, 45296, made.formatStyle(u"yyyy-mm-dd"_s))
         .number(1, 8, -1, made.formatStyle(u"yyyy-mm-dd"_s));
     const ShownTexts texts(made.workbook(), made.content());
-    const std::pair<const char*, const char*> expected[] = {
-        {"1,234.50", "1234.5"},  {"0.333333333333333", "0.333333333333333"},
-        {"<abc>", "abc"},        {"TRUE", "TRUE"},
-        {"#N/A", "#N/A"},        {"", ""},
-        {"2024-01-05", "45296"}, {"########", "-1"},
-    };
     int column = 0;
-    for (const auto& [shown, plain] : expected) {
+    for (const auto& [shown, plain] : test::textPairs(R"(
+        1,234.50 → 1234.5 | 0.333333333333333 → 0.333333333333333 | <abc> → abc | TRUE → TRUE | #N/A → #N/A | →
+        2024-01-05 → 45296 | ######## → -1)")) {
         const Cell* cell = made.content()->find(1, ++column);
-        EXPECT_EQ(texts.shown(*cell).toStdString(), shown) << "column " << column;
-        EXPECT_EQ(texts.plain(*cell).toStdString(), plain) << "column " << column;
+        EXPECT_EQ(texts.shown(*cell), shown) << "column " << column;
+        EXPECT_EQ(texts.plain(*cell), plain) << "column " << column;
     }
 }
 

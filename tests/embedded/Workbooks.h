@@ -2,8 +2,7 @@
 
 #include "host/embedded/EmbeddedHost.h"
 #include "host/embedded/EmbeddedSheet.h"
-#include "platform/RuntimeError.h"
-#include "support/QtPrinting.h"
+#include "support/ThrownError.h"
 #include "support/XlsxWriter.h"
 
 namespace lumivane::test {
@@ -27,16 +26,9 @@ struct OwnApplication
     }
 };
 
-/// The description of the RuntimeError that an action throws; "none" if it throws none.
-template <class Action>
-QString failureOf(Action action)
+inline CellArea area(const QString& address)
 {
-    try {
-        action();
-    } catch (const RuntimeError& failure) {
-        return failure.description();
-    }
-    return QStringLiteral("none");
+    return CellArea::parse(address).value();
 }
 
 } // namespace lumivane::test

@@ -37,6 +37,8 @@ TEST(EmbeddedApplication, KeepsItsWorkbooksInTheOrderOfOpening)
     EXPECT_EQ(nameOf(own.application.ActiveSheet()), u"Two"_s);
     EXPECT_EQ(own.application.WorkbooksCount(), 1);
     EXPECT_THROW(own.application.WorkbookItem(2), RuntimeError);
+    EXPECT_TRUE(failureOf([&] { own.application.Open(u"/nowhere/Gone.xlsx"_s); }).text.contains(u"Gone.xlsx"_s));
+    EXPECT_EQ(own.application.WorkbooksCount(), 1);
     own.application.Quit();
     EXPECT_EQ(own.application.ActiveWorkbook(), nullptr);
     EXPECT_EQ(second->WorksheetByName(u"two"_s)->valueText(1, 1), u"1"_s) << "whoever holds it can go on";
@@ -68,21 +70,13 @@ TEST(EmbeddedWorkbook, TellsADamagedSheetWhenItIsNeededAndNotBefore)
     EXPECT_EQ(workbook->WorksheetByName(u"Data"_s)->valueText(1, 1), u"1"_s);
     EXPECT_TRUE(Excel_HasSheet(workbook, u"Bad"_s));
     const auto bad = workbook->WorksheetByName(u"Bad"_s);
-    const QString failure = failureOf([&] { bad->CopyPicture(CellArea::cell(1, 1)); });
-    EXPECT_TRUE(failure.contains(u"Bad"_s) && failure.contains(u"Report.xlsx"_s)) << failure.toStdString();
-    EXPECT_EQ(failureOf([&] { bad->contentArea(); }), failure);
+    const QString failure = failureOf([&] { bad->CopyPicture(area(u"A1"_s)); }).text;
+    EXPECT_TRUE(failure.contains(u"Bad"_s) && failure.contains(u"Report.xlsx"_s)) << failure;
+    EXPECT_EQ(failureOf([&] { bad->contentArea(); }).text, failure);
 
     EXPECT_TRUE(log.entries.isEmpty());
     EXPECT_FALSE(Excel_HasShape(bad, u"Chart 1"_s));
     EXPECT_TRUE(log.entries.value(0).endsWith(failure)) << "damaged, not missing";
-}
-
-TEST(EmbeddedWorkbook, AMissingFileIsToldByName)
-{
-    OwnApplication own;
-    const QString failure = failureOf([&] { own.application.Open(u"/nowhere/Gone.xlsx"_s); });
-    EXPECT_TRUE(failure.contains(u"Gone.xlsx"_s)) << failure.toStdString();
-    EXPECT_EQ(own.application.WorkbooksCount(), 0);
 }
 
 TEST(EmbeddedWorkbook, ChangesEndWithTheOpening)
@@ -131,157 +125,96 @@ TEST(EmbeddedSheet, RefusesPicturesNobodyCouldLookAt)
 {
     OwnApplication own;
     const auto sheet = own.sheet("<row r=\"1\"><c r=\"A1\"><v>1</v></c></row><row r=\"2\" hidden=\"1\"/>");
-    EXPECT_EQ(failureOf([&] { sheet->CopyPicture(*CellArea::parse(u"A2:C2")); }),
-              u"Nothing of the range A2:C2 on sheet \"Data\" of workbook \"Report.xlsx\" is visible: all its rows or "
-              "columns are hidden."_s);
-    const QString tooLarge = failureOf([&] { sheet->CopyPicture(*CellArea::parse(u"A1:CZ9999")); });
-    EXPECT_TRUE(tooLarge.startsWith(u"The range A1:CZ9999 on sheet \"Data\" of workbook \"Report.xlsx\" is too large "
-                                    "for a picture ("_s))
-        << tooLarge.toStdString();
-    EXPECT_TRUE(failureOf([&] { sheet->CopyPicture(CellArea::wholeSheet()); }).contains(u"too large"_s));
+    const auto failure = [&](const CellArea& cells, double scale = 1) {
+        return failureOf([&] { sheet->CopyPicture(cells, scale); }).text;
+    };
+    EXPECT_EQ(failure(area(u"A2:C2"_s)), u"Nothing of the range A2:C2 on sheet \"Data\" of workbook \"Report.xlsx\" is "
+                                         "visible: all its rows or columns are hidden."_s);
+    EXPECT_TRUE(failure(area(u"A1:CZ9999"_s))
+                    .startsWith(u"The range A1:CZ9999 on sheet \"Data\" of workbook \"Report.xlsx\" is too large for a "
+                                "picture ("_s));
+    EXPECT_TRUE(failure(CellArea::wholeSheet()).contains(u"too large"_s));
     for (const double scale : {0.0, -1.0, 9.0, std::nan("")})
-        EXPECT_TRUE(failureOf([&] { sheet->CopyPicture(CellArea::cell(1, 1), scale); }).contains(u"scale"_s)) << scale;
-    EXPECT_EQ(sheet->CopyPicture(*CellArea::parse(u"A1:B3"), 2).size(),
-              sheet->CopyPicture(*CellArea::parse(u"A1:B3")).size() * 2);
+        EXPECT_TRUE(failure(area(u"A1"_s), scale).contains(u"scale"_s)) << scale;
+    EXPECT_EQ(sheet->CopyPicture(area(u"A1:B3"_s), 2).size(), sheet->CopyPicture(area(u"A1:B3"_s)).size() * 2);
 }
 
-constexpr int emuPerPixel = 9525;
-
-std::string corner(const std::string& tag, int column, int row)
+WorkbookParts withDrawing(const std::string& sheetData, const std::string& anchor)
 {
-    return "<xdr:" + tag + "><xdr:col>" + std::to_string(column) + "</xdr:col><xdr:colOff>0</xdr:colOff><xdr:row>" +
-           std::to_string(row) + "</xdr:row><xdr:rowOff>0</xdr:rowOff></xdr:" + tag + ">";
+    return WorkbookParts({{"Data",
+                           "<sheetFormatPr defaultColWidth='9.140625' defaultRowHeight='15' customHeight='1'/>"
+                           "<sheetData>" +
+                               sheetData + "</sheetData><drawing r:id='d'/>",
+                           ""}})
+        .drawings(anchor);
 }
 
-/// Where a drawing lies, as <xdr:...> around it.
-struct DrawingPlace
+/// From B2 to the corner of D5.
+std::string b2ToD5(const std::string& attributes = "")
 {
-    std::string tag, inside;
-};
-
-const DrawingPlace b2ToD5{"twoCellAnchor", corner("from", 1, 1) + corner("to", 3, 4)}; // the corner of D5
-
-DrawingPlace fromB2(int width, int height)
-{
-    return {"oneCellAnchor", corner("from", 1, 1) + "<xdr:ext cx=\"" + std::to_string(width * emuPerPixel) +
-                                 "\" cy=\"" + std::to_string(height * emuPerPixel) + "\"/>"};
-}
-
-/// A workbook with a chart, as stored by spreadsheet programs.
-WorkbookParts withChart(const std::string& sheetData, const DrawingPlace& place = b2ToD5,
-                        const std::string& attributes = "")
-{
-    const std::string relations = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
-    WorkbookParts parts({{"Data", "<sheetData>" + sheetData + "</sheetData><drawing r:id=\"d1\"/>", ""}});
-    const std::string list = "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
-                             "<Relationship Id=\"";
-    parts.set("xl/worksheets/_rels/sheet1.xml.rels", list + "d1\" Type=\"" + relations +
-                                                         "/drawing\" Target=\"../drawings/drawing1.xml\"/>"
-                                                         "</Relationships>");
-    parts.set("xl/drawings/_rels/drawing1.xml.rels",
-              list + "c1\" Type=\"" + relations + "/chart\" Target=\"../charts/chart1.xml\"/></Relationships>");
-    parts.set("xl/charts/chart1.xml",
-              "<c:chartSpace xmlns:c=\"http://schemas.openxmlformats.org/drawingml/2006/chart\"/>");
-    parts.set("xl/drawings/drawing1.xml",
-              "<xdr:wsDr xmlns:xdr=\"http://schemas.openxmlformats.org/drawingml/2006/spreadsheetDrawing\" "
-              "xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\" xmlns:r=\"" +
-                  relations + "\"><xdr:" + place.tag + ">" + place.inside +
-                  "<xdr:graphicFrame><xdr:nvGraphicFramePr><xdr:cNvPr id=\"2\" name=\"Sales\"" + attributes +
-                  "/><xdr:cNvGraphicFramePr/></xdr:nvGraphicFramePr><a:graphic><a:graphicData "
-                  "uri=\"http://schemas.openxmlformats.org/drawingml/2006/chart\"><c:chart "
-                  "xmlns:c=\"http://schemas.openxmlformats.org/drawingml/2006/chart\" r:id=\"c1\"/></a:graphicData>"
-                  "</a:graphic></xdr:graphicFrame><xdr:clientData/></xdr:" +
-                  place.tag + "></xdr:wsDr>");
-    return parts;
+    return drawingAnchor(1, 1, 3, 4, chartObject("Sales", attributes));
 }
 
 TEST(EmbeddedSheet, TellsWhatAPictureLacks)
 {
     OwnApplication own;
     const auto sheet =
-        own.open(withChart("<row r=\"7\"><c r=\"A7\"><f>B7</f></c><c r=\"C7\"><f>B7</f></c></row>"))->ActiveSheet();
+        own.open(withDrawing("<row r='7'><c r='A7'><f>B7</f></c><c r='C7'><f>B7</f></c></row>", b2ToD5()))
+            ->ActiveSheet();
     EXPECT_EQ(sheet->ShapeNames(), QStringList(u"Sales"_s));
-    EXPECT_EQ(sheet->undrawn(*CellArea::parse(u"A1:C7")),
+    EXPECT_EQ(sheet->undrawn(area(u"A1:C7"_s)),
               QStringList({u"the chart \"Sales\""_s, u"the results of 2 formulas, which the file does not store"_s}));
-    EXPECT_EQ(sheet->undrawn(*CellArea::parse(u"B6:C9")),
+    EXPECT_EQ(sheet->undrawn(area(u"B6:C9"_s)),
               QStringList(u"the result of a formula, which the file does not store"_s));
-    EXPECT_EQ(sheet->undrawn(*CellArea::parse(u"E1:F9")), QStringList());
+    EXPECT_EQ(sheet->undrawn(area(u"E1:F9"_s)), QStringList());
     sheet->Rows(u"2:5"_s).setRowHeight(0);
-    EXPECT_EQ(sheet->undrawn(*CellArea::parse(u"A1:D6")), QStringList()) << "squeezed away with its rows";
+    EXPECT_EQ(sheet->undrawn(area(u"A1:D6"_s)), QStringList()) << "squeezed away with its rows";
 }
 
 TEST(EmbeddedSheet, TellsOfConditionalFormatsOnlyWhereTheyHold)
 {
     OwnApplication own;
     const auto sheet =
-        own.open(WorkbookParts({{"Data",
-                                 oneCell + "<conditionalFormatting sqref=\"B2:C4\"><cfRule type=\"cellIs\" "
-                                           "priority=\"1\" operator=\"greaterThan\"><formula>1</formula>"
-                                           "</cfRule></conditionalFormatting>",
-                                 ""}}))
+        own.open(WorkbookParts(
+                     {{"Data",
+                       oneCell + "<conditionalFormatting sqref='B2:C4'><cfRule type='cellIs'/></conditionalFormatting>",
+                       ""}}))
             ->ActiveSheet();
-    EXPECT_EQ(sheet->undrawn(*CellArea::parse(u"C4:F9")), QStringList(u"formats that depend on conditions"_s));
-    EXPECT_EQ(sheet->undrawn(*CellArea::parse(u"A1:A9")), QStringList());
+    EXPECT_EQ(sheet->undrawn(area(u"C4:F9"_s)), QStringList(u"formats that depend on conditions"_s));
+    EXPECT_EQ(sheet->undrawn(area(u"A1:A9"_s)), QStringList());
 }
 
 TEST(EmbeddedSheet, ADrawingIsMissedWhereverAnyOfItWouldShow)
 {
-    struct Row
-    {
-        const char* name;
-        DrawingPlace place;
-        const char* area;
-        bool missed;
-        const char* attributes = "";
-    };
+    const auto sized = [](int width, int height) { return sizedAnchor(1, 1, width, height, chartObject("Sales")); };
     // Rows of 20 and columns of 64 pixels.
-    const Row rows[] = {
-        {"last cell of the anchor", b2ToD5, "C4", true},
-        {"the anchor only touches this row", b2ToD5, "C5", false},
-        {"the anchor only touches this column", b2ToD5, "D4", false},
-        {"above the anchor", b2ToD5, "B1", false},
-        {"one pixel of the next row", fromB2(64, 21), "B3", true},
-        {"not one pixel of it", fromB2(64, 20), "B3", false},
-        {"one pixel of the next column", fromB2(65, 20), "C2", true},
-        {"far beyond its cell", fromB2(6400, 20000), "CA900", true},
-        {"without size", fromB2(0, 0), "A1:Z9", false},
-        {"hidden by its owner", b2ToD5, "A1:Z9", false, " hidden=\"1\""},
+    const std::tuple<const char*, std::string, QString, bool> rows[] = {
+        {"last cell of the anchor", b2ToD5(), u"C4"_s, true},
+        {"the anchor only touches this row", b2ToD5(), u"C5"_s, false},
+        {"the anchor only touches this column", b2ToD5(), u"D4"_s, false},
+        {"above the anchor", b2ToD5(), u"B1"_s, false},
+        {"one pixel of the next row", sized(64, 21), u"B3"_s, true},
+        {"not one pixel of it", sized(64, 20), u"B3"_s, false},
+        {"one pixel of the next column", sized(65, 20), u"C2"_s, true},
+        {"far beyond its cell", sized(6400, 20000), u"CA900"_s, true},
+        {"without size", sized(0, 0), u"A1:Z9"_s, false},
+        {"hidden by its owner", b2ToD5(" hidden='1'"), u"A1:Z9"_s, false},
     };
     OwnApplication own;
-    for (const Row& row : rows) {
-        const std::string even = "<row r=\"1\"/>";
-        WorkbookParts parts = withChart(even, row.place, row.attributes);
-        auto& sheetXml = std::find_if(parts.entries.begin(), parts.entries.end(), [](const PackageEntry& entry) {
-                             return entry.name == "xl/worksheets/sheet1.xml";
-                         })->bytes;
-        sheetXml.insert(sheetXml.find("<sheetData>"),
-                        "<sheetFormatPr defaultColWidth=\"9.140625\" defaultRowHeight=\"15\" customHeight=\"1\"/>");
-        const auto sheet = own.open(parts)->ActiveSheet();
-        EXPECT_EQ(!sheet->undrawn(*CellArea::parse(QString::fromLatin1(row.area))).isEmpty(), row.missed) << row.name;
+    for (const auto& [name, anchor, cells, missed] : rows) {
+        const auto sheet = own.open(withDrawing("", anchor))->ActiveSheet();
+        EXPECT_EQ(!sheet->undrawn(area(cells)).isEmpty(), missed) << name;
     }
 }
 
 TEST(EmbeddedSheet, SaysWhyAChartIsNotShown)
 {
     OwnApplication own;
-    const auto sheet = own.open(withChart(""))->ActiveSheet();
-    EXPECT_EQ(failureOf([&] { sheet->CopyShapePicture(u"SALES"_s); }),
+    const auto sheet = own.open(withDrawing("", b2ToD5()))->ActiveSheet();
+    EXPECT_EQ(failureOf([&] { sheet->CopyShapePicture(u"SALES"_s); }).text,
               u"The chart \"SALES\" on sheet \"Data\" of workbook \"Report.xlsx\" cannot be drawn yet."_s);
-    EXPECT_EQ(failureOf([&] { sheet->CopyShapePicture(u"Costs"_s); }),
+    EXPECT_EQ(failureOf([&] { sheet->CopyShapePicture(u"Costs"_s); }).text,
               u"There is no chart or shape \"Costs\" on sheet \"Data\" of workbook \"Report.xlsx\"."_s);
-}
-
-TEST(EmbeddedWorker, IsAWorkerLikeAnyOther)
-{
-    setHostFactory({makeEmbeddedWorker, {}});
-    XLInstance instance;
-    ASSERT_TRUE(Excel_Init(instance));
-    const QString path = writeTemporary(u"Report.xlsx"_s, WorkbookParts({{"Data", oneCell, ""}}).package());
-    instance->Open(path);
-    bool otherFolder = false;
-    EXPECT_TRUE(Excel_HasWorkbook(instance, path, otherFolder));
-    Excel_Exit(instance);
-    setHostFactory({});
 }
 
 } // namespace

@@ -1,7 +1,8 @@
 #include "range/AnchorChoices.h"
 
-#include "platform/RuntimeError.h"
 #include "support/PlainSheet.h"
+#include "support/TextTable.h"
+#include "support/ThrownError.h"
 
 #include <gtest/gtest.h>
 
@@ -22,41 +23,23 @@ QString choicesIn(PlainSheet& sheet, const QString& range)
     return texts.join(u' ');
 }
 
-struct ValueRow
+TEST(AnchorChoices, LeaveOutNumbersWithDecimalsAndBlanks)
 {
-    const char* name;
-    QString value;
-    bool offered;
-};
-void PrintTo(const ValueRow& row, std::ostream* out)
-{
-    *out << row.name;
+    for (const auto& [name, value, offered] : textTable<3>(R"(
+        whole number                 | 2008        | 2008@1001
+        decimals                     | 2008.5      |
+        negative decimals            | -.5         |
+        grouped digits               | 1,250       |
+        small number without a point | 1E-05       | 1E-05@1001
+        text with a point            | No.5        | No.5@1001
+        text with a comma            | Sales,total | Sales,total@1001
+        version                      | 1.2.3       | 1.2.3@1001
+        blank                        |             |)")) {
+        PlainSheet sheet(u"Data"_s);
+        sheet.put(u"A1"_s, value);
+        EXPECT_EQ(choicesIn(sheet, u"A1:B2"_s), offered) << name;
+    }
 }
-
-class OfferedValues : public testing::TestWithParam<ValueRow>
-{
-};
-
-TEST_P(OfferedValues, LeaveOutNumbersWithDecimals)
-{
-    PlainSheet sheet(u"Data"_s);
-    sheet.put(u"A1"_s, GetParam().value);
-    EXPECT_EQ(choicesIn(sheet, u"A1:B2"_s), GetParam().offered ? GetParam().value + u"@1001"_s : u""_s);
-}
-
-const ValueRow valueRows[] = {
-    {"whole_number", u"2008"_s, true},
-    {"decimals", u"2008.5"_s, false},
-    {"negative_decimals", u"-.5"_s, false},
-    {"grouped_digits", u"1,250"_s, false},
-    {"small_number_without_a_point", u"1E-05"_s, true},
-    {"text_with_a_point", u"No.5"_s, true},
-    {"text_with_a_comma", u"Sales,total"_s, true},
-    {"version", u"1.2.3"_s, true},
-    {"blank", u""_s, false},
-};
-INSTANTIATE_TEST_SUITE_P(Values, OfferedValues, testing::ValuesIn(valueRows),
-                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(AnchorChoices, GoDownTheFirstColumnFirstAndKeepEqualValuesApart)
 {
@@ -100,12 +83,8 @@ TEST(AnchorChoices, PlacesEndWithThe32ndColumn)
     EXPECT_EQ(choicesIn(sheet, u"A1:AH800"_s), u"a@1001 last@32767"_s) << "columns without values need no place";
     sheet.put(u"AG1"_s, u"beyond"_s);
     std::vector<AnchorChoice> choices;
-    try {
-        collectAnchorChoices(sheet.Range(u"A1:AH800"_s), choices);
-        ADD_FAILURE() << "a place in the 33rd column was given";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.number(), RuntimeError::Overflow);
-    }
+    EXPECT_EQ(failureOf([&] { collectAnchorChoices(sheet.Range(u"A1:AH800"_s), choices); }).number,
+              RuntimeError::Overflow);
     EXPECT_EQ(choices, (std::vector<AnchorChoice>{{u"a"_s, 1001}, {u"last"_s, 32767}}));
 }
 
@@ -119,18 +98,13 @@ TEST(AnchorChoices, RowsBeyond999CountAsRowsOfLaterColumns)
 
 TEST(AnchorChoices, AreCellsOfTheSheet)
 {
-    const struct
-    {
-        qint16 place;
-        int firstRow, firstColumn;
-        QString inColumn, inRow;
-    } rows[] = {{1001, 1, 1, u"$A1"_s, u"A$1"_s},
-                {3012, 5, 25, u"$AA16"_s, u"AA$16"_s},
-                {32767, 1, 225, u"$IV767"_s, u"IV$767"_s}};
-    for (const auto& row : rows) {
-        const AnchorCell cell(row.place, row.firstRow, row.firstColumn);
-        EXPECT_EQ(cell.anchor(true), row.inColumn);
-        EXPECT_EQ(cell.anchor(false), row.inRow);
+    const std::tuple<qint16, int, int, QString, QString> rows[] = {{1001, 1, 1, u"$A1"_s, u"A$1"_s},
+                                                                   {3012, 5, 25, u"$AA16"_s, u"AA$16"_s},
+                                                                   {32767, 1, 225, u"$IV767"_s, u"IV$767"_s}};
+    for (const auto& [place, firstRow, firstColumn, inColumn, inRow] : rows) {
+        const AnchorCell cell(place, firstRow, firstColumn);
+        EXPECT_EQ(cell.anchor(true), inColumn);
+        EXPECT_EQ(cell.anchor(false), inRow);
     }
 }
 

@@ -1,8 +1,9 @@
-#include "Engines.h"
+#include "SheetFile.h"
 
-#include "platform/RuntimeError.h"
 #include "repository/clsWorkspacePanel.h"
 #include "support/LogCapture.h"
+#include "support/TextTable.h"
+#include "support/ThrownError.h"
 
 #include <gtest/gtest.h>
 
@@ -12,270 +13,174 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-template <class Row>
-std::string rowName(const testing::TestParamInfo<std::tuple<Engine, Row>>& info)
+TEST(ContentMatchText, IsReadClauseByClause)
 {
-    return std::string(std::get<1>(info.param).name) + "_" + std::get<0>(info.param).name;
-}
-
-/// Rows of a table are named after their case.
-template <class Row>
-requires requires(const Row& row)
-{
-    row.contentMatch;
-}
-void PrintTo(const Row& row, std::ostream* out)
-{
-    *out << row.name;
-}
-
-struct MatchRow
-{
-    const char* name;
-    QString text;
-    QString bottom, anchor, content; ///< "kept" stands for what the caller passed
-};
-
-class ContentMatchText : public testing::TestWithParam<MatchRow>
-{
-};
-
-TEST_P(ContentMatchText, IsReadClauseByClause)
-{
-    clsWorkspacePanel panel;
-    panel.ContentMatch = GetParam().text;
-    QString bottom = u"kept"_s, anchor = u"kept"_s, content = u"kept"_s;
-    panel.parseContentMatch(bottom, anchor, content);
-    EXPECT_EQ(bottom, GetParam().bottom);
-    EXPECT_EQ(anchor, GetParam().anchor);
-    EXPECT_EQ(content, GetParam().content);
-}
-
-const MatchRow matchRows[] = {
-    {"all_three", u"bottom=$H$40`anchor=$C5`content=Total sales"_s, u"$H$40"_s, u"$C5"_s, u"Total sales"_s},
-    {"empty_clauses", u"bottom=`anchor=`content="_s, u""_s, u""_s, u""_s},
-    {"bottom_alone", u"bottom=$H$40"_s, u"$H$40"_s, u"kept"_s, u"kept"_s},
-    {"nothing", u""_s, u""_s, u"kept"_s, u"kept"_s},
-    {"keywords_in_capitals", u"BOTTOM=$A$1`Anchor=$C5`CONTENT=x"_s, u"$A$1"_s, u"$C5"_s, u"x"_s},
-    {"anchor_without_an_end", u"bottom=$A$1`anchor=$C5"_s, u"$A$1"_s, u"kept"_s, u"kept"_s},
-    {"no_content_clause", u"bottom=$A$1`anchor=$C5`"_s, u"$A$1"_s, u""_s, u""_s},
-    {"back_quote_in_the_value", u"bottom=`anchor=$C5`content=a`b"_s, u""_s, u"$C5"_s, u"a`b"_s},
-    {"keyword_in_the_value", u"bottom=`anchor=$C5`content=a content=b"_s, u""_s, u"$C5"_s, u"a content=b"_s},
-    {"no_bottom_clause", u"anchor=C$5`content=x"_s, u""_s, u"C$5"_s, u"x"_s},
-};
-
-INSTANTIATE_TEST_SUITE_P(Texts, ContentMatchText, testing::ValuesIn(matchRows),
-                         [](const auto& row) { return row.param.name; });
-
-struct LocateRow
-{
-    const char* name;
-    QString picRange, relativeTo, contentMatch;
-    QString cells; ///< as in a Grid, separated by "|"
-    QString found; ///< a number alone: that failure
-    int rowOffset = 0, columnOffset = 0;
-    QString newCell = {};
-};
-
-class Locating : public testing::TestWithParam<std::tuple<Engine, LocateRow>>
-{
-};
-
-TEST_P(Locating, FindsTheRangeOfThisVersion)
-{
-    const auto& [engine, row] = GetParam();
-    const auto sheet = engine.open({row.cells.split(u'|', Qt::SkipEmptyParts), {}, {}});
-    clsWorkspacePanel panel;
-    panel.PicRange = row.picRange;
-    panel.RelativeTo = row.relativeTo;
-    panel.ContentMatch = row.contentMatch;
-    QString found;
-    try {
-        panel.GetAdjRange(*sheet);
-        found = panel.adjMovRange();
-    } catch (const RuntimeError& failure) {
-        found = QString::number(failure.number());
+    for (const auto& [name, match, bottom, anchor, content] : textTable<5>(R"(
+        all three               | bottom=$H$40`anchor=$C5`content=Total sales | $H$40 | $C5  | Total sales
+        empty clauses           | bottom=`anchor=`content=                    |       |      |
+        bottom alone            | bottom=$H$40                                | $H$40 | kept | kept
+        nothing                 |                                             |       | kept | kept
+        keywords in capitals    | BOTTOM=$A$1`Anchor=$C5`CONTENT=x            | $A$1  | $C5  | x
+        anchor without an end   | bottom=$A$1`anchor=$C5                      | $A$1  | kept | kept
+        no content clause       | bottom=$A$1`anchor=$C5`                     | $A$1  |      |
+        back-quote in the value | bottom=`anchor=$C5`content=a`b              |       | $C5  | a`b
+        keyword in the value    | bottom=`anchor=$C5`content=a content=b      |       | $C5  | a content=b
+        no bottom clause        | anchor=C$5`content=x                        |       | C$5  | x)")) {
+        clsWorkspacePanel panel;
+        panel.ContentMatch = match;
+        QString found[] = {u"kept"_s, u"kept"_s, u"kept"_s};
+        panel.parseContentMatch(found[0], found[1], found[2]);
+        EXPECT_EQ(QStringList({found[0], found[1], found[2]}), QStringList({bottom, anchor, content})) << name;
     }
-    EXPECT_EQ(found, row.found);
-    EXPECT_EQ(panel.rowOffset(), row.rowOffset);
-    EXPECT_EQ(panel.columnOffset(), row.columnOffset);
-    EXPECT_EQ(panel.NewCell, row.newCell);
-    EXPECT_EQ(panel.PicRange, row.picRange) << "locating leaves the stored definition alone";
 }
 
-QString contents(const QString& anchor, const QString& value)
-{
-    return u"bottom=`anchor=%1`content=%2"_s.arg(anchor, value);
-}
-
-const LocateRow locateRows[] = {
-    {"top_stays", u"$B$5:$F$20``"_s, u"top"_s, u"bottom=$H$40"_s, u"H52=x"_s, u"$B$5:$F$20"_s},
-    {"unknown_rule_stays", u"$B$5:$F$20``"_s, u"Bottom"_s, u"bottom=$H$40"_s, u"H52=x"_s, u"$B$5:$F$20"_s},
-
-    {"bottom_follows_growth", u"$B$5:$F$20``"_s, u"bottom"_s, u"bottom=$H$40"_s, u"H52=x"_s, u"B17:F32"_s, 12},
-    {"bottom_follows_crossing", u"$B$5:$F$20``"_s, u"bottom"_s, u"bottom=$H$40"_s, u"A41=x|J1=y"_s, u"D6:H21"_s, 1, 2},
-    {"bottom_clamps_at_the_top", u"C3:D4"_s, u"bottom"_s, u"bottom=$H$40"_s, u"H35=x"_s, u"C1:D2"_s, -2},
-    {"bottom_single_cell", u"$B$5``"_s, u"bottom"_s, u"bottom=$B$5"_s, u"B6=x"_s, u"B6:B6"_s, 1},
-    {"bottom_unknown_stays", u"$B$5:$F$20``"_s, u"bottom"_s, u"bottom="_s, u"H52=x"_s, u"B5:F20"_s},
-    {"bottom_of_one_character_stays", u"$B$5:$F$20``"_s, u"bottom"_s, u"bottom=H"_s, u"H52=x"_s, u"B5:F20"_s},
-    {"bottom_of_an_empty_sheet", u"$B$5:$F$20``"_s, u"bottom"_s, u"bottom=$H$40"_s, u""_s, u"1004"_s},
-
-    {"column_search", u"C5:H20``"_s, u"contents"_s, contents(u"$C5"_s, u"Total"_s), u"C9=Total"_s, u"C9:H24"_s, 4, 0,
-     u"$C9"_s},
-    {"column_search_without_case", u"C5:H20``"_s, u"contents"_s, contents(u"$C5"_s, u"TOTAL"_s), u"C9=Total"_s,
-     u"C9:H24"_s, 4, 0, u"$C9"_s},
-    {"column_search_wraps_to_its_first_cell", u"C5:H20``"_s, u"contents"_s, contents(u"$C5"_s, u"Total"_s),
-     u"C1=Total|C30=x"_s, u"C1:H16"_s, -4, 0, u"$C1"_s},
-    {"column_search_takes_the_first_cell_last", u"C5:H20``"_s, u"contents"_s, contents(u"$C5"_s, u"Total"_s),
-     u"C1=Total|C9=Total"_s, u"C9:H24"_s, 4, 0, u"$C9"_s},
-    {"column_search_ignores_other_columns", u"$C$5:$H$20``"_s, u"contents"_s, contents(u"$C5"_s, u"Total"_s),
-     u"D9=Total"_s, u"$C$5:$H$20"_s, 0, 0, u"$C5"_s},
-    {"whole_text_only", u"$C$5:$H$20``"_s, u"contents"_s, contents(u"$C5"_s, u"Total"_s), u"C9=Total sales"_s,
-     u"$C$5:$H$20"_s, 0, 0, u"$C5"_s},
-    {"no_wild_cards", u"$C$5:$H$20``"_s, u"contents"_s, contents(u"$C5"_s, u"T*"_s), u"C9=Total"_s, u"$C$5:$H$20"_s, 0,
-     0, u"$C5"_s},
-    {"number", u"C5:H20``"_s, u"contents"_s, contents(u"$C5"_s, u"2026"_s), u"C8=20260|C9=2026"_s, u"C9:H24"_s, 4, 0,
-     u"$C9"_s},
-    {"number_with_decimals", u"C5:H20``"_s, u"contents"_s, contents(u"$C5"_s, u"0.1"_s), u"C9=0.1"_s, u"C9:H24"_s, 4, 0,
-     u"$C9"_s},
-    {"value_of_another_script", u"C5:H20``"_s, u"contents"_s, contents(u"$C5"_s, u"\u00dcBERSCHUSS"_s),
-     u"C9=\u00dcberschuss"_s, u"C9:H24"_s, 4, 0, u"$C9"_s},
-    {"beyond_16_bits", u"$C$5:$H$20``"_s, u"contents"_s, contents(u"$C5"_s, u"Total"_s), u"C32768=Total"_s,
-     u"$C$5:$H$20"_s, 0, 0, u"$C5"_s},
-
-    {"row_search", u"C5:D6``"_s, u"contents"_s, contents(u"C$5"_s, u"Total"_s), u"C9=Total|F5=Total"_s, u"F5:G6"_s, 0,
-     3, u"F$5"_s},
-    {"row_search_takes_column_A_last", u"C5:D6``"_s, u"contents"_s, contents(u"C$5"_s, u"Total"_s),
-     u"A5=Total|F5=Total"_s, u"F5:G6"_s, 0, 3, u"F$5"_s},
-    {"row_search_beyond_the_letters", u"$C$5:$D$6``"_s, u"contents"_s, contents(u"C$5"_s, u"Total"_s), u"IW5=Total"_s,
-     u"$C$5:$D$6"_s, 0, 0, u"C$5"_s},
-
-    {"free_search_fixes_the_row", u"C5:D6``"_s, u"contents"_s, contents(u"C5"_s, u"Total"_s), u"F7=Total"_s, u"F7:G8"_s,
-     2, 3, u"F$7"_s},
-    {"free_search_crosses_two_hits", u"C5:D6``"_s, u"contents"_s, contents(u"C5"_s, u"Total"_s), u"F7=Total|B9=Total"_s,
-     u"B7:C8"_s, 2, -1, u"B$7"_s},
-    {"free_search_takes_A1_last", u"C5:D6``"_s, u"contents"_s, contents(u"C5"_s, u"Total"_s), u"A1=Total|F7=Total"_s,
-     u"F7:G8"_s, 2, 3, u"F$7"_s},
-
-    {"both_fixed_searches_nothing", u"$C$5:$H$20``"_s, u"contents"_s, contents(u"$C$5"_s, u"Total"_s), u"C9=Total"_s,
-     u"$C$5:$H$20"_s},
-    {"anchor_too_short", u"$C$5:$H$20``"_s, u"contents"_s, contents(u"C"_s, u"Total"_s), u"C9=Total"_s, u"$C$5:$H$20"_s,
-     0, 0, u"C"_s},
-    {"anchor_that_is_no_cell", u"$C$5:$H$20``"_s, u"contents"_s, contents(u"?5"_s, u"Total"_s), u"C9=Total"_s,
-     u"$C$5:$H$20"_s, 0, 0, u"?5"_s},
-    {"no_value", u"$C$5:$H$20``"_s, u"contents"_s, contents(u"$C5"_s, u""_s), u"C9=Total"_s, u"$C$5:$H$20"_s, 0, 0,
-     u"$C5"_s},
-    {"no_anchor_clause", u"$C$5:$H$20``"_s, u"contents"_s, u"bottom=$A$1"_s, u"C9=Total"_s, u"$C$5:$H$20"_s},
-    {"empty_sheet", u"$C$5:$H$20``"_s, u"contents"_s, contents(u"$C5"_s, u"Total"_s), u""_s, u"$C$5:$H$20"_s, 0, 0,
-     u"$C5"_s},
-};
-
-INSTANTIATE_TEST_SUITE_P(Rules, Locating,
-                         testing::Combine(testing::ValuesIn(engines, engines + engineCount),
-                                          testing::ValuesIn(locateRows)),
-                         rowName<LocateRow>);
-
-struct AdjustRow
-{
-    const char* name;
-    QString picRange, relativeTo, contentMatch, heights, widths;
-    QString cells; ///< as in a Grid, separated by "|"
-    QString newPicRange, newContentMatch, newHeights, newWidths;
-};
-
-class Adjusting : public testing::TestWithParam<std::tuple<Engine, AdjustRow>>
-{
-};
-
-TEST_P(Adjusting, MakesThePlaceFoundTheStoredOne)
-{
-    const auto& [engine, row] = GetParam();
-    const auto sheet = engine.open({row.cells.split(u'|', Qt::SkipEmptyParts), {}, {}});
-    clsWorkspacePanel panel;
-    panel.PicRange = row.picRange;
-    panel.RelativeTo = row.relativeTo;
-    panel.ContentMatch = row.contentMatch;
-    panel.RowHeights = row.heights;
-    panel.ColWidths = row.widths;
-    panel.AdjustAll(*sheet);
-    EXPECT_EQ(panel.PicRange, row.newPicRange);
-    EXPECT_EQ(panel.ContentMatch, row.newContentMatch);
-    EXPECT_EQ(panel.RowHeights, row.newHeights);
-    EXPECT_EQ(panel.ColWidths, row.newWidths);
-}
-
-const AdjustRow adjustRows[] = {
-    {"top_keeps_the_range_and_drops_the_rest", u"$B$5:$F$20``"_s, u"top"_s, u"bottom=$H$40`anchor=$C5`content=x"_s,
-     u"5:20=15"_s, u"B:F=8.43"_s, u"H52=y"_s, u"$B$5:$F$20``"_s, u"bottom=`anchor=`content="_s, u"5:20=15"_s,
-     u"B:F=8.43"_s},
-    {"bottom_without_fixed_rows_keeps_row_keys", u"$B$5:$F$20``"_s, u"bottom"_s, u"bottom=$H$40"_s,
-     u"5:12=15`13:20=0"_s, u"B:F=8.43"_s, u"J52=y"_s, u"D17:H32``"_s, u"bottom=$J$52`anchor=`content="_s,
-     u"5:12=15`13:20=0"_s, u"D:H=8.43"_s},
-    {"fixed_parts_stay_and_moving_runs_follow", u"$C$5:$F$20`1:3`A:A"_s, u"bottom"_s, u"bottom=$H$40"_s,
-     u"5:12=15`13:20=0`1:3=20"_s, u"C:F=8.43`A:A=10"_s, u"I44=y"_s, u"D9:G24`1:3`A:A"_s,
-     u"bottom=$I$44`anchor=`content="_s, u"9:16=15`17:24=0`1:3=20"_s, u"D:G=8.43`A:A=10"_s},
-    {"run_from_the_fixed_rows_outwards_is_fixed", u"$C$5:$F$20`1:3`"_s, u"bottom"_s, u"bottom=$H$40"_s, u"3:6=15"_s,
-     u""_s, u"H44=y"_s, u"C9:F24`1:3`"_s, u"bottom=$H$44`anchor=`content="_s, u"3:6=15"_s, u""_s},
-    {"unmoved_row_keys_are_written_anew", u"$C$5:$F$20``"_s, u"top"_s, u""_s, u"20:5=15"_s, u"F:C=9"_s, u""_s,
-     u"$C$5:$F$20``"_s, u"bottom=`anchor=`content="_s, u"5:20=15"_s, u"F:C=9"_s},
-    {"anchor_moves_on", u"C5:H20``"_s, u"contents"_s, u"bottom=$H$40`anchor=$C5`content=To`tal"_s, u""_s, u""_s,
-     u"C9=To`tal"_s, u"C9:H24``"_s, u"bottom=`anchor=$C9`content=To`tal"_s, u""_s, u""_s},
-    {"anchor_not_found_is_remembered", u"$C$5:$H$20`1:2`"_s, u"contents"_s, u"bottom=`anchor=$C5`content=Total"_s,
-     u"5:20=15"_s, u""_s, u"D9=Total"_s, u"$C$5:$H$20`1:2`"_s, u"bottom=`anchor=$C5`content=Total"_s, u"5:20=15"_s,
-     u""_s},
-    {"anchor_fixed_both_ways_is_lost", u"$C$5:$H$20``"_s, u"contents"_s, u"bottom=`anchor=$C$5`content=Total"_s, u""_s,
-     u""_s, u"C9=Total"_s, u"$C$5:$H$20``"_s, u"bottom=`anchor=`content=Total"_s, u""_s, u""_s},
-    {"sheet_without_contents_loses_the_range", u"$B$5:$F$20`1:2`A:B"_s, u"bottom"_s, u"bottom=$H$40"_s, u"5:20=15"_s,
-     u"B:F=9"_s, u""_s, u"`1:2`A:B"_s, u"bottom=`anchor=`content="_s, u"5:20=15"_s, u"B:F=9"_s},
-    {"broken_run_leaves_heights_and_widths", u"$B$5:$F$20``"_s, u"bottom"_s, u"bottom=$H$40"_s, u"5:12=15`13"_s,
-     u"B:F=9"_s, u"J52=y"_s, u"D17:H32``"_s, u"bottom=$J$52`anchor=`content="_s, u"5:12=15`13"_s, u"B:F=9"_s},
-};
-
-INSTANTIATE_TEST_SUITE_P(Rules, Adjusting,
-                         testing::Combine(testing::ValuesIn(engines, engines + engineCount),
-                                          testing::ValuesIn(adjustRows)),
-                         rowName<AdjustRow>);
-
-class LocationOnEngine : public testing::TestWithParam<Engine>
-{
-};
-
-INSTANTIATE_TEST_SUITE_P(Engines, LocationOnEngine, testing::ValuesIn(engines, engines + engineCount),
-                         [](const auto& engine) { return engine.param.name; });
-
-TEST_P(LocationOnEngine, ARangeMeasuredTwiceCountsFromTheStoredDefinition)
+clsWorkspacePanel panelOf(const QString& picRange, const QString& relativeTo, const QString& contentMatch)
 {
     clsWorkspacePanel panel;
-    panel.PicRange = u"$B$5:$F$20``"_s;
-    panel.RelativeTo = u"bottom"_s;
-    panel.ContentMatch = u"bottom=$H$40"_s;
-    panel.GetAdjRange(*GetParam().open({{u"H52=x"_s}, {}, {}}));
-    panel.GetAdjRange(*GetParam().open({{u"H41=x"_s}, {}, {}}));
+    panel.PicRange = picRange;
+    panel.RelativeTo = relativeTo;
+    panel.ContentMatch = contentMatch;
+    return panel;
+}
+
+/// "B17:F32, 12 rows, 0 columns, anchor" or the failure's number.
+QString located(clsWorkspacePanel panel, const QString& cells)
+{
+    const QString picRange = panel.PicRange;
+    const auto sheet = openSheet(QString(cells).replace(u' ', u'|'));
+    const ThrownError failure = failureOf([&] { panel.GetAdjRange(*sheet); });
+    EXPECT_EQ(panel.PicRange, picRange) << "locating leaves the stored definition alone";
+    return failure.number ? QString::number(failure.number)
+                          : u"%1 %2 %3 %4"_s.arg(panel.adjMovRange())
+                                .arg(panel.rowOffset())
+                                .arg(panel.columnOffset())
+                                .arg(panel.NewCell)
+                                .trimmed();
+}
+
+TEST(Locating, FollowsTheLastCellWithContents)
+{
+    for (const auto& [name, picRange, rule, match, cells, found] : textTable<6>(R"(
+        top stays                     | $B$5:$F$20`` | top    | bottom=$H$40 | H52=x      | $B$5:$F$20 0 0
+        unknown rule stays            | $B$5:$F$20`` | Bottom | bottom=$H$40 | H52=x      | $B$5:$F$20 0 0
+        follows growth                | $B$5:$F$20`` | bottom | bottom=$H$40 | H52=x      | B17:F32 12 0
+        follows the crossing          | $B$5:$F$20`` | bottom | bottom=$H$40 | A41=x J1=y | D6:H21 1 2
+        clamps at the top             | C3:D4        | bottom | bottom=$H$40 | H35=x      | C1:D2 -2 0
+        single cell                   | $B$5``       | bottom | bottom=$B$5  | B6=x       | B6:B6 1 0
+        unknown cell stays            | $B$5:$F$20`` | bottom | bottom=      | H52=x      | B5:F20 0 0
+        cell of one character stays   | $B$5:$F$20`` | bottom | bottom=H     | H52=x      | B5:F20 0 0
+        empty sheet                   | $B$5:$F$20`` | bottom | bottom=$H$40 |            | 1004)"))
+        EXPECT_EQ(located(panelOf(picRange, rule, match), cells), found) << name;
+}
+
+TEST(Locating, FollowsContents)
+{
+    for (const auto& [name, anchor, content, cells, found] : textTable<5>(R"(
+        column                                | $C5  | Total | C9=Total            | C9:H24 4 0 $C9
+        column, without case                  | $C5  | TOTAL | C9=Total            | C9:H24 4 0 $C9
+        column, of another script             | $C5  | ÜBERSCHUSS | C9=Überschuss  | C9:H24 4 0 $C9
+        column, wraps to its first cell       | $C5  | Total | C1=Total C30=x       | C1:H16 -4 0 $C1
+        column, takes its first cell last     | $C5  | Total | C1=Total C9=Total   | C9:H24 4 0 $C9
+        column, ignores other columns         | $C5  | Total | D9=Total            | $C$5:$H$20 0 0 $C5
+        whole text only                       | $C5  | Total | C9=Totals           | $C$5:$H$20 0 0 $C5
+        no wild cards                         | $C5  | T*    | C9=Total            | $C$5:$H$20 0 0 $C5
+        number                                | $C5  | 2026  | C8=20260 C9=2026    | C9:H24 4 0 $C9
+        number with decimals                  | $C5  | 0.1   | C9=0.1              | C9:H24 4 0 $C9
+        beyond 16 bits                        | $C5  | Total | C32768=Total        | $C$5:$H$20 0 0 $C5
+        row                                   | C$5  | Total | C9=Total F5=Total   | F5:K20 0 3 F$5
+        row, takes column A last              | C$5  | Total | A5=Total F5=Total   | F5:K20 0 3 F$5
+        row, beyond the letters               | C$5  | Total | IW5=Total           | $C$5:$H$20 0 0 C$5
+        free, fixes the row                   | C5   | Total | F7=Total            | F7:K22 2 3 F$7
+        free, crosses two hits                | C5   | Total | F7=Total B9=Total   | B7:G22 2 -1 B$7
+        free, takes A1 last                   | C5   | Total | A1=Total F7=Total   | F7:K22 2 3 F$7
+        fixed both ways, searches nothing     | $C$5 | Total | C9=Total            | $C$5:$H$20 0 0
+        anchor too short                      | C    | Total | C9=Total            | $C$5:$H$20 0 0 C
+        anchor that is no cell                | ?5   | Total | C9=Total            | $C$5:$H$20 0 0 ?5
+        no value                              | $C5  |       | C9=Total            | $C$5:$H$20 0 0 $C5
+        empty sheet                           | $C5  | Total |                     | $C$5:$H$20 0 0 $C5)"))
+        EXPECT_EQ(
+            located(panelOf(u"$C$5:$H$20``"_s, u"contents"_s, u"bottom=`anchor=%1`content=%2"_s.arg(anchor, content)),
+                    cells),
+            found)
+            << name;
+    EXPECT_EQ(located(panelOf(u"$C$5:$H$20``"_s, u"contents"_s, u"bottom=$A$1"_s), u"C9=Total"_s), u"$C$5:$H$20 0 0"_s);
+}
+
+TEST(Adjusting, MakesThePlaceFoundTheStoredOne)
+{
+    struct Row
+    {
+        const char *name, *rule, *cells;
+        const char *picRange, *match, *heights, *widths; ///< "stored → adjusted", or what stays
+    };
+    const Row rows[] = {
+        {"top keeps the range and drops the rest", "top", "H52=y", "$B$5:$F$20``",
+         "bottom=$H$40`anchor=$C5`content=x → bottom=`anchor=`content=", "5:20=15", "B:F=8.43"},
+        {"bottom without fixed rows keeps row keys", "bottom", "J52=y", "$B$5:$F$20`` → D17:H32``",
+         "bottom=$H$40 → bottom=$J$52`anchor=`content=", "5:12=15`13:20=0", "B:F=8.43 → D:H=8.43"},
+        {"fixed parts stay and moving runs follow", "bottom", "I44=y", "$C$5:$F$20`1:3`A:A → D9:G24`1:3`A:A",
+         "bottom=$H$40 → bottom=$I$44`anchor=`content=", "5:12=15`13:20=0`1:3=20 → 9:16=15`17:24=0`1:3=20",
+         "C:F=8.43`A:A=10 → D:G=8.43`A:A=10"},
+        {"run from the fixed rows outwards is fixed", "bottom", "H44=y", "$C$5:$F$20`1:3` → C9:F24`1:3`",
+         "bottom=$H$40 → bottom=$H$44`anchor=`content=", "3:6=15", ""},
+        {"unmoved row keys are written anew", "top", "", "$C$5:$F$20``",
+         " → bottom=`anchor=`content=", "20:5=15 → 5:20=15", "F:C=9"},
+        {"anchor moves on", "contents", "C9=To`tal", "C5:H20`` → C9:H24``",
+         "bottom=$H$40`anchor=$C5`content=To`tal → bottom=`anchor=$C9`content=To`tal", "", ""},
+        {"anchor not found is remembered", "contents", "D9=Total", "$C$5:$H$20`1:2`",
+         "bottom=`anchor=$C5`content=Total", "5:20=15", ""},
+        {"anchor fixed both ways is lost", "contents", "C9=Total", "$C$5:$H$20``",
+         "bottom=`anchor=$C$5`content=Total → bottom=`anchor=`content=Total", "", ""},
+        {"sheet without contents loses the range", "bottom", "", "$B$5:$F$20`1:2`A:B → `1:2`A:B",
+         "bottom=$H$40 → bottom=`anchor=`content=", "5:20=15", "B:F=9"},
+        {"broken run leaves heights and widths", "bottom", "J52=y", "$B$5:$F$20`` → D17:H32``",
+         "bottom=$H$40 → bottom=$J$52`anchor=`content=", "5:12=15`13", "B:F=9"},
+    };
+    const auto sides = [](const char* pair) {
+        const QStringList texts = QString::fromUtf8(pair).split(u" → "_s);
+        return std::pair(texts.front(), texts.back());
+    };
+    for (const Row& row : rows) {
+        const auto [picRange, newPicRange] = sides(row.picRange);
+        const auto [match, newMatch] = sides(row.match);
+        const auto [heights, newHeights] = sides(row.heights);
+        const auto [widths, newWidths] = sides(row.widths);
+        clsWorkspacePanel panel = panelOf(picRange, QString::fromUtf8(row.rule), match);
+        panel.RowHeights = heights;
+        panel.ColWidths = widths;
+        panel.AdjustAll(*openSheet(QString::fromUtf8(row.cells)));
+        EXPECT_EQ(QStringList({panel.PicRange, panel.ContentMatch, panel.RowHeights, panel.ColWidths}),
+                  QStringList({newPicRange, newMatch, newHeights, newWidths}))
+            << row.name;
+    }
+}
+
+TEST(Location, ARangeMeasuredTwiceCountsFromTheStoredDefinition)
+{
+    clsWorkspacePanel panel = panelOf(u"$B$5:$F$20``"_s, u"bottom"_s, u"bottom=$H$40"_s);
+    panel.GetAdjRange(*openSheet(u"H52=x"_s));
+    panel.GetAdjRange(*openSheet(u"H41=x"_s));
     EXPECT_EQ(panel.adjMovRange(), u"B6:F21"_s);
     EXPECT_EQ(panel.rowOffset(), 1);
 
     panel.RelativeTo = u"top"_s;
-    panel.GetAdjRange(*GetParam().open({{u"H52=x"_s}, {}, {}}));
+    panel.GetAdjRange(*openSheet(u"H52=x"_s));
     EXPECT_EQ(panel.rowOffset(), 0) << "what an earlier version moved is forgotten";
 }
 
-TEST_P(LocationOnEngine, AnAnchorIsKeptUnderItsRuleOnly)
+TEST(Location, AnAnchorIsKeptUnderItsRuleOnly)
 {
-    clsWorkspacePanel panel;
-    panel.PicRange = u"$B$5:$F$20``"_s;
-    panel.RelativeTo = u"top"_s;
+    clsWorkspacePanel panel = panelOf(u"$B$5:$F$20``"_s, u"top"_s, {});
     panel.NewCell = u"$C9"_s;
     panel.Content = u"Total"_s;
-    panel.AdjustAll(*GetParam().open({{u"C9=Total"_s}, {}, {}}));
+    panel.AdjustAll(*openSheet(u"C9=Total"_s));
     EXPECT_EQ(panel.ContentMatch, u"bottom=`anchor=`content=Total"_s);
 }
 
-TEST_P(LocationOnEngine, TheAnchorIsTheFirstVisibleCellWithAValue)
+TEST(Location, TheAnchorIsTheFirstVisibleCellWithAValue)
 {
-    const auto sheet = GetParam().open(
-        {{u"B5=hidden row"_s, u"B6=hidden column"_s, u"D7=later"_s, u"E6=further right"_s, u"D6=Sales"_s},
-         {u"5=0"_s},
-         {u"B=0"_s}});
+    const auto sheet =
+        openSheet(u"B5=hidden row|B6=hidden column|D7=later|E6=further right|D6=Sales"_s, u"5=0"_s, u"B=0"_s);
     clsWorkspacePanel panel;
     panel.pAdjMovRange = u"B5:F20"_s;
     panel.anchorRows = true;
@@ -286,9 +191,9 @@ TEST_P(LocationOnEngine, TheAnchorIsTheFirstVisibleCellWithAValue)
     EXPECT_FALSE(panel.anchorRows);
 }
 
-TEST_P(LocationOnEngine, WithoutAnyValueTheAnchorStaysAsItWas)
+TEST(Location, WithoutAnyValueTheAnchorStaysAsItWas)
 {
-    const auto sheet = GetParam().open({{u"A1=outside"_s, u"H9=outside"_s}, {}, {}});
+    const auto sheet = openSheet(u"A1=outside|H9=outside"_s);
     LogCapture log;
     clsWorkspacePanel panel;
     panel.NewCell = u"$C5"_s;

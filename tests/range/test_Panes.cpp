@@ -1,11 +1,11 @@
-#include "Engines.h"
+#include "SheetFile.h"
 
-#include "platform/RuntimeError.h"
 #include "repository/clsWorkspacePanel.h"
 #include "session/modMain.h"
 #include "support/LogCapture.h"
-#include "support/PlainSheet.h"
 #include "support/ScriptedPrompts.h"
+#include "support/TextTable.h"
+#include "support/ThrownError.h"
 
 #include <gtest/gtest.h>
 
@@ -29,125 +29,91 @@ struct PanelProbe
 
 namespace {
 
-struct PaneRow
-{
-    const char* name;
-    QString rangeDefs;
-    QString picRange; ///< empty: refused
-    QString fixed;
-    QString message = {};
-};
-
-class SplittingPanes : public testing::TestWithParam<PaneRow>
+class PasteRange : public testing::Test
 {
 protected:
-    SplittingPanes() { setPrompts(&prompts); }
-    ~SplittingPanes() override { setPrompts(nullptr); }
+    PasteRange() { setPrompts(&prompts); }
+    ~PasteRange() override { setPrompts(nullptr); }
+
+    std::shared_ptr<Worksheet> sheet = openSheet(u"A1=x"_s);
+    clsWorkspacePanel panel;
     ScriptedPrompts prompts;
 };
 
-TEST_P(SplittingPanes, GivesMovingAndFixedParts)
+TEST_F(PasteRange, GivesMovingAndFixedParts)
 {
-    PlainSheet sheet(u"Data"_s);
-    clsWorkspacePanel panel;
-    EXPECT_EQ(panel.PasteRange(sheet, GetParam().rangeDefs), !GetParam().picRange.isEmpty());
-    EXPECT_EQ(panel.PicRange, GetParam().picRange);
-    EXPECT_EQ(PanelProbe::fixed(panel), GetParam().fixed);
-    EXPECT_EQ(prompts.shown.join(u'|'), GetParam().message);
-    EXPECT_EQ(panel.RowHeights.isEmpty(), GetParam().picRange.isEmpty());
+    // A selection reaching under the fixed rows is itself compared, not what of it the free pane shows.
+    for (const auto& [name, selectionAndPanes, picRange, fixed] : textTable<4>(R"(
+        no panes             | $B$5:$F$20`$A$1:$Z$40                       | $B$5:$F$20``       | 0:0 :
+        scrolled partly out  | $B$5:$F$60`$A$10:$D$40                      | $B$10:$D$40``      | 0:0 :
+        whole columns        | $B:$C`$A$10:$Z$40                           | $B$10:$C$40``      | 0:0 :
+        frozen rows          | $B$10:$F$20`$A$1:$Z$3`$A$8:$Z$40            | $B$10:$F$20`1:3`   | 1:3 :
+        frozen columns       | $D$5:$F$9`$A$1:$B$40`$C$1:$Z$40             | $D$5:$F$9``A:B     | 0:0 A:B
+        frozen both ways     | $D$5:$F$9`$A$1:$B$3`$C$1:$Z$3`$A$4:$B$40`$C$4:$Z$40 | $D$5:$F$9`1:3`A:B  | 1:3 A:B
+        three panes          | $D$5:$F$9`$A$1:$B$3`$C$1:$Z$3`$A$4:$Z$40    | $D$5:$F$9``        | 0:0 :
+        under the fixed rows | $A$1:$F$9`$A$1:$B$3`$C$1:$Z$3`$A$4:$B$40`$C$4:$Z$40 | $C$4:$F$9`1:3`A:B  | 1:3 A:B)")) {
+        clsWorkspacePanel one;
+        EXPECT_TRUE(one.PasteRange(*sheet, selectionAndPanes)) << name;
+        EXPECT_EQ(one.PicRange, picRange) << name;
+        EXPECT_EQ(PanelProbe::fixed(one), fixed) << name;
+        EXPECT_FALSE(one.RowHeights.isEmpty()) << name;
+    }
+    EXPECT_TRUE(prompts.shown.isEmpty());
 }
 
-const QString nothingSelected =
-    u"No range of cells selected in the spreadsheet.  Please select a range and paste again."_s;
-
-const PaneRow paneRows[] = {
-    {"no_panes", u"$B$5:$F$20`$A$1:$Z$40"_s, u"$B$5:$F$20``"_s, u"0:0 :"_s},
-    {"scrolled_partly_out", u"$B$5:$F$60`$A$10:$D$40"_s, u"$B$10:$D$40``"_s, u"0:0 :"_s},
-    {"whole_columns", u"$B:$C`$A$10:$Z$40"_s, u"$B$10:$C$40``"_s, u"0:0 :"_s},
-    {"frozen_rows", u"$B$10:$F$20`$A$1:$Z$3`$A$8:$Z$40"_s, u"$B$10:$F$20`1:3`"_s, u"1:3 :"_s},
-    {"frozen_columns", u"$D$5:$F$9`$A$1:$B$40`$C$1:$Z$40"_s, u"$D$5:$F$9``A:B"_s, u"0:0 A:B"_s},
-    {"frozen_both_ways", u"$D$5:$F$9`$A$1:$B$3`$C$1:$Z$3`$A$4:$B$40`$C$4:$Z$40"_s, u"$D$5:$F$9`1:3`A:B"_s,
-     u"1:3 A:B"_s},
-    {"three_panes_fix_nothing", u"$D$5:$F$9`$A$1:$B$3`$C$1:$Z$3`$A$4:$Z$40"_s, u"$D$5:$F$9``"_s, u"0:0 :"_s},
-    {"inside_the_frozen_pane",
-     u"$A$1:$B$2`$A$1:$B$3`$C$1:$Z$3`$A$4:$B$40`$C$4:$Z$40"_s,
-     {},
-     u"0:0 :"_s,
-     nothingSelected},
-    {"columns_in_the_wrong_order",
-     u"$A$5:$B$9`$C$1:$Z$40`$A$1:$B$40"_s,
-     {},
-     u"0:0 :"_s,
-     u"The fixed columns must be on the left of the columns in the right pane of the spreadsheet.Please scroll the "
-     "sheet so that the left side shows columns on the left of the right pane."_s},
-    {"rows_in_the_wrong_order",
-     u"$A$5:$B$9`$A$20:$Z$30`$A$1:$Z$19"_s,
-     {},
-     u"0:0 :"_s,
-     u"The fixed rows must be above the rows in the bottom pane of the spreadsheet.Please scroll the sheet so that the "
-     "top pane shows rows that are above the lower pane's."_s},
-    {"fixed_rows_below_the_selection",
-     u"$D$5:$F$9`$A$6:$B$8`$C$6:$Z$8`$A$4:$B$40`$C$4:$Z$40"_s,
-     {},
-     u"0:0 :"_s,
-     u"The fixed rows and columns must be above and to the left of the contents of the bottom pane of the "
-     "spreadsheet.Please scroll the sheet to correct the problem."_s},
-    {"fixed_rows_begin_below_the_selection_only",
-     u"$A$1:$F$9`$A$2:$B$3`$C$2:$Z$3`$A$4:$B$40`$C$4:$Z$40"_s,
-     {},
-     u"0:0 :"_s,
-     u"The fixed rows and columns must be above and to the left of the contents of the bottom pane of the "
-     "spreadsheet.Please scroll the sheet to correct the problem."_s},
-    // The selection itself is compared, not what of it the free pane shows.
-    {"selection_reaches_under_the_fixed_rows", u"$A$1:$F$9`$A$1:$B$3`$C$1:$Z$3`$A$4:$B$40`$C$4:$Z$40"_s,
-     u"$C$4:$F$9`1:3`A:B"_s, u"1:3 A:B"_s},
-};
-
-INSTANTIATE_TEST_SUITE_P(Windows, SplittingPanes, testing::ValuesIn(paneRows),
-                         [](const auto& row) { return row.param.name; });
-
-TEST(PasteRange, RecordsRunsOfTheMovingPartAndThenOfTheFixedOne)
+TEST_F(PasteRange, RefusesWhatNoPanelCouldShow)
 {
-    PlainSheet sheet(u"Data"_s);
-    sheet.height(u"2:2"_s, 30).height(u"12:13"_s, 12.75).height(u"20:20"_s, 0).width(u"D:D"_s, 0).width(u"A:A"_s, 20);
-    clsWorkspacePanel panel;
-    ASSERT_TRUE(panel.PasteRange(sheet, u"$C$10:$F$20`$A$1:$B$3`$C$1:$Z$3`$A$4:$B$40`$C$4:$Z$40"_s));
+    const QString nothing = u"No range of cells selected in the spreadsheet.  Please select a range and paste again."_s;
+    const QString columns =
+        u"The fixed columns must be on the left of the columns in the right pane of the spreadsheet.Please scroll the "
+        "sheet so that the left side shows columns on the left of the right pane."_s;
+    const QString rows =
+        u"The fixed rows must be above the rows in the bottom pane of the spreadsheet.Please scroll the sheet so that "
+        "the top pane shows rows that are above the lower pane's."_s;
+    const QString below =
+        u"The fixed rows and columns must be above and to the left of the contents of the bottom pane of the "
+        "spreadsheet.Please scroll the sheet to correct the problem."_s;
+    const std::pair<QString, QString> cases[] = {
+        {u"$A$1:$B$2`$A$1:$B$3`$C$1:$Z$3`$A$4:$B$40`$C$4:$Z$40"_s, nothing},
+        {u"$A$5:$B$9`$C$1:$Z$40`$A$1:$B$40"_s, columns},
+        {u"$A$5:$B$9`$A$20:$Z$30`$A$1:$Z$19"_s, rows},
+        {u"$D$5:$F$9`$A$6:$B$8`$C$6:$Z$8`$A$4:$B$40`$C$4:$Z$40"_s, below},
+        {u"$A$1:$F$9`$A$2:$B$3`$C$2:$Z$3`$A$4:$B$40`$C$4:$Z$40"_s, below},
+    };
+    for (const auto& [selectionAndPanes, message] : cases) {
+        prompts.shown.clear();
+        EXPECT_FALSE(panel.PasteRange(*sheet, selectionAndPanes));
+        EXPECT_EQ(prompts.shown, QStringList(message)) << selectionAndPanes;
+        EXPECT_EQ(QString(panel.PicRange + panel.RowHeights + PanelProbe::fixed(panel)), u"0:0 :"_s);
+    }
+}
+
+TEST_F(PasteRange, RecordsRunsOfTheMovingPartAndThenOfTheFixedOne)
+{
+    sheet = openSheet(u"A1=x"_s, u"1:20=15|2=30|12:13=12.75|20=0"_s, u"A=20|B:C=8.43|D=0|E:F=8.43"_s);
+    ASSERT_TRUE(panel.PasteRange(*sheet, u"$C$10:$F$20`$A$1:$B$3`$C$1:$Z$3`$A$4:$B$40`$C$4:$Z$40"_s));
     EXPECT_EQ(panel.RowHeights, u"10:11=15`12:13=12.75`14:19=15`20:20=0`1:1=15`2:2=30`3:3=15"_s);
     EXPECT_EQ(panel.ColWidths, u"C:C=8.43`D:D=0`E:F=8.43`A:A=20`B:B=8.43"_s);
 
-    ASSERT_TRUE(panel.PasteRange(sheet, u"$C$7`$A$1:$Z$40"_s));
+    ASSERT_TRUE(panel.PasteRange(*sheet, u"$C$7`$A$1:$Z$40"_s));
     EXPECT_TRUE(panel.RowHeights.endsWith(u"`3:3=157:7=15"_s)) << "a paste adds to what the panel holds";
 }
 
-/// The heights text of a paste of thirty rows, no two neighbours alike; 249 characters and the last height.
-QString heightsText(ScriptedPrompts& prompts, double lastHeight)
+TEST_F(PasteRange, WarnsBeyond255Characters)
 {
-    PlainSheet sheet(u"Data"_s);
-    for (int row = 1; row <= 30; ++row)
-        sheet.height(QString::number(row), row == 30 ? lastHeight : row % 2 ? 10 : 20);
-    setPrompts(&prompts);
-    clsWorkspacePanel panel;
-    EXPECT_TRUE(panel.PasteRange(sheet, u"$A$1:$A$30`$A$1:$Z$99"_s));
-    setPrompts(nullptr);
-    return panel.RowHeights;
-}
-
-TEST(PasteRange, WarnsBeyond255Characters)
-{
-    ScriptedPrompts prompts;
-    EXPECT_EQ(heightsText(prompts, 12.125).size(), 255);
-    EXPECT_TRUE(prompts.shown.isEmpty());
-    EXPECT_EQ(heightsText(prompts, 12.0625).size(), 256);
+    // Thirty rows, no two neighbours alike: 249 characters and the last height.
+    for (int row = 1; row <= 29; ++row)
+        sheet->setRowHeight(row, row, row % 2 ? 10 : 20);
+    for (const auto& [lastHeight, length] : {std::pair(12.125, 255), {12.0625, 256}}) {
+        EXPECT_TRUE(prompts.shown.isEmpty());
+        sheet->setRowHeight(30, 30, lastHeight);
+        clsWorkspacePanel one;
+        EXPECT_TRUE(one.PasteRange(*sheet, u"$A$1:$A$30`$A$1:$Z$99"_s));
+        EXPECT_EQ(one.RowHeights.size(), length);
+    }
     EXPECT_EQ(prompts.shown,
               QStringList(u"Too many different row heights. Some hidden rows may appear in the future."_s));
 }
-
-class PanesOnEngine : public testing::TestWithParam<Engine>
-{
-};
-
-INSTANTIATE_TEST_SUITE_P(Engines, PanesOnEngine, testing::ValuesIn(engines, engines + engineCount),
-                         [](const auto& engine) { return engine.param.name; });
 
 /// Heights of rows 1 to `last` as runs.
 QString heights(Worksheet& sheet, int last)
@@ -164,45 +130,70 @@ QString widths(Worksheet& sheet, int last)
     return panel.ColWidths;
 }
 
-QString join(Worksheet& sheet, const QString& picRange, const QString& heightRuns = {}, const QString& widthRuns = {})
+std::shared_ptr<Worksheet> evenSheet()
+{
+    return openSheet(u"A1=x|K40=y"_s, u"1:40=15"_s, u"A:K=8.43"_s);
+}
+
+QString join(Worksheet& sheet, const QString& picRange, const QString& heightRuns = {}, const QString& widthRuns = {},
+             const QString& contentMatch = {})
 {
     clsWorkspacePanel panel;
     panel.PicRange = picRange;
+    panel.RelativeTo = contentMatch.isEmpty() ? u"top"_s : u"bottom"_s;
+    panel.ContentMatch = contentMatch;
     panel.RowHeights = heightRuns;
     panel.ColWidths = widthRuns;
     panel.GetAdjRange(sheet);
     return panel.adjRange(sheet);
 }
 
-const Grid evenGrid{{u"A1=x"_s, u"K40=y"_s}, {u"1:40=15"_s}, {u"A:K=8.43"_s}};
-
-TEST_P(PanesOnEngine, FixedRowsAreJoinedToTheMovingOnes)
+TEST(JoinedPanes, SqueezeWhatLiesBetweenAndLayTheStoredSizes)
 {
-    const auto sheet = GetParam().open(evenGrid);
-    EXPECT_EQ(join(*sheet, u"$B$10:$F$20`1:3`"_s), u"B1:F20"_s);
-    EXPECT_EQ(heights(*sheet, 20), u"1:3=15`4:9=0`10:20=15"_s);
-    EXPECT_EQ(widths(*sheet, 8), u"A:H=8.43"_s);
+    struct Row
+    {
+        const char *name, *picRange, *heights, *widths; ///< stored
+        const char *shown, *heightsAfter, *widthsAfter; ///< of rows 1 to 24 and columns A to H
+        const char* match = "";
+    };
+    const Row rows[] = {
+        {"fixed rows are joined to the moving ones", "$B$10:$F$20`1:3`", "", "", "B1:F20", "1:3=15`4:9=0`10:24=15",
+         "A:H=8.43"},
+        {"rows and columns in front of the fixed ones go too", "$F$10:$H$20`2:3`B:C", "", "", "B2:H20",
+         "1:1=0`2:3=15`4:9=0`10:24=15", "A:A=0`B:C=8.43`D:E=0`F:H=8.43"},
+        {"a gap of one stays", "$D$5:$F$9`1:3`A:B", "", "", "A1:F9", "1:24=15", "A:H=8.43"},
+        {"stored sizes prevail", "$B$10:$F$20`1:3`", "10:12=30``6:6=18.5`13:20=0", "B:F=12", "B1:F20",
+         "1:3=15`4:5=0`6:6=18.5`7:9=0`10:12=30`13:20=0`21:24=15", "A:A=8.43`B:F=12`G:H=8.43"},
+        // The run that begins in the fixed rows stays.
+        {"runs behind the fixed rows follow the range", "$C$10:$F$20`1:3`A:A", "13:13=0`3:5=40", "D:D=0`A:C=10",
+         "A1:H24", "1:2=15`3:5=40`6:13=0`14:16=15`17:17=0`18:24=15", "A:C=10`D:D=0`E:E=8.43`F:F=0`G:H=8.43",
+         "bottom=$I$36"},
+        {"without fixed parts sizes stay at their place", "$C$10:$F$20``", "13:13=0", "D:D=0", "E14:H24",
+         "1:12=15`13:13=0`14:24=15", "A:C=8.43`D:D=0`E:H=8.43", "bottom=$I$36"},
+        {"a key that cannot be applied stops the rest", "$B$10:$F$20``", "10:10=30`A:C=5`12:12=40", "B:B=20", "B10:F20",
+         "1:9=15`10:10=30`11:24=15", "A:H=8.43"},
+        {"a height that no row can have", "$B$10:$F$20``", "10:10=409.6", "", "B10:F20", "1:24=15", "A:H=8.43"},
+        {"a height beyond all", "$B$10:$F$20``", "10:10=1e308", "", "B10:F20", "1:24=15", "A:H=8.43"},
+        {"a height below nothing", "$B$10:$F$20``", "10:10=-1", "", "B10:F20", "1:24=15", "A:H=8.43"},
+    };
+    LogCapture log;
+    for (const Row& row : rows) {
+        const auto sheet = evenSheet();
+        EXPECT_EQ(join(*sheet, QString::fromUtf8(row.picRange), QString::fromUtf8(row.heights),
+                       QString::fromUtf8(row.widths), QString::fromUtf8(row.match)),
+                  QString::fromUtf8(row.shown))
+            << row.name;
+        EXPECT_EQ(heights(*sheet, 24), QString::fromUtf8(row.heightsAfter)) << row.name;
+        EXPECT_EQ(widths(*sheet, 8), QString::fromUtf8(row.widthsAfter)) << row.name;
+    }
+    ASSERT_EQ(log.entries.size(), 4) << log.entries.join(u'\n');
+    EXPECT_EQ(log.entries[0], u"Error clsWorkspacePanel.AdjHeightWidths: (1004) \"A:C\" is not an address of cells on "
+                              "sheet \"Data\" of workbook \"Report.xlsx\"."_s);
 }
 
-TEST_P(PanesOnEngine, RowsAndColumnsInFrontOfTheFixedOnesGoToo)
+TEST(JoinedPanes, BeyondIVFailInsteadOfShowingWholeRows)
 {
-    const auto sheet = GetParam().open(evenGrid);
-    EXPECT_EQ(join(*sheet, u"$F$10:$H$20`2:3`B:C"_s), u"B2:H20"_s);
-    EXPECT_EQ(heights(*sheet, 20), u"1:1=0`2:3=15`4:9=0`10:20=15"_s);
-    EXPECT_EQ(widths(*sheet, 8), u"A:A=0`B:C=8.43`D:E=0`F:H=8.43"_s);
-}
-
-TEST_P(PanesOnEngine, AGapOfOneStays)
-{
-    const auto sheet = GetParam().open(evenGrid);
-    EXPECT_EQ(join(*sheet, u"$D$5:$F$9`1:3`A:B"_s), u"A1:F9"_s);
-    EXPECT_EQ(heights(*sheet, 9), u"1:9=15"_s);
-    EXPECT_EQ(widths(*sheet, 6), u"A:F=8.43"_s);
-}
-
-TEST_P(PanesOnEngine, ARangeBeyondIVFailsInsteadOfShowingWholeRows)
-{
-    const auto sheet = GetParam().open(evenGrid);
+    const auto sheet = evenSheet();
     EXPECT_EQ(join(*sheet, u"$IV$5:$IV$9``"_s), u"IV5:IV9"_s);
     EXPECT_THROW(join(*sheet, u"$IW$5:$IX$9``"_s), RuntimeError);
     EXPECT_EQ(join(*sheet, u"$IV$5:$IW$9``"_s), u"IV5:9"_s) << "an address that nothing accepts";
@@ -211,66 +202,6 @@ TEST_P(PanesOnEngine, ARangeBeyondIVFailsInsteadOfShowingWholeRows)
     clsWorkspacePanel panel;
     EXPECT_THROW(panel.PasteRange(*sheet, u"$IV$5:$IW$9`$IA$1:$IZ$40"_s), RuntimeError);
     EXPECT_EQ(panel.ColWidths, QString());
-}
-
-TEST_P(PanesOnEngine, StoredSizesPrevailOverTheSqueezing)
-{
-    const auto sheet = GetParam().open(evenGrid);
-    EXPECT_EQ(join(*sheet, u"$B$10:$F$20`1:3`"_s, u"10:12=30``6:6=18.5`13:20=0"_s, u"B:F=12"_s), u"B1:F20"_s);
-    EXPECT_EQ(heights(*sheet, 20), u"1:3=15`4:5=0`6:6=18.5`7:9=0`10:12=30`13:20=0"_s);
-    EXPECT_EQ(widths(*sheet, 7), u"A:A=8.43`B:F=12`G:G=8.43"_s);
-}
-
-TEST_P(PanesOnEngine, RunsBehindTheFixedRowsFollowTheRange)
-{
-    const auto sheet = GetParam().open(evenGrid);
-    clsWorkspacePanel panel;
-    panel.PicRange = u"$C$10:$F$20`1:3`A:A"_s;
-    panel.RelativeTo = u"bottom"_s;
-    panel.ContentMatch = u"bottom=$I$36"_s;
-    panel.RowHeights = u"13:13=0`3:5=40"_s; // the second begins in the fixed rows, and stays
-    panel.ColWidths = u"D:D=0`A:C=10"_s;
-    panel.GetAdjRange(*sheet);
-    EXPECT_EQ(panel.adjRange(*sheet), u"A1:H24"_s);
-    EXPECT_EQ(heights(*sheet, 24), u"1:2=15`3:5=40`6:13=0`14:16=15`17:17=0`18:24=15"_s);
-    EXPECT_EQ(widths(*sheet, 8), u"A:C=10`D:D=0`E:E=8.43`F:F=0`G:H=8.43"_s);
-}
-
-TEST_P(PanesOnEngine, WithoutFixedPartsSizesAreLaidAtTheirStoredPlace)
-{
-    const auto sheet = GetParam().open(evenGrid);
-    clsWorkspacePanel panel;
-    panel.PicRange = u"$C$10:$F$20``"_s;
-    panel.RelativeTo = u"bottom"_s;
-    panel.ContentMatch = u"bottom=$I$36"_s;
-    panel.RowHeights = u"13:13=0"_s;
-    panel.ColWidths = u"D:D=0"_s;
-    panel.GetAdjRange(*sheet);
-    EXPECT_EQ(panel.adjRange(*sheet), u"E14:H24"_s);
-    EXPECT_EQ(heights(*sheet, 24), u"1:12=15`13:13=0`14:24=15"_s);
-    EXPECT_EQ(widths(*sheet, 8), u"A:C=8.43`D:D=0`E:H=8.43"_s);
-}
-
-TEST_P(PanesOnEngine, AKeyThatCannotBeAppliedStopsTheRest)
-{
-    const auto sheet = GetParam().open(evenGrid);
-    LogCapture log;
-    EXPECT_EQ(join(*sheet, u"$B$10:$F$20``"_s, u"10:10=30`A:C=5`12:12=40"_s, u"B:B=20"_s), u"B10:F20"_s);
-    EXPECT_EQ(heights(*sheet, 20), u"1:9=15`10:10=30`11:20=15"_s);
-    EXPECT_EQ(widths(*sheet, 3), u"A:C=8.43"_s);
-    EXPECT_EQ(log.entries, QStringList(u"Error clsWorkspacePanel.AdjHeightWidths: (1004) \"A:C\" is not an address of "
-                                       "cells on sheet \"Data\" of workbook \"Report.xlsx\"."_s));
-}
-
-TEST_P(PanesOnEngine, AHostileHeightIsRefused)
-{
-    for (const QString& size : {u"1e308"_s, u"-1"_s, u"409.6"_s}) {
-        const auto sheet = GetParam().open(evenGrid);
-        LogCapture log;
-        join(*sheet, u"$B$10:$F$20``"_s, u"10:10="_s + size);
-        EXPECT_EQ(heights(*sheet, 20), u"1:20=15"_s) << size.toStdString();
-        EXPECT_EQ(log.entries.size(), 1) << size.toStdString();
-    }
 }
 
 } // namespace

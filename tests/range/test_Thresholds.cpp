@@ -1,7 +1,8 @@
-#include "Engines.h"
+#include "SheetFile.h"
 
 #include "repository/Database.h"
 #include "repository/clsWorkspacePanel.h"
+#include "support/ThrownError.h"
 
 #include <QColor>
 #include <QTemporaryDir>
@@ -16,11 +17,10 @@ namespace {
 const QColor high(128, 180, 180);
 const QColor low(180, 128, 180);
 
-/// Every promise about marked cells holds whatever opens the workbook.
-class ThresholdEngines : public testing::TestWithParam<Engine>
+class MarkedCells : public testing::Test
 {
 protected:
-    ThresholdEngines()
+    MarkedCells()
     {
         Database::create(folder.filePath(u"p.lvdu"_s));
         project = Database::open(folder.filePath(u"p.lvdu"_s), databaseConnect());
@@ -45,11 +45,10 @@ protected:
     clsWorkspacePanel panel;
 };
 
-TEST_P(ThresholdEngines, MarkNumbersOfTheSheetInItsPicture)
+TEST_F(MarkedCells, MarkNumbersOfTheSheetInItsPicture)
 {
     // The range has moved down by four rows.
-    const auto sheet = GetParam().open(
-        {{u"A1=7"_s, u"B8=100"_s, u"C8=-2.5"_s, u"B9=0.3"_s, u"C9=1e20"_s, u"B4=500"_s, u"C10=1"_s}, {}, {}});
+    const auto sheet = openSheet(u"A1=7|B8=100|C8=-2.5|B9=0.3|C9=1e20|B4=500|C10=1"_s);
     rule(4, 2, u">100"_s, u">=100"_s);
     rule(4, 3, u"<-2"_s, u""_s);
     rule(5, 2, u"=0.3"_s, u""_s);
@@ -63,25 +62,18 @@ TEST_P(ThresholdEngines, MarkNumbersOfTheSheetInItsPicture)
     panel.lightCells(*sheet, project);
     EXPECT_EQ(ground(*sheet, u"B8"_s), low);
     for (const QString& address : {u"C8"_s, u"B9"_s, u"C9"_s, u"B10"_s, u"A1"_s})
-        EXPECT_EQ(ground(*sheet, address), high) << address.toStdString();
+        EXPECT_EQ(ground(*sheet, address), high) << address;
     EXPECT_NE(ground(*sheet, u"B4"_s), high) << "where the figure was before";
 }
 
-TEST_P(ThresholdEngines, RefuseATextWithItsPlace)
+TEST_F(MarkedCells, RefuseATextWithItsPlace)
 {
-    const auto sheet = GetParam().open({{u"B4=n/a"_s, u"C6=1"_s}, {}, {}});
+    const auto sheet = openSheet(u"B4=n/a|C6=1"_s);
     rule(4, 2, u">100"_s, u""_s);
     panel.GetAdjRange(*sheet);
-    try {
-        panel.lightCells(*sheet, project);
-        ADD_FAILURE() << "a text was compared";
-    } catch (const RuntimeError& error) {
-        EXPECT_TRUE(error.description().startsWith(u"The cell B4 of sheet ["_s)) << error.what();
-        EXPECT_TRUE(error.description().contains(u"holds [n/a], which is no number."_s)) << error.what();
-    }
+    const QString failure = failureOf([&] { panel.lightCells(*sheet, project); }).text;
+    EXPECT_TRUE(failure.startsWith(u"The cell B4 of sheet ["_s)) << failure;
+    EXPECT_TRUE(failure.contains(u"holds [n/a], which is no number."_s)) << failure;
 }
-
-INSTANTIATE_TEST_SUITE_P(Hosts, ThresholdEngines, testing::ValuesIn(engines, engines + engineCount),
-                         [](const auto& row) { return row.param.name; });
 
 } // namespace

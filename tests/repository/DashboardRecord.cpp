@@ -1,6 +1,7 @@
 #include "repository/ProjectFile.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
+#include "support/TextTable.h"
 
 namespace lumivane {
 
@@ -102,17 +103,15 @@ TEST_F(DashboardRecord, LoadingMarksItAsTheNewest)
 TEST_F(DashboardRecord, PlacesOfPanels)
 {
     clsWorkspace dashboard;
-    EXPECT_EQ(dashboard.AddPanel(), 1);
-    EXPECT_EQ(dashboard.AddPanel(), 2);
-    dashboard.Panels(2)->ID = 7;
+    dashboard.AddPanel();
+    dashboard.Panels(dashboard.AddPanel())->ID = 7;
     EXPECT_EQ(dashboard.Panels(0), nullptr);
     EXPECT_EQ(dashboard.Panels(3), nullptr);
     EXPECT_EQ(dashboard.PanelsByID(7), dashboard.Panels(2));
     dashboard.DelPanel(1, false);
-    EXPECT_EQ(dashboard.Panels(1)->ID, 7);
     dashboard.DelPanel(5, false);
+    EXPECT_EQ(dashboard.Panels(1)->ID, 7);
     dashboard.DelPanel(1, false);
-    EXPECT_EQ(dashboard.NumPanels(), 0);
     EXPECT_EQ(dashboard.PanelsByID(7), nullptr);
 }
 
@@ -228,7 +227,7 @@ TEST_F(PanelRecord, AnApostropheInASheetNameFailsTheSave)
     EXPECT_TRUE(
         user.shown[0].contains(u"Caller: clsWorkspacePanel.InsertDB"_s) &&
         user.shown[0].contains(u"SQL: INSERT INTO LvnSavedPanel(WorkspaceID, SourceID, Comments,  ContentType,"_s))
-        << user.shown[0].toStdString();
+        << user.shown[0];
     EXPECT_TRUE(rows(u"SELECT ID FROM LvnSavedPanel"_s).isEmpty());
 }
 
@@ -260,30 +259,20 @@ TEST_F(PanelRecord, NullKeepsTextsAndFailsForNumbers)
 
 TEST_F(PanelRecord, RangesAreTakenApartAndPutTogether)
 {
-    const struct
-    {
-        const char16_t* picRange;
-        const char *movRange, *fixed;
-    } cases[] = {
-        {u"$B$10:$F$20`1:3`A:A", "$B$10:$F$20", "1-3 A-A"},
-        {u"A1:B2", "A1:B2", "0-0 -"},
-        {u"A1:B2`1:2", "A1:B2", "1-2 -"},
-        {u"A1:B2``B:C", "A1:B2", "0-0 B-C"},
-        {u"A1:B2``", "A1:B2", "0-0 -"},
-        {u"", "", "0-0 -"},
-    };
-    for (const auto& c : cases) {
+    for (const auto& [picRange, movRange, fixed, rebuilt] : textTable<4>(R"(
+        $B$10:$F$20`1:3`A:A | $B$10:$F$20 | 1-3 A-A | X1`1:3`A:A
+        A1:B2               | A1:B2       | 0-0 -   | X1``
+        A1:B2`1:2           | A1:B2       | 1-2 -   | X1`1:2`
+        A1:B2``B:C          | A1:B2       | 0-0 B-C | X1``B:C
+        A1:B2``             | A1:B2       | 0-0 -   | X1``)")) {
         clsWorkspacePanel panel;
-        panel.PicRange = QString::fromUtf16(c.picRange);
+        panel.PicRange = picRange;
         panel.ParsePicRange();
-        EXPECT_EQ(panel.movRange.toStdString(), c.movRange);
-        EXPECT_EQ(PanelProbe::fixedParts(panel).toStdString(), c.fixed) << c.movRange;
+        EXPECT_EQ(panel.movRange, movRange);
+        EXPECT_EQ(PanelProbe::fixedParts(panel), fixed) << picRange;
         panel.PicRange = u"X1`"_s;
         panel.BuildPicRange();
-        const QString rowsText =
-            panel.movRange.isEmpty() ? QString() : QString::fromUtf16(c.picRange).section(u'`', 1, 1);
-        const QString columnsText = QString::fromUtf16(c.picRange).section(u'`', 2, 2);
-        EXPECT_EQ(panel.PicRange, QString(u"X1`"_s + rowsText + u'`' + columnsText));
+        EXPECT_EQ(panel.PicRange, rebuilt);
     }
     clsWorkspacePanel kept;
     kept.movRange = u"C1"_s;

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/RuntimeError.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "session/ProgramFolder.h"
+#include "support/ThrownError.h"
 
 #include <QVariant>
 #include <memory>
@@ -42,16 +42,11 @@ protected:
         return lines;
     }
 
-    /// The failure of some work, or "(none)".
+    /// The sentence with which some work fails, or nothing.
     template <class Work>
     static QString failure(Work work)
     {
-        try {
-            work();
-        } catch (const RuntimeError& error) {
-            return error.description();
-        }
-        return QStringLiteral("(none)");
+        return failureOf(work).text;
     }
 
     /// Changes a file behind the store's back, as another program would.

@@ -10,12 +10,7 @@ protected:
     template <class Work>
     static int number(Work work)
     {
-        try {
-            work();
-        } catch (const RuntimeError& error) {
-            return error.number();
-        }
-        return 0;
+        return failureOf(work).number;
     }
 };
 

@@ -1,69 +1,43 @@
 #pragma once
 
-#include "platform/ApplicationInfo.h"
-#include "platform/Clock.h"
-#include "repository/Database.h"
-#include "repository/clsPanelSource.h"
+#include "repository/ProjectFile.h"
 #include "repository/clsWorkspacePanel.h"
 #include "session/ProgramFiles.h"
-#include "session/modMain.h"
 #include "session/modUtilsFile.h"
 #include "support/LogCapture.h"
 #include "support/PlainSheet.h"
-#include "support/ScriptedPrompts.h"
+#include "support/TextTable.h"
 
 #include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
 
 namespace lumivane::test {
 
 /// A project with one source, folders to fetch from and to adopt in, and a fixed time: 24 November 2026, 10:30:00.
-class ProjectWithSource : public testing::Test
+class ProjectWithSource : public ProjectFile
 {
 protected:
     ProjectWithSource()
     {
-        for (const auto name : {"program", "from", "to"})
-            QDir(folder.path()).mkdir(QLatin1StringView(name));
-        setProgramFolder(folder.filePath(QStringLiteral("program")));
-        setPrompts(&prompts);
+        for (const QString& name : {from, to})
+            QDir().mkdir(name);
         setHostFactory(library.factory());
-        Clock::setFixed(at("10:30:00"));
-        const QString file = folder.filePath(QStringLiteral("program/project.lvdu"));
-        Database::create(file);
-        DB = Database::open(file, databaseConnect());
-
+        Clock::setFixed(at(QStringLiteral("10:30:00")));
         source.FullPath = to + QStringLiteral("Sales.xlsx");
         source.Mask = QStringLiteral("Sales.xlsx");
         source.SourceFolder = from;
         source.DestFolder = to;
         source.UpdateType = QStringLiteral("folder");
         source.CheckEvery = 60;
-        source.LastUpdated = source.LastChecked = at("08:00:00");
+        source.LastUpdated = source.LastChecked = at(QStringLiteral("08:00:00"));
     }
-
-    ~ProjectWithSource() override
-    {
-        Clock::setFixed({});
-        setHostFactory({});
-        setPrompts(nullptr);
-        setProgramFolder({});
-    }
+    ~ProjectWithSource() override { setHostFactory({}); }
 
     /// A time of that day.
-    static QDateTime at(const char* time)
-    {
-        return {QDate(2026, 11, 24), QTime::fromString(QLatin1StringView(time), Qt::ISODate)};
-    }
+    static QDateTime at(const QString& time) { return {QDate(2026, 11, 24), QTime::fromString(time, Qt::ISODate)}; }
 
     static QString put(const QString& path, const QDateTime& time, const QByteArray& bytes = "workbook")
     {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
-        file.write(bytes);
-        file.close();
+        write(path, bytes);
         EXPECT_EQ(AdjustFileTime(path, time), -1);
         return path;
     }
@@ -74,12 +48,12 @@ protected:
     }
 
     /// Stores the source as it is now.
-    void store() { ASSERT_TRUE(source.SaveToDB(DB)); }
+    void store() { ASSERT_TRUE(source.SaveToDB(db)); }
 
     clsPanelSource stored()
     {
         clsPanelSource again;
-        EXPECT_TRUE(again.LoadFromDB(source.ID, DB));
+        EXPECT_TRUE(again.LoadFromDB(source.ID, db));
         return again;
     }
 
@@ -94,26 +68,23 @@ protected:
         result.RelativeTo = relativeTo;
         result.PicRange = picRange;
         result.ContentMatch = contentMatch;
-        EXPECT_TRUE(result.SaveToDB(DB, 1));
-        put(panelPictureFile(result.ID), at("08:00:00"));
+        EXPECT_TRUE(result.SaveToDB(db, 1));
+        put(panelPictureFile(result.ID), at(QStringLiteral("08:00:00")));
         return result;
     }
 
     clsWorkspacePanel storedPanel(int panelID)
     {
         clsWorkspacePanel again;
-        EXPECT_TRUE(again.LoadFromDB(panelID, DB));
+        EXPECT_TRUE(again.LoadFromDB(panelID, db));
         return again;
     }
     QString storedRange(int panelID) { return storedPanel(panelID).PicRange; }
 
-    QTemporaryDir folder;
-    const QString from = folder.filePath(QStringLiteral("from/"));
-    const QString to = folder.filePath(QStringLiteral("to/"));
-    ScriptedPrompts prompts;
+    const QString from = path(QStringLiteral("from/"));
+    const QString to = path(QStringLiteral("to/"));
     LogCapture log;
     PlainLibrary library;
-    std::shared_ptr<Database> DB;
     clsPanelSource source;
 };
 

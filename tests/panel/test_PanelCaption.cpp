@@ -1,51 +1,36 @@
 #include "panel/PanelCaption.h"
 
 #include "platform/Clock.h"
-#include "support/QtPrinting.h"
+#include "support/TextTable.h"
 
 #include <gtest/gtest.h>
+#include <map>
 
 using namespace lumivane;
 using namespace Qt::StringLiterals;
 
 namespace {
 
-struct CaptionRow
+TEST(CaptionText, TellsMarkAndAgeOfTheFile)
 {
-    const char* name;
-    PanelMark mark;
-    const char* stamp; ///< null: none wanted
-    const char* now;
-    QString text;
-};
-
-class CaptionText : public testing::TestWithParam<CaptionRow>
-{
-};
-
-TEST_P(CaptionText, TellsMarkAndAgeOfTheFile)
-{
-    const CaptionRow& row = GetParam();
-    std::optional<QDateTime> stamp;
-    if (row.stamp)
-        stamp = dateFromText(QString::fromLatin1(row.stamp));
-    EXPECT_EQ(panelCaptionText(u"Sales"_s, row.mark, stamp, dateFromText(QString::fromLatin1(row.now))), row.text);
+    const std::map<QString, PanelMark> marks{
+        {u""_s, PanelMark::None}, {u"*"_s, PanelMark::Base}, {u"**"_s, PanelMark::Marked}};
+    for (const auto& [name, mark, stamp, now, text] : test::textTable<5>(R"(
+        no stamp                        |    |                     | 2026-11-24 10:00:00 | Sales
+        base                            | *  |                     | 2026-11-24 10:00:00 | *Sales
+        marked with stamp               | ** | 2026-11-24 09:05:00 | 2026-11-24 10:00:00 | **Sales   (09:05 AM)
+        afternoon                       |    | 2026-11-24 13:45:59 | 2026-11-24 14:00:00 | Sales   (01:45 PM)
+        just after midnight             |    | 2026-11-24 00:07:00 | 2026-11-24 23:59:59 | Sales   (12:07 AM)
+        two minutes ago but yesterday   |    | 2026-11-23 23:59:00 | 2026-11-24 00:01:00 | Sales   (Nov 23)
+        tomorrow                        |    | 2026-11-25 08:00:00 | 2026-11-24 08:00:00 | Sales   (Nov 25)
+        same day a year ago             |    | 2025-11-24 08:00:00 | 2026-11-24 08:00:00 | Sales   (Nov 24)
+        source without newest file      |    | 1900-01-01 00:00:00 | 2026-11-24 08:00:00 | Sales   (Jan 1))")) {
+        std::optional<QDateTime> shown;
+        if (!stamp.isEmpty())
+            shown = dateFromText(stamp);
+        EXPECT_EQ(panelCaptionText(u"Sales"_s, marks.at(mark), shown, dateFromText(now)), text) << name;
+    }
 }
-
-const CaptionRow captionRows[] = {
-    {"no_stamp", PanelMark::None, nullptr, "2026-11-24 10:00:00", u"Sales"_s},
-    {"base", PanelMark::Base, nullptr, "2026-11-24 10:00:00", u"*Sales"_s},
-    {"marked_with_stamp", PanelMark::Marked, "2026-11-24 09:05:00", "2026-11-24 10:00:00", u"**Sales   (09:05 AM)"_s},
-    {"afternoon", PanelMark::None, "2026-11-24 13:45:59", "2026-11-24 14:00:00", u"Sales   (01:45 PM)"_s},
-    {"just_after_midnight", PanelMark::None, "2026-11-24 00:07:00", "2026-11-24 23:59:59", u"Sales   (12:07 AM)"_s},
-    {"two_minutes_ago_but_yesterday", PanelMark::None, "2026-11-23 23:59:00", "2026-11-24 00:01:00",
-     u"Sales   (Nov 23)"_s},
-    {"tomorrow", PanelMark::None, "2026-11-25 08:00:00", "2026-11-24 08:00:00", u"Sales   (Nov 25)"_s},
-    {"same_day_a_year_ago", PanelMark::None, "2025-11-24 08:00:00", "2026-11-24 08:00:00", u"Sales   (Nov 24)"_s},
-    {"source_without_newest_file", PanelMark::None, "1900-01-01 00:00:00", "2026-11-24 08:00:00", u"Sales   (Jan 1)"_s},
-};
-INSTANTIATE_TEST_SUITE_P(Stamps, CaptionText, testing::ValuesIn(captionRows),
-                         [](const auto& row) { return row.param.name; });
 
 TEST(CentringBlanks, CountsThoseThatFillHalfOfTheRest)
 {

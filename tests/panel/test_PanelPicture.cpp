@@ -1,7 +1,6 @@
 #include "panel/PanelPicture.h"
 
-#include "platform/RuntimeError.h"
-#include "support/QtPrinting.h"
+#include "support/ThrownError.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -42,15 +41,11 @@ protected:
     }
 
     /// The number of the failure, 0 for none.
-    int failureOf(PanelPicture (*load)(const QString&))
+    int failureNumber(PanelPicture (*load)(const QString&))
     {
-        try {
-            load(m_file);
-        } catch (const RuntimeError& error) {
-            EXPECT_TRUE(error.description().contains(m_file)) << error.what();
-            return error.number();
-        }
-        return 0;
+        const test::ThrownError failure = test::failureOf([&] { load(m_file); });
+        EXPECT_TRUE(failure.text.contains(m_file)) << failure.text;
+        return failure.number;
     }
 };
 
@@ -83,13 +78,13 @@ TEST_F(PictureCache, TakesABitmapOfAnotherProgramAtScaleOne)
 
 TEST_F(PictureCache, RefusesWhatIsNoPictureAndNamesTheFile)
 {
-    EXPECT_EQ(failureOf(loadCachedPicture), RuntimeError::FileNotFound);
-    EXPECT_EQ(failureOf(loadPictureFile), RuntimeError::FileNotFound);
+    EXPECT_EQ(failureNumber(loadCachedPicture), RuntimeError::FileNotFound);
+    EXPECT_EQ(failureNumber(loadPictureFile), RuntimeError::FileNotFound);
     for (const QByteArray& damaged :
          {QByteArray(), QByteArray("BM"), QByteArray("Region;Umsatz\n"), QByteArray(5000, '\xff')}) {
         write(damaged);
-        EXPECT_EQ(failureOf(loadCachedPicture), 481) << damaged.left(20).constData();
-        EXPECT_EQ(failureOf(loadPictureFile), 481);
+        EXPECT_EQ(failureNumber(loadCachedPicture), 481) << damaged.left(20).constData();
+        EXPECT_EQ(failureNumber(loadPictureFile), 481);
     }
 }
 
@@ -100,19 +95,15 @@ TEST_F(PictureCache, SurvivesAHeaderThatPromisesMoreThanThereIs)
     // Width and height of the info header: 2^30 pixels each.
     huge.replace(18, 8, QByteArray::fromHex("0000004000000040"));
     write(huge);
-    EXPECT_EQ(failureOf(loadCachedPicture), 481);
+    EXPECT_EQ(failureNumber(loadCachedPicture), 481);
 }
 
 TEST_F(PictureCache, LeavesTheOldPictureWhereItCannotWrite)
 {
     const QString nowhere = m_folder.filePath(u"gone/17.bmp"_s);
-    try {
-        saveCachedPicture(picture(1), nowhere);
-        FAIL() << "wrote into a folder that is not there";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.number(), 75);
-        EXPECT_TRUE(error.description().contains(nowhere));
-    }
+    const test::ThrownError failure = test::failureOf([&] { saveCachedPicture(picture(1), nowhere); });
+    EXPECT_EQ(failure.number, RuntimeError::PathAccess);
+    EXPECT_TRUE(failure.text.contains(nowhere)) << failure.text;
 }
 
 TEST_F(PictureCache, ReadsAPictureFileByItsContentNotItsName)

@@ -8,6 +8,7 @@
 #include "repository/clsWorkspacePanel.h"
 #include "session/ProgramFiles.h"
 #include "session/modMain.h"
+#include "support/TextTable.h"
 
 #include <QDir>
 #include <QFile>
@@ -30,8 +31,7 @@ protected:
 
     void drawCache()
     {
-        XLInstance XLInst = worker();
-        ASSERT_TRUE(m_pipeline.Panel_Load(XLInst, m_panel, true));
+        ASSERT_TRUE(load(true));
         ASSERT_TRUE(cached(*m_panel));
         gSources->ClearFlags();
         m_library.events.clear();
@@ -45,6 +45,20 @@ protected:
         return m_pipeline.Panel_Load(XLInst, m_panel, refresh);
     }
 
+    bool reload()
+    {
+        XLInstance XLInst = worker();
+        return m_pipeline.Panel_Reload(XLInst, m_panel);
+    }
+
+    /// The panel shows other contents.
+    void show(const QString& contentType, const QString& picRange)
+    {
+        m_panel->ContentType = contentType;
+        m_panel->PicRange = picRange;
+        saveDashboard(u"Morning"_s);
+    }
+
     std::shared_ptr<clsPanelSource> source() { return m_panel->Source(); }
 
     QString m_path;
@@ -53,59 +67,41 @@ protected:
     int m_viewsApplied = 0;
 };
 
-enum class Call { Load, LoadRefresh, Reload };
-
-struct StateRow
-{
-    const char* name;
-    bool cacheExists;
-    bool newVersion;
-    Call call;
-    bool result;
-    bool drawn; ///< anew, from the workbook
-};
-
-class PanelStates : public Pipeline, public testing::WithParamInterface<StateRow>
+/// A row: name, what lies on disk, what is called, whether the panel is loaded, whether it is drawn from the workbook.
+class PanelStates : public Pipeline, public testing::WithParamInterface<std::array<QString, 5>>
 {
 };
 
 TEST_P(PanelStates, DrawsAnewExactlyWhereTheCacheIsGone)
 {
-    const StateRow& row = GetParam();
+    const auto& [name, onDisk, call, loaded, drawn] = GetParam();
+    const bool newVersion = onDisk == u"new version", result = loaded == u"yes";
     drawCache();
-    if (!row.cacheExists)
+    if (onDisk == u"no cache")
         QFile::remove(panelPictureFile(m_panel->ID));
-    if (row.newVersion)
+    if (newVersion)
         touch(m_path, 3600);
-
-    XLInstance XLInst = worker();
-    const bool result = row.call == Call::Reload
-                            ? m_pipeline.Panel_Reload(XLInst, m_panel)
-                            : m_pipeline.Panel_Load(XLInst, m_panel, row.call == Call::LoadRefresh);
-
-    EXPECT_EQ(result, row.result);
-    EXPECT_EQ(m_viewsApplied, row.result ? 1 : 0);
-    EXPECT_EQ(!m_pipeline.picTemp.image.isNull(), row.result) << "a quiet reload leaves the picture alone";
+    EXPECT_EQ(call == u"reload" ? reload() : load(call == u"refresh"), result);
+    EXPECT_EQ(m_viewsApplied, result ? 1 : 0);
+    EXPECT_EQ(!m_pipeline.picTemp.image.isNull(), result) << "a quiet reload leaves the picture alone";
     // A new version is opened once more to move the range on.
-    EXPECT_EQ(openings(m_path), (row.drawn ? 1 : 0) + (row.newVersion ? 1 : 0));
+    EXPECT_EQ(openings(m_path), (drawn == u"yes" ? 1 : 0) + (newVersion ? 1 : 0));
     EXPECT_TRUE(cached(*m_panel));
     EXPECT_TRUE(m_user.shown.isEmpty());
     EXPECT_TRUE(m_pipeline.problem.isEmpty());
 }
 
-const StateRow stateRows[] = {
-    {"cached_load", true, false, Call::Load, true, false},
-    {"cached_refresh", true, false, Call::LoadRefresh, true, true},
-    {"cached_reload", true, false, Call::Reload, false, false},
-    {"new_version_load", true, true, Call::Load, true, true},
-    {"new_version_refresh", true, true, Call::LoadRefresh, true, true},
-    {"new_version_reload", true, true, Call::Reload, true, true},
-    {"missing_load", false, false, Call::Load, true, true},
-    {"missing_refresh", false, false, Call::LoadRefresh, true, true},
-    {"missing_reload", false, false, Call::Reload, true, true},
-};
-INSTANTIATE_TEST_SUITE_P(States, PanelStates, testing::ValuesIn(stateRows),
-                         [](const auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(States, PanelStates, testing::ValuesIn(test::textTable<5>(R"(
+    cached load         | cache       | load    | yes | no
+    cached refresh      | cache       | refresh | yes | yes
+    cached reload       | cache       | reload  | no  | no
+    new version load    | new version | load    | yes | yes
+    new version refresh | new version | refresh | yes | yes
+    new version reload  | new version | reload  | yes | yes
+    missing load        | no cache    | load    | yes | yes
+    missing refresh     | no cache    | refresh | yes | yes
+    missing reload      | no cache    | reload  | yes | yes)")),
+                         test::rowName);
 
 TEST_F(Pipeline, TwoPanelsOfOneSourceCheckItOnceAndBothDrawTheNewVersion)
 {
@@ -155,47 +151,34 @@ TEST_F(Pipeline, CapturesAtTheScaleOfTheScreenAndKeepsIt)
 
 // ---- a source file that is gone ----
 
-struct RecoveryRow
-{
-    const char* name;
-    std::deque<bool> lookForIt;
-    QString chosen; ///< file name beside the lost one; empty: cancelled
-    bool result;
-    QString box; ///< "%1" stands for the chosen path
-};
-
-class LostFile : public Pipeline, public testing::WithParamInterface<RecoveryRow>
+/// A row: name, whether the user wants to look for it, the file chosen (none: cancelled), whether it is loaded, the
+/// box.
+class LostFile : public Pipeline, public testing::WithParamInterface<std::array<QString, 5>>
 {
 };
 
 TEST_P(LostFile, IsLookedForOrTold)
 {
-    const RecoveryRow& row = GetParam();
+    const auto& [name, lookForIt, file, loaded, box] = GetParam();
+    const QString chosen = file.isEmpty() ? QString() : bookPath(file);
     addBook(u"found.xlsx"_s);
     QFile::remove(m_path);
-    const QString chosen = row.chosen.isEmpty() ? QString() : bookPath(row.chosen);
-    m_user.confirmations = row.lookForIt;
+    m_user.confirmations = {lookForIt == u"yes"};
     m_user.files = {chosen};
-
-    EXPECT_EQ(load(), row.result);
-    ASSERT_FALSE(m_user.asked.isEmpty());
-    EXPECT_EQ(m_user.asked.first(),
-              u"Unable to load panel.  ["_s + m_path + u"] not found. Do you want to look for the file yourself?"_s);
-    const QStringList boxes =
-        row.box.isEmpty() ? QStringList() : QStringList{QString(row.box).replace(u"%1"_s, chosen)};
-    EXPECT_EQ(m_user.shown, boxes);
-    EXPECT_EQ(m_pipeline.problem.isEmpty(), row.result);
-    EXPECT_EQ(source()->FullPath, row.result ? chosen : m_path);
+    EXPECT_EQ(load(), loaded == u"yes");
+    EXPECT_EQ(m_user.asked.value(0),
+              u"Unable to load panel.  [%1] not found. Do you want to look for the file yourself?"_s.arg(m_path));
+    EXPECT_EQ(m_user.shown.join(u'|'), QString(box).replace(u"(chosen)"_s, chosen));
+    EXPECT_EQ(m_pipeline.problem.isEmpty(), loaded == u"yes");
+    EXPECT_EQ(source()->FullPath, loaded == u"yes" ? chosen : m_path);
 }
 
-const RecoveryRow recoveryRows[] = {
-    {"user_says_no", {false}, u"found.xlsx"_s, false, {}},
-    {"user_cancels_the_dialog", {true}, {}, false, u"Unable to load panel.  No file selected."_s},
-    {"chosen_file_is_gone_too", {true}, u"gone.xlsx"_s, false, u"Unable to load panel.  [%1] not found"_s},
-    {"another_file", {true}, u"found.xlsx"_s, true, {}},
-};
-INSTANTIATE_TEST_SUITE_P(Answers, LostFile, testing::ValuesIn(recoveryRows),
-                         [](const auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(Answers, LostFile, testing::ValuesIn(test::textTable<5>(R"(
+    user says no            | no  | found.xlsx | no  |
+    user cancels the dialog | yes |            | no  | Unable to load panel.  No file selected.
+    chosen file is gone too | yes | gone.xlsx  | no  | Unable to load panel.  [(chosen)] not found
+    another file            | yes | found.xlsx | yes |)")),
+                         test::rowName);
 
 TEST_F(Pipeline, ALostFileIsMissedBeforeTheCacheIsLookedAt)
 {
@@ -204,17 +187,10 @@ TEST_F(Pipeline, ALostFileIsMissedBeforeTheCacheIsLookedAt)
     EXPECT_FALSE(load());
     EXPECT_EQ(m_user.asked.size(), 1);
     m_user.asked.clear();
-    XLInstance XLInst = worker();
-    EXPECT_FALSE(m_pipeline.Panel_Reload(XLInst, m_panel));
+    EXPECT_FALSE(reload());
     EXPECT_TRUE(m_user.asked.isEmpty()) << "a reload ends at the cached file";
-}
-
-TEST_F(Pipeline, ARefreshDeletesTheCacheBeforeItMissesTheFile)
-{
-    drawCache();
-    QFile::remove(m_path);
     EXPECT_FALSE(load(true));
-    EXPECT_FALSE(cached(*m_panel));
+    EXPECT_FALSE(cached(*m_panel)) << "a refresh deletes the cache before it misses the file";
 }
 
 TEST_F(Pipeline, AFoundFileIsStoredWithItsFolderButNotItsName)
@@ -233,27 +209,21 @@ TEST_F(Pipeline, AFoundFileIsStoredWithItsFolderButNotItsName)
 
 // ---- what the workbook does not hold ----
 
-TEST_F(Pipeline, TellsAMissingSheetAndKeepsNoPicture)
+TEST_F(Pipeline, TellsAMissingSheetOrChartAndKeepsNoPicture)
 {
+    const QString advice = u"\r\nYou may have to re-define the dashboard object.\r\nSee Help for more information."_s;
     m_panel->SheetName = u"Daten"_s;
     saveDashboard(u"Morning"_s);
     EXPECT_FALSE(load());
-    EXPECT_EQ(m_user.shown,
-              QStringList{u"A sheet named Daten was not found in the workbook [sales.xlsx]\r\n"
-                          "You may have to re-define the dashboard object.\r\nSee Help for more information."_s});
     EXPECT_FALSE(cached(*m_panel));
     EXPECT_EQ(m_library.events.count(u"close "_s + m_path), 1);
-}
-
-TEST_F(Pipeline, TellsAMissingChart)
-{
-    m_panel->ContentType = u"C"_s;
-    m_panel->PicRange = u"Costs"_s;
-    saveDashboard(u"Morning"_s);
+    m_panel->SheetName = u"Data"_s;
+    show(u"C"_s, u"Costs"_s);
     EXPECT_FALSE(load());
-    EXPECT_EQ(m_user.shown,
-              QStringList{u"A chart named Costs was not found in spreadsheet [Data] of worksbook [sales.xlsx]\r\n"
-                          "You may have to re-define the dashboard object.\r\nSee Help for more information."_s});
+    EXPECT_EQ(
+        m_user.shown,
+        QStringList({u"A sheet named Daten was not found in the workbook [sales.xlsx]"_s + advice,
+                     u"A chart named Costs was not found in spreadsheet [Data] of worksbook [sales.xlsx]"_s + advice}));
 }
 
 TEST_F(Pipeline, APasteFromAChangedWorkbookIsRefused)
@@ -277,7 +247,7 @@ TEST_F(Pipeline, APasteOfTheSameShapeOrWithoutARecordedCellGoesThrough)
     XLInstance XLInst = worker();
     for (const QString& match : {u"bottom=C4`anchor=`content="_s, QString()}) {
         m_panel->ContentMatch = match;
-        EXPECT_TRUE(m_pipeline.Panel_LoadExcel(m_path, m_path, true, XLInst, m_panel)) << match.toStdString();
+        EXPECT_TRUE(m_pipeline.Panel_LoadExcel(m_path, m_path, true, XLInst, m_panel)) << match;
     }
     EXPECT_TRUE(m_user.shown.isEmpty());
 }
@@ -300,20 +270,17 @@ TEST_F(Pipeline, APictureFileIsLoadedEachTimeAndNeverCached)
     QImage image(40, 20, QImage::Format_RGB32);
     image.fill(Qt::green);
     ASSERT_TRUE(image.save(m_path, "PNG"));
-    m_panel->ContentType = u"P"_s;
-    saveDashboard(u"Morning"_s);
+    show(u"P"_s, {});
     EXPECT_TRUE(load());
     EXPECT_EQ(m_pipeline.picTemp.size(), (TwipsSize{600, 300}));
-    XLInstance XLInst = worker();
-    EXPECT_TRUE(m_pipeline.Panel_Reload(XLInst, m_panel));
+    EXPECT_TRUE(reload());
     EXPECT_FALSE(cached(*m_panel));
     EXPECT_EQ(openings(m_path), 0);
 }
 
 TEST_F(Pipeline, AnUnknownContentIsLoadedWithoutAPicture)
 {
-    m_panel->ContentType = u"X"_s;
-    saveDashboard(u"Morning"_s);
+    show(u"X"_s, {});
     EXPECT_TRUE(load());
     EXPECT_TRUE(m_pipeline.picTemp.image.isNull());
     EXPECT_EQ(m_viewsApplied, 1);
@@ -339,7 +306,7 @@ TEST_F(Pipeline, AWorkbookThatCannotBeOpenedLeavesTheOldPicture)
     m_library.books.clear();
     EXPECT_FALSE(load(true));
     EXPECT_FALSE(m_pipeline.picTemp.image.isNull());
-    EXPECT_TRUE(m_pipeline.problem.contains(m_path)) << m_pipeline.problem.toStdString();
+    EXPECT_TRUE(m_pipeline.problem.contains(m_path)) << m_pipeline.problem;
     EXPECT_EQ(m_user.shown.size(), 1);
 }
 
@@ -366,109 +333,35 @@ TEST_F(Pipeline, APanelWithoutASourceSaysSo)
     EXPECT_EQ(m_user.shown, QStringList{u"Panel has no source defined."_s});
 }
 
-/// Drawings that the host cannot draw, as the embedded one has them.
-class UndrawingSheet : public test::PlainSheet
+TEST_F(Pipeline, AChartOnADamagedSheetIsNotCalledMissing)
 {
-public:
-    using PlainSheet::PlainSheet;
-    QImage CopyShapePicture(const QString& name, double) override
-    {
-        throw RuntimeError(RuntimeError::ApplicationDefined, u"The chart \"%1\" cannot be drawn."_s.arg(name));
-    }
-    QStringList undrawn(const CellArea& area) override
-    {
-        return area.contains(3, 3) ? QStringList{u"the chart \"Trend\""_s} : QStringList();
-    }
-};
-
-/// A sheet that turns out to be damaged when it is first read.
-class DamagedSheet : public test::PlainSheet
-{
-public:
-    using PlainSheet::PlainSheet;
-    CellArea usedArea() override { throw damage(); }
-    QStringList ShapeNames() override { throw damage(); }
-
-private:
-    static RuntimeError damage()
-    {
-        return {RuntimeError::ApplicationDefined, u"The sheet \"Data\" of \"sales.xlsx\" is damaged."_s};
-    }
-};
-
-/// A host that holds one workbook of one sheet.
-class OneSheetHost : public Application, public Workbook
-{
-public:
-    explicit OneSheetHost(std::shared_ptr<test::PlainSheet> sheet) : m_sheet(std::move(sheet)) {}
-
-    std::shared_ptr<Workbook> Open(const QString&, bool) override { return {std::shared_ptr<void>(), this}; }
-    int WorkbooksCount() const override { return 0; }
-    std::shared_ptr<Workbook> WorkbookItem(int) override { return nullptr; }
-    std::shared_ptr<Workbook> ActiveWorkbook() override { return nullptr; }
-    std::shared_ptr<Worksheet> ActiveSheet() override { return m_sheet; }
-    void Quit() override {}
-    QString FullName() const override { return u"sales.xlsx"_s; }
-    QString Name() const override { return u"sales.xlsx"_s; }
-    QStringList WorksheetNames() const override { return {m_sheet->Name()}; }
-    std::shared_ptr<Worksheet> WorksheetByName(const QString&) override { return m_sheet; }
-    void Activate() override {}
-    void RefreshAll() override {}
-    void Save() override {}
-    void Close() override {}
-
-private:
-    std::shared_ptr<test::PlainSheet> m_sheet;
-};
-
-class Undrawn : public Pipeline
-{
-protected:
-    void SetUp() override
-    {
-        Pipeline::SetUp();
-        const auto sheet = std::make_shared<UndrawingSheet>(u"Data"_s);
-        sheet->put(u"B2"_s, u"1"_s).shape(u"Trend"_s);
-        m_host = std::make_shared<OneSheetHost>(sheet);
-    }
-
-    bool loadFromHost(bool refresh = false) { return m_pipeline.Panel_Load(m_host, m_panel, refresh); }
-
-    XLInstance m_host;
-};
-
-TEST_F(Undrawn, AChartOnADamagedSheetIsNotCalledMissing)
-{
-    m_host = std::make_shared<OneSheetHost>(std::make_shared<DamagedSheet>(u"Data"_s));
-    m_panel->ContentType = u"C"_s;
-    m_panel->PicRange = u"Trend"_s;
-    saveDashboard(u"Morning"_s);
-    EXPECT_FALSE(loadFromHost());
+    m_library.books[m_path].front().damage(u"The sheet \"Data\" of \"sales.xlsx\" is damaged."_s);
+    show(u"C"_s, u"Trend"_s);
+    EXPECT_FALSE(load());
     ASSERT_EQ(m_user.shown.size(), 1);
     EXPECT_TRUE(m_user.shown.first().endsWith(u"The sheet \"Data\" of \"sales.xlsx\" is damaged."_s))
-        << m_user.shown.first().toStdString();
+        << m_user.shown.first();
 }
 
-TEST_F(Undrawn, AGapInThePictureIsToldAndToldAgainFromTheCache)
+TEST_F(Pipeline, AGapInThePictureIsToldAndToldAgainFromTheCache)
 {
-    ASSERT_TRUE(loadFromHost());
-    const QString notice = u"Not shown here: the chart \"Trend\"."_s;
+    m_library.books[m_path].front().undrawable(u"Costs"_s, u"C3"_s);
+    ASSERT_TRUE(load());
+    const QString notice = u"Not shown here: the chart \"Costs\"."_s;
     EXPECT_EQ(m_pipeline.picTemp.notice, notice);
     m_pipeline.picTemp = {};
-    ASSERT_TRUE(loadFromHost());
+    ASSERT_TRUE(load());
     EXPECT_EQ(m_pipeline.picTemp.notice, notice);
-    m_panel->PicRange = u"$B$2:$B$2``"_s;
-    saveDashboard(u"Morning"_s);
-    ASSERT_TRUE(loadFromHost(true));
+    show(u"S"_s, u"$B$2:$B$2``"_s);
+    ASSERT_TRUE(load(true));
     EXPECT_TRUE(m_pipeline.picTemp.notice.isEmpty()) << "the gap lies outside now";
 }
 
-TEST_F(Undrawn, AChartThatIsThereIsExplainedNotOfferedForDeletionAndNeverKept)
+TEST_F(Pipeline, AChartThatIsThereIsExplainedNotOfferedForDeletionAndNeverKept)
 {
-    m_panel->ContentType = u"C"_s;
-    m_panel->PicRange = u"Trend"_s;
-    saveDashboard(u"Morning"_s);
-    EXPECT_TRUE(loadFromHost());
+    m_library.books[m_path].front().undrawable(u"Costs"_s, u"C3"_s);
+    show(u"C"_s, u"Costs"_s);
+    EXPECT_TRUE(load());
     EXPECT_FALSE(m_pipeline.picTemp.image.isNull());
     EXPECT_EQ(m_pipeline.picTemp.notice, u"Panel 'Sales' shows no current picture."_s);
     EXPECT_FALSE(cached(*m_panel)) << "the next pass tries again";

@@ -62,6 +62,7 @@ protected:
     }
 
     QSize clientSize() const { return QSize(toPixels(m_panel->ScaleWidth()), toPixels(m_panel->ScaleHeight())); }
+    QWidget* pictureBox() const { return part(u"picPanel"_s); }
     QWidget* part(const QString& name) const { return m_panel->findChild<QWidget*>(name); }
     QScrollBar* bar(const QString& name) const { return m_panel->findChild<QScrollBar*>(name); }
 
@@ -76,18 +77,13 @@ TEST_F(PanelWindow, AutosizeTakesTheSizeOfThePicture)
 {
     frmPanel& panel = open(u"A"_s, QSize(700, 500));
     EXPECT_EQ(clientSize(), pictureSize);
-    EXPECT_EQ(part(u"picPanel"_s)->geometry(), QRect(QPoint(0, 0), pictureSize));
+    EXPECT_EQ(pictureBox()->geometry(), QRect(QPoint(0, 0), pictureSize));
     EXPECT_EQ(m_record->pWidth, panel.width() * 15);
     EXPECT_EQ(m_record->pHeight, panel.height() * 15);
     EXPECT_EQ(panel.pos(), QPoint(10, 20));
     EXPECT_FALSE(panel.IsDirty) << "loading and showing is no change of the user's";
-}
-
-TEST_F(PanelWindow, AutosizeSnapsBackWhenResized)
-{
-    frmPanel& panel = open(u"A"_s);
     panel.resize(500, 400);
-    EXPECT_EQ(clientSize(), pictureSize);
+    EXPECT_EQ(clientSize(), pictureSize) << "it snaps back";
     EXPECT_TRUE(panel.IsDirty);
 }
 
@@ -96,8 +92,8 @@ TEST_F(PanelWindow, CropCentresASmallPicture)
     open(u"C"_s, QSize(400, 300));
     EXPECT_EQ(m_panel->size(), QSize(400, 300));
     const QSize room = clientSize() - pictureSize;
-    EXPECT_LE((part(u"picPanel"_s)->pos() - QPoint(room.width() / 2, room.height() / 2)).manhattanLength(), 2);
-    EXPECT_EQ(part(u"picPanel"_s)->size(), pictureSize);
+    EXPECT_LE((pictureBox()->pos() - QPoint(room.width() / 2, room.height() / 2)).manhattanLength(), 2);
+    EXPECT_EQ(pictureBox()->size(), pictureSize);
     EXPECT_FALSE(bar(u"VScroll1"_s)->isVisible());
     EXPECT_FALSE(bar(u"HScroll1"_s)->isVisible());
 }
@@ -114,37 +110,31 @@ TEST_F(PanelWindow, CropScrollsALargePicture)
     EXPECT_EQ(across->geometry().bottom() + 1, clientSize().height());
     down->setValue(3000);
     across->setValue(1500);
-    EXPECT_EQ(part(u"picPanel"_s)->pos(), QPoint(-100, -200));
+    EXPECT_EQ(pictureBox()->pos(), QPoint(-100, -200));
     m_panel->Panel_Crop();
-    EXPECT_EQ(part(u"picPanel"_s)->pos(), QPoint(0, 0)) << "the view starts at the top left again";
+    EXPECT_EQ(pictureBox()->pos(), QPoint(0, 0)) << "the view starts at the top left again";
     EXPECT_EQ(down->value(), 0);
-}
-
-TEST_F(PanelWindow, WheelAndKeysScrollALargePicture)
-{
-    m_record->PicRange = u"A1:Z60``"_s;
-    open(u"C"_s, QSize(400, 300));
     QWheelEvent wheel(QPointF(5, 5), QPointF(50, 50), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
                       Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(part(u"client"_s), &wheel);
-    EXPECT_LT(part(u"picPanel"_s)->y(), 0);
-    EXPECT_EQ(part(u"picPanel"_s)->x(), 0);
+    EXPECT_LT(pictureBox()->y(), 0);
+    EXPECT_EQ(pictureBox()->x(), 0);
     QKeyEvent right(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier);
     QCoreApplication::sendEvent(part(u"client"_s), &right);
-    EXPECT_LT(part(u"picPanel"_s)->x(), 0);
+    EXPECT_LT(pictureBox()->x(), 0);
 }
 
 TEST_F(PanelWindow, ZoomStretchesInBothDirections)
 {
     frmPanel& panel = open(u"Z"_s, QSize(400, 300));
     EXPECT_EQ(panel.size(), QSize(400, 300));
-    EXPECT_EQ(part(u"picPanel"_s)->geometry(), QRect(QPoint(0, 0), clientSize()));
-    const QImage shown = part(u"picPanel"_s)->grab().toImage();
+    EXPECT_EQ(pictureBox()->geometry(), QRect(QPoint(0, 0), clientSize()));
+    const QImage shown = pictureBox()->grab().toImage();
     // Each of the six cells has a colour of its own; the last one ends at the last pixel.
     EXPECT_EQ(shown.pixelColor(shown.width() - 2, shown.height() - 2),
               panel.picture().image.pixelColor(panel.picture().image.rect().bottomRight()));
     panel.resize(300, 200);
-    EXPECT_EQ(part(u"picPanel"_s)->geometry(), QRect(QPoint(0, 0), clientSize()));
+    EXPECT_EQ(pictureBox()->geometry(), QRect(QPoint(0, 0), clientSize()));
     EXPECT_TRUE(panel.IsDirty);
 }
 
@@ -163,27 +153,20 @@ TEST_F(PanelWindow, ViewCommandsChangeTheRecordAndMarkThePanelDirty)
     EXPECT_GE(changes, 3);
 }
 
-TEST_F(PanelWindow, AQuietReloadLeavesIsLoadSetSoThatChangesDoNotCount)
+TEST_F(PanelWindow, ChangesDoNotCountAfterAQuietReload)
 {
     frmPanel& panel = open(u"Z"_s, QSize(400, 300));
     XLInstance XLInst = worker();
     EXPECT_FALSE(panel.Panel_Reload(XLInst));
-    EXPECT_TRUE(panel.IsLoad);
+    EXPECT_TRUE(panel.IsLoad) << "a quiet reload leaves it set";
     panel.resize(350, 250);
     EXPECT_FALSE(panel.IsDirty);
-}
-
-TEST_F(PanelWindow, AReloadKeepsIsDirtyAndALoadClearsIt)
-{
-    frmPanel& panel = open(u"A"_s);
     panel.IsDirty = true;
     bringNewVersion();
-    XLInstance XLInst = worker();
     EXPECT_TRUE(panel.Panel_Reload(XLInst));
-    EXPECT_TRUE(panel.IsDirty);
-    EXPECT_FALSE(panel.IsLoad);
+    EXPECT_TRUE(panel.IsDirty && !panel.IsLoad) << "a reload keeps IsDirty";
     EXPECT_TRUE(panel.Panel_Load(XLInst, true));
-    EXPECT_FALSE(panel.IsDirty);
+    EXPECT_FALSE(panel.IsDirty) << "a load clears it";
 }
 
 TEST_F(PanelWindow, MovingCountsAsAChangeAndScrollingTheDashboardDoesNot)
@@ -263,7 +246,7 @@ TEST_F(PanelWindow, AFailedReloadSaysSoInThePanelUntilTheNextOneSucceeds)
     EXPECT_FALSE(panel.Panel_Reload(XLInst));
     const auto* notice = panel.findChild<QLabel*>(u"noticeLabel"_s);
     EXPECT_TRUE(notice->isVisible());
-    EXPECT_TRUE(notice->text().startsWith(u"Not up"_s)) << notice->text().toStdString();
+    EXPECT_TRUE(notice->text().startsWith(u"Not up"_s)) << notice->text();
     EXPECT_TRUE(panel.toolTip().contains(m_path));
     m_library.books = books;
     gSources->ClearFlags();

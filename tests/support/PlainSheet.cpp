@@ -82,6 +82,24 @@ PlainSheet& PlainSheet::undrawable(const QString& name, const QString& address)
     return shape(name);
 }
 
+PlainSheet& PlainSheet::damage(const QString& sentence)
+{
+    m_damage = sentence;
+    return *this;
+}
+
+void PlainSheet::throwIfDamaged() const
+{
+    if (!m_damage.isEmpty())
+        throw RuntimeError(RuntimeError::ApplicationDefined, m_damage);
+}
+
+QStringList PlainSheet::ShapeNames()
+{
+    throwIfDamaged();
+    return m_shapes;
+}
+
 QStringList PlainSheet::undrawn(const CellArea& area)
 {
     QStringList missing;
@@ -102,6 +120,7 @@ PlainSheet& PlainSheet::formatted(const QString& address)
 
 CellArea PlainSheet::usedArea()
 {
+    throwIfDamaged();
     if (m_cells.empty())
         return CellArea::cell(1, 1);
     CellArea used{maxRow, maxColumn, 1, 1};

@@ -27,6 +27,8 @@ public:
     PlainSheet& shape(const QString& name);
     /// A chart over a cell, of the kind that a host cannot draw.
     PlainSheet& undrawable(const QString& name, const QString& address);
+    /// The sheet turns out to be damaged when it is first read.
+    PlainSheet& damage(const QString& sentence);
     /// Cells that are in use by their format alone.
     PlainSheet& formatted(const QString& address);
 
@@ -44,7 +46,7 @@ public:
     void setInteriorColor(int row, int column, QRgb color) override;
     void setValue(int row, int column, const QVariant& value) override;
     std::optional<CellArea> Find(const CellArea& area, const FindQuestion& question) override;
-    QStringList ShapeNames() override { return m_shapes; }
+    QStringList ShapeNames() override;
     void Activate() override;
     /// At 96 dpi; cells with contents in a colour of their text.
     QImage CopyPicture(const CellArea& area, double scale = 1) override;
@@ -56,6 +58,7 @@ public:
 
 private:
     friend class PlainWorkbook;
+    void throwIfDamaged() const;
     struct PlainCell
     {
         QString value;
@@ -71,6 +74,7 @@ private:
     std::map<int, double> m_widths;
     QStringList m_shapes;
     std::map<QString, CellArea> m_undrawable;
+    QString m_damage;
     std::function<void()> m_onActivate;
 };
 

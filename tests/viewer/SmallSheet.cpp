@@ -18,16 +18,6 @@ std::string number(const std::string& cell, const std::string& value, int style 
     return "<c r='" + cell + "' s='" + std::to_string(style) + "'><v>" + value + "</v></c>";
 }
 
-std::string anchor(int column, int row, const std::string& inside)
-{
-    const auto corner = [](const std::string& tag, int c, int r) {
-        return "<xdr:" + tag + "><xdr:col>" + std::to_string(c) + "</xdr:col><xdr:colOff>0</xdr:colOff><xdr:row>" +
-               std::to_string(r) + "</xdr:row><xdr:rowOff>0</xdr:rowOff></xdr:" + tag + ">";
-    };
-    return "<xdr:twoCellAnchor>" + corner("from", column, row) + corner("to", column + 2, row + 3) + inside +
-           "</xdr:twoCellAnchor>";
-}
-
 } // namespace
 
 WorkbookParts smallWorkbook(const std::string& views)
@@ -58,17 +48,9 @@ WorkbookParts smallWorkbook(const std::string& views)
     parts.styles("<fonts count='1'><font><sz val='11'/><name val='Calibri'/></font></fonts>"
                  "<fills count='1'><fill><patternFill patternType='none'/></fill></fills><borders count='1'><border/>"
                  "</borders><cellXfs count='2'><xf/><xf numFmtId='2' applyNumberFormat='1'/></cellXfs>");
-    parts.set("xl/worksheets/_rels/sheet1.xml.rels",
-              "<Relationships><Relationship Id='d' Type='x/drawing' Target='../drawings/drawing1.xml'/>"
-              "</Relationships>");
-    parts.set("xl/drawings/drawing1.xml",
-              "<xdr:wsDr xmlns:xdr='a'>" +
-                  anchor(7, 10,
-                         "<xdr:graphicFrame><xdr:nvGraphicFramePr><xdr:cNvPr id='2' name='Sales'/>"
-                         "</xdr:nvGraphicFramePr><a:graphic><a:graphicData><c:chart r:id='c'/></a:graphicData>"
-                         "</a:graphic></xdr:graphicFrame>") +
-                  anchor(7, 20, "<xdr:pic><xdr:nvPicPr><xdr:cNvPr name='Logo'/></xdr:nvPicPr></xdr:pic>") +
-                  "</xdr:wsDr>");
+    parts.drawings(
+        drawingAnchor(7, 10, 9, 13, chartObject("Sales")) +
+        drawingAnchor(7, 20, 9, 23, "<xdr:pic><xdr:nvPicPr><xdr:cNvPr name='Logo'/></xdr:nvPicPr></xdr:pic>"));
     return parts;
 }
 

@@ -1,4 +1,4 @@
-#include "support/QtPrinting.h"
+#include "support/TextTable.h"
 #include "viewer/CellPlace.h"
 #include "viewer/OpenSheet.h"
 #include "viewer/SelectionFigures.h"
@@ -6,6 +6,7 @@
 #include "viewer/SmallSheet.h"
 
 #include <gtest/gtest.h>
+#include <map>
 
 namespace lumivane::test {
 
@@ -33,38 +34,26 @@ QString addressOf(const CellSpot& cell)
 /// N for Home, End, PageUp and PageDown.
 QString afterKeys(OpenSheet& sheet, const QString& start, const QString& keys)
 {
+    using Step = OpenSheet::Step;
+    struct Key
+    {
+        Direction direction;
+        Step step, withControl;
+    };
+    const std::map<QChar, Key> meanings = {
+        {u'l', {Direction::Left, Step::Cell, Step::DataEdge}},
+        {u'r', {Direction::Right, Step::Cell, Step::DataEdge}},
+        {u'u', {Direction::Up, Step::Cell, Step::DataEdge}},
+        {u'd', {Direction::Down, Step::Cell, Step::DataEdge}},
+        {u'H', {Direction::Left, Step::LineStart, Step::SheetStart}},
+        {u'E', {Direction::Right, Step::DataEdge, Step::SheetEnd}},
+        {u'P', {Direction::Up, Step::Page, Step::Page}},
+        {u'N', {Direction::Down, Step::Page, Step::Page}},
+    };
     sheet.selection().select({area(start)});
-    for (const QString& key : keys.split(u' ', Qt::SkipEmptyParts)) {
-        const bool control = key.contains(u'C'), shift = key.contains(u'S');
-        using Step = OpenSheet::Step;
-        switch (key.back().unicode()) {
-        case u'l':
-            sheet.move(Direction::Left, control ? Step::DataEdge : Step::Cell, shift);
-            break;
-        case u'r':
-            sheet.move(Direction::Right, control ? Step::DataEdge : Step::Cell, shift);
-            break;
-        case u'u':
-            sheet.move(Direction::Up, control ? Step::DataEdge : Step::Cell, shift);
-            break;
-        case u'd':
-            sheet.move(Direction::Down, control ? Step::DataEdge : Step::Cell, shift);
-            break;
-        case u'H':
-            sheet.move(Direction::Left, control ? Step::SheetStart : Step::LineStart, shift);
-            break;
-        case u'E':
-            sheet.move(Direction::Right, control ? Step::SheetEnd : Step::DataEdge, shift);
-            break;
-        case u'P':
-            sheet.move(Direction::Up, Step::Page, shift);
-            break;
-        case u'N':
-            sheet.move(Direction::Down, Step::Page, shift);
-            break;
-        default:
-            ADD_FAILURE() << "no such key";
-        }
+    for (const QString& key : keys.split(u' ')) {
+        const Key meant = meanings.at(key.back());
+        sheet.move(meant.direction, key.contains(u'C') ? meant.withControl : meant.step, key.contains(u'S'));
     }
     return sheet.selection().address().remove(u'$') + u" at " + addressOf(sheet.selection().activeCell());
 }
@@ -73,36 +62,29 @@ TEST(Keyboard, MovesAndSelects)
 {
     OpenSheet sheet(viewedSheet(smallWorkbook()));
     sheet.setSize({300, 200});
-    struct Case
-    {
-        const char* name;
-        QString start, keys, selected;
-    };
-    const Case cases[] = {
-        {"over a hidden row", u"C5"_s, u"d"_s, u"C7 at C7"_s},
-        {"over a hidden column", u"D4"_s, u"r"_s, u"F4 at F4"_s},
-        {"stays at the edge", u"A1"_s, u"u l"_s, u"A1 at A1"_s},
-        {"into a merged cell", u"C8"_s, u"d"_s, u"B9:D9 at B9"_s},
-        {"out of a merged cell", u"B9"_s, u"r"_s, u"F9 at F9"_s},
-        {"to the end of filled cells", u"B2"_s, u"Cr"_s, u"D2 at D2"_s},
-        {"to the next filled cell", u"A4"_s, u"Cr"_s, u"B4 at B4"_s},
-        {"a hidden filled cell does not stop", u"C4"_s, u"Cr"_s, u"F4 at F4"_s},
-        {"filled cells go on behind a hidden row", u"C2"_s, u"Cd"_s, u"C7 at C7"_s},
-        {"to the sheet's edge", u"F4"_s, u"Cd"_s, u"F1048576 at F1048576"_s},
-        {"back from the sheet's edge", u"F1048576"_s, u"Cu"_s, u"F4 at F4"_s},
-        {"to the last column", u"D2"_s, u"Cr"_s, u"XFD2 at XFD2"_s},
-        {"extends by one", u"C3"_s, u"Sr Sd"_s, u"C3:D4 at C3"_s},
-        {"extends and comes back", u"C3"_s, u"Sr Sr Sl Sl Sl"_s, u"B3:C3 at C3"_s},
-        {"extends to the data's edges", u"B2"_s, u"CSr CSd"_s, u"B2:D3 at B2"_s},
-        {"extension takes merged cells whole", u"C8"_s, u"Sd"_s, u"B8:D9 at C8"_s},
-        {"Home", u"D4"_s, u"H"_s, u"A4 at A4"_s},
-        {"Ctrl+Home", u"D4"_s, u"CH"_s, u"A1 at A1"_s},
-        {"Ctrl+End is the crossing, which may be blank", u"A1"_s, u"CE"_s, u"F9 at F9"_s},
-        {"Ctrl+Shift+End", u"B2"_s, u"CSE"_s, u"B2:F9 at B2"_s},
-        {"one page down and up", u"B10"_s, u"N P"_s, u"B10 at B10"_s},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(afterKeys(sheet, c.start, c.keys), c.selected) << c.name;
+    for (const auto& [name, start, keys, selected] : textTable<4>(R"(
+        over a hidden row                        | C5 | d       | C7 at C7
+        over a hidden column                     | D4 | r       | F4 at F4
+        stays at the edge                        | A1 | u l     | A1 at A1
+        into a merged cell                       | C8 | d       | B9:D9 at B9
+        out of a merged cell                     | B9 | r       | F9 at F9
+        to the end of filled cells               | B2 | Cr      | D2 at D2
+        to the next filled cell                  | A4 | Cr      | B4 at B4
+        a hidden filled cell does not stop       | C4 | Cr      | F4 at F4
+        filled cells go on behind a hidden row   | C2 | Cd      | C7 at C7
+        to the sheet's edge                      | F4 | Cd      | F1048576 at F1048576
+        back from the sheet's edge               | F1048576 | Cu | F4 at F4
+        to the last column                       | D2 | Cr      | XFD2 at XFD2
+        extends by one                           | C3 | Sr Sd   | C3:D4 at C3
+        extends and comes back                   | C3 | Sr Sr Sl Sl Sl | B3:C3 at C3
+        extends to the data's edges              | B2 | CSr CSd | B2:D3 at B2
+        extension takes merged cells whole       | C8 | Sd      | B8:D9 at C8
+        Home                                     | D4 | H       | A4 at A4
+        Ctrl+Home                                | D4 | CH      | A1 at A1
+        Ctrl+End: the crossing, perhaps blank    | A1 | CE      | F9 at F9
+        Ctrl+Shift+End                           | B2 | CSE     | B2:F9 at B2
+        one page down and up                     | B10 | N P    | B10 at B10)"))
+        EXPECT_EQ(afterKeys(sheet, start, keys), selected) << name;
 }
 
 TEST(Keyboard, KeepsWhatItReachesInSight)
@@ -159,29 +141,19 @@ TEST(Selection, KeepsWholeLinesWholeWhenExtended)
 
 TEST(StoredView, ComesBackAsPanesSelectionAndZoom)
 {
-    struct Case
-    {
-        const char* name;
-        std::string pane, attributes;
-        QStringList visible; ///< by pane, in a window of 300 x 200 pixels
-    };
-    const Case cases[] = {
-        {"none", "", "topLeftCell='C4'", {u"$C$4:$H$14"_s}},
-        {"rows", "<pane ySplit='2' topLeftCell='A5' state='frozen'/>", "", {u"$A$1:$F$2"_s, u"$A$5:$F$13"_s}},
-        {"columns", "<pane xSplit='1' topLeftCell='C1' state='frozen'/>", "", {u"$A$1:$A$11"_s, u"$C$1:$G$11"_s}},
-        {"both, scrolled before they were frozen",
-         "<pane xSplit='1' ySplit='1' topLeftCell='D7' state='frozen'/>",
-         "topLeftCell='B2'",
-         {u"$B$2"_s, u"$D$2:$H$2"_s, u"$B$7:$B$15"_s, u"$D$7:$H$15"_s}},
-        {"split", "<pane ySplit='1500' topLeftCell='A9'/>", "topLeftCell='A2'", {u"$A$2:$F$5"_s, u"$A$9:$F$14"_s}},
-    };
-    for (const Case& c : cases) {
-        OpenSheet sheet(viewedSheet(smallWorkbook(paneView(c.pane, c.attributes))));
+    // By pane, in a window of 300 x 200 pixels; the third case was scrolled before it was frozen.
+    for (const auto& [pane, attributes, panes] : textTable<3>(R"(
+        | topLeftCell='C4'                                                  | C4:H14
+        <pane ySplit='2' topLeftCell='A5' state='frozen'/>            |     | A1:F2 A5:F13
+        <pane xSplit='1' topLeftCell='C1' state='frozen'/>            |     | A1:A11 C1:G11
+        <pane xSplit='1' ySplit='1' topLeftCell='D7' state='frozen'/> | topLeftCell='B2' | B2 D2:H2 B7:B15 D7:H15
+        <pane ySplit='1500' topLeftCell='A9'/>                        | topLeftCell='A2' | A2:F5 A9:F14)")) {
+        OpenSheet sheet(viewedSheet(smallWorkbook(paneView(pane.toStdString(), attributes.toStdString()))));
         sheet.setSize({300, 200});
         QStringList visible;
-        for (int pane = 0; pane < sheet.panes().count(); ++pane)
-            visible << sheet.panes().visible(pane).absolute();
-        EXPECT_EQ(visible, c.visible) << c.name;
+        for (int i = 0; i < sheet.panes().count(); ++i)
+            visible << sheet.panes().visible(i).relative();
+        EXPECT_EQ(visible.join(u' '), panes) << pane;
     }
     OpenSheet sheet(viewedSheet(
         smallWorkbook(paneView("<selection activeCell='C4' sqref='B3:D5'/>", "zoomScale='150' tabSelected='1'"))));
@@ -223,13 +195,10 @@ TEST(Drawings, AreHitWhereTheyLieAtAnyScale)
 TEST(CellPlace, ReadsAddressesAndNames)
 {
     const auto viewed = viewedSheet(smallWorkbook());
-    struct Case
-    {
-        QString text;
-        int currentSheet;
-        QString result;
-    };
-    const Case cases[] = {
+    const QString hidden = u"The sheet \"Secret\" is hidden, so that its cells cannot be selected."_s;
+    const QString neither =
+        u"\"%1\" is neither an address nor a name of this workbook. Type an address such as B3:D8."_s;
+    const std::tuple<QString, int, QString> cases[] = {
         {u"B3:D8"_s, 0, u"0 B3:D8"_s},
         {u"  $b$3 "_s, 1, u"1 B3"_s},
         {u"5:7"_s, 0, u"0 5:7"_s},
@@ -240,24 +209,22 @@ TEST(CellPlace, ReadsAddressesAndNames)
         {u"Note"_s, 0, u"1 A1"_s},
         {u"Note"_s, 1, u"1 C3 E5"_s},
         {u"Nowhere!A1"_s, 0, u"There is no sheet \"Nowhere\" in this workbook."_s},
-        {u"Secret!A1"_s, 0, u"The sheet \"Secret\" is hidden, so that its cells cannot be selected."_s},
-        {u"Away"_s, 0, u"The sheet \"Secret\" is hidden, so that its cells cannot be selected."_s},
+        {u"Secret!A1"_s, 0, hidden},
+        {u"Away"_s, 0, hidden},
         {u"Moving"_s, 0,
          u"The name \"Moving\" does not stand for cells that can be selected: it is defined as "
          "OFFSET(Data!$A$1,1,1)."_s},
-        {u"B0"_s, 0, u"\"B0\" is neither an address nor a name of this workbook. Type an address such as B3:D8."_s},
-        {u"Data!A1,'My notes'!A1"_s, 0,
-         u"\"Data!A1,'My notes'!A1\" is neither an address nor a name of this workbook. Type an address such as "
-         "B3:D8."_s},
+        {u"B0"_s, 0, neither.arg(u"B0"_s)},
+        {u"Data!A1,'My notes'!A1"_s, 0, neither.arg(u"Data!A1,'My notes'!A1"_s)},
     };
-    for (const Case& c : cases) {
-        const auto place = readCellPlace(c.text, viewed->workbook(), c.currentSheet);
+    for (const auto& [text, currentSheet, expected] : cases) {
+        const auto place = readCellPlace(text, viewed->workbook(), currentSheet);
         QString result = place ? QString::number(place.value().sheet) : place.reason();
         if (place) {
             for (const CellArea& one : place.value().areas)
                 result += u' ' + one.relative();
         }
-        EXPECT_EQ(result, c.result);
+        EXPECT_EQ(result, expected);
     }
     EXPECT_EQ(reachableNames(viewed->workbook(), 0), QStringList({u"Note"_s, u"Table"_s}));
     EXPECT_EQ(nameOf({0, {area(u"B2:D5"_s)}}, viewed->workbook()), u"Table"_s);
@@ -267,20 +234,20 @@ TEST(CellPlace, ReadsAddressesAndNames)
 TEST(Finder, GoesByRowsAndRoundTheSheet)
 {
     const auto viewed = viewedSheet(smallWorkbook());
-    const auto found = [&](const QString& text, const QString& from, bool forward) {
-        const auto hit = findText(*viewed, text, spot(from), forward);
-        return hit ? addressOf(*hit) : u"-"_s;
-    };
-    EXPECT_EQ(found(u"q"_s, u"A1"_s, true), u"C2"_s);
-    EXPECT_EQ(found(u"Q"_s, u"C2"_s, true), u"D2"_s);
-    EXPECT_EQ(found(u"q"_s, u"D2"_s, true), u"C2"_s) << "round";
-    EXPECT_EQ(found(u"q"_s, u"C2"_s, false), u"D2"_s) << "round";
-    EXPECT_EQ(found(u"q"_s, u"A8"_s, false), u"D2"_s) << "from a row without cells";
-    EXPECT_EQ(found(u"ann"_s, u"B3"_s, true), u"B3"_s) << "the cell itself comes last";
-    EXPECT_EQ(found(u"3.00"_s, u"A1"_s, true), u"C4"_s) << "the text that is shown";
-    EXPECT_EQ(found(u"10"_s, u"A1"_s, true), u"F4"_s) << "not in a hidden column";
-    EXPECT_EQ(found(u"100"_s, u"A1"_s, true), u"-"_s) << "not in a hidden row";
-    EXPECT_EQ(found(QString(), u"A1"_s, true), u"-"_s);
+    for (const auto& [name, text, from, expected] : textTable<4>(R"(
+        in small letters                | q    | A1 | C2
+        in capitals                     | Q    | C2 | D2
+        round                           | q    | D2 | C2
+        round, backwards                | q    | C2 back | D2
+        back from a row without cells   | q    | A8 back | D2
+        the cell itself comes last      | ann  | B3 | B3
+        the text that is shown          | 3.00 | A1 | C4
+        not in a hidden column          | 10   | A1 | F4
+        not in a hidden row             | 100  | A1 | -
+        nothing                         |      | A1 | -)")) {
+        const auto hit = findText(*viewed, text, spot(from.section(u' ', 0, 0)), !from.endsWith(u"back"));
+        EXPECT_EQ(hit ? addressOf(*hit) : u"-"_s, expected) << name;
+    }
 }
 
 TEST(Figures, CountWhatIsSeen)

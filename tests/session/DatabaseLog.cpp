@@ -57,21 +57,17 @@ TEST_F(DatabaseLogFile, AnApostropheInAModuleLosesTheEntryOnly)
 TEST_F(DatabaseLogFile, WithoutADatabaseTheLogSaysWhy)
 {
     write(path(u"other.txt"_s), "x");
-    const struct
-    {
-        QString value;
-        QString line;
-    } cases[] = {
+    const std::pair<QString, QString> cases[] = {
         {QString(), u"No 'Log DB' value specified in [Settings] section of "_s + GetIniFile()},
         {path(u"none.lvdu"_s), u"Invalid error log database name "_s + path(u"none.lvdu"_s)},
         {path(u"other.txt"_s), u"Error opening database "_s + path(u"other.txt"_s)},
     };
-    for (const auto& row : cases) {
-        SetIniString(GetIniFile(), u"Settings"_s, u"Log DB"_s, row.value);
+    for (const auto& [value, told] : cases) {
+        SetIniString(GetIniFile(), u"Settings"_s, u"Log DB"_s, value);
         InitLog(GetLogFile(), true, false);
         EXPECT_FALSE(gLogToDB);
-        const QString line = u"2026-11-24 10:30:05 Event at [modUtilsLog.InitDBLog]: "_s + row.line + u"\r\n"_s;
-        EXPECT_TRUE(logged().endsWith(line.toUtf8())) << logged().toStdString();
+        const QString line = u"2026-11-24 10:30:05 Event at [modUtilsLog.InitDBLog]: %1\r\n"_s.arg(told);
+        EXPECT_TRUE(logged().endsWith(line.toUtf8())) << logged().constData();
     }
     EXPECT_TRUE(user.shown.isEmpty());
 }

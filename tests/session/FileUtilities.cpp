@@ -1,7 +1,8 @@
-#include "platform/RuntimeError.h"
 #include "session/ProgramFiles.h"
 #include "session/ProgramFolder.h"
 #include "session/modUtilsFile.h"
+#include "support/TextTable.h"
+#include "support/ThrownError.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -27,29 +28,22 @@ protected:
 
 TEST_F(FileUtilities, SplitPaths)
 {
-    const struct
-    {
-        const char *path, *folder, *name, *extension;
-    } rows[] = {
-        {"/a/b.c/file.xlsx", "/a/b.c", "file", "xlsx"},
-        {"/a/b.c/file", "/a/b.c", "file", "kept"},
-        {"file.xlsx", "", "file", "xlsx"},
-        {"C:\\data\\book.v2.xls", "C:\\data", "book.v2", "xls"},
-        {"C:\\data/x\\y.xls", "C:\\data", "x\\y", "xls"},
-        {"/a/.hidden", "/a", ".hidden", "kept"},
-        {"/a/.hidden.txt", "/a", ".hidden", "txt"},
-        {"/a/ends.", "/a", "ends", ""},
-        {"/file", "", "file", "kept"},
-        {"/a/", "/a", "", "kept"},
-        {"", "", "", "kept"},
-    };
-    for (const auto& row : rows) {
+    for (const auto& [whole, expectedFolder, expectedName, expectedExtension] : textTable<4>(R"(
+        /a/b.c/file.xlsx     | /a/b.c    | file    | xlsx
+        /a/b.c/file          | /a/b.c    | file    | kept
+        file.xlsx            |           | file    | xlsx
+        C:\data\book.v2.xls  | C:\data   | book.v2 | xls
+        C:\data/x\y.xls      | C:\data   | x\y     | xls
+        /a/.hidden           | /a        | .hidden | kept
+        /a/.hidden.txt       | /a        | .hidden | txt
+        /a/ends.             | /a        | ends    |
+        /file                |           | file    | kept
+        /a/                  | /a        |         | kept)")) {
         QString folder, name, extension = u"kept"_s;
-        SplitPath(QString::fromUtf8(row.path), &folder, &name, &extension);
-        EXPECT_EQ(folder, QString::fromUtf8(row.folder)) << row.path;
-        EXPECT_EQ(name, QString::fromUtf8(row.name)) << row.path;
-        EXPECT_EQ(extension, QString::fromUtf8(row.extension)) << row.path;
-        EXPECT_EQ(FileFolder(QString::fromUtf8(row.path)), QString::fromUtf8(row.folder)) << row.path;
+        SplitPath(whole, &folder, &name, &extension);
+        EXPECT_EQ(QStringList({folder, name, extension}),
+                  QStringList({expectedFolder, expectedName, expectedExtension}));
+        EXPECT_EQ(FileFolder(whole), expectedFolder);
     }
     SplitPath(u"/a/b.c"_s, nullptr, nullptr, nullptr);
     EXPECT_EQ(PathDelimiter(QString()), u"\\"_s);
@@ -61,25 +55,12 @@ TEST_F(FileUtilities, DirMatchesMasks)
                                 u".~lock.Book1.xlsx#"_s, u".Book3.xlsx"_s, u"Größe.xlsx"_s})
         write(path(name), "x");
     QDir(home.path()).mkdir(u"Book.xlsx"_s);
-    const struct
-    {
-        const char16_t* mask;
-        QStringList expected;
-    } rows[] = {
-        {u"*.xlsx", {u"Book1.xlsx"_s, u"Größe.xlsx"_s, u"book22.XLSX"_s}},
-        {u"BOOK?.xlsx", {u"Book1.xlsx"_s}},
-        {u"b*2*", {u"book22.XLSX"_s}},
-        {u"note.txt", {u"note.txt"_s}},
-        {u"gr?SSe.xlsx", {}},
-        {u"GRÖ?E.*", {u"Größe.xlsx"_s}},
-        {u"Book", {}},
-        {u"", {}},
-        {u"*t*t*t*t*t*t*t", {}},
-    };
-    for (const auto& row : rows) {
-        QStringList found = Dir(path({}) + u'/' + QString::fromUtf16(row.mask));
+    for (const auto& [mask, expected] : textPairs(R"(
+        *.xlsx → Book1.xlsx Größe.xlsx book22.XLSX | BOOK?.xlsx → Book1.xlsx | b*2* → book22.XLSX | note.txt → note.txt
+        gr?SSe.xlsx → | GRÖ?E.* → Größe.xlsx | Book → | → | *t*t*t*t*t*t*t →)")) {
+        QStringList found = Dir(path({}) + u'/' + mask);
         std::sort(found.begin(), found.end());
-        EXPECT_EQ(found, row.expected) << QString::fromUtf16(row.mask).toStdString();
+        EXPECT_EQ(found.join(u' '), expected) << mask;
     }
     EXPECT_TRUE(Dir(path(u"none/*"_s)).isEmpty());
 }
@@ -92,7 +73,7 @@ TEST_F(FileUtilities, ExistenceOfFilesAndFolders)
     EXPECT_TRUE(FileExists(path(u"a.txt"_s)));
     EXPECT_TRUE(FileExists(path(u"?.TXT"_s)));
     for (const QString& missing : {QString(), path(u"A.TXT"_s), path(u".a.txt"_s), path(u"sub"_s), path(u"*.doc"_s)})
-        EXPECT_FALSE(FileExists(missing)) << missing.toStdString();
+        EXPECT_FALSE(FileExists(missing)) << missing;
     EXPECT_TRUE(FolderExists(path(u"sub"_s)) && FolderExists(path(u"sub/"_s)));
     EXPECT_FALSE(FolderExists(path(u"a.txt"_s)) || FolderExists(QString()) || FolderExists(u"C:\\data"_s));
 }
@@ -123,22 +104,16 @@ TEST_F(FileUtilities, AFailedCopySaysWhyAndLeavesTheTarget)
     write(path(u"a.xlsx"_s), "content");
     QFile::link(path(u"a.xlsx"_s), path(u"link.xlsx"_s));
     QDir(home.path()).mkdir(u"sub"_s);
-    const struct
-    {
-        QString source, dest;
-        const char* reason;
-    } rows[] = {
-        {path(u"none.xlsx"_s), path(u"a.xlsx"_s), "File not found: ["},
-        {path(u"a.xlsx"_s), path(u"a.xlsx"_s), "they are the same file"},
-        {path(u"a.xlsx"_s), path(u"link.xlsx"_s), "they are the same file"},
-        {path(u"a.xlsx"_s), path(u"sub"_s), "a folder has this name"},
-        {path(u"a.xlsx"_s), path(u"none/a.xlsx"_s), "Cannot copy ["},
-        {path(u"sub"_s), path(u"b.xlsx"_s), "File not found: ["},
-    };
-    for (const auto& row : rows) {
+    for (const auto& [source, target, reason] : textTable<3>(R"(
+        none.xlsx | a.xlsx      | File not found: [
+        a.xlsx    | a.xlsx      | they are the same file
+        a.xlsx    | link.xlsx   | they are the same file
+        a.xlsx    | sub         | a folder has this name
+        a.xlsx    | none/a.xlsx | Cannot copy [
+        sub       | b.xlsx      | File not found: [)")) {
         InitFileLog(GetLogFile(), true);
-        EXPECT_FALSE(File_Copy(row.source, row.dest)) << row.dest.toStdString();
-        EXPECT_TRUE(logged().contains(row.reason)) << logged().constData();
+        EXPECT_FALSE(File_Copy(path(source), path(target))) << target;
+        EXPECT_TRUE(logged().contains(reason.toUtf8())) << logged().constData();
         EXPECT_EQ(read(path(u"a.xlsx"_s)), "content");
     }
 }
@@ -179,12 +154,7 @@ TEST_F(FileUtilities, FileTimes)
     EXPECT_EQ(AdjustFileTime(path(u"none.txt"_s), noon), 1);
     EXPECT_EQ(AdjustFileTime(path(u"a.txt"_s), QDateTime()), 0);
     EXPECT_FALSE(QFileInfo::exists(path(u"none.txt"_s)));
-    try {
-        FileDateTime(path(u"none.txt"_s));
-        ADD_FAILURE();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.number(), 53);
-    }
+    EXPECT_EQ(failureOf([&] { FileDateTime(path(u"none.txt"_s)); }).number, 53);
 }
 
 TEST_F(FileUtilities, FoldersBesideTheProgramAreMadeOnDemand)

@@ -1,5 +1,6 @@
 #include "session/ProgramFolder.h"
 #include "session/modUtilsINI.h"
+#include "support/TextTable.h"
 
 #include <QFileInfo>
 
@@ -15,42 +16,37 @@ protected:
 
 TEST_F(SettingsFile, IsReadAsAProfile)
 {
-    const struct
-    {
-        const char* name;
-        QByteArray content;
-        const char* expected;
-    } rows[] = {
-        {"plain", "[S]\nK=v\n", "v"},
-        {"CR LF", "[S]\r\nK=v\r\n", "v"},
-        {"no line end", "[S]\nK=v", "v"},
-        {"case of section and key", "[s]\nk=v", "v"},
-        {"blanks around", "  [S]\n \tK =  v w \t\n", "v w"},
-        {"byte order mark", "\xEF\xBB\xBF[S]\nK=v", "v"},
-        {"double quotes", "[S]\nK=\" v \"\n", " v "},
-        {"single quotes", "[S]\nK='v'\n", "v"},
-        {"one pair of quotes only", "[S]\nK=\"\"v\"\"\n", "\"v\""},
-        {"lone quote", "[S]\nK=\"\n", "\""},
-        {"first key wins", "[S]\nK=v\nK=w\n", "v"},
-        {"first section wins", "[S]\n[S]\nK=w\n", "default"},
-        {"comment line", "[S]\n;K=w\nK=v\n", "v"},
-        {"semicolon in a value", "[S]\nK=a;b\n", "a;b"},
-        {"no escapes", "[S]\nK=C:\\new\\table\n", "C:\\new\\table"},
-        {"equals sign in a value", "[S]\nK=a=b\n", "a=b"},
-        {"other section", "[T]\nK=w\n", "default"},
-        {"key before any section", "K=w\n[S]\n", "default"},
-        {"line without equals sign", "[S]\nK\nK=v\n", "v"},
-        {"empty value", "[S]\nK=\n", "default"},
-        {"old encoding",
-         "[S]\nK=Gr\xF6\xDF"
-         "e\n",
-         "Größe"},
-        {"section without end", "[S\nK=v\n", "default"},
-    };
-    for (const auto& row : rows) {
-        write(file, row.content);
-        EXPECT_EQ(GetIniString(file, u"S"_s, u"K"_s, u"default"_s), QString::fromUtf8(row.expected)) << row.name;
+    for (const auto& [name, content, expected] : textTable<3>(R"(
+        plain                    | [S]⏎K=v⏎              | v
+        no line end              | [S]⏎K=v               | v
+        case of section and key  | [s]⏎k=v               | v
+        blanks around            | ··[S]⏎ K =  v w ⏎     | v w
+        double quotes            | [S]⏎K=" v "⏎          | ·v·
+        single quotes            | [S]⏎K='v'⏎            | v
+        one pair of quotes only  | [S]⏎K=""v""⏎          | "v"
+        lone quote               | [S]⏎K="⏎              | "
+        first key wins           | [S]⏎K=v⏎K=w⏎          | v
+        first section wins       | [S]⏎[S]⏎K=w⏎          | default
+        comment line             | [S]⏎;K=w⏎K=v⏎         | v
+        semicolon in a value     | [S]⏎K=a;b⏎            | a;b
+        no escapes               | [S]⏎K=C:\new\table⏎   | C:\new\table
+        equals sign in a value   | [S]⏎K=a=b⏎            | a=b
+        other section            | [T]⏎K=w⏎              | default
+        key before any section   | K=w⏎[S]⏎              | default
+        line without equals sign | [S]⏎K⏎K=v⏎            | v
+        empty value              | [S]⏎K=⏎               | default
+        section without end      | [S⏎K=v⏎               | default)")) {
+        for (const QString& lineEnd : {u"\n"_s, u"\r\n"_s}) {
+            write(file, QString(content).replace(u"\n"_s, lineEnd).toUtf8());
+            EXPECT_EQ(GetIniString(file, u"S"_s, u"K"_s, u"default"_s), expected) << name;
+        }
     }
+    const auto valueOf = [&](const QByteArray& content) {
+        write(file, content);
+        return GetIniString(file, u"S"_s, u"K"_s, u"default"_s);
+    };
+    EXPECT_EQ(valueOf("\xEF\xBB\xBF[S]\n\tK=v\t"), u"v"_s) << "byte order mark, tabs";
+    EXPECT_EQ(valueOf("[S]\nK=Gr\xF6\xDF\x65\n"), u"Größe"_s) << "old encoding";
 }
 
 TEST_F(SettingsFile, CutsLongValues)
@@ -61,14 +57,10 @@ TEST_F(SettingsFile, CutsLongValues)
 
 TEST_F(SettingsFile, ReadsNumbers)
 {
-    const struct
-    {
-        QByteArray value;
-        int expected;
-    } rows[] = {{"10", 10}, {"-1", -1}, {"12min", 12}, {"x", 0}, {"", 7}, {"16777215", 16777215}, {"99999999999", 0}};
-    for (const auto& row : rows) {
-        write(file, "[S]\nK=" + row.value);
-        EXPECT_EQ(GetIniInt(file, u"S"_s, u"K"_s, 7), row.expected) << row.value.constData();
+    for (const auto& [value, number] :
+         textPairs("10 → 10 | -1 → -1 | 12min → 12 | x → 0 | → 7 | 16777215 → 16777215 | 99999999999 → 0")) {
+        write(file, "[S]\nK=" + value.toUtf8());
+        EXPECT_EQ(GetIniInt(file, u"S"_s, u"K"_s, 7), number.toInt()) << value;
     }
 }
 
@@ -103,7 +95,7 @@ TEST_F(SettingsFile, GivesBackWhatWasWritten)
 {
     for (const QString& value : {u"C:\\Data\\new"_s, u" blank "_s, u"\"quoted\""_s, u"Größe ; x=1"_s, u"a,b"_s}) {
         SetIniString(file, u"S"_s, u"K"_s, value);
-        EXPECT_EQ(GetIniString(file, u"S"_s, u"K"_s, {}), value) << value.toStdString();
+        EXPECT_EQ(GetIniString(file, u"S"_s, u"K"_s, {}), value) << value;
     }
 }
 

@@ -114,7 +114,7 @@ TEST_F(StartUp, ProjectsAreTriedBeforeTheyAreTaken)
     write(path(u"text.lvdu"_s), "no project");
     EXPECT_TRUE(ValidateRepository(project));
     for (const QString& name : {u"log.lvdu"_s, u"text.lvdu"_s, u"none.lvdu"_s})
-        EXPECT_FALSE(ValidateRepository(path(name))) << name.toStdString();
+        EXPECT_FALSE(ValidateRepository(path(name))) << name;
     EXPECT_TRUE(user.shown.isEmpty());
 
     ASSERT_TRUE(InitRepository(gDB, project));

@@ -1,89 +1,53 @@
 #include "host/CellArea.h"
 
-#include "support/QtPrinting.h"
+#include "support/TextTable.h"
 
 #include <gtest/gtest.h>
 
 using namespace lumivane;
+using namespace lumivane::test;
 using namespace Qt::StringLiterals;
 
 namespace {
 
-struct ReadRow
+TEST(CellArea, ReadsAddressesAndGivesBothForms)
 {
-    const char* name;
-    QString address;
-    QString absolute; ///< empty: refused
-    QString relative;
-};
-
-class ReadingAddresses : public testing::TestWithParam<ReadRow>
-{
-};
-
-TEST_P(ReadingAddresses, GivesBothForms)
-{
-    const auto area = CellArea::parse(GetParam().address);
-    ASSERT_EQ(area.has_value(), !GetParam().absolute.isEmpty());
-    if (!area)
-        return;
-    EXPECT_EQ(area->absolute(), GetParam().absolute);
-    EXPECT_EQ(area->relative(), GetParam().relative);
+    for (const auto& [name, address, absolute, relative] : textTable<4>(R"(
+        cell                 | C5             | $C$5          | C5
+        absolute cell        | $C$5           | $C$5          | C5
+        column fixed         | $C5            | $C$5          | C5
+        row fixed            | C$5            | $C$5          | C5
+        small letters        | xfd1048576     | $XFD$1048576  | XFD1048576
+        rectangle            | C5:H20         | $C$5:$H$20    | C5:H20
+        one cell named twice | B6:B6          | $B$6          | B6
+        corners bottom up    | H20:C5         | $C$5:$H$20    | C5:H20
+        corners crosswise    | H5:C20         | $C$5:$H$20    | C5:H20
+        rows                 | 12:5           | $5:$12        | 5:12
+        absolute rows        | $5:$12         | $5:$12        | 5:12
+        columns              | A:C            | $A:$C         | A:C
+        absolute columns     | $A:$C          | $A:$C         | A:C
+        all cells            | A1:XFD1048576  | $1:$1048576   | 1:1048576)")) {
+        const auto area = CellArea::parse(address);
+        ASSERT_TRUE(area) << name;
+        EXPECT_EQ(area->absolute(), absolute) << name;
+        EXPECT_EQ(area->relative(), relative) << name;
+    }
 }
 
-const ReadRow readRows[] = {
-    {"cell", u"C5"_s, u"$C$5"_s, u"C5"_s},
-    {"absolute_cell", u"$C$5"_s, u"$C$5"_s, u"C5"_s},
-    {"column_fixed", u"$C5"_s, u"$C$5"_s, u"C5"_s},
-    {"row_fixed", u"C$5"_s, u"$C$5"_s, u"C5"_s},
-    {"small_letters", u"xfd1048576"_s, u"$XFD$1048576"_s, u"XFD1048576"_s},
-    {"rectangle", u"C5:H20"_s, u"$C$5:$H$20"_s, u"C5:H20"_s},
-    {"one_cell_named_twice", u"B6:B6"_s, u"$B$6"_s, u"B6"_s},
-    {"corners_bottom_up", u"H20:C5"_s, u"$C$5:$H$20"_s, u"C5:H20"_s},
-    {"corners_crosswise", u"H5:C20"_s, u"$C$5:$H$20"_s, u"C5:H20"_s},
-    {"rows", u"12:5"_s, u"$5:$12"_s, u"5:12"_s},
-    {"absolute_rows", u"$5:$12"_s, u"$5:$12"_s, u"5:12"_s},
-    {"columns", u"A:C"_s, u"$A:$C"_s, u"A:C"_s},
-    {"absolute_columns", u"$A:$C"_s, u"$A:$C"_s, u"A:C"_s},
-    {"all_cells", u"A1:XFD1048576"_s, u"$1:$1048576"_s, u"1:1048576"_s},
-    {"empty", u""_s, {}, {}},
-    {"row_alone", u"5"_s, {}, {}},
-    {"column_alone", u"C"_s, {}, {}},
-    {"row_zero", u"A0"_s, {}, {}},
-    {"row_beyond", u"A1048577"_s, {}, {}},
-    {"row_that_would_wrap", u"A4294967297"_s, {}, {}},
-    {"column_beyond", u"XFE1"_s, {}, {}},
-    {"letters_without_end", u"AAAAAAAAAAAAAAAA1"_s, {}, {}},
-    {"cell_to_row", u"C5:12"_s, {}, {}},
-    {"cell_to_column", u"C5:H"_s, {}, {}},
-    {"no_second_corner", u"C5:"_s, {}, {}},
-    {"no_first_corner", u":C5"_s, {}, {}},
-    {"no_letters_on_one_side", u":32"_s, {}, {}},
-    {"three_corners", u"A1:B2:C3"_s, {}, {}},
-    {"sign_doubled", u"$$C5"_s, {}, {}},
-    {"sign_at_end", u"C$"_s, {}, {}},
-    {"blank_inside", u"C 5"_s, {}, {}},
-    {"row_before_column", u"5C"_s, {}, {}},
-    {"sheet_in_front", u"Data!C5"_s, {}, {}},
-    {"letter_of_another_script",
-     u"\u0421"
-     u"5"_s,
-     {},
-     {}},
-};
-
-INSTANTIATE_TEST_SUITE_P(Addresses, ReadingAddresses, testing::ValuesIn(readRows),
-                         [](const auto& row) { return row.param.name; });
+TEST(CellArea, RefusesWhatIsNoAddress)
+{
+    // The last one begins with a letter of another script.
+    for (const QString& address : textList(R"(
+        | 5 | C | A0 | A1048577 | A4294967297 | XFE1 | AAAAAAAAAAAAAAAA1 | C5:12 | C5:H | C5: | :C5 | :32 | A1:B2:C3 | $$C5
+        C$ | C 5 | 5C | Data!C5 | С5)"))
+        EXPECT_FALSE(CellArea::parse(address)) << address;
+}
 
 TEST(CellArea, LettersEndWithTheGrid)
 {
-    EXPECT_EQ(columnLetters(26), u"Z"_s);
-    EXPECT_EQ(columnLetters(27), u"AA"_s);
-    EXPECT_EQ(columnLetters(702), u"ZZ"_s);
-    EXPECT_EQ(columnLetters(703), u"AAA"_s);
-    EXPECT_EQ(columnLetters(maxColumn), u"XFD"_s);
-    EXPECT_EQ(columnLetters(maxColumn + 1), QString());
-    EXPECT_EQ(columnLetters(0), QString());
+    for (const auto& [number, letters] :
+         textPairs("26 → Z | 27 → AA | 702 → ZZ | 703 → AAA | 16384 → XFD | 16385 → | 0 →"))
+        EXPECT_EQ(columnLetters(number.toInt()), letters);
 }
 
 TEST(CellArea, AreasThatOnlyTouchHaveNothingInCommon)

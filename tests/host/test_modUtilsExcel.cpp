@@ -1,10 +1,11 @@
 #include "host/modUtilsExcel.h"
 
-#include "platform/RuntimeError.h"
 #include "session/modMain.h"
 #include "support/LogCapture.h"
 #include "support/PlainSheet.h"
 #include "support/ScriptedPrompts.h"
+#include "support/TextTable.h"
+#include "support/ThrownError.h"
 
 #include <QDir>
 #include <QFile>
@@ -278,48 +279,29 @@ TEST(RangeCorner, GivesOneEndOrTheWhole)
     EXPECT_EQ(RangeCorner(u"$C$5"_s, u"botRight"_s), u"$C$5"_s);
 }
 
-struct MoveRow
-{
-    const char* name;
-    QString range, from, to;
-    QString result; ///< "6" and the like: the number of the failure
-};
-
-class MovingRanges : public testing::TestWithParam<MoveRow>
-{
-};
-
-TEST_P(MovingRanges, KeepsTheSize)
+TEST(MoveRange, KeepsTheSize)
 {
     PlainSheet sheet(u"Data"_s);
-    QString result;
-    try {
-        result = MoveRange(sheet, GetParam().range, GetParam().from, GetParam().to);
-    } catch (const RuntimeError& failure) {
-        result = QString::number(failure.number());
+    for (const auto& [name, range, from, to, expected] : textTable<5>(R"(
+        down                          | $B$5:$F$20 | $H$40 | $H$52  | B17:F32
+        both ways                     | C5:H20     | $C5   | $A$9   | A9:F24
+        pushed off the top            | C3:D4      | H10   | H5     | C1:D2
+        pushed off the left           | B3:D4      | H10   | A10    | A3:C4
+        single cell                   | $B$5       | A1    | A2     | B6:B6
+        not at all                    | A1:B2      | A1    | A1     | A1:B2
+        last column with letters      | IU1:IU2    | A1    | B1     | IV1:IV2
+        right edge beyond the letters | IU1:IV2    | A1    | B1     | IV1:2
+        wholly beyond the letters     | IV1:IV2    | A1    | B1     | 6
+        last row of 16 bits           | A1:A2      | A1    | A32766 | A32766:A32767
+        bottom overflows              | A1:A3      | A1    | A32766 | 6
+        distance overflows            | A1:A3      | A1    | A40000 | 6
+        no last cell now              | A1:A3      | $H$40 |        | 1004
+        whole rows                    | $5:$12     | A1    | A2     | 1004)")) {
+        QString moved;
+        const ThrownError failure = failureOf([&] { moved = MoveRange(sheet, range, from, to); });
+        EXPECT_EQ(failure.number ? QString::number(failure.number) : moved, expected) << name;
     }
-    EXPECT_EQ(result, GetParam().result);
 }
-
-const MoveRow moveRows[] = {
-    {"down", u"$B$5:$F$20"_s, u"$H$40"_s, u"$H$52"_s, u"B17:F32"_s},
-    {"both_ways", u"C5:H20"_s, u"$C5"_s, u"$A$9"_s, u"A9:F24"_s},
-    {"pushed_off_the_top", u"C3:D4"_s, u"H10"_s, u"H5"_s, u"C1:D2"_s},
-    {"pushed_off_the_left", u"B3:D4"_s, u"H10"_s, u"A10"_s, u"A3:C4"_s},
-    {"single_cell", u"$B$5"_s, u"A1"_s, u"A2"_s, u"B6:B6"_s},
-    {"not_at_all", u"A1:B2"_s, u"A1"_s, u"A1"_s, u"A1:B2"_s},
-    {"last_column_with_letters", u"IU1:IU2"_s, u"A1"_s, u"B1"_s, u"IV1:IV2"_s},
-    {"right_edge_beyond_the_letters", u"IU1:IV2"_s, u"A1"_s, u"B1"_s, u"IV1:2"_s},
-    {"wholly_beyond_the_letters", u"IV1:IV2"_s, u"A1"_s, u"B1"_s, u"6"_s},
-    {"last_row_of_16_bits", u"A1:A2"_s, u"A1"_s, u"A32766"_s, u"A32766:A32767"_s},
-    {"bottom_overflows", u"A1:A3"_s, u"A1"_s, u"A32766"_s, u"6"_s},
-    {"distance_overflows", u"A1:A3"_s, u"A1"_s, u"A40000"_s, u"6"_s},
-    {"no_last_cell_now", u"A1:A3"_s, u"$H$40"_s, u""_s, u"1004"_s},
-    {"whole_rows", u"$5:$12"_s, u"A1"_s, u"A2"_s, u"1004"_s},
-};
-
-INSTANTIATE_TEST_SUITE_P(Moves, MovingRanges, testing::ValuesIn(moveRows),
-                         [](const auto& row) { return row.param.name; });
 
 TEST(Offsets, MoveKeysOfRowsAndColumns)
 {
@@ -333,17 +315,12 @@ TEST(Offsets, MoveKeysOfRowsAndColumns)
 
 TEST(ParseAnchorAddress, ReadsTheSigns)
 {
-    const auto signs = [](const QString& address) {
+    for (const auto& [address, fixed] :
+         textPairs("$C5 → column - | C$5 → - row | $C$5 → column row | CA5 → - - | $C → - - | $C$5:$D$6 → - -")) {
         bool row = true, column = true;
         ParseAnchorAddress(address, row, column);
-        return QString((column ? u"column"_s : u"-"_s) % u' ' % (row ? u"row"_s : u"-"_s));
-    };
-    EXPECT_EQ(signs(u"$C5"_s), u"column -"_s);
-    EXPECT_EQ(signs(u"C$5"_s), u"- row"_s);
-    EXPECT_EQ(signs(u"$C$5"_s), u"column row"_s);
-    EXPECT_EQ(signs(u"CA5"_s), u"- -"_s);
-    EXPECT_EQ(signs(u"$C"_s), u"- -"_s);
-    EXPECT_EQ(signs(u"$C$5:$D$6"_s), u"- -"_s);
+        EXPECT_EQ(QString((column ? u"column"_s : u"-"_s) % u' ' % (row ? u"row"_s : u"-"_s)), fixed) << address;
+    }
 }
 
 } // namespace

@@ -1,7 +1,8 @@
 #include "platform/ApplicationInfo.h"
 #include "platform/Checked.h"
 #include "platform/Clock.h"
-#include "platform/RuntimeError.h"
+#include "support/TextTable.h"
+#include "support/ThrownError.h"
 
 #include <QDir>
 #include <QTimeZone>
@@ -28,49 +29,29 @@ TEST(ToInt16, RoundsHalvesToEvenAndKeepsTheBorders)
 TEST(ToInt16, NeverClamps)
 {
     for (const double number : {32767.5, 32768.0, -32769.0, 1e300, double(INFINITY), double(NAN)}) {
-        try {
-            toInt16(number);
-            ADD_FAILURE() << number << " was taken";
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.number(), 6) << number;
-            EXPECT_EQ(error.description(), u"Overflow"_s);
-        }
+        const test::ThrownError failure = test::failureOf([&] { toInt16(number); });
+        EXPECT_EQ(failure.number, 6) << number;
+        EXPECT_EQ(failure.text, u"Overflow"_s);
     }
 }
 
 TEST(LeadingNumber, ReadsWhatATextBeginsWith)
 {
-    const struct
-    {
-        const char* text;
-        double expected;
-    } rows[] = {{"12.75", 12.75}, {"  8.43x", 8.43}, {"", 0},   {"A", 0},      {"15:3", 15}, {"-3", -3},
-                {"12,75", 12},    {".5", .5},        {"5.", 5}, {"1e2", 100},  {"1e", 1},    {"-", 0},
-                {".", 0},         {"1e+", 1},        {"+7", 7}, {"1.2.3", 1.2}};
-    for (const auto& row : rows)
-        EXPECT_DOUBLE_EQ(leadingNumber(QString::fromLatin1(row.text)), row.expected) << row.text;
+    for (const auto& [text, expected] : test::textPairs(R"(
+        12.75 → 12.75 | ··8.43x → 8.43 | → 0 | A → 0 | 15:3 → 15 | -3 → -3 | 12,75 → 12 | .5 → .5 | 5. → 5 | 1e2 → 100
+        1e → 1 | - → 0 | . → 0 | 1e+ → 1 | +7 → 7 | 1.2.3 → 1.2)"))
+        EXPECT_DOUBLE_EQ(leadingNumber(text), expected.toDouble()) << text;
 }
 
 TEST(TypedNumber, IsTheWholeTextOrNone)
 {
-    const struct
-    {
-        const char* text;
-        std::optional<double> expected;
-    } rows[] = {{"15", 15},        {" 15 ", 15},
-                {"-2.5", -2.5},    {"+7", 7},
-                {".5", .5},        {"5.", 5},
-                {"1,250", 1250},   {"1,250.75", 1250.75},
-                {"1e3", 1000},     {"32000.5", 32000.5},
-                {"", {}},          {"  ", {}},
-                {"ten", {}},       {"15 minutes", {}},
-                {"1.2.3", {}},     {"1.5,0", {}},
-                {",5", {}},        {"1e", {}},
-                {"1e999", {}},     {"inf", {}},
-                {"nan", {}},       {"0x10", {}},
-                {"2026-11-24", {}}};
-    for (const auto& row : rows)
-        EXPECT_EQ(typedNumber(QString::fromLatin1(row.text)), row.expected) << '"' << row.text << '"';
+    for (const auto& [text, expected] : test::textPairs(R"(
+        15 → 15 | ·15· → 15 | -2.5 → -2.5 | +7 → 7 | .5 → .5 | 5. → 5 | 1,250 → 1250 | 1,250.75 → 1250.75 | 1e3 → 1000
+        32000.5 → 32000.5)"))
+        EXPECT_EQ(typedNumber(text), expected.toDouble()) << text;
+    for (const QString& text : test::textList(R"(
+        | ·· | ten | 15 minutes | 1.2.3 | 1.5,0 | ,5 | 1e | 1e999 | inf | nan | 0x10 | 2026-11-24)"))
+        EXPECT_FALSE(typedNumber(text)) << '"' << text << '"';
 }
 
 TEST(PlainNumber, HasNoNeedlessDigits)
@@ -121,7 +102,7 @@ TEST(Times, TextFormIsFixed)
 {
     EXPECT_EQ(dateText(QDateTime(QDate(1900, 1, 1), QTime(0, 0))), u"1900-01-01 00:00:00"_s);
     for (const QString& text : {u"2026-11-24"_s, u"24/11/2026 10:30:00"_s, u""_s, u"2026-13-01 00:00:00"_s})
-        EXPECT_FALSE(dateFromText(text).isValid()) << text.toStdString();
+        EXPECT_FALSE(dateFromText(text).isValid()) << text;
 }
 
 TEST(Clock, CanBeFixedAndLetGo)

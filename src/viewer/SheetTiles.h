@@ -29,7 +29,6 @@ public:
     static bool tooLarge(const OpenSheet& sheet, const Place& place);
     static CellArea cells(const OpenSheet& sheet, const Place& place);
     void clear() { m_pixmaps.clear(); }
-    qsizetype kilobytes() const { return m_pixmaps.totalCost(); }
 
 private:
     QCache<quint64, QPixmap> m_pixmaps; ///< cost in kilobytes

@@ -37,7 +37,6 @@ public:
     QImage CopyPicture(const CellArea& area, double scale = 1) override;
     QImage CopyShapePicture(const QString& name, double scale = 1) override;
 
-    const WorkbookContent& workbookContent() const { return *m_workbook; }
     const SheetContent& content();
     /// Drawing and sizes with the changes laid over. Valid until the next change.
     const SheetPainter& painter();

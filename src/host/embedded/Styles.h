@@ -119,7 +119,6 @@ struct StyleTable
     {
         return cells[index >= 0 && index < static_cast<int>(cells.size()) ? index : 0];
     }
-    const FontStyle& defaultFont() const { return fonts[cells[0].font]; } ///< that of the style "Normal"
 };
 
 } // namespace lumivane::embedded

@@ -41,9 +41,6 @@ public:
     /// The font that a cell of this style is shown in.
     const FontStyle& font(const CellStyle& style) const;
 
-    /// Widest digit of the default font at 96 dpi, in pixels.
-    int digitPixels() const { return m_digit; }
-
 private:
     double defaultRowPoints() const;
     double rowPoints(int row, const RowContent* stored) const;
@@ -62,7 +59,7 @@ private:
     std::shared_ptr<const SheetContent> m_sheet;
     const SheetOverlay* m_overlay;
     Metrics m_metrics;
-    int m_digit = 7;
+    int m_digit = 7;           ///< widest digit of the default font at 96 dpi, in pixels
     double m_digitTwips = 111; ///< as Calc measures it
     double m_defaultColumnPixels = 64;
     double m_defaultLine = 0; ///< height of a line of the default font, pixels

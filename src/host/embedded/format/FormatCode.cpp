@@ -411,11 +411,6 @@ bool FormatSection::isFraction() const
     return holdsKind(*this, PartKind::Slash);
 }
 
-bool FormatSection::isExponential() const
-{
-    return holdsKind(*this, PartKind::Exponent);
-}
-
 std::optional<std::vector<FormatSection>> parseFormatCode(const QString& code)
 {
     return FormatCodeReader(code).read();

@@ -65,7 +65,6 @@ struct FormatSection
 
     bool hasDigits() const;
     bool isFraction() const;
-    bool isExponential() const;
 };
 
 /// The sections of a code, at least one; none when the code cannot be understood.

@@ -266,9 +266,9 @@ TEST(GeneralNumber, fitsTheWidth)
 TEST(NumberFormat, survivesOddCodes)
 {
     for (const QString& code : test::textList(R"(
-        \ | _ | * | " | [ | [] | [$ | [$-] | [< | [<x]0 | ;;;;;; | 0.0.0 | E+ | 0E+0E+0 | / | 0//0 | ?/0 | #/00 | ,,, | ,0
-        0,.0, | [h | [hhhhhhhhhhhh] | mmmmmmmmm | @@@@ | General General | [$-FFFFFFFF]0 | [Color 99999999999]0 | 0.E+
-        h.0000000000000)")) {
+        \ | _ | * | " | [ | [] | [$ | [$-] | [< | [<x]0 | ;;;;;; | 0.0.0 | E+ | 0E+0E+0 | / | 0//0 | ?/0 | #/00 | ,,,
+        ,0 | 0,.0, | [h | [hhhhhhhhhhhh] | mmmmmmmmm | @@@@ | General General | [$-FFFFFFFF]0
+        [Color 99999999999]0 | 0.E+ | h.0000000000000)")) {
         const NumberFormat format(code);
         const double infinite = std::numeric_limits<double>::infinity();
         for (const double value : {0.0, 1.5, -1.5, 1e308, -1e308, 5e-324, infinite, -infinite, std::nan("")})

@@ -38,8 +38,8 @@ TEST(CellArea, RefusesWhatIsNoAddress)
 {
     // The last one begins with a letter of another script.
     for (const QString& address : textList(R"(
-        | 5 | C | A0 | A1048577 | A4294967297 | XFE1 | AAAAAAAAAAAAAAAA1 | C5:12 | C5:H | C5: | :C5 | :32 | A1:B2:C3 | $$C5
-        C$ | C 5 | 5C | Data!C5 | С5)"))
+        | 5 | C | A0 | A1048577 | A4294967297 | XFE1 | AAAAAAAAAAAAAAAA1 | C5:12 | C5:H | C5: | :C5 | :32 | C$
+        A1:B2:C3 | $$C5 | C 5 | 5C | Data!C5 | С5)"))
         EXPECT_FALSE(CellArea::parse(address)) << address;
 }
 

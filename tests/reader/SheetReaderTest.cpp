@@ -69,7 +69,7 @@ TEST(SheetReader, PutsCellsWhereTheyBelong)
 {
     for (const auto& [name, rows, expected] : textTable<3>(R"(
         no addresses | <row><c><v>1</v></c><c><v>2</v></c></row><row><c><v>3</v></c></row>     | 1: A=1 B=2⏎2: A=3
-        addresses now and then | <row r='4'><c r='C4'><v>1</v></c><c><v>2</v></c></row><row><c/></row> | 4: C=1 D=2⏎5: A=_
+        addresses now and then | <row r='4'><c r='C4'/><c><v>2</v></c></row><row><c/></row>    | 4: C=_ D=2⏎5: A=_
         cells out of order | <row r='1'><c r='C1'><v>3</v></c><c r='A1'><v>1</v></c></row>     | 1: A=1 C=3
         rows out of order  | <row r='3'><c><v>3</v></c></row><row r='1'><c><v>1</v></c></row>  | 1: A=1⏎3: A=3
         the last of equal cells | <row r='1'><c r='A1'><v>1</v></c><c r='A1'><v>2</v></c></row> | 1: A=2
@@ -84,18 +84,18 @@ TEST(SheetReader, PutsCellsWhereTheyBelong)
 TEST(SheetReader, FailsWithFileSheetAndFaultInsteadOfHalfASheet)
 {
     for (const auto& [name, rows, expected] : textTable<3>(R"(
-        text not there | <row><c r='B1' t='s'><v>3</v></c></row> | cell B1 holds the number of a text that the workbook does not have: "3".
+        text not there | <row><c r='B1' t='s'><v>3</v></c></row> | cell B1 holds the number of a text that the workbook
         negative text         | <row r='1'><c r='A1' t='s'><v>-1</v></c></row> | does not have: "-1".
         no number             | <row r='1'><c r='A1'><v>12x</v></c></row>      | holds a number that is none: "12x".
-        no date               | <row r='1'><c t='d'><v>2026-02-29</v></c></row> | holds a date that is none: "2026-02-29".
+        no date | <row><c t='d'><v>2026-02-29</v></c></row> | holds a date that is none: "2026-02-29".
         unknown type          | <row r='1'><c r='A1' t='q'><v>1</v></c></row>  | holds an unknown type: "q".
         row 0                 | <row r='0'/>                                   | it has a row with the number "0".
         row behind the last   | <row r='1048577'/>                             | it has a row with the number "1048577".
         row that is no number | <row r='x'/>                                   | it has a row with the number "x".
         column behind the last | <row r='1'><c r='XFE1'/></row>                | it has a cell with the address "XFE1".
         no column             | <row r='1'><c r='1'/></row>                    | it has a cell with the address "1".
-        cell behind the last  | <row r='1'><c r='XFD1'/><c/></row>             | row 1 has more cells than a sheet has columns.
-        breaks off            | <row r='1'><c r='A1'><v>1</v></c>              | its XML is broken (an element is closed that is not open
+        cell behind the last  | <row r='1'><c r='XFD1'/><c/></row>      | row 1 has more cells than a sheet has columns.
+        breaks off | <row r='1'><c r='A1'> | its XML is broken (an element is closed that is
         no area               | </sheetData><mergeCells><mergeCell ref='A1:'/></mergeCells><sheetData> | "A1:")")) {
         const QString failure = cellsOf(rows);
         EXPECT_TRUE(failure.startsWith(u"Sheet \"Data\" of the workbook \""_s) &&
@@ -189,7 +189,7 @@ TEST(SheetReader, TellsThePanes)
         split                       | <pane xSplit='2400' ySplit='1200' topLeftCell='D9' state='split'/> | split R9C4
         split without a state       | <pane ySplit='1200' topLeftCell='A9'/>                       | split R9C1
         nothing split               | <pane state='frozen'/>                                       | none R1C1
-        more than there is          | <pane ySplit='1e12' state='frozen'/>                         | frozen R1048576C1)")) {
+        more than there is          | <pane ySplit='1e12' state='frozen'/>                   | frozen R1048576C1)")) {
         const auto view =
             readSheet(bookOf(u"<sheetViews><sheetView>"_s + pane + u"</sheetView></sheetViews><sheetData/>"_s))->view;
         EXPECT_EQ(

@@ -25,7 +25,7 @@ TEST(Dialect, IsRewrittenTokenByToken)
         UPDATE t SET a = 'is #1/2/1900# so'
         SELECT TOP 1 * FROM t                        | SELECT * FROM t LIMIT 1
         select distinct top 3 a from t order by a    | select distinct a from t order by a LIMIT 3
-        SELECT a FROM t WHERE b IN (SELECT TOP 2 b FROM u) AND c = 1 | SELECT a FROM t WHERE b IN ( SELECT b FROM u LIMIT 2 ) AND c = 1
+        DELETE FROM t WHERE b IN (SELECT TOP 2 b FROM u) | DELETE FROM t WHERE b IN ( SELECT b FROM u LIMIT 2 )
         SELECT Top, Left FROM t                      | SELECT Top , Left FROM t
         SELECT 'TOP 1' FROM t
         DELETE * FROM t WHERE ID = 1                 | DELETE FROM t WHERE ID = 1

@@ -61,26 +61,19 @@ TEST_F(StartUp, AFileThatIsNoProjectIsToldAndLeft)
     EXPECT_EQ(read(project), "no project");
 }
 
-TEST_F(StartUp, OptionsHaveDefaults)
+TEST_F(StartUp, OptionsAreReadAsTheyStandOrHaveDefaults)
 {
-    gCaptionAlignment = u"Left"_s;
-    gPanelTimeStamp = false;
-    EXPECT_TRUE(GetOptionsSettings());
-    EXPECT_EQ(gDashboardColor, 0xFFFFFFu);
-    EXPECT_TRUE(gPanelTimeStamp);
-    EXPECT_EQ(gRefreshFrequency, 10);
-    EXPECT_EQ(gCaptionAlignment, u"Center"_s);
-}
-
-TEST_F(StartUp, OptionsAreReadAsTheyStand)
-{
+    const auto options = [] {
+        EXPECT_TRUE(GetOptionsSettings());
+        return u"%1 %2 %3 %4"_s.arg(gDashboardColor, 0, 16)
+            .arg(gPanelTimeStamp)
+            .arg(gRefreshFrequency)
+            .arg(gCaptionAlignment);
+    };
+    EXPECT_EQ(options(), u"ffffff 1 10 Center"_s);
     write(GetIniFile(), "[Options]\nDashboard Color=255\nPanel Time Stamp=7\nRefresh Frequency=often\n"
                         "Caption Alignment=Middle\n");
-    EXPECT_TRUE(GetOptionsSettings());
-    EXPECT_EQ(gDashboardColor, 0xFF0000u) << "red is the lowest byte";
-    EXPECT_TRUE(gPanelTimeStamp);
-    EXPECT_EQ(gRefreshFrequency, 0);
-    EXPECT_EQ(gCaptionAlignment, u"Middle"_s);
+    EXPECT_EQ(options(), u"ff0000 1 0 Middle"_s) << "red is the lowest byte";
 }
 
 TEST_F(StartUp, OptionsAreWrittenInPlace)

@@ -159,20 +159,6 @@ TEST_F(Adopting, ADamagedSheetIsToldOnceAndCostsNoPanelItsRange)
     EXPECT_EQ(user.shown.size(), 1);
 }
 
-TEST_F(Adopting, OfEqualTimesNoneFollowsTheOther)
-{
-    source.UpdateType = u"default"_s;
-    source.Mask = u"*.xlsx"_s;
-    put(to + u"A.xlsx"_s, at(u"10:00:00"_s));
-    put(to + u"B.xlsx"_s, at(u"10:00:00"_s));
-    store();
-    EXPECT_TRUE(source.GetLatest(db, true));
-    const QString current = source.NewestFile;
-    source.ClearFlags();
-    EXPECT_FALSE(source.GetLatest(db, true));
-    EXPECT_EQ(source.NewestFile, current);
-}
-
 TEST_F(Adopting, AFolderWithoutAFittingFileIsLookedAtAgain)
 {
     source.UpdateType = u"default"_s;

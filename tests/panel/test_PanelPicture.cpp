@@ -120,7 +120,7 @@ TEST_F(PictureCache, RefusesADrawingOfMorePixelsThanCanBeKept)
     drawing(60);
     EXPECT_EQ(loadPictureFile(m_file).image.size(), QSize(60, 30));
     drawing(20000000);
-    EXPECT_EQ(failureOf(loadPictureFile), 481);
+    EXPECT_EQ(failureNumber(loadPictureFile), 481);
 }
 
 TEST(PictureFilter, NamesWhatCanBeReadAndOnlyThat)

@@ -114,6 +114,9 @@ void DashboardActions::buildWorkspaceMenu(QMainWindow& window)
         addEntry(menu, {u"mnuWorkspaceWorkbook"_s, u"Open &Workbook..."_s, u"workbook"_s,
                         u"Show a workbook in a window of its own, to select what a panel is to show"_s,
                         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O)});
+    mnuWorkspaceRecent = menu.addMenu(dashboardIcon(u"recent"_s), u"Recent Wor&kbooks"_s);
+    mnuWorkspaceRecent->setObjectName(u"mnuWorkspaceRecent"_s);
+    mnuWorkspaceRecent->menuAction()->setStatusTip(u"Show one of the workbooks that were opened last"_s);
     mnuWorkspacePaste =
         addEntry(menu, {u"mnuWorkspacePaste"_s, u"&Paste"_s, u"paste"_s,
                         u"Make a panel of what is selected in the workbook"_s, QKeySequence(Qt::CTRL | Qt::Key_V)});

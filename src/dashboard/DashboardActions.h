@@ -23,6 +23,7 @@ struct DashboardActions
     QAction* mnuWorkspaceRefresh = nullptr;
     QAction* mnuWorkspaceDelete = nullptr;
     QAction* mnuWorkspaceWorkbook = nullptr; ///< opens a workbook to select from
+    QMenu* mnuWorkspaceRecent = nullptr;     ///< workbooks opened last
     QAction* mnuWorkspacePaste = nullptr;
     QAction* mnuWorkspaceLayout = nullptr;
     QAction* mnuWorkspaceSwitchRepository = nullptr;

@@ -2,6 +2,7 @@
 
 #include "dashboard/Look.h"
 #include "platform/ApplicationInfo.h"
+#include "session/modUtilsINI.h"
 
 #include <QApplication>
 #include <QColorDialog>
@@ -16,6 +17,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize boxIconSize(40, 40);
+const QString folderSection = u"Session"_s;
+const QString folderKey = u"Folder"_s;
 
 QString boxIcon(Prompts::Icon icon)
 {
@@ -61,6 +64,18 @@ int showBox(Prompts::Icon icon, const BoxQuestion& question)
 
 } // namespace
 
+QString QtPrompts::lastFolder()
+{
+    const QString folder = GetIniString(GetIniFile(), folderSection, folderKey, QString());
+    return QDir(folder).exists() ? folder : QString();
+}
+
+void QtPrompts::rememberFolder(const QString& folder)
+{
+    if (folder != lastFolder())
+        SetIniString(GetIniFile(), folderSection, folderKey, folder);
+}
+
 void QtPrompts::message(const QString& text, Icon icon)
 {
     showBox(icon, {applicationTitle(), text});
@@ -87,31 +102,34 @@ Prompts::Answer QtPrompts::askYesNoCancel(const QString& text)
 
 QString QtPrompts::openFile(const FileQuestion& question)
 {
-    const QString start = question.startFolder.isEmpty() ? m_lastFolder : question.startFolder;
+    const QString start = question.startFolder.isEmpty() ? lastFolder() : question.startFolder;
     const QString file =
         QFileDialog::getOpenFileName(QApplication::activeWindow(), question.title, start, question.filter);
     if (!file.isEmpty())
-        m_lastFolder = QFileInfo(file).absolutePath();
+        rememberFolder(QFileInfo(file).absolutePath());
     return QDir::toNativeSeparators(file);
 }
 
 QString QtPrompts::saveFile(const FileQuestion& question)
 {
     QFileDialog dialog(QApplication::activeWindow(), question.title,
-                       question.startFolder.isEmpty() ? m_lastFolder : question.startFolder, question.filter);
+                       question.startFolder.isEmpty() ? lastFolder() : question.startFolder, question.filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(question.suffix);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
     const QString file = dialog.selectedFiles().first();
-    m_lastFolder = QFileInfo(file).absolutePath();
+    rememberFolder(QFileInfo(file).absolutePath());
     return QDir::toNativeSeparators(file);
 }
 
 QString QtPrompts::browseForFolder(const QString& title, const QString& startFolder)
 {
-    return QDir::toNativeSeparators(
-        QFileDialog::getExistingDirectory(QApplication::activeWindow(), title, startFolder));
+    const QString folder = QFileDialog::getExistingDirectory(QApplication::activeWindow(), title,
+                                                             startFolder.isEmpty() ? lastFolder() : startFolder);
+    if (!folder.isEmpty())
+        rememberFolder(folder);
+    return QDir::toNativeSeparators(folder);
 }
 
 std::optional<QColor> QtPrompts::chooseColor(const QColor& start)

@@ -20,7 +20,9 @@ public:
     void doEvents() override;
 
 private:
-    QString m_lastFolder;
+    /// Where the last file or folder was chosen, in an earlier run too; empty when that folder is gone.
+    static QString lastFolder();
+    static void rememberFolder(const QString& folder);
 };
 
 } // namespace lumivane

@@ -139,6 +139,8 @@ private:
     void connectSharing();
     void connectPasting();
     void connectSession();
+    void fillRecentWorkbooks();
+    void openRecentWorkbook(const QString& path);
     void buildStatusBar();
     void explainEmptyDashboard();
     /// False when the window is closed again, for want of a project that can be read.

@@ -5,11 +5,16 @@
 #include "dashboard/frmOptions.h"
 #include "dashboard/frmTip.h"
 #include "panel/frmPanel.h"
+#include "platform/Prompts.h"
+#include "session/RecentWorkbooks.h"
 #include "session/modHTMLHelp.h"
 #include "session/modMain.h"
 #include "session/modUtilsFile.h"
 
 #include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QMenu>
 #include <QUrl>
 
 // Commands about the program itself: its project, options, help and information.
@@ -23,6 +28,7 @@ void frmWorkspace::connectSession()
     const DashboardActions& a = m_actions;
     connect(a.mnuWorkspaceSwitchRepository, &QAction::triggered, this,
             &frmWorkspace::mnuWorkspaceSwitchRepository_Click);
+    connect(a.mnuWorkspaceRecent, &QMenu::aboutToShow, this, &frmWorkspace::fillRecentWorkbooks);
     connect(a.mnuToolsOptions, &QAction::triggered, this, &frmWorkspace::mnuToolsOptions_Click);
     connect(a.mnuHelpContents, &QAction::triggered, this, &frmWorkspace::mnuHelpContents_Click);
     connect(a.mnuHelpLearningGuide, &QAction::triggered, this, &frmWorkspace::mnuHelpLearningGuide_Click);
@@ -42,6 +48,37 @@ void frmWorkspace::mnuWorkspaceSwitchRepository_Click()
         IsBusy = true;
         Q_EMIT switchRequested();
         IsBusy = false;
+    });
+}
+
+void frmWorkspace::fillRecentWorkbooks()
+{
+    QMenu& menu = *m_actions.mnuWorkspaceRecent;
+    menu.clear();
+    int number = 0;
+    for (const QString& path : recentWorkbooks()) {
+        const QString shown = QDir::toNativeSeparators(path);
+        // A tenth one is chosen by its 0.
+        const QString key = ++number < 10 ? u"&%1"_s.arg(number) : u"1&0"_s;
+        QAction* entry = menu.addAction(key + u"  "_s + QString(shown).replace(u'&', u"&&"_s));
+        entry->setStatusTip(u"Show "_s + shown);
+        connect(entry, &QAction::triggered, this, [this, path] { openRecentWorkbook(path); });
+    }
+    if (number == 0)
+        menu.addAction(u"No workbooks yet"_s)->setEnabled(false);
+}
+
+void frmWorkspace::openRecentWorkbook(const QString& path)
+{
+    command(u"mnuWorkspaceRecent_Click"_s, [this, path] {
+        if (QFile::exists(path)) {
+            showWorkbook(path);
+            return;
+        }
+        forgetWorkbook(path);
+        prompts().message(u"The workbook ["_s + QDir::toNativeSeparators(path) +
+                              u"] is not there any more. It has been taken off the list of recent workbooks."_s,
+                          Prompts::Icon::Exclamation);
     });
 }
 

@@ -1,11 +1,11 @@
 #include "viewer/frmWorkbook.h"
 
 #include "platform/Prompts.h"
+#include "session/RecentWorkbooks.h"
 #include "session/modMain.h"
 #include "viewer/CellPlace.h"
 #include "viewer/FindBar.h"
 #include "viewer/NameBox.h"
-#include "viewer/RecentWorkbooks.h"
 #include "viewer/SelectionFigures.h"
 #include "viewer/SheetFinder.h"
 #include "viewer/SheetView.h"

@@ -3,11 +3,11 @@
 #include "platform/ApplicationInfo.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
+#include "session/RecentWorkbooks.h"
 #include "session/modMain.h"
 #include "viewer/CellPlace.h"
 #include "viewer/NameBox.h"
 #include "viewer/NoticeBar.h"
-#include "viewer/RecentWorkbooks.h"
 #include "viewer/SheetView.h"
 #include "viewer/StartPage.h"
 #include "viewer/ZoomControl.h"
@@ -246,7 +246,9 @@ void frmWorkbook::fillRecentMenu()
     int number = 0;
     for (const QString& path : recentWorkbooks()) {
         const QString name = QDir::toNativeSeparators(path).replace(u'&', u"&&"_s);
-        m_actions.recent->addAction(u"&%1  %2"_s.arg(++number).arg(name), this, [this, path] { openFromUser(path); });
+        // A tenth one is chosen by its 0.
+        const QString key = ++number < 10 ? u"&%1"_s.arg(number) : u"1&0"_s;
+        m_actions.recent->addAction(key + u"  "_s + name, this, [this, path] { openFromUser(path); });
     }
     if (number == 0)
         m_actions.recent->addAction(u"No workbooks yet"_s)->setEnabled(false);

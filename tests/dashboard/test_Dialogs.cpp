@@ -5,8 +5,10 @@
 #include "dashboard/frmSaveWorkspace.h"
 #include "repository/clsWorkspace.h"
 #include "session/modMain.h"
+#include "session/modUtilsINI.h"
 
 #include <QClipboard>
+#include <QFileDialog>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -206,6 +208,39 @@ TEST(Boxes, ThePointerOfALongCommandComesBackAfterABox)
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
     user.setPointer(Prompts::Pointer::Default);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+class FileQuestions : public test::DashboardFixture
+{
+protected:
+    /// Chooses a file in the next dialog for files and tells where that one began.
+    void choose(const QString& file, QString& begunAt)
+    {
+        test::whenShown<QFileDialog>([file, &begunAt](QFileDialog& dialog) {
+            begunAt = dialog.directory().absolutePath();
+            dialog.selectFile(file);
+            QMetaObject::invokeMethod(&dialog, "accept");
+        });
+    }
+};
+
+TEST_F(FileQuestions, BeginWhereTheLastFileWasChosenInAnEarlierRunToo)
+{
+    const QString book = addBook(u"Sales.xlsx"_s);
+    const QString books = QFileInfo(book).absolutePath();
+    const auto stored = [] { return GetIniString(GetIniFile(), u"Session"_s, u"Folder"_s, QString()); };
+    QString begunAt;
+    choose(book, begunAt);
+    EXPECT_EQ(QtPrompts().openFile({u"Open"_s, u"All (*)"_s, m_folder.path()}), book);
+    EXPECT_EQ(begunAt, m_folder.path()) << "where the question says";
+    EXPECT_EQ(stored(), books);
+
+    // The dialog itself remembers a folder for this run; the stored one goes before it.
+    SetIniString(GetIniFile(), u"Session"_s, u"Folder"_s, m_folder.path());
+    choose(book, begunAt);
+    EXPECT_EQ(QtPrompts().openFile({u"Open"_s, u"All (*)"_s, QString()}), book);
+    EXPECT_EQ(begunAt, m_folder.path());
+    EXPECT_EQ(stored(), books);
 }
 
 // ---- windows side by side ----

@@ -2,11 +2,11 @@
 #include "host/modUtilsExcel.h"
 #include "platform/ApplicationInfo.h"
 #include "platform/RuntimeError.h"
+#include "session/RecentWorkbooks.h"
 #include "session/modMain.h"
 #include "support/QtPrinting.h"
 #include "support/ScriptedPrompts.h"
 #include "viewer/NoticeBar.h"
-#include "viewer/RecentWorkbooks.h"
 #include "viewer/SheetView.h"
 #include "viewer/SmallSheet.h"
 #include "viewer/WorkbookWindows.h"
@@ -382,7 +382,7 @@ TEST_F(WorkbookWindow, OpensEachWorkbookOnceAndRemembersIt)
     forgetWorkbook(other);
     for (int i = 0; i < 12; ++i)
         rememberWorkbook(u"/books/%1.xlsx"_s.arg(i));
-    EXPECT_EQ(recentWorkbooks().size(), 8);
+    EXPECT_EQ(recentWorkbooks().size(), 10);
     EXPECT_EQ(recentWorkbooks().front(), u"/books/11.xlsx"_s);
 }
 

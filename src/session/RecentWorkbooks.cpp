@@ -1,4 +1,4 @@
-#include "viewer/RecentWorkbooks.h"
+#include "session/RecentWorkbooks.h"
 
 #include "session/modUtilsINI.h"
 
@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype mostRecent = 8;
+constexpr qsizetype mostRecent = 10;
 constexpr qsizetype longestPath = 255; // what a value of the settings file is read up to
 const QString recentSection = u"Session"_s;
 

@@ -214,13 +214,15 @@ bool DashboardImport::ImportSources(const QString& ids)
     const auto steps = [&] {
         if (!makeTempSources(m_shared, gDB, ids))
             return refuseImport(u"Error accessing source panels."_s);
-        const Database::Bulk bulk(*gDB);
+        Database::Bulk bulk(*gDB);
         rewritePaths(m_shared, gDB, [this](qint64 done, qint64 total) {
             if (m_progress)
                 m_progress(done, total);
             return true; // half of the paths would be worse than none
         });
-        return matchSources();
+        const bool areMatched = matchSources();
+        bulk.finish();
+        return areMatched;
     };
     return trapped(u"ImportSources"_s, steps, u"The sources of the dashboards were not all imported"_s);
 }
@@ -256,7 +258,7 @@ bool DashboardImport::ImportWorkspaces(const QString& ids, const SourceIds& sour
             return refuseImport(u"Error accessing source dashboards."_s);
         if (!openRows(gDB, target, u"SELECT TOP 1 * FROM LvnSavedWorkspace"_s, u"ImportWorkspaces"_s))
             return refuseImport(u"Error accessing destination dashboards."_s);
-        const Database::Bulk bulk(*gDB);
+        Database::Bulk bulk(*gDB);
         for (; !from->EOF_(); from->MoveNext()) {
             target->AddNew();
             copyFields(*from, *target,
@@ -266,6 +268,7 @@ bool DashboardImport::ImportWorkspaces(const QString& ids, const SourceIds& sour
             // A dashboard whose panels fail does not keep the next one from being imported.
             ImportPanels(from->number(u"ID"), lastId(*target), from->text(u"Name"), sources);
         }
+        bulk.finish();
         from->Close();
         target->Close();
         return true;

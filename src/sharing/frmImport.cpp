@@ -93,12 +93,11 @@ bool frmImport::importSelected(const std::vector<qint32>& ids)
     // Half an import would stay in the project, so it runs to its end.
     work(u"Writing the dashboards into the project..."_s, Cancel::Impossible,
          [&] { imported = m_import->ImportDashboard(ids); });
-    const QStringList faults = m_import->faults();
+    const QString faults = m_import->faults().mid(0, mostFaultsTold).join(u'\n');
     if (!imported)
-        setStatus(u"The import did not come to its end. "_s + faults.join(u'\n'));
+        setStatus(u"The import did not come to its end. "_s + faults);
     else if (!faults.isEmpty())
-        prompts().message(u"Not everything could be imported.\n\n"_s + faults.mid(0, mostFaultsTold).join(u'\n'),
-                          Prompts::Icon::Exclamation);
+        prompts().message(u"Not everything could be imported.\n\n"_s + faults, Prompts::Icon::Exclamation);
     return imported;
 }
 

@@ -289,8 +289,21 @@ TEST_F(SharingDialogs, ImportTellsWhatRunTimeErrorsKeptFromIt)
 {
     startWith({u"Mine"_s});
     makeSharedFile(u"Theirs"_s, 2);
-    Database::open(sharedFile, databaseConnect())->Execute(u"UPDATE LvnSavedPanel SET SourceID = NULL WHERE ID = 2"_s);
+    const auto theirs = Database::open(sharedFile, databaseConnect());
     importing([&](frmImport& dialog) {
+        whenShown<frmImportFolders>([&](frmImportFolders& folders) {
+            theirs->Execute(u"UPDATE LvnPanelSource SET Mask = NULL"_s); // behind the back of the look ahead
+            clickOn(folders, u"cmdOK"_s);
+        });
+        clickOn(dialog, u"cmdOK"_s);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(control<QLabel>(dialog, u"lblStatus"_s).text(),
+                  u"The import did not come to its end. The sources of the dashboards were not all imported: Invalid "
+                  "use of Null"_s);
+        EXPECT_EQ(m_user.shown, QStringList{});
+
+        theirs->Execute(u"UPDATE LvnPanelSource SET Mask = 'a*.xlsx'"_s);
+        theirs->Execute(u"UPDATE LvnSavedPanel SET SourceID = NULL WHERE ID = 2"_s);
         acceptFolders(dialog);
         EXPECT_FALSE(dialog.isVisible());
     });

@@ -98,9 +98,4 @@ TEST(AutosizeView, ALargePictureKeepsItsProportionsInTheRoomThereIs)
     EXPECT_FALSE(canBeKept({32768, 100}));
 }
 
-TEST(ZoomView, FillsTheClientWhateverThePicture)
-{
-    EXPECT_EQ(zoomLayout(usualWindow()), (PanelLayout{{0, 0, 5880, 4110}, {0, 0, 5880, 4110}, hidden, hidden}));
-}
-
 } // namespace

@@ -106,12 +106,6 @@ TEST_F(PictureCache, LeavesTheOldPictureWhereItCannotWrite)
     EXPECT_TRUE(failure.text.contains(nowhere)) << failure.text;
 }
 
-TEST_F(PictureCache, ReadsAPictureFileByItsContentNotItsName)
-{
-    ASSERT_TRUE(picture(1).image.save(m_file, "PNG"));
-    EXPECT_EQ(loadPictureFile(m_file).image.size(), QSize(60, 30));
-}
-
 TEST_F(PictureCache, RefusesADrawingOfMorePixelsThanCanBeKept)
 {
     const auto drawing = [this](int width) {

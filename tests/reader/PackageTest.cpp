@@ -86,7 +86,8 @@ TEST(Package, RefusesWhatIsDamagedOrOverABoundAndNamesTheEntry)
     longer.packedSize = longer.size = 20;
     strange.method = 12;
     huge.size = 0xfffffffe;
-    dense.size = 100 << 20;
+    dense.bytes = std::string(140000, 'x');
+    dense.size = 501 * 140000;
     PackageEntry second{"b.xml", "two"};
     second.offset = 0;
     PackageEntry cut = deflated("a.xml", "some words and some words and words"), broken = cut, tooLong = cut;
@@ -124,6 +125,8 @@ TEST(Package, RefusesWhatIsDamagedOrOverABoundAndNamesTheEntry)
         const std::string content = contentOf(bytes, "a.xml") + contentOf(bytes, "b.xml");
         EXPECT_NE(content.find(expected), std::string::npos) << name << ": " << content.substr(0, 300);
     }
+    dense.size = 500 * 140000;
+    EXPECT_EQ(contentOf(makePackage({dense}), "a.xml").find("packed more than"), std::string::npos);
 }
 
 TEST(Package, AddsUpTheSizesOfAllEntries)

@@ -283,37 +283,5 @@ TEST_F(DatabaseFiles, AProtectedProjectIsRefusedAndAProtectedSharedFileIsRead)
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(DatabaseFiles, AKilledProcessLeavesAReadableProject)
-{
-    db->Execute(u"INSERT INTO LvnSystem (PropertyKey, PropertyValue) VALUES ('a', '0')"_s);
-    db->Close();
-    for (int round = 0; round < 12; ++round) {
-        int saved[2];
-        ASSERT_EQ(pipe(saved), 0);
-        const pid_t child = fork();
-        if (child == 0) {
-            const auto own = Database::open(file, databaseConnect());
-            for (int i = 1;; ++i) {
-                own->Execute(u"INSERT INTO LvnSourceDoc (Mask) VALUES ('%1')"_s.arg(i));
-                own->Execute(u"UPDATE LvnSystem SET PropertyValue = '%1'"_s.arg(QString(i * 5'000 % 50'000, u'x')));
-                if (::write(saved[1], "x", 1) != 1)
-                    _exit(1);
-            }
-        }
-        char byte = 0;
-        ASSERT_EQ(::read(saved[0], &byte, 1), 1);
-        usleep(useconds_t(round * 1'700)); // somewhere in the middle of a save
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-        ::close(saved[0]);
-        ::close(saved[1]);
-        ASSERT_EQ(openFailure(file, databaseConnect(), Database::Trust::Stranger), QString()) << round;
-    }
-    db = Database::open(file, databaseConnect());
-    EXPECT_EQ(rows(u"SELECT PropertyKey FROM LvnSystem"_s), QStringList(u"a"_s));
-    EXPECT_GE(db->OpenRecordset(u"SELECT COUNT(*) AS n FROM LvnSourceDoc"_s)->number(u"n"), 12)
-        << "a save that had returned is there";
-}
-
 } // namespace test
 } // namespace lumivane

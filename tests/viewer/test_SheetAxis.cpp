@@ -152,15 +152,6 @@ TEST_F(Bands, LeaveAFreeBandWhereTheFrozenOneFillsTheWindow)
     EXPECT_EQ(bands.visible(1), (Stretch{51, 51}));
 }
 
-TEST_F(Bands, ScrollBothPartsOfASplit)
-{
-    bands.split(40);
-    bands.scrollTo(0, 10);
-    bands.scrollTo(1, 2);
-    EXPECT_EQ(bands.visible(0), (Stretch{10, 11}));
-    EXPECT_EQ(bands.visible(1), (Stretch{2, 4}));
-}
-
 TEST_F(Bands, RevealByTheLeastScrolling)
 {
     struct Case

@@ -187,7 +187,7 @@ void DashboardActions::buildPanelMenu(QMainWindow& window)
 
 void DashboardActions::buildMultiPanelMenu(QMainWindow& window)
 {
-    mnuMultiPanel = addMenu(window, u"mnuMultiPanel"_s, u"Multi &Panel"_s);
+    mnuMultiPanel = addMenu(window, u"mnuMultiPanel"_s, u"&Multi Panel"_s);
     mnuMultiPanel->menuAction()->setVisible(false);
     mnuMultiLayout = addLayoutEntry(*mnuMultiPanel, u"mnuMultiLayout"_s, false);
 

@@ -39,7 +39,7 @@ int frmOpenWorkspace::exec()
 void frmOpenWorkspace::Form_Load()
 {
     setWindowTitle(m_mode.isEmpty() ? u"Open a dashboard"_s : m_mode + u" to dashboard"_s);
-    ui->lblSource->setText(m_mode.isEmpty() ? u"Select a dashboard to open:"_s : u"Select target dashboard:"_s);
+    ui->lblSource->setText(m_mode.isEmpty() ? u"Select a &dashboard to open:"_s : u"Select target &dashboard:"_s);
     cmbSource_Load();
     // A single entry is not preselected: the user must pick it.
     ui->cmbSource->setCurrentIndex(ui->cmbSource->count() > 1 ? 0 : -1);

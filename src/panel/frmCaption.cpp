@@ -1,9 +1,9 @@
 #include "panel/frmCaption.h"
 
+#include "dashboard/HelpButton.h"
 #include "platform/RuntimeError.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modHTMLHelp.h"
 #include "session/modMain.h"
 #include "session/modUtilsLog.h"
 
@@ -30,7 +30,7 @@ frmCaption::frmCaption(QWidget* parent) : QDialog(parent), ui(std::make_unique<U
     ui->setupUi(this);
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmCaption::cmdOK_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [this] { ShowHelp(objectName()); });
+    connectHelp(*ui->cmdHelp, objectName());
 }
 
 frmCaption::~frmCaption() = default;

@@ -1,9 +1,9 @@
 #include "panel/frmDrillback.h"
 
+#include "dashboard/HelpButton.h"
 #include "platform/Prompts.h"
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"
-#include "session/modHTMLHelp.h"
 #include "session/modMain.h"
 
 #include "ui_frmDrillback.h"
@@ -17,7 +17,7 @@ frmDrillback::frmDrillback(QWidget* parent) : QDialog(parent), ui(std::make_uniq
     ui->setupUi(this);
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmDrillback::cmdOK_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [this] { ShowHelp(objectName()); });
+    connectHelp(*ui->cmdHelp, objectName());
     cmbSourceDoc_Load();
 }
 

@@ -1,5 +1,6 @@
 #include "panel/frmPanelProperties.h"
 
+#include "dashboard/HelpButton.h"
 #include "platform/ApplicationInfo.h"
 #include "platform/Checked.h"
 #include "platform/Prompts.h"
@@ -7,7 +8,6 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modHTMLHelp.h"
 #include "session/modMain.h"
 #include "session/modUtilsFile.h"
 #include "session/modUtilsLog.h"
@@ -93,7 +93,7 @@ frmPanelProperties::frmPanelProperties(QWidget* parent)
     connect(ui->cmdOFolder, &QPushButton::clicked, this, &frmPanelProperties::cmdOFolder_Click);
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmPanelProperties::cmdOK_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [this] { ShowHelp(objectName()); });
+    connectHelp(*ui->cmdHelp, objectName());
 }
 
 frmPanelProperties::~frmPanelProperties() = default;

@@ -1,5 +1,6 @@
 #include "panel/frmRangeRelative.h"
 
+#include "dashboard/HelpButton.h"
 #include "host/Host.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
@@ -7,7 +8,6 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modHTMLHelp.h"
 #include "session/modMain.h"
 #include "session/modUtilsLog.h"
 
@@ -61,7 +61,7 @@ frmRangeRelative::frmRangeRelative(QWidget* parent) : QDialog(parent), ui(std::m
     connect(ui->cmbAnchor, &QComboBox::currentIndexChanged, this, &frmRangeRelative::cmbAnchor_Click);
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmRangeRelative::cmdOK_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(ui->cmdHelp, &QPushButton::clicked, this, [this] { ShowHelp(objectName()); });
+    connectHelp(*ui->cmdHelp, objectName());
 }
 
 frmRangeRelative::~frmRangeRelative() = default;

@@ -46,7 +46,7 @@ TEST_F(OpenDialog, OffersTheNewestFirstAndPreselectsItAmongSeveral)
     frmOpenWorkspace dialog{QString()};
     EXPECT_EQ(offered(dialog), (QStringList{u"Evening"_s, u"Morning"_s}));
     EXPECT_EQ(dialog.windowTitle(), u"Open a dashboard"_s);
-    EXPECT_EQ(part<QLabel>(dialog, u"lblSource"_s).text(), u"Select a dashboard to open:"_s);
+    EXPECT_EQ(part<QLabel>(dialog, u"lblSource"_s).text(), u"Select a &dashboard to open:"_s);
     part<QPushButton>(dialog, u"cmdOK"_s).click();
     EXPECT_EQ(dialog.WorkspaceID, gWorkspace->ID);
 }
@@ -70,7 +70,7 @@ TEST_F(OpenDialog, OnlyAMoveLeavesOutTheDashboardOnScreen)
     frmOpenWorkspace move{u"Move"_s};
     EXPECT_EQ(offered(move), QStringList{u"Morning"_s});
     EXPECT_EQ(move.windowTitle(), u"Move to dashboard"_s);
-    EXPECT_EQ(part<QLabel>(move, u"lblSource"_s).text(), u"Select target dashboard:"_s);
+    EXPECT_EQ(part<QLabel>(move, u"lblSource"_s).text(), u"Select target &dashboard:"_s);
     EXPECT_EQ(offered(frmOpenWorkspace{u"Copy"_s}).size(), 2);
 }
 

@@ -1,7 +1,13 @@
 #include "dashboard/frmAbout.h"
 
 #include "dashboard/Look.h"
+#include "dashboard/SystemInformation.h"
 #include "platform/ApplicationInfo.h"
+#include "platform/RuntimeError.h"
+#include "session/modUtilsLog.h"
+
+#include <QDir>
+#include <QProcess>
 
 #include "ui_frmAbout.h"
 
@@ -22,8 +28,23 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::f
     ui->lblTitle->setText(applicationTitle());
     ui->lblVersion->setText(u"Version "_s + QStringLiteral(LUMIVANE_VERSION));
     connect(ui->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui->cmdSysInfo, &QPushButton::clicked, this, &frmAbout::StartSysInfo);
 }
 
 frmAbout::~frmAbout() = default;
+
+void frmAbout::StartSysInfo()
+{
+    QStringList command = systemInformationCommand();
+    if (command.isEmpty()) {
+        LogError(objectName(), u"StartSysInfo"_s, RuntimeError::FileNotFound,
+                 u"No program was found on this desktop that shows information about the system."_s, true);
+        return;
+    }
+    const QString program = command.takeFirst();
+    if (!QProcess::startDetached(program, command))
+        LogError(objectName(), u"StartSysInfo"_s, RuntimeError::PathAccess,
+                 u"The program ["_s + QDir::toNativeSeparators(program) + u"] cannot be started."_s, true);
+}
 
 } // namespace lumivane

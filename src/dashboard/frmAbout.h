@@ -19,6 +19,8 @@ public:
     ~frmAbout() override;
 
 private:
+    void StartSysInfo();
+
     const std::unique_ptr<Ui::frmAbout> ui;
 };
 

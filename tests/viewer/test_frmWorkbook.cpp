@@ -15,6 +15,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QKeyEvent>
@@ -428,6 +429,38 @@ TEST_P(DrawnWindow, ShowsCellsAsPanelsDo)
     EXPECT_TRUE(showsAsPictured(window, {28, 7, 36, 13})) << "over the edges of the blocks that are drawn at once";
 }
 INSTANTIATE_TEST_SUITE_P(Written, DrawnWindow, testing::Values("", "rightToLeft='1'", "showGridLines='0'"));
+
+TEST_F(WorkbookWindow, IsWhereThePanelsWorkbookIsLaunched)
+{
+    offerWorkbookWindows();
+    const QString report = file(u"Report.xlsx"_s, smallWorkbook());
+    ASSERT_TRUE(QDir(folder.path()).mkdir(u"archive"_s));
+    const QString archived = file(u"archive/Report.xlsx"_s, smallWorkbook());
+
+    ASSERT_TRUE(Excel_Launch(report, u"My notes"_s));
+    ASSERT_EQ(workbookWindows().size(), 1);
+    frmWorkbook* const first = workbookWindows().first();
+    EXPECT_TRUE(first->isVisible());
+    EXPECT_EQ(first->currentSheet(), 1);
+    first->showMinimized();
+    EXPECT_TRUE(Excel_Launch(report, u"data"_s));
+    EXPECT_EQ(workbookWindows().size(), 1);
+    EXPECT_EQ(first->currentSheet(), 0);
+    EXPECT_FALSE(first->isMinimized());
+
+    EXPECT_TRUE(Excel_Launch(archived, u"My notes"_s));
+    ASSERT_EQ(workbookWindows().size(), 2);
+    EXPECT_EQ(first->workbook()->path(), report);
+    EXPECT_EQ(first->currentSheet(), 0) << "another workbook of the same name went into its window";
+    EXPECT_EQ(activeWorkbookWindow()->workbook()->path(), archived);
+
+    write(folder.filePath(u"Broken.xlsx"_s), "PK\x03\x04 and nothing more");
+    EXPECT_FALSE(Excel_Launch(folder.filePath(u"Broken.xlsx"_s), u"Data"_s));
+    ASSERT_EQ(answers.shown.size(), 1);
+    EXPECT_TRUE(answers.shown[0].startsWith(u"Unable to open %1.\r\n"_s.arg(folder.filePath(u"Broken.xlsx"_s))))
+        << answers.shown[0].toStdString();
+    EXPECT_EQ(workbookWindows().size(), 2);
+}
 
 TEST_F(WorkbookWindow, RunsToTheLeftWhereTheSheetDoes)
 {

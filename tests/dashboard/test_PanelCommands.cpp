@@ -188,7 +188,7 @@ TEST_F(PanelCommands, APictureStaysWithItsPanelThroughSaveRestartAndRefresh)
     EXPECT_TRUE(m_user.shown.isEmpty());
 }
 
-TEST_F(PanelCommands, WhatIsNoPictureIsToldAndThePanelStaysAsItWas)
+TEST_F(PanelCommands, WhatCannotBeShownIsToldAndThePanelStaysAsItWas)
 {
     storeDashboard(u"Morning"_s, {u"One"_s});
     start();
@@ -200,7 +200,9 @@ TEST_F(PanelCommands, WhatIsNoPictureIsToldAndThePanelStaysAsItWas)
     EXPECT_TRUE(m_user.shown.isEmpty());
     loadPicture(programFile(u"Gone.png"_s));
     loadPicture(bookPath(u"Morning.xlsx"_s));
-    ASSERT_EQ(m_user.shown.size(), 2);
+    loadPicture(pictureFile(u"Bob's.png"_s));
+    ASSERT_EQ(m_user.shown.size(), 3);
+    EXPECT_TRUE(m_user.shown[2].contains(u"apostrophe"_s)) << "the store cannot keep such a path";
     EXPECT_EQ(m_user.shown[0], u"The picture [%1] was not found."_s.arg(programFile(u"Gone.png"_s)));
     EXPECT_TRUE(m_user.shown[1].startsWith(u"[%1] is not a picture"_s.arg(bookPath(u"Morning.xlsx"_s))));
     EXPECT_EQ(panel.picture().image, before);

@@ -1,4 +1,5 @@
 #include "ToolsFixture.h"
+#include "support/TextTable.h"
 
 #include <QImage>
 
@@ -7,19 +8,6 @@ using namespace Qt::StringLiterals;
 namespace lumivane::test {
 
 namespace {
-
-struct Refusal
-{
-    const char* name;
-    const char* words; ///< separated by "|"; "@" stands for the test's folder
-    int status;
-    const char* sentence; ///< what the standard error output must hold
-};
-
-void PrintTo(const Refusal& refusal, std::ostream* out)
-{
-    *out << refusal.name;
-}
 
 QByteArray smallWorkbook()
 {
@@ -37,7 +25,8 @@ QByteArray smallWorkbook()
     return book.bytes();
 }
 
-class RefusedCalls : public ToolsFixture, public testing::WithParamInterface<Refusal>
+/// A row: name, words of the call ("@" stands for the test's folder), exit status, what the errors hold.
+class RefusedCalls : public ToolsFixture, public testing::WithParamInterface<std::array<QString, 4>>
 {
 };
 
@@ -45,42 +34,39 @@ class RefusedCalls : public ToolsFixture, public testing::WithParamInterface<Ref
 
 TEST_P(RefusedCalls, TellWhatIsWrong)
 {
+    const auto& [name, words, status, sentence] = GetParam();
     write(u"small.xlsx"_s, smallWorkbook());
     write(u"junk.bin"_s, QByteArray(64, '\0'));
     write(u"foreign.lvdu"_s, QByteArray(4096, 'x'));
-    const QString words = QString::fromLatin1(GetParam().words).replace(u'@', path({}));
-    const Outcome outcome = call(words.split(u'|', Qt::SkipEmptyParts));
-    EXPECT_EQ(outcome.status, GetParam().status);
+    const Outcome outcome = call(QString(words).replace(u'@', path({})).split(u',', Qt::SkipEmptyParts));
+    EXPECT_EQ(outcome.status, status.toInt());
     EXPECT_EQ(outcome.output, QString());
-    EXPECT_TRUE(outcome.errors.contains(QString::fromLatin1(GetParam().sentence))) << outcome.errors.toStdString();
+    EXPECT_TRUE(outcome.errors.contains(sentence)) << outcome.errors;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Tools, RefusedCalls,
-    testing::Values(
-        Refusal{"nothing", "", 2, "usage: lumivanectl locate WORKBOOK SHEET --pic-range"},
-        Refusal{"unknown_command", "reload", 2, "There is no command reload."},
-        Refusal{"missing_argument", "new-project", 2, "usage: lumivanectl new-project FILE"},
-        Refusal{"too_many_arguments", "inspect|a.xlsx|b.xlsx", 2, "b.xlsx is one too many."},
-        Refusal{"unknown_option", "inspect|--all|a.xlsx", 2, "There is no option --all."},
-        Refusal{"option_without_value", "inspect|a.xlsx|--host", 2, "The option --host needs a value."},
-        Refusal{"unknown_choice", "inspect|--metrics|exact|a.xlsx", 2, "takes file or calc, not exact."},
-        Refusal{"missing_option", "locate|a.xlsx|Data|--pic-range|A1", 2, "The option --relative-to is missing."},
-        Refusal{"scale_zero", "render|--scale|0|@/small.xlsx|Data|A1|@/x.png", 2, "a number from 0.25 to 8, not 0."},
-        Refusal{"scale_no_number", "render|--scale|nan|@/small.xlsx|Data|A1|@/x.png", 2, "not nan."},
-        Refusal{"no_range", "render|@/small.xlsx|Data|A0|@/x.png", 2, "A0 is no range such as A1:C9."},
-        Refusal{"no_workbook", "inspect|@/absent.xlsx", 1, "absent.xlsx"},
-        Refusal{"no_workbook_inside", "inspect|@/junk.bin", 1, "junk.bin"},
-        Refusal{"no_sheet", "render|@/small.xlsx|Sheet1|A1|@/x.png", 1, "no sheet \"Sheet1\"; its sheets are: Data."},
-        Refusal{"nothing_to_see", "render|@/small.xlsx|Data|A3:B3|@/x.png", 1, "small.xlsx"},
-        Refusal{"no_folder_for_picture", "render|@/small.xlsx|Data|A1|@/none/x.png", 1,
-                "/none/x.png cannot be written"},
-        Refusal{"no_chart", "render-chart|@/small.xlsx|Data|Chart 1|@/x.png", 1, "Chart 1"},
-        Refusal{"other_engine", "inspect|--host|calc|@/small.xlsx", 1, "The engine \"calc\" is not built into"},
-        Refusal{"overwriting", "new-project|@/foreign.lvdu", 1, "foreign.lvdu"},
-        Refusal{"foreign_project", "sql|@/foreign.lvdu|SELECT * FROM LvnSystem", 1, "foreign.lvdu"},
-        Refusal{"absent_project", "refresh|@/absent.lvdu", 1, "absent.lvdu"}),
-    [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Tools, RefusedCalls, testing::ValuesIn(textTable<4>(R"(
+    nothing                |                                                | 2 | usage: lumivanectl locate WORKBOOK SHEET --pic-range
+    unknown command        | reload                                         | 2 | There is no command reload.
+    missing argument       | new-project                                    | 2 | usage: lumivanectl new-project FILE
+    too many arguments     | inspect,a.xlsx,b.xlsx                          | 2 | b.xlsx is one too many.
+    unknown option         | inspect,--all,a.xlsx                           | 2 | There is no option --all.
+    option without value   | inspect,a.xlsx,--host                          | 2 | The option --host needs a value.
+    unknown choice         | inspect,--metrics,exact,a.xlsx                 | 2 | takes file or calc, not exact.
+    missing option         | locate,a.xlsx,Data,--pic-range,A1              | 2 | The option --relative-to is missing.
+    scale zero             | render,--scale,0,@/small.xlsx,Data,A1,@/x.png  | 2 | a number from 0.25 to 8, not 0.
+    scale no number        | render,--scale,nan,@/small.xlsx,Data,A1,@/x.png | 2 | not nan.
+    no range               | render,@/small.xlsx,Data,A0,@/x.png            | 2 | A0 is no range such as A1:C9.
+    no workbook            | inspect,@/absent.xlsx                          | 1 | absent.xlsx
+    no workbook inside     | inspect,@/junk.bin                             | 1 | junk.bin
+    no sheet               | render,@/small.xlsx,Sheet1,A1,@/x.png          | 1 | no sheet "Sheet1"; its sheets are: Data.
+    nothing to see         | render,@/small.xlsx,Data,A3:B3,@/x.png         | 1 | small.xlsx
+    no folder for picture  | render,@/small.xlsx,Data,A1,@/none/x.png       | 1 | /none/x.png cannot be written
+    no chart               | render-chart,@/small.xlsx,Data,Chart 1,@/x.png | 1 | Chart 1
+    other engine           | inspect,--host,calc,@/small.xlsx               | 1 | The engine "calc" is not built into
+    overwriting            | new-project,@/foreign.lvdu                     | 1 | foreign.lvdu
+    foreign project        | sql,@/foreign.lvdu,SELECT * FROM LvnSystem     | 1 | foreign.lvdu
+    absent project         | refresh,@/absent.lvdu                          | 1 | absent.lvdu)")),
+                         rowName);
 
 using Commands = ToolsFixture;
 
@@ -120,15 +106,9 @@ TEST_F(Commands, AProjectIsMadeOnceAndAnswersStatements)
 
 namespace {
 
-struct Location
-{
-    const char *name, *picRange, *rule, *match;
-    const char *range, *anchor;
-    int rowOffset;
-    const char* picRangeAdjusted;
-};
-
-class Locations : public ToolsFixture, public testing::WithParamInterface<Location>
+/// A row: name, range, rule, match, where the range lies now, its anchor, by how many rows it has moved, the adjusted
+/// text.
+class Locations : public ToolsFixture, public testing::WithParamInterface<std::array<QString, 8>>
 {
 };
 
@@ -136,28 +116,25 @@ class Locations : public ToolsFixture, public testing::WithParamInterface<Locati
 
 TEST_P(Locations, AreToldAndRewritten)
 {
-    const Location& row = GetParam();
-    const auto text = [](const char* latin) { return QString::fromLatin1(latin); };
-    QStringList words{u"locate"_s,        write(u"small.xlsx"_s, smallWorkbook()),
-                      u"Data"_s,          u"--pic-range"_s,
-                      text(row.picRange), u"--relative-to"_s,
-                      text(row.rule),     u"--content-match"_s,
-                      text(row.match)};
+    const auto& [name, picRange, rule, match, range, anchor, rowOffset, adjusted] = GetParam();
+    QStringList words{u"locate"_s, write(u"small.xlsx"_s, smallWorkbook()),
+                      u"Data"_s,   u"--pic-range"_s,
+                      picRange,    u"--relative-to"_s,
+                      rule,        u"--content-match"_s,
+                      match};
     const QJsonObject found = call(words).object();
-    EXPECT_EQ(found.value(u"range").toString(), text(row.range));
-    EXPECT_EQ(found.value(u"anchor").toString(), text(row.anchor));
-    EXPECT_EQ(found.value(u"row_offset").toInt(-99), row.rowOffset);
+    EXPECT_EQ(found.value(u"range").toString(), range);
+    EXPECT_EQ(found.value(u"anchor").toString(), anchor);
+    EXPECT_EQ(found.value(u"row_offset").toInt(-99), rowOffset.toInt());
     EXPECT_FALSE(found.contains(u"pic_range"));
     words.append(u"--adjust"_s);
-    EXPECT_EQ(call(words).object().value(u"pic_range").toString(), text(row.picRangeAdjusted));
+    EXPECT_EQ(call(words).object().value(u"pic_range").toString(), adjusted);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Tools, Locations,
-    testing::Values(Location{"same_address", "$A$2:$B$3", "top", "bottom=$B$4", "$A$2:$B$3", "", 0, "$A$2:$B$3``"},
-                    Location{"from_the_end", "$A$3:$B$4`1:1`", "bottom", "bottom=$B$4", "A5:B6", "", 2, "A5:B6`1:1`"},
-                    Location{"by_content", "$A$4:$B$4", "contents", "bottom=$B$4`anchor=$A4`content=total", "A6:B6",
-                             "$A6", 2, "A6:B6``"}),
-    [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Tools, Locations, testing::ValuesIn(textTable<8>(R"(
+    same address | $A$2:$B$3      | top      | bottom=$B$4                           | $A$2:$B$3 |     | 0 | $A$2:$B$3``
+    from the end | $A$3:$B$4`1:1` | bottom   | bottom=$B$4                           | A5:B6     |     | 2 | A5:B6`1:1`
+    by content   | $A$4:$B$4      | contents | bottom=$B$4`anchor=$A4`content=total  | A6:B6     | $A6 | 2 | A6:B6``)")),
+                         rowName);
 
 } // namespace lumivane::test

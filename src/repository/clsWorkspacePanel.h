@@ -67,6 +67,7 @@ public:
     /// Joins fixed and moving parts on the sheet, lays the stored heights and widths, and gives the rectangle to draw.
     QString adjRange(Worksheet& ws);
     void adjHeightWidths(Worksheet& ws);
+    const QString& adjPicRange() const { return pAdjPicRange; }
     /// Where a cell of the stored definition lies in this version, as "C5". GetAdjRange must have run.
     QString MapCell(qint32 row, qint32 col, Worksheet& ws) const;
     /// Colours the cells whose values pass a limit of LvnpanelThresholds, on the sheet and so in its picture. Throws

@@ -222,7 +222,8 @@ void DashboardActions::buildToolsMenu(QMainWindow& window)
 {
     mnuTools = addMenu(window, u"mnuTools"_s, u"&Tools"_s);
     mnuToolsOptions = addEntry(*mnuTools, {u"mnuToolsOptions"_s, u"&Options"_s, u"options"_s,
-                                           u"Captions, background, and how often new versions are looked for"_s});
+                                           u"Captions, background, and how often new versions are looked for"_s,
+                                           QKeySequence(Qt::CTRL | Qt::Key_Comma)});
     mnuTools->addSeparator();
     mnuToolsImport = addEntry(*mnuTools, {u"mnuToolsImport"_s, u"&Import Dashboards..."_s, u"import"_s,
                                           u"Bring dashboards of a shared file into this project"_s});

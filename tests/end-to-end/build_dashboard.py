@@ -8,8 +8,8 @@ import sys
 
 from desk import click, desk, drag, key, seen, wait_for, wait_until
 from pictures import part
-from windows import (cells_of, close_tip, drag_corner, main_window, name_box, name_dashboard, open_workbook, panels, paste_panel,
-                     scroll_bars, select, stored_dashboards, stored_panels, wait_panels)
+from windows import (cells_of, check_view, close_tip, drag_corner, main_window, name_box, name_dashboard, open_workbook, panels,
+                     paste_panel, scroll_bars, select, stored_dashboards, stored_panels, wait_panels)
 from workbook import write_workbook
 
 TABLE = [['Region', *(f'M{month}' for month in range(1, 9))],
@@ -82,31 +82,26 @@ def check_stored(program, by_mouse):
     seen('the panels in the project')
 
 
-def check_marks(main, view):
-    entries = {entry.name: entry.has('checked') for entry in main.find('menu item', 'Panel').everything()}
-    assert [name for name in ('Autosize', 'Zoom to Fit', 'Crop') if entries[name]] == [view], (view, entries)
-
-
 def change_views(program, main, panel):
     """From its own size to a smaller one that scrolls, fits or springs back."""
     left, top, width, height = panel.place
     drag_corner(panel, -50, -90)
     wait_for(lambda: panel.place, (left, top, width - 50, height - 90), 'a smaller panel')
     wait_for(lambda: len(scroll_bars(panel)), 2, 'its scroll bars')
-    check_marks(main, 'Crop')
+    check_view(main, 'Crop')
     program.menu(main, 'Panel', 'Zoom to Fit')
     wait_for(lambda: len(scroll_bars(panel)), 0, 'a picture that fits, without scroll bars')
     assert panel.place == (left, top, width - 50, height - 90)
-    check_marks(main, 'Zoom to Fit')
+    check_view(main, 'Zoom to Fit')
     key('ctrl+1')
     wait_for(lambda: panel.place, (left, top, width, height), 'a panel as large as its picture')
-    check_marks(main, 'Autosize')
+    check_view(main, 'Autosize')
     drag_corner(panel, 70, 40)
     wait_for(lambda: panel.place, (left, top, width, height), 'a panel that springs back')
     key('ctrl+2')
     drag_corner(panel, 70, 40)
     wait_for(lambda: panel.place, (left, top, width + 70, height + 40), 'a larger panel')
-    check_marks(main, 'Zoom to Fit')
+    check_view(main, 'Zoom to Fit')
     seen('crop, zoom, autosize and sizes by mouse')
 
 

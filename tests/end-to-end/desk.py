@@ -4,6 +4,7 @@ interface, so that nothing depends on places, fonts or speed: every step waits f
 import contextlib
 import json
 import os
+import re
 import shutil
 import signal
 import subprocess
@@ -84,13 +85,18 @@ def drag(begin, end):
     xdotool('mouseup', 1)
 
 
+def write(text):
+    """Types to whatever has the keyboard."""
+    xdotool('type', '--delay', 12, text)
+
+
 def enter(field, text):
     """Puts the text into an entry field in place of what it holds."""
     click(field)
     wait_until(lambda: field.has('focused'), f'the keyboard for the field of "{text}"')
     key('ctrl+a')
     if text:
-        xdotool('type', '--delay', 12, text)
+        write(text)
     else:
         key('Delete')
     wait_for(lambda: field.text, text, 'what was typed')
@@ -153,7 +159,8 @@ class Program:
         return wait_until(active, f'the window "{title}"')
 
     def wait_gone(self, window):
-        wait_until(lambda: window not in self.windows(), 'a window that closes')
+        """Closed, with the program where that was the last thing it did."""
+        wait_until(lambda: self.process.poll() is not None or window not in self.windows(), 'a window that closes')
 
     def activate(self, title):
         """As by a click on the desktop's list of windows."""
@@ -181,6 +188,15 @@ class Program:
     def press(self, button, within):
         click(self.find('push button', button, within))
 
+    def choose(self, choices, entry):
+        """Picks an entry of a list that opens. By keys: the list takes no click right after the one that opens it."""
+        click(choices)
+        entries = self.find('list', within=choices)
+        names = [child.title for child in entries.children]
+        key('Home', *['Down'] * names.index(entry))
+        wait_until(lambda: entries.children[names.index(entry)].has('selected'), f'the entry "{entry}"')
+        key('Return')
+
     # Menus and boxes.
 
     def menu(self, window, menu, entry):
@@ -191,7 +207,8 @@ class Program:
     def box(self, text, title='Lumivane'):
         """The message box with that text; it fails on any other."""
         window = self.wait_window(title)
-        found = [label.name for label in window.children if label.role == 'label' and label.name]
+        # Names of dashboards end in blanks once they are saved again.
+        found = [re.sub(" +('?[?])", r'\1', label.name) for label in window.children if label.role == 'label' and label.name]
         assert found == [text], f'the box says {found}, not "{text}"'
         seen(f'box "{text}"')
         return window

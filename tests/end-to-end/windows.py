@@ -53,9 +53,16 @@ def dashboard_list(main):
 
 def choose_dashboard(program, main, name):
     """Picks it from the list on the toolbar."""
-    choices = dashboard_list(main)
-    click(choices)
-    click(program.find('list item', name, choices))
+    program.choose(dashboard_list(main), name)
+
+
+def check_view(main, view):
+    """The mark in the panel menu."""
+    def marked():
+        entries = {entry.name: entry.has('checked') for entry in main.find('menu item', 'Panel').everything()}
+        return [name for name in ('Autosize', 'Zoom to Fit', 'Crop') if entries[name]]
+
+    wait_for(marked, [view], 'the view of the panel')
 
 
 def open_workbook(program, path):

@@ -84,8 +84,11 @@ class Thing:
         return self.role == role and name in (None, self.title)
 
     def outline(self, indent=''):
-        """What there is to be found, a line for each thing."""
-        lines = [f'{indent}{self.role} "{self.name}" {self.place} {" ".join(sorted(self.states()))}']
+        """What there is to be seen, a line for each thing."""
+        states = self.states()
+        if 'showing' not in states:
+            return []
+        lines = [f'{indent}{self.role} "{self.name}" {self.place} {" ".join(sorted(states - {"showing"}))}']
         for child in self.children:
             lines += child.outline(indent + '  ')
         return lines

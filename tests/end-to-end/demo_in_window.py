@@ -45,7 +45,7 @@ class Demo:
     def deliver(self):
         subprocess.run([self.deliver_script, self.folder], check=True, stdout=subprocess.DEVNULL)
 
-    def wait_until_shown(self, version, what, patience=PATIENCE):
+    def wait_until_shown(self, version, what, patience=None):
         pictures = [self.expected(caption, version) for caption in SHOWN]
 
         def shown():

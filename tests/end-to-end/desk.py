@@ -33,8 +33,9 @@ def seen(what):
     print(f'{what}: seen', flush=True)
 
 
-def wait_until(condition, what, patience=PATIENCE):
+def wait_until(condition, what, patience=None):
     """What the condition gives once it is true. A window that goes while it is looked at is no failure."""
+    patience = patience or PATIENCE
     end, last = time.monotonic() + patience, None
     while True:
         try:
@@ -194,7 +195,7 @@ class Program:
         entries = self.find('list', within=choices)
         names = [child.title for child in entries.children]
         key('Home', *['Down'] * names.index(entry))
-        wait_until(lambda: entries.children[names.index(entry)].has('selected'), f'the entry "{entry}"')
+        wait_until(lambda: entries.children[names.index(entry)].has('focused'), f'the entry "{entry}"')
         key('Return')
 
     # Menus and boxes.

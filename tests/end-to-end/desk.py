@@ -243,14 +243,17 @@ class Desk:
         def run(*command, **arguments):
             process = subprocess.Popen(command, stderr=subprocess.DEVNULL, **arguments)
             ending.callback(process.wait)
-            ending.callback(process.kill)
+            ending.callback(process.terminate)  # so that it takes its lock file along
             return process
 
         width, height = self.size
         read, write = os.pipe()
-        run('Xvfb', '-displayfd', str(write), '-screen', '0', f'{width}x{height}x24', '-nolisten', 'tcp', pass_fds=[write])
+        # Without a reset the server does not start anew, refusing clients meanwhile, whenever its only client leaves.
+        run('Xvfb', '-displayfd', str(write), '-screen', '0', f'{width}x{height}x24', '-nolisten', 'tcp', '-noreset',
+            pass_fds=[write])
         os.close(write)
-        number = os.read(read, 16).decode().strip()
+        with open(read) as answer:
+            number = answer.readline().strip()  # the server ends if its line is not read whole
         assert number, 'Xvfb did not start'
         os.environ.update(DISPLAY=f':{number}', HOME=str(self.folder), XDG_RUNTIME_DIR=str(self.folder),
                           XDG_CONFIG_HOME=str(self.folder), QT_QPA_PLATFORM='xcb', QT_LINUX_ACCESSIBILITY_ALWAYS_ON='1',

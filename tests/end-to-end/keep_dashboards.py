@@ -6,7 +6,7 @@ usage: keep_dashboards.py BIN    (the folder of the programs)"""
 import sys
 
 from desk import click, desk, enter, key, seen, wait_for, wait_until, write
-from windows import (check_view, choose_dashboard, dashboard_list, main_window, name_dashboard, open_workbook,
+from windows import (check_view, choose_dashboard, close_tip, dashboard_list, main_window, name_dashboard, open_workbook,
                      paste_panel, select, stored_dashboards, stored_panels, wait_panels)
 from workbook import write_workbook
 
@@ -217,6 +217,7 @@ def test(a_desk):
     book = write_workbook(a_desk.folder / 'Regions.xlsx', {'Regions': TABLE})
     program = a_desk.program()
     program.start()
+    close_tip(program)
     main_window(program, 'Untitled')
     open_workbook(program, book)
     select(program, book, 'A1:B4')

@@ -8,7 +8,7 @@ import sys
 
 from desk import click, desk, enter, key, seen, wait_for, wait_until, write, xdotool
 from pictures import colors, contains, pixels, screen
-from windows import (choose_dashboard, main_window, name_dashboard, open_workbook, panels, paste_panel, select,
+from windows import (choose_dashboard, close_tip, main_window, name_dashboard, open_workbook, panels, paste_panel, select,
                      stored_dashboards, stored_panels, wait_panels)
 from workbook import write_workbook
 
@@ -31,6 +31,7 @@ class Sharing:
 def build(program, book):
     """Two dashboards of one panel each, of one workbook."""
     program.start()
+    close_tip(program)
     main_window(program, 'Untitled')
     open_workbook(program, book)
     select(program, book, 'A1:B4')
@@ -202,6 +203,7 @@ def check_shown(program, main, sharing):
 
 def import_elsewhere(program, sharing):
     program.start()
+    close_tip(program)
     main = main_window(program, 'Untitled')
     start_import(program, main, sharing)
     dialog = program.wait_window('Import Dashboards')

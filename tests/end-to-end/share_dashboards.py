@@ -50,18 +50,8 @@ def add_rule(program, dialog, cell, row):
     """For the cell with that text; leaves the keyboard in the limit of the rule's row."""
     click(program.find('cell', cell, dialog))
     program.press('Add Rule', dialog)
-    wait_until(lambda: rule_cells(dialog, row)[2].has('focused'), 'the keyboard for the limit')
-
-
-def rule_cells(dialog, row):
-    """Cell, comparison, limit and mark of a rule."""
-    cells = [thing for thing in dialog.find('table', 'Rules').children if thing.role == 'cell']
-    return cells[row * 4:row * 4 + 4]
-
-
-def step(dialog, row, keys, column):
-    key(keys)
-    wait_until(lambda: rule_cells(dialog, row)[column].has('focused'), f'the keyboard for column {column}')
+    wait_for(lambda: len([thing for thing in dialog.find('table', 'Rules').children if thing.role == 'cell']),
+             4 * (row + 1), 'a row for the rule')
 
 
 def mark_cells(program, main):
@@ -74,16 +64,13 @@ def mark_cells(program, main):
     key('Return')
     program.answer('The limit of cell B4 cannot be used: the formula [= 1>much] is not understood at [much]: a number is '
                    'expected. Enter a number, as 1000 or -2.5.', 'OK')
-    wait_until(lambda: rule_cells(dialog, 0)[2].has('focused'), 'the keyboard for the limit again')
+    program.wait_window('Thresholds of Regions')
     key('ctrl+a')
     write('25')
     add_rule(program, dialog, '10', 1)
     write('15.5')
-    step(dialog, 1, 'shift+Tab', 1)
-    key('Down', 'Down')     # past ">=" to "<"
-    step(dialog, 1, 'Tab', 2)
-    step(dialog, 1, 'Tab', 3)
-    key('Down')             # to the low mark
+    key('shift+Tab', 'Down', 'Down')    # back to the comparison, past ">=" to "<"
+    key('Tab', 'Tab', 'Down')           # over the limit to the mark, to the low one
     program.press('OK', dialog)
     program.wait_gone(dialog)
     wait_until(lambda: {HIGH, LOW} <= colors(panels(main)[0].place), 'the marks in the picture')

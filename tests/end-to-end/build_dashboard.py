@@ -8,13 +8,12 @@ import sys
 
 from desk import click, desk, drag, key, seen, wait_for, wait_until
 from pictures import part
-from windows import (cells_of, check_view, close_tip, drag_corner, main_window, name_box, name_dashboard, open_workbook, panels,
+from windows import (TWIPS, cells_of, check_view, close_tip, drag_corner, main_window, name_box, name_dashboard, open_workbook, panels,
                      paste_panel, scroll_bars, select, stored_dashboards, stored_panels, wait_panels)
 from workbook import write_workbook
 
 TABLE = [['Region', *(f'M{month}' for month in range(1, 9))],
          *([f'Region {row}', *(row * month for month in range(1, 9))] for row in range(1, 61))]
-TWIPS = 15  # to a pixel
 
 
 def first_start(program):

@@ -160,8 +160,13 @@ class Program:
         return wait_until(active, f'the window "{title}"')
 
     def wait_gone(self, window):
-        """Closed, with the program where that was the last thing it did."""
-        wait_until(lambda: self.process.poll() is not None or window not in self.windows(), 'a window that closes')
+        """Closed, and another window has the keyboard; or the program ended with it."""
+        def gone():
+            if self.process.poll() is not None:
+                return True
+            windows = self.windows()
+            return window not in windows and any(other.has('active') for other in windows)
+        wait_until(gone, 'a window that closes')
 
     def activate(self, title):
         """As by a click on the desktop's list of windows."""
@@ -200,10 +205,12 @@ class Program:
 
     # Menus and boxes.
 
-    def menu(self, window, menu, entry):
-        """Chooses an entry of a window's menu bar with the mouse."""
-        click(self.find('menu item', menu, window))
-        click(self.find('menu item', entry, self.find('menu item', menu, window)))
+    def menu(self, window, *path):
+        """Chooses an entry of a window's menus with the mouse: the menu's name, those of its submenus, the entry."""
+        place = window
+        for name in path:
+            place = self.find('menu item', name, place)
+            click(place)
 
     def box(self, text, title='Lumivane'):
         """The message box with that text; it fails on any other."""
@@ -211,7 +218,7 @@ class Program:
         # Names of dashboards end in blanks once they are saved again.
         found = [re.sub(" +('?[?])", r'\1', label.name) for label in window.children if label.role == 'label' and label.name]
         assert found == [text], f'the box says {found}, not "{text}"'
-        seen(f'box "{text}"')
+        seen('box "' + text.replace('\n', ' ') + '"')
         return window
 
     def answer(self, text, button, title='Lumivane'):

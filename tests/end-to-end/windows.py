@@ -1,6 +1,8 @@
 """What the tests do with the main window and the workbook window, and what they look up in the project."""
 from desk import click, drag, enter, key, wait_for, wait_until
 
+TWIPS = 15  # to a pixel
+
 
 def close_tip(program):
     """The tip that a program shows which starts without a dashboard."""

@@ -114,7 +114,7 @@ class Program:
     """The program in a folder of its own, where its project, settings and log lie beside it."""
 
     def __init__(self, desk, folder):
-        self.desk, self.folder, self.process, self.root = desk, Path(folder), None, None
+        self.desk, self.folder, self.process, self.root, self.without_keyboard = desk, Path(folder), None, None, None
         self.folder.mkdir(exist_ok=True)
         shutil.copy(desk.bin / 'lumivane', self.folder / 'lumivane')
         self.project = self.folder / 'lumivane.lvdu'
@@ -156,7 +156,9 @@ class Program:
     def wait_window(self, title):
         """The window of that title, once it has the keyboard."""
         def active():
-            return next((window for window in self.windows() if window.title == title and window.has('active')), None)
+            windows = self.windows()
+            self.keep_keyboard(windows)
+            return next((window for window in windows if window.title == title and window.has('active')), None)
         return wait_until(active, f'the window "{title}"')
 
     def wait_gone(self, window):
@@ -165,15 +167,36 @@ class Program:
             if self.process.poll() is not None:
                 return True
             windows = self.windows()
-            return window not in windows and any(other.has('active') for other in windows)
+            return window not in windows and self.keep_keyboard(windows)
         wait_until(gone, 'a window that closes')
+
+    def keep_keyboard(self, windows):
+        """Whether one of the windows has the keyboard. Where two close at once, the window manager may leave it with
+        none; then it is given to a window, as by a click on the desktop's list, once that has lasted a while."""
+        now = time.monotonic()
+        if any(window.has('active') for window in windows):
+            self.without_keyboard = None
+            return True
+        self.without_keyboard = self.without_keyboard or now
+        if windows and now - self.without_keyboard > 3:
+            modal = [window for window in windows if window.has('modal')]
+            self.give_keyboard((modal or windows[:1])[-1].title)
+            self.without_keyboard = None
+        return False
+
+    def give_keyboard(self, title):
+        pattern = '^' + ''.join(letter if letter.isalnum() else '.' for letter in title) + ' *$'
+        subprocess.run(['xdotool', 'search', '--onlyvisible', '--name', pattern, 'windowactivate'], capture_output=True)
 
     def activate(self, title):
         """As by a click on the desktop's list of windows."""
-        if not any(window.title == title and window.has('active') for window in self.windows()):
-            pattern = '^' + ''.join(letter if letter.isalnum() else '.' for letter in title) + ' *$'
-            xdotool('search', '--onlyvisible', '--name', pattern, 'windowactivate')
-        return self.wait_window(title)
+        def active():
+            for window in self.windows():
+                if window.title == title and window.has('active'):
+                    return window
+            self.give_keyboard(title)
+            return None
+        return wait_until(active, f'the window "{title}" in front')
 
     def describe(self):
         """What can be seen of it, for whoever has to find out why a test failed."""

@@ -1,6 +1,9 @@
 """The windows and controls of a program as a screen reader sees them: names, roles, states, texts and places."""
+import os
+
 from message_bus import MessageBus
 
+SCALE = int(os.environ.get('QT_SCALE_FACTOR', 1))     # programs tell places in their own pixels
 ROOT = '/org/a11y/atspi/accessible/root'
 STATES = {'active': 1, 'checked': 4, 'enabled': 8, 'focused': 12, 'modal': 16, 'selected': 23, 'showing': 25}
 
@@ -62,7 +65,7 @@ class Thing:
     @property
     def place(self):
         """On the screen: left, top, width, height."""
-        return tuple(self.call('Component', 'GetExtents', 'u', 0))
+        return tuple(SCALE * length for length in self.call('Component', 'GetExtents', 'u', 0))
 
     @property
     def center(self):

@@ -150,7 +150,10 @@ void QtPrompts::setPointer(Pointer pointer)
 
 void QtPrompts::doEvents()
 {
-    QApplication::processEvents();
+    // In the middle of a command or a pass the user may watch, but not begin another one: it would take away the panels
+    // that are being loaded. A dialog that shows its progress shuts the other windows out itself, and can be cancelled.
+    QApplication::processEvents(QApplication::activeModalWidget() ? QEventLoop::AllEvents
+                                                                  : QEventLoop::ExcludeUserInputEvents);
 }
 
 } // namespace lumivane

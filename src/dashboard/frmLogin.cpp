@@ -1,6 +1,6 @@
 #include "dashboard/frmLogin.h"
 
-#include "dashboard/HelpButton.h"
+#include "controls/HelpButton.h"
 #include "dashboard/ProgramWindows.h"
 #include "platform/ApplicationInfo.h"
 #include "platform/Prompts.h"

@@ -1,7 +1,7 @@
 #include "dashboard/frmOptions.h"
 
-#include "dashboard/HelpButton.h"
-#include "dashboard/modUtilsControls.h"
+#include "controls/HelpButton.h"
+#include "controls/modUtilsControls.h"
 #include "platform/Checked.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"

@@ -1,7 +1,7 @@
 #include "dashboard/frmSaveWorkspace.h"
 
-#include "dashboard/HelpButton.h"
-#include "dashboard/modUtilsControls.h"
+#include "controls/HelpButton.h"
+#include "controls/modUtilsControls.h"
 #include "platform/Prompts.h"
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"

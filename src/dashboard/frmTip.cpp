@@ -1,6 +1,6 @@
 #include "dashboard/frmTip.h"
 
-#include "dashboard/HelpButton.h"
+#include "controls/HelpButton.h"
 #include "dashboard/Look.h"
 #include "platform/RuntimeError.h"
 #include "session/modHTMLHelp.h"

@@ -1,9 +1,9 @@
 #include "dashboard/frmWorkspace.h"
 
+#include "controls/modUtilsControls.h"
 #include "dashboard/DashboardArea.h"
 #include "dashboard/PanelArrangement.h"
 #include "dashboard/WindowPlace.h"
-#include "dashboard/modUtilsControls.h"
 #include "panel/Twips.h"
 #include "panel/frmPanel.h"
 #include "platform/ApplicationInfo.h"

@@ -1,9 +1,9 @@
 #include "dashboard/frmWorkspace.h"
 
+#include "controls/modUtilsControls.h"
 #include "dashboard/DashboardArea.h"
 #include "dashboard/frmOpenWorkspace.h"
 #include "dashboard/frmSaveWorkspace.h"
-#include "dashboard/modUtilsControls.h"
 #include "panel/frmPanel.h"
 #include "platform/Checked.h"
 #include "platform/Prompts.h"

@@ -1,6 +1,6 @@
 #include "dashboard/frmWorkspace.h"
 
-#include "dashboard/modUtilsControls.h"
+#include "controls/modUtilsControls.h"
 #include "panel/frmPanel.h"
 #include "platform/Prompts.h"
 #include "repository/clsPanelSource.h"

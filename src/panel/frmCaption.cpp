@@ -1,6 +1,6 @@
 #include "panel/frmCaption.h"
 
-#include "dashboard/HelpButton.h"
+#include "controls/HelpButton.h"
 #include "platform/RuntimeError.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"

@@ -1,6 +1,6 @@
 #include "panel/frmDrillback.h"
 
-#include "dashboard/HelpButton.h"
+#include "controls/HelpButton.h"
 #include "platform/Prompts.h"
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"

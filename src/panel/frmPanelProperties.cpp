@@ -1,6 +1,6 @@
 #include "panel/frmPanelProperties.h"
 
-#include "dashboard/HelpButton.h"
+#include "controls/HelpButton.h"
 #include "platform/ApplicationInfo.h"
 #include "platform/Checked.h"
 #include "platform/Prompts.h"

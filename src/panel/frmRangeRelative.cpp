@@ -1,6 +1,6 @@
 #include "panel/frmRangeRelative.h"
 
-#include "dashboard/HelpButton.h"
+#include "controls/HelpButton.h"
 #include "host/Host.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"

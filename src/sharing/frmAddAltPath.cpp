@@ -1,6 +1,6 @@
 #include "sharing/frmAddAltPath.h"
 
-#include "dashboard/HelpButton.h"
+#include "controls/HelpButton.h"
 #include "platform/Prompts.h"
 #include "session/modMain.h"
 #include "sharing/AltPaths.h"

@@ -1,6 +1,6 @@
 #include "sharing/frmAltPaths.h"
 
-#include "dashboard/HelpButton.h"
+#include "controls/HelpButton.h"
 #include "sharing/AltPaths.h"
 #include "sharing/frmAddAltPath.h"
 

@@ -1,6 +1,6 @@
 #include "sharing/frmExport.h"
 
-#include "dashboard/HelpButton.h"
+#include "controls/HelpButton.h"
 #include "platform/Prompts.h"
 #include "repository/clsWorkspace.h"
 #include "session/modMain.h"

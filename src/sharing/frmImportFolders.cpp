@@ -1,6 +1,6 @@
 #include "sharing/frmImportFolders.h"
 
-#include "dashboard/HelpButton.h"
+#include "controls/HelpButton.h"
 #include "sharing/ImportPreview.h"
 
 #include <QHeaderView>

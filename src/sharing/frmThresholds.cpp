@@ -1,6 +1,6 @@
 #include "sharing/frmThresholds.h"
 
-#include "dashboard/HelpButton.h"
+#include "controls/HelpButton.h"
 #include "platform/Prompts.h"
 #include "repository/clsWorkspacePanel.h"
 #include "session/modMain.h"

@@ -1,4 +1,4 @@
-#include "dashboard/modUtilsControls.h"
+#include "controls/modUtilsControls.h"
 
 #include <QApplication>
 #include <QComboBox>

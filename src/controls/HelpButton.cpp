@@ -1,4 +1,4 @@
-#include "dashboard/HelpButton.h"
+#include "controls/HelpButton.h"
 
 #include "session/modHTMLHelp.h"
 

@@ -6,7 +6,7 @@ usage: arrange_panels.py BIN    (the folder of the programs)"""
 import sys
 
 from desk import click, desk, enter, key, seen, wait_for, wait_until
-from windows import (TWIPS, choose_dashboard, close_tip, main_window, name_dashboard, open_workbook, panels, paste_panel,
+from windows import (TWIPS, close_tip, main_window, name_dashboard, open_workbook, panels, paste_panel,
                      select, stored_dashboards, stored_panels, wait_panels)
 from workbook import write_workbook
 

@@ -5,7 +5,7 @@ are to be saved.
 usage: keep_dashboards.py BIN    (the folder of the programs)"""
 import sys
 
-from desk import click, desk, enter, key, seen, wait_for, wait_until, write
+from desk import click, desk, key, seen, wait_for, wait_until, write
 from windows import (check_view, choose_dashboard, close_tip, dashboard_list, main_window, name_dashboard, open_workbook,
                      paste_panel, select, stored_dashboards, stored_panels, wait_panels)
 from workbook import write_workbook

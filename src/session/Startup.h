@@ -9,7 +9,8 @@ class Database;
 
 // Start-up up to the main window, and the settings of installation and project. See modMain.h for the globals.
 
-/// Log, help file, options and project in this order. False when the program cannot go on; the user has then been told why.
+/// Log, help file, options and project in this order. False when the program cannot go on; the user has then been told
+/// why.
 bool Main_Start();
 void Main_Exit();
 

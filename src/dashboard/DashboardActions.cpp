@@ -142,6 +142,8 @@ void DashboardActions::buildPanelMenu(QMainWindow& window)
     mnuPanelExcel = addEntry(menu, {u"mnuPanelExcel"_s, u"Open &Excel File"_s, u"open-excel"_s,
                                     u"Show the workbook of this panel at its sheet, in the newest version"_s,
                                     QKeySequence(Qt::CTRL | Qt::Key_E)});
+    mnuPanelCustomExcel = addEntry(menu, {u"mnuPanelCustomExcel"_s, u"View Perso&nalized File"_s, u"open-excel"_s,
+                                          u"Show the copy of the workbook that is prepared for this panel"_s});
     mnuPanelDrillback = addEntry(menu, {u"mnuPanelDrillback"_s, u"&View Data Source"_s, u"view-data-source"_s,
                                         u"Show the data behind the figures, where its source has been defined"_s});
     mnuPanelDrillbackProperties =
@@ -193,18 +195,20 @@ void DashboardActions::buildMultiPanelMenu(QMainWindow& window)
 
     mnuMultiAlign = addSubmenu(*mnuMultiPanel, u"mnuMultiAlign"_s, u"&Align"_s);
     mnuAlignLeft = addEntry(*mnuMultiAlign, {u"mnuAlignLeft"_s, u"&Lefts"_s, u"align-left"_s,
-                                             u"Put the left edges of the marked panels below that of the base"_s,
+                                             u"Put the left edges of the marked panels in line with that of the base"_s,
                                              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Left)});
-    mnuAlignRight = addEntry(*mnuMultiAlign, {u"mnuAlignRight"_s, u"&Rights"_s, u"align-right"_s,
-                                              u"Put the right edges of the marked panels below that of the base"_s,
-                                              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Right)});
+    mnuAlignRight =
+        addEntry(*mnuMultiAlign, {u"mnuAlignRight"_s, u"&Rights"_s, u"align-right"_s,
+                                  u"Put the right edges of the marked panels in line with that of the base"_s,
+                                  QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Right)});
     mnuMultiAlign->addSeparator();
     mnuAlignTop = addEntry(*mnuMultiAlign, {u"mnuAlignTop"_s, u"&Tops"_s, u"align-top"_s,
-                                            u"Put the top edges of the marked panels beside that of the base"_s,
+                                            u"Put the top edges of the marked panels in line with that of the base"_s,
                                             QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Up)});
-    mnuAlignBottom = addEntry(*mnuMultiAlign, {u"mnuAlignBottom"_s, u"&Bottoms"_s, u"align-bottom"_s,
-                                               u"Put the bottom edges of the marked panels beside that of the base"_s,
-                                               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Down)});
+    mnuAlignBottom =
+        addEntry(*mnuMultiAlign, {u"mnuAlignBottom"_s, u"&Bottoms"_s, u"align-bottom"_s,
+                                  u"Put the bottom edges of the marked panels in line with that of the base"_s,
+                                  QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Down)});
 
     mnuSameSize = addSubmenu(*mnuMultiPanel, u"mnuSameSize"_s, u"&Make Same Size"_s);
     mnuSameWidth = addEntry(*mnuSameSize, {u"mnuSameWidth"_s, u"&Width"_s, u"same-width"_s,

@@ -33,6 +33,7 @@ struct DashboardActions
     QAction* mnuPanelPicture = nullptr;
     QAction* mnuPanelPaste = nullptr;
     QAction* mnuPanelExcel = nullptr;
+    QAction* mnuPanelCustomExcel = nullptr;
     QAction* mnuPanelDrillback = nullptr;
     QAction* mnuPanelDrillbackProperties = nullptr;
     QAction* mnuPanelCaption = nullptr;

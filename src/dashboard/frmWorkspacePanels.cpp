@@ -25,6 +25,7 @@ void frmWorkspace::connectPanelCommands()
     };
     connect(a.mnuPanelPicture, &QAction::triggered, this, &frmWorkspace::mnuPanelPicture_Click);
     route(a.mnuPanelExcel, &frmPanel::Panel_Launch);
+    route(a.mnuPanelCustomExcel, &frmPanel::Panel_LaunchCustom);
     route(a.mnuPanelDrillback, &frmPanel::Panel_Drillback);
     route(a.mnuPanelDrillbackProperties, &frmPanel::Panel_DrillbackProperties);
     route(a.mnuPanelCaption, [](frmPanel& panel) { panel.Panel_Caption(false); });
@@ -56,6 +57,7 @@ void frmWorkspace::Panel_PrepMenu()
 {
     const frmPanel* panel = activePanel();
     const auto record = panel && gWorkspace ? gWorkspace->Panels(panel->Index) : nullptr;
+    m_actions.mnuPanelCustomExcel->setEnabled(record && record->IsCustom == u"Y");
     m_actions.mnuPanelRange->setEnabled(record && record->ContentType == u"S");
     m_actions.mnuPanelDrillback->setEnabled(record && HasDrillback(record->SourceID, record->SheetName, gDB));
     tickView();

@@ -38,6 +38,8 @@ public:
     // Commands. Failures are logged and told.
     /// Shows the panel's workbook at its sheet, in the newest version. Nothing for a picture panel.
     void Panel_Launch();
+    /// The same with the copy of the workbook that is prepared for this panel alone; other panels have none.
+    void Panel_LaunchCustom();
     /// Makes the panel show a picture file that the user picks; it stays as it was where that cannot be read.
     void Panel_BrowsePicture();
     /// Shows the data behind the panel's figures. What that is has no definition yet, so nothing happens.
@@ -94,6 +96,7 @@ private:
     void Form_Resize();
     void Panel_ApplyView(clsWorkspacePanel& Panel);
     void Panel_LaunchFile(const clsWorkspacePanel& Panel);
+    void Panel_LaunchCopy(const clsWorkspacePanel& Panel);
     void keepWindowSize();
     void takePicture(const QString& file);
     void showWholePicture();

@@ -27,6 +27,23 @@ bool showsSheet(const clsWorkspacePanel& panel)
            !panel.SheetName.isEmpty();
 }
 
+/// `unable` begins the sentence for a file that is missing.
+void launchOrTell(const QString& path, const QString& sheetName, const QString& unable)
+{
+    if (FileExists(path))
+        Excel_Launch(path, sheetName);
+    else
+        prompts().message(unable + u"  ["_s + path + u"] not found."_s, Prompts::Icon::Exclamation);
+}
+
+std::shared_ptr<clsPanelSource> sourceOf(const clsWorkspacePanel& panel)
+{
+    const auto source = panel.Source();
+    if (!source)
+        throw RuntimeError(RuntimeError::ObjectNotSet);
+    return source;
+}
+
 } // namespace
 
 void frmPanel::Panel_Launch()
@@ -39,18 +56,27 @@ void frmPanel::Panel_Launch()
 void frmPanel::Panel_LaunchFile(const clsWorkspacePanel& Panel)
 {
     try {
-        const auto source = Panel.Source();
-        if (!source)
-            throw RuntimeError(RuntimeError::ObjectNotSet);
+        const auto source = sourceOf(Panel);
         source->GetLatest(gDB, true);
-        const QString path = source->currentPath();
-        if (FileExists(path))
-            Excel_Launch(path, Panel.SheetName);
-        else
-            prompts().message(u"Unable to launch Excel file.  ["_s + path + u"] not found."_s,
-                              Prompts::Icon::Exclamation);
+        launchOrTell(source->currentPath(), Panel.SheetName, u"Unable to launch Excel file."_s);
     } catch (const RuntimeError& error) {
         LogError(u"frmPanel"_s, u"Panel_LaunchFile"_s, error.number(), error.description(), true);
+    }
+}
+
+void frmPanel::Panel_LaunchCustom()
+{
+    const auto panel = record();
+    if (panel && panel->IsCustom == u"Y" && showsSheet(*panel))
+        Panel_LaunchCopy(*panel);
+}
+
+void frmPanel::Panel_LaunchCopy(const clsWorkspacePanel& Panel)
+{
+    try {
+        launchOrTell(sourceOf(Panel)->Prepped(), Panel.SheetName, u"Unable to launch custom Excel file."_s);
+    } catch (const RuntimeError& error) {
+        LogError(u"frmPanel"_s, u"Panel_LaunchCopy"_s, error.number(), error.description(), true);
     }
 }
 
@@ -85,6 +111,12 @@ void frmPanel::takePicture(const QString& file)
                            u"The picture [%1] cannot be kept in the project."_s.arg(file));
     if (panel->ID > 0)
         QFile::remove(panelPictureFile(panel->ID)); // it shows the former content
+    // Found by its name, but moved on to a newer file meanwhile.
+    if (gSources->Source(source)->currentPath() != file)
+        throw RuntimeError(
+            RuntimeError::ApplicationDefined,
+            u"The picture [%1] belongs to panels that show a newer one by now. Please give it another name "
+            "or place."_s.arg(file));
     panel->SourceID = source;
     panel->Caption = QFileInfo(file).fileName();
     panel->ContentType = u"P"_s;

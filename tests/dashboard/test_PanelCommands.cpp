@@ -134,6 +134,29 @@ TEST_F(PanelCommands, OpeningTheWorkbookTakesTheNewestVersionOrSaysThatThereIsNo
               QStringList{u"Unable to launch Excel file.  [%1] not found."_s.arg(bookPath(u"Morning 2.xlsx"_s))});
 }
 
+TEST_F(PanelCommands, ThePersonalizedFileIsThatOfTheSourceAndOnlyOfferedToPanelsThatHaveOne)
+{
+    storeDashboard(u"Morning"_s, {u"One"_s});
+    start();
+    const auto shown = showWorkbooksIn();
+    frmPanel& panel = activate(u"One"_s);
+    QAction& entry = *window().menus().mnuPanelCustomExcel;
+    panel.Panel_LaunchCustom();
+    EXPECT_FALSE(entry.isEnabled());
+    EXPECT_TRUE(m_user.shown.isEmpty());
+
+    gWorkspace->Panels(1)->IsCustom = u"Y"_s;
+    Q_EMIT window().menus().mnuPanel->aboutToShow();
+    ASSERT_TRUE(entry.isEnabled());
+    const QString copy = gWorkspace->Panels(1)->Source()->Prepped();
+    entry.trigger();
+    EXPECT_EQ(m_user.shown, QStringList{u"Unable to launch custom Excel file.  [%1] not found."_s.arg(copy)});
+    ASSERT_TRUE(QFile::copy(bookPath(u"Morning.xlsx"_s), copy));
+    m_library.books[copy] = m_library.books[bookPath(u"Morning.xlsx"_s)];
+    entry.trigger();
+    EXPECT_EQ(front(*shown), QFileInfo(copy).fileName() + u"!Data"_s);
+}
+
 TEST_F(PanelCommands, TheCaptionIsTheUsersAndCancelMarksThePanelTooButChangesNothing)
 {
     storeDashboard(u"Morning"_s, {u"One"_s});

@@ -32,15 +32,50 @@ bool isSameFile(const QString& a, const QString& b)
     return !canonical.isEmpty() && canonical == QFileInfo(b).canonicalFilePath();
 }
 
+/// The file that an export is to replace, out of its way; back in its place when the export comes to nothing.
+class FileBefore
+{
+public:
+    explicit FileBefore(const QString& file)
+        : m_file(file), m_aside(QFileInfo(file).path() + u"/."_s + QFileInfo(file).fileName() + u".before"_s)
+    {
+    }
+    ~FileBefore()
+    {
+        if (!m_isAside)
+            return;
+        QFile::remove(m_file);
+        QFile::rename(m_aside, m_file);
+    }
+    Q_DISABLE_COPY_MOVE(FileBefore)
+
+    bool setAside()
+    {
+        QFile::remove(m_aside);
+        m_isAside = QFile::rename(m_file, m_aside);
+        return m_isAside;
+    }
+    void drop()
+    {
+        if (m_isAside)
+            QFile::remove(m_aside);
+        m_isAside = false;
+    }
+
+private:
+    const QString m_file, m_aside;
+    bool m_isAside = false;
+};
+
 /// The open project is never removed, whatever name was given for the shared file.
-bool removeOldFile(const QString& file, const QString& project)
+bool removeOldFile(const QString& file, const QString& project, FileBefore& before)
 {
     const bool isLink = QFileInfo(file).isSymLink();
     if (!QFileInfo::exists(file) && !isLink)
         return true;
     if (!QFileInfo(file).isFile() && !isLink)
         return false;
-    if (isSameFile(file, project) || !QFileInfo(file).isWritable() || !QFile::remove(file))
+    if (isSameFile(file, project) || !QFileInfo(file).isWritable() || !before.setAside())
         return false;
     // What a killed program left beside the old file would be played into the new one.
     QFile::remove(file + u"-journal"_s);
@@ -84,7 +119,8 @@ bool exportInto(const QString& file, const QString& ids, const SharingProgress& 
     const QStringList pruning = pruningStatements(ids);
     if (!goOn(0, 1 + pruning.size()))
         return false;
-    if (!removeOldFile(file, project))
+    FileBefore before(file);
+    if (!removeOldFile(file, project, before))
         return refuseExport(u"Unable to delete "_s + file +
                                 u" in preparing for exporting. Will not be able to continue processing."_s,
                             u"Unable to delete "_s + file + u'.');
@@ -97,7 +133,9 @@ bool exportInto(const QString& file, const QString& ids, const SharingProgress& 
         return refuseExport(u"Error opening shared file.  Unable to continue exporting."_s, {});
     const bool isPruned = pruneCopy(copy, pruning, goOn);
     SQL_CloseDatabase(copy, false, exportModule, exportProcedure);
-    if (!isPruned)
+    if (isPruned)
+        before.drop();
+    else
         QFile::remove(file);
     return isPruned;
 }

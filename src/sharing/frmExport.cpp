@@ -59,7 +59,7 @@ void frmExport::cmdOK_Click()
     if (exported)
         accept();
     else
-        setStatus(wasCancelled() ? u"The export was cancelled. Nothing of it is left."_s
+        setStatus(wasCancelled() ? u"The export was cancelled. All is as it was before."_s
                                  : u"The export did not come to its end. The log tells why."_s);
 }
 

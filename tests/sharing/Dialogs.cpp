@@ -186,7 +186,7 @@ TEST_F(SharingDialogs, ExportTakesNothingElseWhileItWritesAndCanBeCancelled)
         clickOn(dialog, u"cmdOK"_s);
         EXPECT_TRUE(*met && dialog.isVisible());
         EXPECT_EQ(control<QLabel>(dialog, u"lblStatus"_s).text(),
-                  u"The export was cancelled. Nothing of it is left."_s);
+                  u"The export was cancelled. All is as it was before."_s);
         EXPECT_FALSE(QFile::exists(sharedFile));
         EXPECT_FALSE(window().IsBusy);
         clickOn(dialog, u"cmdOK"_s);

@@ -105,7 +105,7 @@ TEST_F(Export, TellsAndLogsWhyAFileIsNotWritten)
               (QStringList{u"Sales"_s, u"Costs"_s}));
 }
 
-TEST_F(Export, GivenUpAtAnyStepLeavesNothing)
+TEST_F(Export, GivenUpAtAnyStepLeavesTheFormerFile)
 {
     for (int step = 0; step < 5; ++step) {
         write(sharedFile, "old");
@@ -118,7 +118,9 @@ TEST_F(Export, GivenUpAtAnyStepLeavesNothing)
         EXPECT_EQ(told.size(), step + 1);
         EXPECT_EQ(told.last(), step);
         const QStringList left = QDir(home.path()).entryList({u"*shared*"_s}, QDir::Files | QDir::Hidden);
-        EXPECT_EQ(left, step == 0 ? QStringList{u"shared.lvds"_s} : QStringList{}) << step;
+        EXPECT_EQ(left, QStringList{u"shared.lvds"_s}) << step;
+        QFile former(sharedFile);
+        EXPECT_TRUE(former.open(QIODevice::ReadOnly) && former.readAll() == "old") << step;
     }
     EXPECT_EQ(user.shown, QStringList{});
 }

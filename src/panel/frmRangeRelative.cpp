@@ -248,8 +248,13 @@ void frmRangeRelative::keepFoundRange(const QString& rule)
         return;
     if (!m_moved && (m_panel->rowOffset() != 0 || m_panel->columnOffset() != 0)) {
         prompts().setPointer(Prompts::Pointer::Hourglass);
-        const PanelSheet opened(m_path, m_panel->SheetName);
-        m_moved = movedDefinition(*m_panel, opened.sheet());
+        try {
+            const PanelSheet opened(m_path, m_panel->SheetName);
+            m_moved = movedDefinition(*m_panel, opened.sheet());
+        } catch (const RuntimeError& error) {
+            // The rule can be changed without the workbook; the range stays as stored.
+            LogError(objectName(), u"keepFoundRange"_s, error.number(), error.description(), false);
+        }
         prompts().setPointer(Prompts::Pointer::Default);
     }
     if (!m_moved)

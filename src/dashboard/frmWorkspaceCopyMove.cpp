@@ -8,7 +8,9 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QScopeGuard>
 #include <QStatusBar>
+#include <algorithm>
 
 // A panel's way to another dashboard, or to this one once more. Both work on stored rows, hence the save prompt first.
 
@@ -77,9 +79,13 @@ void frmWorkspace::copyToDashboard(frmPanel& panel, qint32 target)
 {
     const auto record = gWorkspace->Panels(panel.Index);
     const qint16 kept = record->ID;
-    record->ID = 0; // stored as a new row; what is on screen stays the panel it was
-    const bool stored = record->SaveToDB(gDB, target);
-    record->ID = kept;
+    bool stored = false;
+    {
+        // Stored as a new row; what is on screen stays the panel it was, whatever comes of it.
+        const auto restore = qScopeGuard([&] { record->ID = kept; });
+        record->ID = 0;
+        stored = record->SaveToDB(gDB, target);
+    }
     if (stored)
         tellTransfer(
             u"\u201c%1\u201d has been copied to \u201c%2\u201d."_s.arg(record->Caption, dashboardName(target)));
@@ -105,7 +111,9 @@ void frmWorkspace::copyWithinDashboard(frmPanel& panel)
         Excel_Exit(XLInst);
     }
     IsModified = true;
-    tellTransfer(u"The copy of \u201c%1\u201d lies on the panel it was made of."_s.arg(original->Caption));
+    const QList<frmPanel*> windows = panelWindows();
+    if (std::any_of(windows.begin(), windows.end(), [&](const frmPanel* window) { return window->Index == Index; }))
+        tellTransfer(u"The copy of \u201c%1\u201d lies on the panel it was made of."_s.arg(original->Caption));
 }
 
 void frmWorkspace::moveToDashboard(frmPanel& panel, qint32 target)

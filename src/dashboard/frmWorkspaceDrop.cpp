@@ -41,12 +41,19 @@ QPair<QString, QString> shortcutWithEffect(const QAction& action, const QString&
     return {action.shortcut().toString(QKeySequence::NativeText), effect};
 }
 
+/// The files are only opened: whoever they come from must not take them for moved.
+void acceptCopy(QDropEvent& event)
+{
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+}
+
 } // namespace
 
 void frmWorkspace::dragEnterEvent(QDragEnterEvent* event)
 {
     if (!droppedWorkbooks(*event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+        acceptCopy(*event);
 }
 
 void frmWorkspace::dropEvent(QDropEvent* event)
@@ -54,7 +61,7 @@ void frmWorkspace::dropEvent(QDropEvent* event)
     const QStringList files = droppedWorkbooks(*event->mimeData());
     if (files.isEmpty())
         return;
-    event->acceptProposedAction();
+    acceptCopy(*event);
     // Later: until this returns, the program that the files come from waits, and a box might be shown.
     QMetaObject::invokeMethod(
         this,

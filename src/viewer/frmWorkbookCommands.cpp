@@ -60,6 +60,13 @@ QString sizeText(const CellArea& area)
     return u"%L1 \u00d7 %L2"_s.arg(area.rows()).arg(area.columns());
 }
 
+/// The files are only opened: whoever they come from must not take them for moved.
+void acceptCopy(QDropEvent& event)
+{
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+}
+
 } // namespace
 
 void frmWorkbook::askForFile()
@@ -94,12 +101,12 @@ void frmWorkbook::openFromUser(const QString& path)
 void frmWorkbook::dragEnterEvent(QDragEnterEvent* event)
 {
     if (!droppedFiles(*event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+        acceptCopy(*event);
 }
 
 void frmWorkbook::dropEvent(QDropEvent* event)
 {
-    event->acceptProposedAction();
+    acceptCopy(*event);
     for (const QString& file : droppedFiles(*event->mimeData()))
         openFromUser(file);
 }

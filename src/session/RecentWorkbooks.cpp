@@ -19,10 +19,9 @@ QString recentKey(qsizetype number)
 
 void storeRecent(const QStringList& paths)
 {
-    const QStringList before = recentWorkbooks();
     for (qsizetype i = 0; i < mostRecent; ++i) {
         const QString path = paths.value(i);
-        if (path != before.value(i))
+        if (path != GetIniString(GetIniFile(), recentSection, recentKey(i), QString()))
             SetIniString(GetIniFile(), recentSection, recentKey(i), path);
     }
 }

@@ -77,6 +77,11 @@ void ProgramWindows::showLogin()
         m_login = new frmLogin(*this);
         m_login->Mode = u"switch"_s;
         connect(m_login, &QDialog::finished, m_login, &QObject::deleteLater);
+        // After a change of project that failed half way there is nothing left to close.
+        connect(m_login, &QDialog::finished, this, [this] {
+            if (!m_workspace)
+                Q_EMIT ended();
+        });
     }
     // No child of the main window, which goes while the dialog still works; but it lies above it.
     m_login->winId();

@@ -88,8 +88,8 @@ public:
     void mnuPanelPicture_Click();
     void mnuPanelDelete_Click();
 
-    // Layout mode: the marked panels follow the base, which never moves. Places and sizes stand in windows and records
-    // until the dashboard is saved.
+    // Layout mode: the marked panels are lined up with the base, which stays. Places and sizes stand in windows and
+    // records until the dashboard is saved.
     void mnuWorkspaceLayout_Click();
     void mnuAlignLeft_Click();
     void mnuAlignRight_Click();

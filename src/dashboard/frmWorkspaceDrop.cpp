@@ -1,3 +1,4 @@
+#include "controls/FileDrop.h"
 #include "dashboard/DashboardArea.h"
 #include "dashboard/frmWorkspace.h"
 #include "repository/clsWorkspace.h"
@@ -39,13 +40,6 @@ QStringList droppedWorkbooks(const QMimeData& data)
 QPair<QString, QString> shortcutWithEffect(const QAction& action, const QString& effect)
 {
     return {action.shortcut().toString(QKeySequence::NativeText), effect};
-}
-
-/// The files are only opened: whoever they come from must not take them for moved.
-void acceptCopy(QDropEvent& event)
-{
-    event.setDropAction(Qt::CopyAction);
-    event.accept();
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "viewer/frmWorkbook.h"
 
+#include "controls/FileDrop.h"
 #include "platform/Prompts.h"
 #include "session/RecentWorkbooks.h"
 #include "session/modMain.h"
@@ -58,13 +59,6 @@ QString cellContents(const ViewedSheet& sheet, const CellSpot& spot)
 QString sizeText(const CellArea& area)
 {
     return u"%L1 \u00d7 %L2"_s.arg(area.rows()).arg(area.columns());
-}
-
-/// The files are only opened: whoever they come from must not take them for moved.
-void acceptCopy(QDropEvent& event)
-{
-    event.setDropAction(Qt::CopyAction);
-    event.accept();
 }
 
 } // namespace

@@ -7,7 +7,6 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "bench/ReadingFloor.h"
 
-#include "host/embedded/reader/Package.h"
+#include "engine/read/package/Package.h"
 
 #include <QFile>
 #include <algorithm>
@@ -11,8 +11,8 @@ namespace lumivane::bench {
 
 ReadingFloor::ReadingFloor(const QString& path) : m_path(path)
 {
-    const embedded::Package package(path);
-    const embedded::Package::Entry* entry = package.find("xl/worksheets/sheet1.xml");
+    const engine::Package package(path);
+    const engine::Package::Entry* entry = package.find("xl/worksheets/sheet1.xml");
     m_offset = entry->offset + 30 + entry->name.size();
     m_packedSize = entry->packedSize;
 }

@@ -15,7 +15,7 @@
 namespace {
 
 using namespace lumivane;
-using namespace lumivane::embedded;
+using namespace lumivane::engine;
 using namespace Qt::StringLiterals;
 
 const QString& workbookFile(int rows, int columns)

@@ -2,11 +2,11 @@
 #include "dashboard/frmWorkspace.h"
 #include "host/embedded/EmbeddedHost.h"
 #include "panel/PanelPicture.h"
+#include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/ProgramFiles.h"
-#include "session/modMain.h"
+#include "services/ProgramFiles.h"
 
 #include <QApplication>
 #include <QDir>
@@ -99,7 +99,7 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    setHostFactory({embedded::makeEmbeddedWorker, [] { return nullptr; }});
+    setHostFactory({makeEmbeddedWorker, [] { return nullptr; }});
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
 }

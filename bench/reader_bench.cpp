@@ -1,6 +1,6 @@
 #include "bench/LargeWorkbook.h"
 #include "bench/ReadingFloor.h"
-#include "host/embedded/reader/WorkbookReader.h"
+#include "engine/read/WorkbookReader.h"
 #include "support/XlsxWriter.h"
 
 #include <QCoreApplication>
@@ -16,7 +16,7 @@
 namespace {
 
 using namespace lumivane;
-using namespace lumivane::embedded;
+using namespace lumivane::engine;
 using bench::seconds;
 
 const QString& workbookFile(int rows, int columns)

@@ -12,9 +12,8 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
-#include "session/modUtilsINI.h"
-#include "sharing/ThresholdRules.h"
+#include "services/modUtilsINI.h"
+#include "thresholds/ThresholdRules.h"
 
 #include <QFile>
 

@@ -2,8 +2,8 @@
 #include "Reports.h"
 #include "host/Host.h"
 #include "host/embedded/EmbeddedHost.h"
+#include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
-#include "session/modMain.h"
 #include "tools/ConsolePrompts.h"
 
 #include <QFile>
@@ -24,7 +24,7 @@ int main(int argc, char** argv)
     QGuiApplication application(argc, argv);
     ConsolePrompts prompts;
     setPrompts(&prompts);
-    setHostFactory({embedded::makeEmbeddedWorker, [] { return nullptr; }});
+    setHostFactory({makeEmbeddedWorker, [] { return nullptr; }});
     try {
         const QDir folder(QFile::decodeName(argv[1]));
         for (int version = 1; version <= demo::versions; ++version)

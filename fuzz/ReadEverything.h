@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/embedded/reader/WorkbookReader.h"
+#include "engine/read/WorkbookReader.h"
 
 #include <QFile>
 #include <unistd.h>
@@ -18,14 +18,14 @@ inline void readEverything(const char* bytes, qint64 size)
     file.write(bytes, size);
     file.close();
     try {
-        const auto book = embedded::readWorkbook(path);
+        const auto book = engine::readWorkbook(path);
         for (int i = 0; i < int(book->sheets.size()) && i < 20; ++i) {
             const auto sheet = book->sheet(i);
             for (size_t row = 0; row < sheet->rows.size(); ++row) {
                 for (auto [cell, last] = sheet->rowCells(row); cell != last; ++cell) {
-                    if (cell->kind == embedded::CellKind::Text && cell->text >= quint64(book->texts.size()))
+                    if (cell->kind == engine::CellKind::Text && cell->text >= quint64(book->texts.size()))
                         abort();
-                    if (cell->kind == embedded::CellKind::SheetText && cell->text >= quint64(sheet->texts.size()))
+                    if (cell->kind == engine::CellKind::SheetText && cell->text >= quint64(sheet->texts.size()))
                         abort();
                     if (sheet->find(sheet->rows[row].row, cell->column) != cell)
                         abort(); // not in order

@@ -1,5 +1,5 @@
-#include "host/embedded/reader/Fault.h"
-#include "host/embedded/reader/SheetReader.h"
+#include "engine/read/Fault.h"
+#include "engine/read/xlsx/SheetReader.h"
 
 #include <cstdlib>
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-class Pieces : public lumivane::embedded::ByteStream
+class Pieces : public lumivane::engine::ByteStream
 {
 public:
     Pieces(std::string_view bytes, size_t piece) : m_rest(bytes), m_piece(piece) {}
@@ -27,12 +27,12 @@ private:
 struct Outcome
 {
     bool read = false;
-    lumivane::embedded::SheetContent sheet;
+    lumivane::engine::SheetContent sheet;
 };
 
 Outcome readIn(std::string_view bytes, size_t piece)
 {
-    using namespace lumivane::embedded;
+    using namespace lumivane::engine;
     static const Palette palette;
     Pieces stream(bytes, piece);
     Outcome outcome;

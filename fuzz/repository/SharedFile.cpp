@@ -2,7 +2,6 @@
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
-#include "session/modMain.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,4 +1,4 @@
-#include "range/ThresholdsFormula.h"
+#include "thresholds/ThresholdsFormula.h"
 
 using namespace lumivane;
 

@@ -1,7 +1,6 @@
 #include "platform/RuntimeError.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
-#include "session/modMain.h"
 #include "sharing/DashboardImport.h"
 
 #include <QFile>

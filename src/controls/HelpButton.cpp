@@ -1,6 +1,6 @@
 #include "controls/HelpButton.h"
 
-#include "session/modHTMLHelp.h"
+#include "assist/modHTMLHelp.h"
 
 #include <QPushButton>
 #include <QShortcut>

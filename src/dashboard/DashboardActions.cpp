@@ -1,6 +1,6 @@
 #include "dashboard/DashboardActions.h"
 
-#include "dashboard/Look.h"
+#include "controls/Look.h"
 #include "platform/ApplicationInfo.h"
 
 #include <QAction>

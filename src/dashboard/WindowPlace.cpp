@@ -1,6 +1,6 @@
 #include "dashboard/WindowPlace.h"
 
-#include "session/modUtilsINI.h"
+#include "services/modUtilsINI.h"
 
 #include <QGuiApplication>
 #include <QScreen>

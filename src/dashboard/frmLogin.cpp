@@ -7,9 +7,8 @@
 #include "platform/RuntimeError.h"
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"
+#include "services/modUtilsLog.h"
 #include "session/Startup.h"
-#include "session/modMain.h"
-#include "session/modUtilsLog.h"
 
 #include "ui_frmLogin.h"
 

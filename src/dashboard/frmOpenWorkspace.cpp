@@ -6,7 +6,6 @@
 #include "repository/Database.h"
 #include "repository/clsWorkspace.h"
 #include "repository/modUtilsSQL.h"
-#include "session/modMain.h"
 
 #include "ui_frmOpenWorkspace.h"
 

@@ -5,9 +5,9 @@
 #include "platform/Checked.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
+#include "services/modMain.h"
+#include "services/modUtilsLog.h"
 #include "session/Startup.h"
-#include "session/modMain.h"
-#include "session/modUtilsLog.h"
 
 #include "ui_frmOptions.h"
 

@@ -5,7 +5,6 @@
 #include "platform/Prompts.h"
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"
-#include "session/modMain.h"
 
 #include <QKeyEvent>
 

@@ -9,11 +9,12 @@
 #include "platform/ApplicationInfo.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
+#include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
-#include "session/modUtilsLog.h"
+#include "services/modMain.h"
+#include "services/modUtilsLog.h"
 
 #include <QAction>
 #include <QCloseEvent>

@@ -13,9 +13,8 @@
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
 #include "repository/modUtilsSQL.h"
-#include "session/ProgramFiles.h"
-#include "session/modMain.h"
-#include "session/modUtilsLog.h"
+#include "services/ProgramFiles.h"
+#include "services/modUtilsLog.h"
 
 #include <QAction>
 #include <QComboBox>

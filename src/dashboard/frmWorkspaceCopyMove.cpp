@@ -2,9 +2,9 @@
 #include "dashboard/frmWorkspace.h"
 #include "panel/frmPanel.h"
 #include "platform/Prompts.h"
+#include "repository/Database.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
 
 #include <QAction>
 #include <QComboBox>

@@ -2,7 +2,6 @@
 #include "dashboard/DashboardArea.h"
 #include "dashboard/frmWorkspace.h"
 #include "repository/clsWorkspace.h"
-#include "session/modMain.h"
 
 #include <QAction>
 #include <QDragEnterEvent>

@@ -5,7 +5,6 @@
 #include "platform/Checked.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
 
 #include <QAction>
 #include <QKeyEvent>

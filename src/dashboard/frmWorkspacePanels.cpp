@@ -1,11 +1,11 @@
+#include "assist/Drillback.h"
 #include "dashboard/DashboardArea.h"
 #include "dashboard/frmWorkspace.h"
-#include "panel/Drillback.h"
 #include "panel/frmPanel.h"
+#include "repository/Database.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/ProgramFiles.h"
-#include "session/modMain.h"
+#include "services/ProgramFiles.h"
 
 #include <QAction>
 #include <QMenu>

@@ -7,7 +7,6 @@
 #include "platform/RuntimeError.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
 
 #include <QAction>
 #include <QMenu>

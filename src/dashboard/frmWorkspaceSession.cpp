@@ -1,15 +1,15 @@
 #include "dashboard/frmWorkspace.h"
 
+#include "assist/frmAbout.h"
+#include "assist/frmTip.h"
+#include "assist/modHTMLHelp.h"
 #include "dashboard/DashboardArea.h"
-#include "dashboard/frmAbout.h"
 #include "dashboard/frmOptions.h"
-#include "dashboard/frmTip.h"
 #include "panel/frmPanel.h"
 #include "platform/Prompts.h"
-#include "session/RecentWorkbooks.h"
-#include "session/modHTMLHelp.h"
-#include "session/modMain.h"
-#include "session/modUtilsFile.h"
+#include "services/RecentWorkbooks.h"
+#include "services/modMain.h"
+#include "services/modUtilsFile.h"
 
 #include <QAction>
 #include <QDir>

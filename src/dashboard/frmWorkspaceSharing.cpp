@@ -3,13 +3,13 @@
 #include "controls/modUtilsControls.h"
 #include "panel/frmPanel.h"
 #include "platform/Prompts.h"
+#include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
 #include "sharing/frmExport.h"
 #include "sharing/frmImport.h"
-#include "sharing/frmThresholds.h"
+#include "thresholds/frmThresholds.h"
 
 #include <QAction>
 #include <QComboBox>

@@ -1,7 +1,7 @@
 #include "host/Host.h"
 
 #include "platform/RuntimeError.h"
-#include "session/modUtilsFile.h"
+#include "services/modUtilsFile.h"
 
 #include <QFileInfo>
 #include <algorithm>
@@ -81,23 +81,6 @@ void SheetRange::setColumnWidth(double characters) const
 {
     checkSize(*this, characters, maxColumnWidthCharacters, u"column width"_s);
     m_sheet->setColumnWidth(m_area.firstColumn, m_area.lastColumn, characters);
-}
-
-FindOrder::FindOrder(const CellArea& area, SearchDirection direction, SearchOrder order)
-    : m_area(area), m_direction(direction), m_order(order)
-{
-}
-
-qint64 FindOrder::rank(int row, int column) const
-{
-    const qint64 down = row - m_area.firstRow;
-    const qint64 right = column - m_area.firstColumn;
-    const qint64 place =
-        m_order == SearchOrder::ByRows ? down * m_area.columns() + right : right * m_area.rows() + down;
-    const qint64 last = qint64(m_area.rows()) * m_area.columns() - 1;
-    if (m_direction == SearchDirection::Previous)
-        return last - place;
-    return place == 0 ? last : place - 1;
 }
 
 SheetRange Worksheet::Range(const QString& address)

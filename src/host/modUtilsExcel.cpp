@@ -4,9 +4,8 @@
 #include "platform/Checked.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
-#include "session/modMain.h"
-#include "session/modUtilsFile.h"
-#include "session/modUtilsLog.h"
+#include "services/modUtilsFile.h"
+#include "services/modUtilsLog.h"
 
 #include <algorithm>
 

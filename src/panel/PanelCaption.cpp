@@ -1,5 +1,6 @@
 #include "panel/PanelCaption.h"
 
+#include "controls/PanelMark.h"
 #include "platform/Checked.h"
 
 #include <QLocale>

@@ -1,9 +1,10 @@
 #include "panel/frmPanel.h"
 
+#include "controls/PanelMark.h"
+#include "controls/PanelStyle.h"
 #include "panel/PanelCaption.h"
 #include "panel/PanelPaste.h"
 #include "panel/PanelSnap.h"
-#include "panel/PanelStyle.h"
 #include "panel/PictureBox.h"
 #include "panel/Twips.h"
 #include "platform/Checked.h"
@@ -12,8 +13,8 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
-#include "session/modUtilsLog.h"
+#include "services/modMain.h"
+#include "services/modUtilsLog.h"
 
 #include <QCloseEvent>
 #include <QContextMenuEvent>

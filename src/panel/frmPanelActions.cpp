@@ -3,12 +3,12 @@
 #include "host/modUtilsExcel.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
+#include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/ProgramFiles.h"
-#include "session/modMain.h"
-#include "session/modUtilsFile.h"
-#include "session/modUtilsLog.h"
+#include "services/ProgramFiles.h"
+#include "services/modUtilsFile.h"
+#include "services/modUtilsLog.h"
 
 #include <QFile>
 #include <QFileInfo>

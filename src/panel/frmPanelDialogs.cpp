@@ -1,7 +1,7 @@
 #include "panel/frmPanel.h"
 
-#include "panel/frmCaption.h"
-#include "panel/frmDrillback.h"
+#include "assist/frmCaption.h"
+#include "assist/frmDrillback.h"
 #include "panel/frmPanelProperties.h"
 #include "panel/frmRangeRelative.h"
 #include "platform/RuntimeError.h"

@@ -5,12 +5,12 @@
 #include "platform/Checked.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
+#include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
-#include "session/modUtilsFile.h"
-#include "session/modUtilsLog.h"
+#include "services/modUtilsFile.h"
+#include "services/modUtilsLog.h"
 #include "update/MailIntake.h"
 
 #include <algorithm>

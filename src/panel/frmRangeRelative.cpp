@@ -8,8 +8,7 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
-#include "session/modUtilsLog.h"
+#include "services/modUtilsLog.h"
 
 #include <QListView>
 #include <QSignalBlocker>

@@ -44,4 +44,9 @@ public:
     virtual void doEvents() = 0;
 };
 
+/// Who talks to the user for this session; set once by the program's main function, by tests to a scripted answerer.
+/// While none is set, nothing is shown and every question is answered No or with nothing.
+void setPrompts(Prompts* prompts);
+Prompts& prompts();
+
 } // namespace lumivane

@@ -3,7 +3,7 @@
 #include "platform/Checked.h"
 #include "platform/RuntimeError.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modUtilsLog.h"
+#include "services/modUtilsLog.h"
 
 #include <algorithm>
 

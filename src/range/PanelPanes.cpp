@@ -4,8 +4,7 @@
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
-#include "session/modUtilsLog.h"
+#include "services/modUtilsLog.h"
 
 #include <QStringList>
 #include <algorithm>

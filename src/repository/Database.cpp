@@ -12,6 +12,8 @@
 
 namespace lumivane {
 
+std::shared_ptr<Database> gDB;
+
 using namespace Qt::StringLiterals;
 
 namespace {

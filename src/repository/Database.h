@@ -119,4 +119,7 @@ private:
     std::unique_ptr<Rows> m_rows; ///< null when closed
 };
 
+/// The open project; written by InitStandard and frmLogin.
+extern std::shared_ptr<Database> gDB;
+
 } // namespace lumivane

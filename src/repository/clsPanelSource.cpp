@@ -6,8 +6,8 @@
 #include "repository/Database.h"
 #include "repository/SqlText.h"
 #include "repository/modUtilsSQL.h"
-#include "session/ProgramFiles.h"
-#include "session/modUtilsFile.h"
+#include "services/ProgramFiles.h"
+#include "services/modUtilsFile.h"
 
 #include <QFile>
 

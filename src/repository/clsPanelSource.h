@@ -94,4 +94,7 @@ private:
     std::map<int, std::shared_ptr<clsPanelSource>> m_byId;
 };
 
+/// Every source of the project; written by frmWorkspace.
+extern std::shared_ptr<clsSources> gSources;
+
 } // namespace lumivane

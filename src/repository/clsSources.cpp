@@ -3,11 +3,12 @@
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/modUtilsSQL.h"
-#include "session/modMain.h"
-#include "session/modUtilsFile.h"
-#include "session/modUtilsLog.h"
+#include "services/modUtilsFile.h"
+#include "services/modUtilsLog.h"
 
 namespace lumivane {
+
+std::shared_ptr<clsSources> gSources;
 
 using namespace Qt::StringLiterals;
 

@@ -6,10 +6,11 @@
 #include "repository/SqlText.h"
 #include "repository/clsWorkspacePanel.h"
 #include "repository/modUtilsSQL.h"
-#include "session/modMain.h"
-#include "session/modUtilsLog.h"
+#include "services/modUtilsLog.h"
 
 namespace lumivane {
+
+std::shared_ptr<clsWorkspace> gWorkspace;
 
 using namespace Qt::StringLiterals;
 

@@ -43,4 +43,7 @@ private:
     std::vector<std::shared_ptr<clsWorkspacePanel>> m_panels;
 };
 
+/// The dashboard on screen; written by frmWorkspace.
+extern std::shared_ptr<clsWorkspace> gWorkspace;
+
 } // namespace lumivane

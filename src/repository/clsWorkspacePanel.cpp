@@ -5,7 +5,6 @@
 #include "repository/SqlText.h"
 #include "repository/clsPanelSource.h"
 #include "repository/modUtilsSQL.h"
-#include "session/modMain.h"
 
 namespace lumivane {
 

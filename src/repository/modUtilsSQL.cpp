@@ -1,7 +1,7 @@
 #include "repository/modUtilsSQL.h"
 
 #include "repository/Database.h"
-#include "session/modUtilsLog.h"
+#include "services/modUtilsLog.h"
 
 namespace lumivane {
 

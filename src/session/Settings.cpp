@@ -2,10 +2,10 @@
 #include "platform/Checked.h"
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"
+#include "services/modMain.h"
+#include "services/modUtilsINI.h"
+#include "services/modUtilsLog.h"
 #include "session/Startup.h"
-#include "session/modMain.h"
-#include "session/modUtilsINI.h"
-#include "session/modUtilsLog.h"
 
 namespace lumivane {
 

@@ -1,14 +1,13 @@
 #include "session/Startup.h"
 
+#include "assist/modHTMLHelp.h"
 #include "platform/ApplicationInfo.h"
 #include "platform/Prompts.h"
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"
-#include "session/modHTMLHelp.h"
-#include "session/modMain.h"
-#include "session/modUtilsFile.h"
-#include "session/modUtilsINI.h"
-#include "session/modUtilsLog.h"
+#include "services/modUtilsFile.h"
+#include "services/modUtilsINI.h"
+#include "services/modUtilsLog.h"
 #include "session/modUtilsLogDB.h"
 
 #include <QDir>

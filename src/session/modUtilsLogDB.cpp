@@ -5,10 +5,10 @@
 #include "repository/Database.h"
 #include "repository/SqlText.h"
 #include "repository/modUtilsSQL.h"
-#include "session/modMain.h"
-#include "session/modUtilsFile.h"
-#include "session/modUtilsINI.h"
-#include "session/modUtilsLog.h"
+#include "services/modMain.h"
+#include "services/modUtilsFile.h"
+#include "services/modUtilsINI.h"
+#include "services/modUtilsLog.h"
 
 namespace lumivane {
 

@@ -2,8 +2,7 @@
 
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"
-#include "session/modMain.h"
-#include "session/modUtilsFile.h"
+#include "services/modUtilsFile.h"
 
 namespace lumivane {
 

@@ -3,8 +3,7 @@
 #include "platform/Prompts.h"
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"
-#include "session/modMain.h"
-#include "session/modUtilsLog.h"
+#include "services/modUtilsLog.h"
 
 #include <QFile>
 #include <QFileInfo>

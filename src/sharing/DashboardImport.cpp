@@ -3,9 +3,8 @@
 #include "platform/Prompts.h"
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"
-#include "session/modMain.h"
-#include "session/modUtilsFile.h"
-#include "session/modUtilsLog.h"
+#include "services/modUtilsFile.h"
+#include "services/modUtilsLog.h"
 #include "sharing/SourceTransfer.h"
 
 #include <QDateTime>

@@ -2,7 +2,7 @@
 
 #include "platform/ApplicationInfo.h"
 #include "repository/Database.h"
-#include "session/modUtilsFile.h"
+#include "services/modUtilsFile.h"
 #include "sharing/SourceTransfer.h"
 
 #include <QDir>

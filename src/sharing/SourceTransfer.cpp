@@ -3,8 +3,8 @@
 #include "repository/Database.h"
 #include "repository/Dialect.h"
 #include "repository/modUtilsSQL.h"
-#include "session/modUtilsFile.h"
-#include "session/modUtilsLog.h"
+#include "services/modUtilsFile.h"
+#include "services/modUtilsLog.h"
 #include "sharing/AltPaths.h"
 
 namespace lumivane {

@@ -1,7 +1,6 @@
 #include "sharing/WorkingDialog.h"
 
 #include "platform/Prompts.h"
-#include "session/modMain.h"
 
 #include <QLabel>
 #include <QProgressBar>

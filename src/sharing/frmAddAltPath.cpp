@@ -2,7 +2,6 @@
 
 #include "controls/HelpButton.h"
 #include "platform/Prompts.h"
-#include "session/modMain.h"
 #include "sharing/AltPaths.h"
 
 #include "ui_frmAddAltPath.h"

@@ -3,7 +3,6 @@
 #include "controls/HelpButton.h"
 #include "platform/Prompts.h"
 #include "repository/clsWorkspace.h"
-#include "session/modMain.h"
 #include "sharing/DashboardExport.h"
 #include "sharing/DashboardListBox.h"
 #include "sharing/frmAltPaths.h"

@@ -4,7 +4,6 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
 #include "tools/Commands.h"
 #include "tools/DashboardPicture.h"
 #include "tools/OpenProject.h"

@@ -7,7 +7,7 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
+#include "services/modMain.h"
 
 #include <QApplication>
 #include <QPixmap>

@@ -1,6 +1,6 @@
-#include "host/embedded/drawing/SheetGeometry.h"
-#include "host/embedded/drawing/ShownTexts.h"
-#include "host/embedded/reader/WorkbookReader.h"
+#include "engine/draw/SheetGeometry.h"
+#include "engine/read/WorkbookReader.h"
+#include "engine/show/ShownTexts.h"
 #include "tools/Commands.h"
 #include "tools/Output.h"
 #include "tools/WorkbookArguments.h"
@@ -13,7 +13,7 @@
 namespace lumivane {
 
 using namespace Qt::StringLiterals;
-using namespace embedded;
+using namespace engine;
 
 namespace {
 

@@ -6,7 +6,6 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "session/Startup.h"
-#include "session/modMain.h"
 
 namespace lumivane {
 

@@ -1,6 +1,6 @@
+#include "engine/draw/SheetPainter.h"
+#include "engine/read/WorkbookReader.h"
 #include "host/Host.h"
-#include "host/embedded/drawing/SheetPainter.h"
-#include "host/embedded/reader/WorkbookReader.h"
 #include "platform/RuntimeError.h"
 #include "repository/clsWorkspacePanel.h"
 #include "tools/Commands.h"
@@ -28,11 +28,10 @@ CellArea areaArgument(const QString& text)
 /// As LibreOffice Calc would draw it, which leaves out the grid lines.
 QImage comparisonPicture(const QString& path, const QString& sheetName, const CellArea& area, double scale)
 {
-    const auto workbook = embedded::readWorkbook(path);
-    const auto sheet =
-        std::make_shared<embedded::SheetContent>(*workbook->sheet(sheetIndex(*workbook, path, sheetName)));
+    const auto workbook = engine::readWorkbook(path);
+    const auto sheet = std::make_shared<engine::SheetContent>(*workbook->sheet(sheetIndex(*workbook, path, sheetName)));
     sheet->view.gridLines = false;
-    return embedded::SheetPainter(workbook, sheet, nullptr, embedded::Metrics::Calc).image(area, scale);
+    return engine::SheetPainter(workbook, sheet, nullptr, engine::Metrics::Calc).image(area, scale);
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 #include "platform/RuntimeError.h"
-#include "session/modMain.h"
 #include "sharing/DashboardExport.h"
 #include "sharing/DashboardImport.h"
 #include "tools/Commands.h"

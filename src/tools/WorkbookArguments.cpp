@@ -30,7 +30,7 @@ bool comparesWithCalc(const CommandLine& line)
     return line.option(u"metrics"_s) == u"calc";
 }
 
-int sheetIndex(const embedded::WorkbookContent& workbook, const QString& path, const QString& name)
+int sheetIndex(const engine::WorkbookContent& workbook, const QString& path, const QString& name)
 {
     QStringList names;
     for (size_t i = 0; i < workbook.sheets.size(); ++i) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/embedded/Content.h"
+#include "engine/content/WorkbookContent.h"
 #include "tools/CommandLine.h"
 
 #include <memory>
@@ -16,7 +16,7 @@ void requireEmbedded(const CommandLine& line);
 /// Whether sizes are to be those of LibreOffice Calc.
 bool comparesWithCalc(const CommandLine& line);
 /// Position of a sheet by name, without regard to case. Throws RuntimeError naming workbook and sheet.
-int sheetIndex(const embedded::WorkbookContent& workbook, const QString& path, const QString& name);
+int sheetIndex(const engine::WorkbookContent& workbook, const QString& path, const QString& name);
 
 /// A sheet opened in a worker for one command; closed with this object. Throws RuntimeError naming what is missing.
 class OpenSheet

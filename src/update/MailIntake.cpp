@@ -1,7 +1,6 @@
 #include "update/MailIntake.h"
 
 #include "platform/Prompts.h"
-#include "session/modMain.h"
 
 namespace lumivane {
 

@@ -5,7 +5,7 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
 #include "repository/modUtilsSQL.h"
-#include "session/modUtilsLog.h"
+#include "services/modUtilsLog.h"
 
 #include <QSet>
 

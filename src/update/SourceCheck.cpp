@@ -7,10 +7,9 @@
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/modUtilsSQL.h"
-#include "session/ProgramFiles.h"
-#include "session/modMain.h"
-#include "session/modUtilsFile.h"
-#include "session/modUtilsLog.h"
+#include "services/ProgramFiles.h"
+#include "services/modUtilsFile.h"
+#include "services/modUtilsLog.h"
 #include "update/MailIntake.h"
 
 // How a source finds out that its workbook has a new version: one step fetches it into the destination folder, another

@@ -6,7 +6,7 @@
 namespace lumivane {
 
 using namespace Qt::StringLiterals;
-using namespace embedded;
+using namespace engine;
 
 namespace {
 

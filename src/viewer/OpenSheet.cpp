@@ -7,7 +7,7 @@
 
 namespace lumivane {
 
-using namespace embedded;
+using namespace engine;
 
 namespace {
 

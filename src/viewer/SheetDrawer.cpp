@@ -7,7 +7,7 @@
 namespace lumivane {
 
 using namespace Qt::StringLiterals;
-using namespace embedded;
+using namespace engine;
 
 namespace {
 constexpr double smallestHeaderShare = 0.65;

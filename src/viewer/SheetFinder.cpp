@@ -1,12 +1,13 @@
 #include "viewer/SheetFinder.h"
 
-#include "host/embedded/CellMatcher.h"
+#include "engine/show/CellMatcher.h"
+#include "platform/FindOrder.h"
 
 #include <algorithm>
 
 namespace lumivane {
 
-using namespace embedded;
+using namespace engine;
 
 namespace {
 

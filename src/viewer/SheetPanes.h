@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/CellArea.h"
+#include "platform/CellArea.h"
 #include "viewer/AxisBands.h"
 
 namespace lumivane {

@@ -4,7 +4,7 @@
 
 namespace lumivane {
 
-using namespace embedded;
+using namespace engine;
 
 namespace {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/embedded/Content.h"
-#include "host/embedded/drawing/SheetPainter.h"
-#include "host/embedded/drawing/ShownTexts.h"
+#include "engine/content/WorkbookContent.h"
+#include "engine/draw/SheetPainter.h"
+#include "engine/show/ShownTexts.h"
 
 namespace lumivane {
 
@@ -20,14 +20,14 @@ struct CellSpot
 class ViewedSheet
 {
 public:
-    ViewedSheet(std::shared_ptr<const embedded::WorkbookContent> workbook,
-                std::shared_ptr<const embedded::SheetContent> sheet);
+    ViewedSheet(std::shared_ptr<const engine::WorkbookContent> workbook,
+                std::shared_ptr<const engine::SheetContent> sheet);
 
-    const embedded::WorkbookContent& workbook() const { return *m_workbook; }
-    const embedded::SheetContent& content() const { return *m_sheet; }
-    const embedded::ShownTexts& texts() const { return m_texts; }
-    const embedded::SheetPainter& painter() const { return m_painter; }
-    const embedded::SheetGeometry& geometry() const { return m_painter.geometry(); }
+    const engine::WorkbookContent& workbook() const { return *m_workbook; }
+    const engine::SheetContent& content() const { return *m_sheet; }
+    const engine::ShownTexts& texts() const { return m_texts; }
+    const engine::SheetPainter& painter() const { return m_painter; }
+    const engine::SheetGeometry& geometry() const { return m_painter.geometry(); }
 
     /// A formula that shows an empty text fills its cell.
     bool filled(int row, int column) const;
@@ -58,10 +58,10 @@ private:
     CellArea findUsed() const;
     CellSpot findLastFilled() const;
 
-    std::shared_ptr<const embedded::WorkbookContent> m_workbook;
-    std::shared_ptr<const embedded::SheetContent> m_sheet;
-    embedded::ShownTexts m_texts;
-    embedded::SheetPainter m_painter;
+    std::shared_ptr<const engine::WorkbookContent> m_workbook;
+    std::shared_ptr<const engine::SheetContent> m_sheet;
+    engine::ShownTexts m_texts;
+    engine::SheetPainter m_painter;
     CellArea m_used;
     CellSpot m_lastFilled;
 };

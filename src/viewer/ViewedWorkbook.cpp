@@ -9,7 +9,7 @@
 namespace lumivane {
 
 using namespace Qt::StringLiterals;
-using namespace embedded;
+using namespace engine;
 
 ViewedWorkbook::ViewedWorkbook(const QString& path)
     : m_path(QFileInfo(path).absoluteFilePath()), m_stamp(FileStamp::of(m_path)),

@@ -39,7 +39,7 @@ public:
     QStringList WorksheetNames() const override
     {
         QStringList names;
-        for (const embedded::SheetEntry& entry : window().workbook()->content()->sheets) {
+        for (const engine::SheetEntry& entry : window().workbook()->content()->sheets) {
             if (!entry.isChartSheet)
                 names.append(entry.name);
         }

@@ -4,8 +4,6 @@
 
 namespace lumivane {
 
-using embedded::FileStamp;
-
 namespace {
 constexpr int millisecondsBetweenLooks = 2000;
 }

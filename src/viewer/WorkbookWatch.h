@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/embedded/reader/FileStamp.h"
+#include "platform/FileStamp.h"
 
 #include <QFileSystemWatcher>
 #include <QObject>
@@ -19,7 +19,7 @@ public:
     explicit WorkbookWatch(QObject* parent = nullptr);
 
     /// From now on changes against the file as it is now, or as `known` says, are told; each once.
-    void watch(const QString& path, const embedded::FileStamp& known);
+    void watch(const QString& path, const FileStamp& known);
     void setPauses(int lookMilliseconds, int settleMilliseconds);
     bool isGone() const { return m_told.size < 0; }
 
@@ -31,8 +31,8 @@ private:
     void watchAgain();
 
     QString m_path;
-    embedded::FileStamp m_told; ///< the state that the user knows of
-    embedded::FileStamp m_seen; ///< at the last look
+    FileStamp m_told; ///< the state that the user knows of
+    FileStamp m_seen; ///< at the last look
     QFileSystemWatcher m_notices;
     QTimer m_looks;
     int m_settle = 400;

@@ -1,7 +1,7 @@
 #include "viewer/frmWorkbook.h"
 
 #include "platform/ApplicationInfo.h"
-#include "session/modUtilsINI.h"
+#include "services/modUtilsINI.h"
 #include "viewer/FindBar.h"
 #include "viewer/NameBox.h"
 #include "viewer/NoticeBar.h"

@@ -114,7 +114,7 @@ private:
     std::shared_ptr<ViewedWorkbook> m_workbook;
     int m_currentSheet = -1;
     std::map<int, std::shared_ptr<OpenSheet>> m_openSheets;
-    std::map<int, std::shared_ptr<embedded::EmbeddedSheet>> m_hostSheets;
+    std::map<int, std::shared_ptr<EmbeddedSheet>> m_hostSheets;
     std::map<int, QImage> m_drawings; ///< of the current sheet at m_drawingsScale
     double m_drawingsScale = 0;
     CellSpot m_findStart; ///< where the search began that goes on while the user types

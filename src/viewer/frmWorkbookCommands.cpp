@@ -2,8 +2,7 @@
 
 #include "controls/FileDrop.h"
 #include "platform/Prompts.h"
-#include "session/RecentWorkbooks.h"
-#include "session/modMain.h"
+#include "services/RecentWorkbooks.h"
 #include "viewer/CellPlace.h"
 #include "viewer/FindBar.h"
 #include "viewer/NameBox.h"
@@ -30,7 +29,7 @@
 namespace lumivane {
 
 using namespace Qt::StringLiterals;
-using namespace embedded;
+using namespace engine;
 
 namespace {
 

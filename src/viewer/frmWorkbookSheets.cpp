@@ -3,8 +3,7 @@
 #include "platform/ApplicationInfo.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
-#include "session/RecentWorkbooks.h"
-#include "session/modMain.h"
+#include "services/RecentWorkbooks.h"
 #include "viewer/CellPlace.h"
 #include "viewer/NameBox.h"
 #include "viewer/NoticeBar.h"
@@ -25,7 +24,7 @@
 namespace lumivane {
 
 using namespace Qt::StringLiterals;
-using namespace embedded;
+using namespace engine;
 
 namespace {
 

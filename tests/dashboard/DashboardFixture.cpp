@@ -1,14 +1,13 @@
 #include "dashboard/DashboardFixture.h"
 
+#include "assist/frmTip.h"
 #include "dashboard/frmSaveWorkspace.h"
-#include "dashboard/frmTip.h"
 #include "panel/frmPanel.h"
 #include "platform/Clock.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
 
 #include <QLabel>
 #include <QLineEdit>

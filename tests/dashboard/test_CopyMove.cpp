@@ -4,7 +4,6 @@
 #include "repository/Database.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
 
 #include <QAction>
 #include <QMdiArea>

@@ -1,11 +1,10 @@
+#include "controls/QtPrompts.h"
 #include "dashboard/DashboardFixture.h"
 #include "dashboard/PanelArrangement.h"
-#include "dashboard/QtPrompts.h"
 #include "dashboard/frmOpenWorkspace.h"
 #include "dashboard/frmSaveWorkspace.h"
 #include "repository/clsWorkspace.h"
-#include "session/modMain.h"
-#include "session/modUtilsINI.h"
+#include "services/modUtilsINI.h"
 
 #include <QClipboard>
 #include <QFileDialog>

@@ -4,7 +4,6 @@
 #include "panel/frmPanel.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
 
 #include <QAction>
 #include <QKeyEvent>

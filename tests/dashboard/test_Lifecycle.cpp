@@ -4,8 +4,7 @@
 #include "repository/Database.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
-#include "session/modUtilsINI.h"
+#include "services/modUtilsINI.h"
 
 #include <QAction>
 #include <QFile>

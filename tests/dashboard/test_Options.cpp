@@ -1,8 +1,8 @@
 #include "dashboard/DashboardFixture.h"
 #include "dashboard/frmOptions.h"
 #include "panel/frmPanel.h"
+#include "services/modMain.h"
 #include "session/Startup.h"
-#include "session/modMain.h"
 
 #include <QAction>
 #include <QCheckBox>

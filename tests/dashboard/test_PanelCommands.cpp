@@ -1,14 +1,13 @@
+#include "assist/frmCaption.h"
+#include "assist/frmDrillback.h"
 #include "dashboard/DashboardFixture.h"
 #include "host/Host.h"
 #include "panel/ShownDialog.h"
-#include "panel/frmCaption.h"
-#include "panel/frmDrillback.h"
 #include "panel/frmPanel.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
 
 #include <QFile>
 #include <QLineEdit>

@@ -2,7 +2,6 @@
 #include "panel/frmPanel.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
 
 #include <QAction>
 

@@ -1,6 +1,6 @@
 #include "dashboard/DashboardFixture.h"
 #include "host/Host.h"
-#include "session/RecentWorkbooks.h"
+#include "services/RecentWorkbooks.h"
 
 #include <QFile>
 #include <QMenu>

@@ -3,7 +3,7 @@
 #include "platform/RuntimeError.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
+#include "services/modMain.h"
 
 #include <QAction>
 

@@ -2,12 +2,12 @@
 #include "dashboard/ProgramWindows.h"
 #include "dashboard/frmLogin.h"
 #include "panel/frmPanel.h"
+#include "platform/Prompts.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
 #include "session/Startup.h"
-#include "session/modMain.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,3 +1,4 @@
+#include "platform/FindOrder.h"
 #include "support/PlainSheet.h"
 
 #include "support/ThrownError.h"

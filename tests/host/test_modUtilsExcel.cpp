@@ -1,6 +1,6 @@
 #include "host/modUtilsExcel.h"
 
-#include "session/modMain.h"
+#include "platform/Prompts.h"
 #include "support/LogCapture.h"
 #include "support/PlainSheet.h"
 #include "support/ScriptedPrompts.h"

@@ -2,13 +2,14 @@
 
 #include "platform/ApplicationInfo.h"
 #include "platform/Clock.h"
+#include "platform/Prompts.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/ProgramFiles.h"
-#include "session/modMain.h"
-#include "session/modUtilsFile.h"
+#include "services/ProgramFiles.h"
+#include "services/modMain.h"
+#include "services/modUtilsFile.h"
 
 #include <QDir>
 #include <QFile>

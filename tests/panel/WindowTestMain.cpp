@@ -1,4 +1,4 @@
-#include "panel/PanelStyle.h"
+#include "controls/PanelStyle.h"
 
 #include <QApplication>
 #include <gtest/gtest.h>

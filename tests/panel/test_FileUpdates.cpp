@@ -5,7 +5,6 @@
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
 #include "update/MailIntake.h"
 
 #include <QComboBox>

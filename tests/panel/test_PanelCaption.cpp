@@ -1,3 +1,4 @@
+#include "controls/PanelMark.h"
 #include "panel/PanelCaption.h"
 
 #include "platform/Clock.h"

@@ -6,8 +6,7 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/ProgramFiles.h"
-#include "session/modMain.h"
+#include "services/ProgramFiles.h"
 #include "support/TextTable.h"
 
 #include <QDir>

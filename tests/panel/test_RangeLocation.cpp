@@ -2,9 +2,9 @@
 #include "panel/ShownDialog.h"
 #include "panel/frmPanel.h"
 #include "panel/frmRangeRelative.h"
+#include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
 #include "support/LogCapture.h"
 
 #include <QComboBox>

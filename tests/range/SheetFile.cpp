@@ -69,8 +69,8 @@ std::shared_ptr<Worksheet> openSheet(const QString& cells, const QString& height
 {
     struct Opened
     {
-        embedded::ContentCache cache;
-        embedded::EmbeddedApplication application{cache};
+        engine::ContentCache cache;
+        EmbeddedApplication application{cache};
         std::shared_ptr<Worksheet> sheet;
     };
     const WorkbookParts parts({{"Data", QString(columnsXml(widths) + rowsXml(cells, heights)).toStdString(), ""}});

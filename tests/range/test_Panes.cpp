@@ -1,7 +1,7 @@
 #include "SheetFile.h"
 
+#include "platform/Prompts.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/modMain.h"
 #include "support/LogCapture.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TextTable.h"

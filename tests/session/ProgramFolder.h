@@ -2,8 +2,9 @@
 
 #include "platform/ApplicationInfo.h"
 #include "platform/Clock.h"
-#include "session/modMain.h"
-#include "session/modUtilsLog.h"
+#include "platform/Prompts.h"
+#include "services/modMain.h"
+#include "services/modUtilsLog.h"
 #include "support/QtPrinting.h"
 #include "support/ScriptedPrompts.h"
 

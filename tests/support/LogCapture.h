@@ -1,6 +1,6 @@
 #pragma once
 
-#include "session/modUtilsLog.h"
+#include "services/modUtilsLog.h"
 #include "support/QtPrinting.h"
 
 #include <QStringList>

@@ -1,4 +1,5 @@
 #include "support/PlainSheet.h"
+#include "platform/FindOrder.h"
 
 #include "platform/RuntimeError.h"
 

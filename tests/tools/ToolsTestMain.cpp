@@ -1,6 +1,6 @@
 #include "host/Host.h"
 #include "host/embedded/EmbeddedHost.h"
-#include "session/modMain.h"
+#include "platform/Prompts.h"
 #include "tools/ConsolePrompts.h"
 
 #include <QApplication>
@@ -14,6 +14,6 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     lumivane::ConsolePrompts prompts;
     lumivane::setPrompts(&prompts);
-    lumivane::setHostFactory({lumivane::embedded::makeEmbeddedWorker, [] { return nullptr; }});
+    lumivane::setHostFactory({lumivane::makeEmbeddedWorker, [] { return nullptr; }});
     return RUN_ALL_TESTS();
 }

@@ -2,8 +2,8 @@
 
 #include "repository/ProjectFile.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/ProgramFiles.h"
-#include "session/modUtilsFile.h"
+#include "services/ProgramFiles.h"
+#include "services/modUtilsFile.h"
 #include "support/LogCapture.h"
 #include "support/PlainSheet.h"
 #include "support/TextTable.h"

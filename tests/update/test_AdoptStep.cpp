@@ -146,7 +146,7 @@ TEST_F(Adopting, ADamagedSheetIsToldOnceAndCostsNoPanelItsRange)
                               "</sheetData>";
     put(from + u"Sales.xlsx"_s, at(u"10:00:00"_s),
         WorkbookParts({{"Bad", "<sheetData><row r=\"1\"", ""}, {"Data", total, ""}}).package());
-    setHostFactory({embedded::makeEmbeddedWorker, {}});
+    setHostFactory({makeEmbeddedWorker, {}});
     store();
     const QString match = u"bottom=$A$1`anchor=$C5`content=Total"_s;
     const auto first = panel(u"bottom"_s, u"$B$5:$F$20``"_s, match, u"Bad"_s);

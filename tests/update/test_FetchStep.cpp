@@ -1,5 +1,6 @@
 #include "Project.h"
 
+#include "platform/Prompts.h"
 #include "update/MailIntake.h"
 
 using namespace lumivane;

@@ -1,6 +1,6 @@
 #include "viewer/SmallSheet.h"
 
-#include "host/embedded/reader/WorkbookReader.h"
+#include "engine/read/WorkbookReader.h"
 
 namespace lumivane::test {
 
@@ -56,7 +56,7 @@ WorkbookParts smallWorkbook(const std::string& views)
 
 std::shared_ptr<const ViewedSheet> viewedSheet(const WorkbookParts& parts, int index)
 {
-    const auto workbook = embedded::readWorkbook(writeTemporary(u"Small.xlsx"_s, parts.package()));
+    const auto workbook = engine::readWorkbook(writeTemporary(u"Small.xlsx"_s, parts.package()));
     return std::make_shared<ViewedSheet>(workbook, workbook->sheet(index));
 }
 

@@ -10,7 +10,7 @@
 
 namespace lumivane::test {
 
-using namespace embedded;
+using namespace engine;
 using namespace Qt::StringLiterals;
 
 namespace {

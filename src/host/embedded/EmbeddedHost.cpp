@@ -6,7 +6,9 @@
 #include <QFileInfo>
 #include <algorithm>
 
-namespace lumivane::embedded {
+namespace lumivane {
+
+using namespace engine;
 
 EmbeddedApplication::EmbeddedApplication(ContentCache& cache, Metrics metrics) : m_cache(cache), m_metrics(metrics) {}
 
@@ -151,4 +153,4 @@ std::unique_ptr<Application> makeEmbeddedWorker()
     return std::make_unique<EmbeddedApplication>(processContentCache());
 }
 
-} // namespace lumivane::embedded
+} // namespace lumivane

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "engine/draw/SheetGeometry.h"
+#include "engine/read/ContentCache.h"
 #include "host/Host.h"
-#include "host/embedded/drawing/SheetGeometry.h"
-#include "host/embedded/reader/ContentCache.h"
 
-namespace lumivane::embedded {
+namespace lumivane {
 
 class EmbeddedSheet;
 class EmbeddedWorkbook;
@@ -15,7 +15,7 @@ class EmbeddedApplication : public Application
 {
 public:
     /// The cache must outlive the application.
-    explicit EmbeddedApplication(ContentCache& cache, Metrics metrics = Metrics::File);
+    explicit EmbeddedApplication(engine::ContentCache& cache, engine::Metrics metrics = engine::Metrics::File);
     ~EmbeddedApplication() override;
 
     /// Never asks anybody anything and never follows links, whatever `updateLinks` says.
@@ -28,8 +28,8 @@ public:
 
 private:
     friend class EmbeddedWorkbook;
-    ContentCache& m_cache;
-    const Metrics m_metrics;
+    engine::ContentCache& m_cache;
+    const engine::Metrics m_metrics;
     std::vector<std::shared_ptr<EmbeddedWorkbook>> m_workbooks; ///< in the order of opening
     std::shared_ptr<EmbeddedWorkbook> m_active;
 };
@@ -53,7 +53,7 @@ public:
     void Save() override {}
     void Close() override;
 
-    const WorkbookContent& content() const { return *m_content; }
+    const engine::WorkbookContent& content() const { return *m_content; }
 
 private:
     friend class EmbeddedApplication;
@@ -61,17 +61,17 @@ private:
     std::shared_ptr<EmbeddedSheet> worksheet(int index);
 
     EmbeddedApplication* m_application; ///< null once closed
-    ContentCache& m_cache;
-    const Metrics m_metrics;
+    engine::ContentCache& m_cache;
+    const engine::Metrics m_metrics;
     const QString m_path;
-    std::shared_ptr<WorkbookContent> m_content;
+    std::shared_ptr<engine::WorkbookContent> m_content;
     std::vector<std::shared_ptr<EmbeddedSheet>> m_sheets; ///< by index, null until asked for
     std::shared_ptr<int> m_activeSheet;                   ///< shared with the sheets, which set it
 };
 
 /// The one cache of the process, so that whoever shows a workbook and whoever captures from it read it once.
-ContentCache& processContentCache();
+engine::ContentCache& processContentCache();
 /// A worker on the cache of the process.
 std::unique_ptr<Application> makeEmbeddedWorker();
 
-} // namespace lumivane::embedded
+} // namespace lumivane

@@ -1,13 +1,16 @@
 #include "host/embedded/EmbeddedSheet.h"
 
-#include "host/embedded/CellSearch.h"
+#include "engine/show/CellSearch.h"
+#include "platform/FindOrder.h"
 #include "platform/RuntimeError.h"
 
 #include <QDateTime>
 #include <algorithm>
 #include <cmath>
 
-namespace lumivane::embedded {
+namespace lumivane {
+
+using namespace engine;
 
 using namespace Qt::StringLiterals;
 
@@ -297,4 +300,4 @@ QImage EmbeddedSheet::CopyShapePicture(const QString& name, double)
                        u"There is no chart or shape \"%1\" on %2."_s.arg(name, place()));
 }
 
-} // namespace lumivane::embedded
+} // namespace lumivane

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "engine/draw/SheetPainter.h"
+#include "engine/show/ShownTexts.h"
 #include "host/Host.h"
-#include "host/embedded/drawing/SheetPainter.h"
-#include "host/embedded/drawing/ShownTexts.h"
 
 #include <functional>
 
-namespace lumivane::embedded {
+namespace lumivane {
 
 /// A worksheet of one opening of a workbook: shared content with what this opening has changed laid over it. The sheet
 /// is read from the file when its cells are first needed, so that asking for its name costs nothing; a damaged sheet
@@ -14,8 +14,8 @@ namespace lumivane::embedded {
 class EmbeddedSheet : public Worksheet
 {
 public:
-    EmbeddedSheet(std::shared_ptr<WorkbookContent> workbook, int index, const QString& workbookName, Metrics metrics,
-                  std::function<void()> onActivate);
+    EmbeddedSheet(std::shared_ptr<engine::WorkbookContent> workbook, int index, const QString& workbookName,
+                  engine::Metrics metrics, std::function<void()> onActivate);
 
     QString Name() const override;
     QString WorkbookName() const override { return m_workbookName; }
@@ -37,25 +37,25 @@ public:
     QImage CopyPicture(const CellArea& area, double scale = 1) override;
     QImage CopyShapePicture(const QString& name, double scale = 1) override;
 
-    const SheetContent& content();
+    const engine::SheetContent& content();
     /// Drawing and sizes with the changes laid over. Valid until the next change.
-    const SheetPainter& painter();
+    const engine::SheetPainter& painter();
 
 private:
-    const ShownTexts& texts();
-    const SheetOverlay::Value* overlaid(int row, int column) const;
+    const engine::ShownTexts& texts();
+    const engine::SheetOverlay::Value* overlaid(int row, int column) const;
     int styleAt(int row, int column);
     QString place() const;
 
-    std::shared_ptr<WorkbookContent> m_workbook;
+    std::shared_ptr<engine::WorkbookContent> m_workbook;
     const int m_index;
     const QString m_workbookName;
-    const Metrics m_metrics;
+    const engine::Metrics m_metrics;
     const std::function<void()> m_onActivate;
-    SheetOverlay m_overlay;
-    std::shared_ptr<const SheetContent> m_content;
-    std::unique_ptr<ShownTexts> m_texts;
-    std::unique_ptr<SheetPainter> m_painter;
+    engine::SheetOverlay m_overlay;
+    std::shared_ptr<const engine::SheetContent> m_content;
+    std::unique_ptr<engine::ShownTexts> m_texts;
+    std::unique_ptr<engine::SheetPainter> m_painter;
 };
 
-} // namespace lumivane::embedded
+} // namespace lumivane

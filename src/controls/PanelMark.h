@@ -1,0 +1,7 @@
+#pragma once
+
+namespace lumivane {
+
+enum class PanelMark { None, Marked, Base };
+
+} // namespace lumivane

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "engine/content/Cell.h"
+#include "engine/content/Drawings.h"
+#include "engine/content/TextTable.h"
+#include "platform/CellArea.h"
+
+#include <QColor>
+#include <QString>
+#include <optional>
+#include <vector>
+
+// What one sheet of a file holds, as read and never changed afterwards, so that any number of openings can share it.
+
+namespace lumivane::engine {
+
+struct RowContent
+{
+    int row = 0;           ///< from 1
+    quint32 firstCell = 0; ///< index into SheetContent::cells; the row ends where the next one begins
+    float height = -1;     ///< points as stored; below 0 when the file stores none
+    qint32 style = -1;     ///< of the cells that are not stored; -1: none
+    quint8 outlineLevel = 0;
+    bool hidden = false; ///< by hand, by outline or by a filter
+    bool customHeight = false;
+    bool collapsed = false; ///< the outline group next to it is folded
+};
+
+struct ColumnContent
+{
+    int first = 0, last = 0; ///< from 1
+    double width = -1;       ///< characters as stored, padding included; below 0: the sheet's default
+    qint32 style = -1;
+    quint8 outlineLevel = 0;
+    bool hidden = false;
+    bool customWidth = false;
+    bool collapsed = false; ///< the outline group next to it is folded
+};
+
+enum class PaneKind : quint8 { None, Frozen, Split };
+
+struct SheetView
+{
+    PaneKind panes = PaneKind::None;
+    double xSplit = 0, ySplit = 0;          ///< frozen: columns and rows; split: twentieths of a point
+    int topRow = 1, leftColumn = 1;         ///< first visible cell of the top left pane
+    int paneTopRow = 1, paneLeftColumn = 1; ///< first visible cell of the free pane
+    bool gridLines = true;
+    bool headings = true;
+    bool rightToLeft = false;
+    bool showFormulas = false;
+    bool showZeros = true;
+    int zoom = 100;
+    QRgb gridColor = 0xffd4d4d4;
+    QString selection; ///< "B3:D8", several separated by blanks
+    QString activeCell;
+};
+
+/// Looks of cells that the file describes and that are not read: a picture of these cells may lack them.
+struct UnreadLook
+{
+    QString what; ///< to be put behind "is missing: ", as in "the look of the table "Sales""
+    CellArea area;
+};
+
+struct SheetContent
+{
+    std::vector<Cell> cells;
+    std::vector<RowContent> rows;       ///< those stored, ascending
+    std::vector<ColumnContent> columns; ///< ascending, not overlapping
+    std::vector<CellArea> merged;       ///< not overlapping
+    std::vector<int> mergedReach;   ///< beside `merged`: the last row of all up to that one; empty without setMerged
+    std::vector<CellArea> filtered; ///< ranges of auto filters
+    std::vector<DrawingContent> drawings;
+    std::vector<UnreadLook> unread;
+    TextTable texts;
+    SheetView view;
+    double defaultRowHeight = -1;     ///< points; below 0: from the default font
+    bool customDefaultHeight = false; ///< the default height holds even where the text would need more
+    bool defaultRowsHidden = false;
+    bool sizedByTexts = false; ///< a text file, which stores neither sizes nor fonts: columns are as wide and rows as
+                               ///< high as their texts
+    double defaultColumnWidth = -1; ///< characters, padding included; below 0: from baseColumnWidth
+    int baseColumnWidth = 8;        ///< characters without padding
+    std::optional<CellArea> used;   ///< cells stored, with contents or styled
+    QString problem;                ///< what of the sheet could not be read, for the user; empty if all was
+
+    /// The cells of a stored row; empty when the row stores none.
+    std::pair<const Cell*, const Cell*> rowCells(size_t rowIndex) const;
+    const RowContent* findRow(int row) const;
+    const Cell* find(int row, int column) const;
+    const ColumnContent* findColumn(int column) const;
+    /// Sets `merged`, in the order of their first rows and ready to be found fast.
+    void setMerged(std::vector<CellArea> areas);
+    const CellArea* mergedAt(int row, int column) const;
+    qint64 bytes() const;
+};
+
+} // namespace lumivane::engine

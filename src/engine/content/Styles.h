@@ -1,0 +1,124 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <vector>
+
+// The looks of cells as a workbook stores them, with every theme and indexed colour already resolved.
+
+namespace lumivane::engine {
+
+enum class Underline : quint8 { None, Single, Double, SingleAccounting, DoubleAccounting };
+enum class Script : quint8 { Normal, Superscript, Subscript };
+
+struct FontStyle
+{
+    QString family = QStringLiteral("Calibri");
+    double points = 11;
+    bool bold = false;
+    bool italic = false;
+    bool strikeOut = false;
+    Underline underline = Underline::None;
+    Script script = Script::Normal;
+    QRgb color = 0xff000000;
+    bool operator==(const FontStyle&) const = default;
+};
+
+/// The pattern names of the file format; Solid shows `fore` alone.
+enum class Pattern : quint8 {
+    None,
+    Solid,
+    Gray125,
+    Gray0625,
+    DarkGray,
+    MediumGray,
+    LightGray,
+    DarkHorizontal,
+    DarkVertical,
+    DarkDown,
+    DarkUp,
+    DarkGrid,
+    DarkTrellis,
+    LightHorizontal,
+    LightVertical,
+    LightDown,
+    LightUp,
+    LightGrid,
+    LightTrellis,
+    Gradient, ///< from `fore` to `back`, along `gradientDegrees`
+};
+
+struct FillStyle
+{
+    Pattern pattern = Pattern::None;
+    QRgb fore = 0xff000000;
+    QRgb back = 0xffffffff;
+    double gradientDegrees = 0;
+};
+
+enum class LineStyle : quint8 {
+    None,
+    Thin,
+    Medium,
+    Dashed,
+    Dotted,
+    Thick,
+    Double,
+    Hair,
+    MediumDashed,
+    DashDot,
+    MediumDashDot,
+    DashDotDot,
+    MediumDashDotDot,
+    SlantDashDot,
+};
+
+struct BorderLine
+{
+    LineStyle style = LineStyle::None;
+    QRgb color = 0xff000000;
+    bool operator==(const BorderLine&) const = default;
+};
+
+struct BorderStyle
+{
+    BorderLine left, right, top, bottom, diagonal;
+    bool diagonalUp = false;   ///< from bottom left to top right
+    bool diagonalDown = false; ///< from top left to bottom right
+};
+
+enum class Horizontal : quint8 { General, Left, Center, Right, Fill, Justify, CenterAcross, Distributed };
+enum class Vertical : quint8 { Bottom, Center, Top, Justify, Distributed };
+
+struct CellStyle
+{
+    int font = 0; ///< index into StyleTable::fonts
+    int fill = 0;
+    int border = 0;
+    int numberFormat = 0; ///< index into StyleTable::numberFormats
+    Horizontal horizontal = Horizontal::General;
+    Vertical vertical = Vertical::Bottom;
+    qint16 rotation = 0; ///< degrees counter-clockwise, -90 to 90; 255: letters stacked
+    quint8 indent = 0;
+    bool wrap = false;
+    bool shrinkToFit = false;
+    quint8 readingOrder = 0; ///< 0 by context, 1 left to right, 2 right to left
+    bool quotePrefix = false;
+};
+
+/// Every style of a workbook. Never empty: index 0 of each list is the default.
+struct StyleTable
+{
+    std::vector<FontStyle> fonts{FontStyle{}};
+    std::vector<FillStyle> fills{FillStyle{}};
+    std::vector<BorderStyle> borders{BorderStyle{}};
+    std::vector<QString> numberFormats{QStringLiteral("General")}; ///< format codes, built-in ones spelled out
+    std::vector<CellStyle> cells{CellStyle{}};
+
+    const CellStyle& cell(int index) const
+    {
+        return cells[index >= 0 && index < static_cast<int>(cells.size()) ? index : 0];
+    }
+};
+
+} // namespace lumivane::engine

@@ -1,0 +1,49 @@
+#include "engine/content/TextTable.h"
+
+#include <algorithm>
+
+namespace lumivane::engine {
+
+std::string_view TextTable::utf8(quint64 index) const
+{
+    if (index >= m_ends.size())
+        return {};
+    const quint32 start = index == 0 ? 0 : m_ends[index - 1];
+    return {m_bytes.data() + start, m_ends[index] - start};
+}
+
+QString TextTable::text(quint64 index) const
+{
+    const std::string_view bytes = utf8(index);
+    return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+
+const std::vector<TextRun>* TextTable::runs(quint64 index) const
+{
+    const auto place = std::lower_bound(m_runs.begin(), m_runs.end(), index,
+                                        [](const auto& entry, quint64 i) { return quint64(entry.first) < i; });
+    return place != m_runs.end() && quint64(place->first) == index ? &place->second : nullptr;
+}
+
+int TextTable::append(std::string_view utf8)
+{
+    m_bytes.insert(m_bytes.end(), utf8.begin(), utf8.end());
+    m_ends.push_back(static_cast<quint32>(m_bytes.size()));
+    return size() - 1;
+}
+
+void TextTable::setRuns(int index, std::vector<TextRun> runs)
+{
+    m_runCount += runs.size();
+    m_runs.emplace_back(index, std::move(runs));
+}
+
+qint64 TextTable::bytes() const
+{
+    qint64 sum = qint64(m_bytes.capacity() + m_ends.capacity() * sizeof(quint32));
+    for (const auto& entry : m_runs)
+        sum += qint64(sizeof(entry) + entry.second.size() * sizeof(TextRun));
+    return sum;
+}
+
+} // namespace lumivane::engine

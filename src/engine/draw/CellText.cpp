@@ -1,0 +1,156 @@
+#include "engine/draw/CellText.h"
+
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace lumivane::engine {
+namespace {
+
+// Shares of a font's ascent.
+constexpr double superscriptRaise = 0.55;
+constexpr double subscriptDrop = 0.15;
+
+} // namespace
+
+CellText::CellText(const Fonts& fonts, QString text, std::vector<Span> spans, double shrink)
+    : m_fonts(&fonts), m_text(std::move(text)), m_spans(std::move(spans)), m_shrink(shrink)
+{
+}
+
+std::vector<CellText::Piece> CellText::pieces(int start, int length) const
+{
+    std::vector<Piece> result;
+    const int end = start + length;
+    for (const Span& span : m_spans) {
+        const int first = std::max(start, span.start);
+        const int last = std::min(end, span.start + span.length);
+        if (first < last)
+            result.push_back({first, last - first, &span, &m_fonts->face(span.font, m_shrink)});
+    }
+    return result;
+}
+
+double CellText::advance(int start, int length) const
+{
+    double sum = 0;
+    for (const Piece& piece : pieces(start, length))
+        sum += piece.face->advance(QStringView(m_text).mid(piece.start, piece.length));
+    return sum;
+}
+
+void CellText::take(const std::vector<TextLine>& lines)
+{
+    m_lines.clear();
+    for (const TextLine& place : lines) {
+        Line line{place, 0, 0, 0};
+        auto parts = pieces(place.start, place.length);
+        if (parts.empty() && !m_spans.empty()) // an empty line is as high as its font
+            parts.push_back({place.start, 0, &m_spans.front(), &m_fonts->face(m_spans.front().font, m_shrink)});
+        for (const Piece& piece : parts) {
+            FontStyle whole = piece.span->font; // raised letters stand in a line of full size
+            whole.script = Script::Normal;
+            const Fonts::Face& face = m_fonts->face(whole, m_shrink);
+            line.ascent = std::max(line.ascent, face.ascent());
+            line.descent = std::max(line.descent, face.descent());
+            line.width += piece.face->advance(QStringView(m_text).mid(piece.start, piece.length));
+        }
+        m_lines.push_back(line);
+    }
+}
+
+void CellText::layOutInOne()
+{
+    if (m_text.contains(u'\n') || m_text.contains(u'\r'))
+        for (QChar& c : m_text)
+            if (c == u'\n' || c == u'\r')
+                c = u' ';
+    take({{0, static_cast<int>(m_text.size()), true}});
+}
+
+void CellText::layOut(double width)
+{
+    const auto measure = [this](int start, int length) { return advance(start, length); };
+    take(width > 0 ? breakLines(m_text, width, measure) : splitLines(m_text));
+}
+
+double CellText::width() const
+{
+    double widest = 0;
+    for (const Line& line : m_lines)
+        widest = std::max(widest, line.width);
+    return widest;
+}
+
+double CellText::lineHeight(int line) const
+{
+    const Line& entry = m_lines[static_cast<size_t>(line)];
+    return std::round(entry.ascent + entry.descent) + 2 * m_leading;
+}
+
+double CellText::height() const
+{
+    double sum = 0;
+    for (int line = 0; line < lineCount(); ++line)
+        sum += lineHeight(line);
+    return sum;
+}
+
+int CellText::blanks(int line) const
+{
+    const TextLine& place = m_lines[static_cast<size_t>(line)].place;
+    return static_cast<int>(QStringView(m_text).mid(place.start, place.length).count(u' '));
+}
+
+void CellText::draw(QPainter& painter, int line, const QPointF& leftTop, const Stroke& stroke) const
+{
+    const Line& entry = m_lines[static_cast<size_t>(line)];
+    QPointF base(leftTop.x(), std::round(leftTop.y() + m_leading + entry.ascent));
+    Stroke relative = stroke;
+    for (const Piece& piece : pieces(entry.place.start, entry.place.length)) {
+        const QStringView part = QStringView(m_text).mid(piece.start, piece.length);
+        const double width = piece.face->advance(part) + double(part.count(u' ')) * stroke.extraBlank;
+        drawPiece(painter, piece, base, width, relative);
+        base.rx() += width;
+        relative.accountingFrom -= width;
+        relative.accountingTo -= width;
+    }
+}
+
+void CellText::drawPiece(QPainter& painter, const Piece& piece, QPointF base, double width, const Stroke& stroke) const
+{
+    const FontStyle& font = piece.span->font;
+    const QColor color = QColor::fromRgb(font.color);
+    if (font.script != Script::Normal) {
+        FontStyle whole = font;
+        whole.script = Script::Normal;
+        const double ascent = m_fonts->face(whole, m_shrink).ascent();
+        base.ry() += font.script == Script::Superscript ? -ascent * superscriptRaise * 0.6 : ascent * subscriptDrop;
+    }
+    QFont drawn = piece.face->font();
+    if (stroke.extraBlank != 0)
+        drawn.setWordSpacing(stroke.extraBlank);
+    painter.setFont(drawn);
+    painter.setPen(color);
+    painter.drawText(base, m_text.mid(piece.start, piece.length));
+
+    const double thickness = std::max(1.0, std::round(piece.face->ascent() / 14));
+    const auto rule = [&](double from, double to, double y) {
+        painter.fillRect(QRectF(std::round(from), std::round(y), std::round(to) - std::round(from), thickness), color);
+    };
+    const bool accounting =
+        font.underline == Underline::SingleAccounting || font.underline == Underline::DoubleAccounting;
+    const double from = base.x() + (accounting ? stroke.accountingFrom : 0);
+    const double to = base.x() + (accounting ? stroke.accountingTo : width);
+    const double below = accounting ? piece.face->descent() - thickness : piece.face->underline();
+    if (font.underline != Underline::None)
+        rule(from, to, base.y() + below);
+    if (font.underline == Underline::Double || font.underline == Underline::DoubleAccounting)
+        rule(from, to, base.y() + below + 2 * thickness);
+    if (font.strikeOut)
+        rule(base.x(), base.x() + width, base.y() - piece.face->strikeOut());
+}
+
+} // namespace lumivane::engine

@@ -1,0 +1,455 @@
+#include "engine/draw/SheetTexts.h"
+
+#include <QPainter>
+#include <QtMath>
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace lumivane::engine {
+namespace {
+
+constexpr int stackedLetters = 255;
+constexpr int customaryDigits = 11; // the most that General shows, however wide the cell
+constexpr double fitTolerance = 1;  // pixels at scale 1: signs and points are less exact than digits
+
+bool isTextKind(CellKind kind)
+{
+    return kind == CellKind::Text || kind == CellKind::SheetText;
+}
+
+Horizontal shownAlignment(const CellStyle& style, CellKind kind, const NumberFormat& format, Metrics metrics)
+{
+    if (style.horizontal != Horizontal::General)
+        return style.horizontal;
+    if (isTextKind(kind) || (kind == CellKind::Number && format.isText()))
+        return Horizontal::Left;
+    // Calc does not set booleans and errors apart from numbers.
+    return kind == CellKind::Number || metrics == Metrics::Calc ? Horizontal::Right : Horizontal::Center;
+}
+
+/// By its own setting, else by its first letter.
+bool runsFromRight(const CellStyle& style, const QString& text)
+{
+    return style.readingOrder == 0 ? text.isRightToLeft() : style.readingOrder == 2;
+}
+
+bool takesSeveralLines(const CellStyle& style)
+{
+    return style.wrap || style.horizontal == Horizontal::Justify || style.horizontal == Horizontal::Distributed ||
+           style.vertical == Vertical::Justify || style.vertical == Vertical::Distributed;
+}
+
+} // namespace
+
+SheetTexts::SheetTexts(const SheetCells& cells, const SheetGeometry& geometry, const VisibleGrid& grid,
+                       const Fonts& fonts, Metrics metrics)
+    : m_cells(cells), m_geometry(geometry), m_grid(grid), m_fonts(fonts), m_metrics(metrics),
+      m_padding(2 * grid.scale()), m_blank(fonts.face(geometry.font(cells.workbook().styles.cell(0))).advance(u" "))
+{
+}
+
+void SheetTexts::place()
+{
+    for (int index = 0; index < m_grid.rowCount(); ++index)
+        placeRow(m_grid.row(index));
+    placeMerged();
+}
+
+void SheetTexts::placeRow(int row)
+{
+    const CellArea& area = m_grid.area();
+    for (int index = 0; index < m_grid.columnCount(); ++index) {
+        const int column = m_grid.column(index);
+        if (m_cells.kind(row, column) != CellKind::Blank && !m_cells.mergedAt(row, column))
+            placeCell(row, column, CellArea::cell(row, column));
+    }
+    // Texts outside the area may run into it.
+    if (isFree(row, area.firstColumn))
+        placeNeighbour(row, area.firstColumn, -1);
+    if (isFree(row, area.lastColumn))
+        placeNeighbour(row, area.lastColumn, 1);
+}
+
+void SheetTexts::placeNeighbour(int row, int column, int step)
+{
+    const int neighbour = m_cells.nextFilled(row, column, step);
+    if (neighbour == 0 || !isTextKind(m_cells.kind(row, neighbour)) || m_grid.area().contains(row, neighbour))
+        return;
+    if (!m_geometry.columnHidden(neighbour) && !m_cells.mergedAt(row, neighbour))
+        placeCell(row, neighbour, CellArea::cell(row, neighbour));
+}
+
+void SheetTexts::placeMerged()
+{
+    for (const CellArea& merged : m_cells.sheet().merged)
+        if (intersect(merged, m_grid.area()) && m_cells.kind(merged.firstRow, merged.firstColumn) != CellKind::Blank)
+            placeCell(merged.firstRow, merged.firstColumn, merged);
+}
+
+bool SheetTexts::isFree(int row, int column) const
+{
+    return column >= 1 && column <= maxColumn && m_cells.kind(row, column) == CellKind::Blank &&
+           !m_cells.mergedAt(row, column);
+}
+
+void SheetTexts::placeCell(int row, int column, const CellArea& area)
+{
+    const CellStyle& style = m_cells.style(row, column);
+    const CellKind kind = m_cells.kind(row, column);
+    const bool single = area.rows() == 1 && area.columns() == 1;
+    const Place place{row,
+                      column,
+                      area,
+                      style,
+                      kind,
+                      m_grid.rect(area),
+                      shownAlignment(style, kind, m_cells.texts().format(m_cells.styleIndex(row, column)), m_metrics),
+                      single && isTextKind(kind)};
+    if (place.rect.isEmpty())
+        return;
+    if (isTextKind(kind))
+        placeText(place);
+    else if (kind != CellKind::Number || m_cells.sheet().view.showZeros || m_cells.number(row, column) != 0)
+        placeNumber(place);
+}
+
+double SheetTexts::indent(const Place& place) const
+{
+    const bool indented = place.horizontal == Horizontal::Left || place.horizontal == Horizontal::Right ||
+                          place.horizontal == Horizontal::Distributed;
+    // Three blanks, in whole pixels of scale 1.
+    return indented ? std::floor(3 * m_blank / m_grid.scale()) * m_grid.scale() * place.style.indent : 0;
+}
+
+double SheetTexts::innerWidth(const Place& place) const
+{
+    const int sides = place.horizontal == Horizontal::Distributed ? 2 : 1;
+    return place.rect.width() - 2 * m_padding - sides * indent(place);
+}
+
+CellText SheetTexts::make(const Place& place, const FormattedText& formatted, double shrink) const
+{
+    const FontStyle& cellFont = m_geometry.font(place.style);
+    FontStyle font = cellFont;
+    const auto colored = [&](FontStyle style) {
+        if (formatted.color)
+            style.color = *formatted.color;
+        return style;
+    };
+    std::vector<CellText::Span> spans;
+    const int size = static_cast<int>(formatted.text.size());
+    int start = 0;
+    if (const std::vector<TextRun>* runs = m_cells.runs(place.row, place.column))
+        for (const TextRun& run : *runs) {
+            const int next = std::clamp(run.start, start, size);
+            if (next > start)
+                spans.push_back({start, next - start, colored(font)});
+            start = next;
+            font = run.cellFont ? cellFont : run.font;
+        }
+    if (start < size || spans.empty())
+        spans.push_back({start, size - start, colored(font)});
+    CellText text(m_fonts, formatted.text, std::move(spans), shrink);
+    if (m_metrics == Metrics::File)
+        text.setLeading(m_grid.scale()); // a row is as many times higher as it holds lines
+    return text;
+}
+
+void SheetTexts::placeNumber(const Place& place)
+{
+    if (place.style.rotation != 0)
+        return placeText(place);
+    const double width = innerWidth(place);
+    std::optional<CellText> text = fittedNumber(place, width);
+    if (!text) {
+        const double hash = m_fonts.face(m_geometry.font(place.style)).advance(u"#");
+        // Calc always writes three.
+        const int count = m_metrics == Metrics::Calc ? 3 : std::max(1, static_cast<int>(width / hash));
+        FormattedText hashes;
+        hashes.text = QString(count, u'#');
+        text = make(place, hashes);
+        text->layOutInOne();
+    }
+    add(place, std::move(*text), place.rect);
+}
+
+/// The number as its format gives it, General with fewer digits where it must be; none if it does not fit.
+std::optional<CellText> SheetTexts::fittedNumber(const Place& place, double width) const
+{
+    const int most = m_metrics == Metrics::Calc ? NumberFormat::unlimited : customaryDigits;
+    FormattedText formatted = m_cells.formatted(place.row, place.column, most);
+    if (formatted.isError)
+        return {};
+    CellText text = make(place, formatted);
+    text.layOutInOne();
+    if (formatted.fillPosition >= 0)
+        text = filledText(place, formatted, width);
+    if (text.width() <= width + fitTolerance * m_grid.scale())
+        return text;
+    if (place.style.shrinkToFit) {
+        text = make(place, formatted, shrunk(place, text, width));
+        text.layOutInOne();
+        return text;
+    }
+    if (!formatted.isGeneral)
+        return {};
+    for (int chars = std::min<int>(most, static_cast<int>(formatted.text.size())) - 1; chars > 0; --chars) {
+        formatted = m_cells.formatted(place.row, place.column, chars);
+        text = make(place, formatted);
+        text.layOutInOne();
+        if (text.width() <= width + fitTolerance * m_grid.scale())
+            return text;
+    }
+    return {};
+}
+
+/// The text with its fill repeated as often as the width has room for.
+CellText SheetTexts::filledText(const Place& place, FormattedText formatted, double width) const
+{
+    CellText text = make(place, formatted);
+    text.layOutInOne();
+    const double one = m_fonts.face(m_geometry.font(place.style)).advance(QString(formatted.fill));
+    const double room = width - text.width();
+    if (room > 0 && one > 0) {
+        const int count = std::min(static_cast<int>(room / one), 2000);
+        formatted.text.insert(formatted.fillPosition, QString(count, formatted.fill));
+        text = make(place, formatted);
+        text.layOutInOne();
+    }
+    return text;
+}
+
+double SheetTexts::shrunk(const Place& place, const CellText& text, double width) const
+{
+    return std::clamp(width / std::max(text.width(), 1.0), 0.05, 1.0);
+}
+
+/// For "fill": the text as many whole times as it fits.
+CellText SheetTexts::repeated(const Place& place, const CellText& text, double width) const
+{
+    const int count = std::clamp(static_cast<int>(width / std::max(text.width(), 1.0)), 1, 2000);
+    FormattedText many;
+    many.text = text.text().repeated(count);
+    CellText result = make(place, many);
+    result.layOutInOne();
+    return result;
+}
+
+void SheetTexts::placeText(Place place)
+{
+    const FormattedText formatted = m_cells.formatted(place.row, place.column, customaryDigits);
+    if (formatted.text.isEmpty())
+        return;
+    if (place.style.horizontal == Horizontal::General && isTextKind(place.kind) &&
+        runsFromRight(place.style, formatted.text))
+        place.horizontal = Horizontal::Right;
+    CellText text = make(place, formatted);
+    if (place.style.rotation == stackedLetters)
+        return placeStacked(place, text);
+    if (place.style.rotation != 0)
+        return placeRotated(place, std::move(text));
+    if (takesSeveralLines(place.style))
+        return placeLines(place, std::move(text));
+    text.layOutInOne();
+    const double width = innerWidth(place);
+    if (formatted.fillPosition >= 0)
+        text = filledText(place, formatted, width);
+    if (place.horizontal == Horizontal::Fill) {
+        add(place, repeated(place, text, width), place.rect);
+    } else if (place.horizontal == Horizontal::CenterAcross) {
+        placeAcross(place, std::move(text));
+    } else if (place.style.shrinkToFit && text.width() > width) {
+        text = make(place, formatted, shrunk(place, text, width));
+        text.layOutInOne();
+        add(place, std::move(text), place.rect);
+    } else {
+        add(place, std::move(text), place.rect);
+    }
+}
+
+void SheetTexts::placeLines(const Place& place, CellText text)
+{
+    text.layOut(std::max(innerWidth(place), 1.0));
+    add(place, std::move(text), place.rect);
+}
+
+void SheetTexts::placeStacked(const Place& place, const CellText& text)
+{
+    FormattedText letters;
+    for (const QChar c : text.text()) {
+        if (!letters.text.isEmpty() && !c.isLowSurrogate())
+            letters.text += u'\n';
+        letters.text += c;
+    }
+    CellText stacked(m_fonts, letters.text, {{0, static_cast<int>(letters.text.size()), text.spans().front().font}});
+    stacked.layOut(0);
+    add(place, std::move(stacked), place.rect);
+    if (place.style.horizontal == Horizontal::General)
+        m_placed.back().horizontal = Horizontal::Center;
+}
+
+void SheetTexts::placeRotated(const Place& place, CellText text)
+{
+    const double radians = qDegreesToRadians(double(place.style.rotation));
+    const double sine = std::fabs(std::sin(radians));
+    if (place.style.wrap)
+        text.layOut(std::max((place.rect.height() - 2 * m_padding) / std::max(sine, 0.1), 1.0));
+    else
+        text.layOutInOne();
+    add(place, std::move(text), place.rect);
+    Placed& placed = m_placed.back();
+    placed.angle = place.style.rotation;
+    const bool upright = std::abs(place.style.rotation) == 90;
+    if (!upright) { // slanted texts lean over their neighbours
+        placed.clip.setLeft(0);
+        placed.clip.setRight(m_grid.size().width());
+    }
+}
+
+CellArea SheetTexts::acrossArea(const Place& place) const
+{
+    CellArea area = place.area;
+    while (isFree(place.row, area.lastColumn + 1) &&
+           m_cells.style(place.row, area.lastColumn + 1).horizontal == Horizontal::CenterAcross)
+        ++area.lastColumn;
+    return area;
+}
+
+void SheetTexts::placeAcross(const Place& place, CellText text)
+{
+    const CellArea area = acrossArea(place);
+    Place across{place.row,
+                 place.column,
+                 area,
+                 place.style,
+                 place.kind,
+                 m_grid.rect(area),
+                 Horizontal::Center,
+                 area.columns() == 1 && place.mayRunOver};
+    for (int column = area.firstColumn; column < area.lastColumn; ++column)
+        m_runOver.insert({place.row, column});
+    add(across, std::move(text), across.rect);
+}
+
+/// The cell's place and those of the free cells that its text runs over.
+QRect SheetTexts::reach(const Place& place, double width)
+{
+    const double needed = width + m_padding + indent(place);
+    QRect result = place.rect;
+    double left = 0, right = 0; // wanted beyond the cell
+    if (place.horizontal == Horizontal::Right)
+        left = needed - place.rect.width();
+    else if (place.horizontal == Horizontal::Center)
+        left = right = (width - place.rect.width()) / 2;
+    else
+        right = needed - place.rect.width();
+
+    const int rightStep = m_grid.rightToLeft() ? -1 : 1;
+    const auto extend = [&](int step, double wanted, bool toRight) {
+        int column = place.column;
+        while (wanted > 0 && isFree(place.row, column + step)) {
+            if (toRight ? result.right() > m_grid.size().width() : result.left() < 0)
+                break;
+            const int next = m_grid.rect(CellArea::cell(place.row, column + step)).width();
+            m_runOver.insert({place.row, std::min(column, column + step)});
+            column += step;
+            wanted -= next;
+            toRight ? result.setRight(result.right() + next) : result.setLeft(result.left() - next);
+        }
+    };
+    extend(-rightStep, left, false);
+    extend(rightStep, right, true);
+    return result;
+}
+
+void SheetTexts::add(const Place& place, CellText text, QRectF box)
+{
+    const double before = m_padding + (place.horizontal != Horizontal::Right ? indent(place) : 0);
+    const double after =
+        m_padding +
+        (place.horizontal == Horizontal::Right || place.horizontal == Horizontal::Distributed ? indent(place) : 0);
+    box.adjust(before, 0, -after, 0);
+    const bool runsOver = place.mayRunOver && place.style.rotation == 0 && !takesSeveralLines(place.style) &&
+                          place.horizontal != Horizontal::Fill;
+    const QRect clip = runsOver && text.width() > box.width() ? reach(place, text.width()) : place.rect;
+    const bool spread = place.horizontal == Horizontal::Justify || place.horizontal == Horizontal::Distributed;
+    m_placed.push_back({std::move(text), clip, box, place.horizontal, place.style.vertical, 0, spread,
+                        place.horizontal == Horizontal::Distributed, !isTextKind(place.kind)});
+}
+
+void SheetTexts::paint(QPainter& painter) const
+{
+    const QRect picture(QPoint(0, 0), m_grid.size());
+    for (const Placed& placed : m_placed)
+        if (placed.clip.intersects(picture))
+            paintText(painter, placed);
+}
+
+void SheetTexts::paintText(QPainter& painter, const Placed& placed) const
+{
+    painter.save();
+    painter.setClipRect(placed.clip, Qt::IntersectClip);
+    if (placed.angle == 0) {
+        paintLines(painter, placed, placed.box);
+    } else {
+        // The block is turned round its middle, and the upright rectangle round it is what is aligned.
+        const double radians = qDegreesToRadians(placed.angle);
+        const double sine = std::fabs(std::sin(radians)), cosine = std::fabs(std::cos(radians));
+        const double width = placed.text.width(), height = placed.text.height();
+        const double boundsWidth = width * cosine + height * sine, boundsHeight = width * sine + height * cosine;
+        const QRectF& box = placed.box;
+        double x = box.left();
+        if (placed.horizontal == Horizontal::Right)
+            x = box.right() - boundsWidth;
+        else if (placed.horizontal != Horizontal::Left)
+            x = box.center().x() - boundsWidth / 2;
+        double y = box.bottom() - m_grid.scale() - boundsHeight;
+        if (placed.vertical == Vertical::Top)
+            y = box.top() + m_grid.scale();
+        else if (placed.vertical != Vertical::Bottom)
+            y = box.center().y() - boundsHeight / 2;
+        painter.translate(std::round(x + boundsWidth / 2), std::round(y + boundsHeight / 2));
+        painter.rotate(-placed.angle);
+        Placed flat = placed;
+        flat.vertical = Vertical::Top;
+        paintLines(painter, flat, QRectF(-width / 2, -height / 2, width, height));
+    }
+    painter.restore();
+}
+
+void SheetTexts::paintLines(QPainter& painter, const Placed& placed, const QRectF& box) const
+{
+    const CellText& text = placed.text;
+    const double room = box.height() - text.height();
+    const int lines = text.lineCount();
+    double y = box.top();
+    double gap = 0;
+    if (placed.vertical == Vertical::Bottom)
+        y += m_metrics == Metrics::File ? room : room - m_grid.scale();
+    else if (placed.vertical == Vertical::Center || (placed.vertical == Vertical::Distributed && lines == 1))
+        y += std::floor(room / 2);
+    else if (placed.vertical != Vertical::Top && lines > 1)
+        gap = std::max(room, 0.0) / (lines - 1);
+
+    for (int line = 0; line < lines; ++line) {
+        const double width = text.lineWidth(line);
+        const double free = box.width() - width;
+        CellText::Stroke stroke;
+        double x = box.left();
+        const bool spread = placed.spread && text.blanks(line) > 0 && (placed.spreadLast || !text.endsParagraph(line));
+        if (spread)
+            stroke.extraBlank = std::max(free, 0.0) / text.blanks(line);
+        else if (placed.horizontal == Horizontal::Right)
+            x += free;
+        else if (placed.horizontal == Horizontal::Center || placed.horizontal == Horizontal::Distributed)
+            x += free / 2;
+        stroke.accountingFrom = placed.wholeCellUnderline ? box.left() - x : 0;
+        stroke.accountingTo = placed.wholeCellUnderline ? box.right() - x : width;
+        text.draw(painter, line, {std::round(x), y}, stroke);
+        y += text.lineHeight(line) + gap;
+    }
+}
+
+} // namespace lumivane::engine

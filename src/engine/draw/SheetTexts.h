@@ -1,0 +1,85 @@
+#pragma once
+
+#include "engine/draw/CellText.h"
+#include "engine/draw/VisibleGrid.h"
+#include "engine/show/SheetCells.h"
+
+#include <set>
+
+namespace lumivane::engine {
+
+/// The texts of an area, each placed in its cell and as far beyond it as its neighbours are empty. Placing comes before
+/// drawing, since gridlines end where a text runs over them.
+class SheetTexts
+{
+public:
+    SheetTexts(const SheetCells& cells, const SheetGeometry& geometry, const VisibleGrid& grid, const Fonts& fonts,
+               Metrics metrics);
+
+    void place();
+    void paint(QPainter& painter) const;
+    /// A text runs over the edge between this column and the next one.
+    bool runsOver(int row, int column) const { return m_runOver.contains({row, column}); }
+
+private:
+    struct Placed
+    {
+        CellText text;
+        QRect clip;
+        QRectF box; ///< in which the lines are aligned
+        Horizontal horizontal;
+        Vertical vertical;
+        double angle = 0; ///< degrees counter-clockwise
+        bool spread = false;
+        bool spreadLast = false;
+        bool wholeCellUnderline = false;
+    };
+    /// A cell, or a merged area, with what is known of it before its text is laid out.
+    struct Place
+    {
+        int row, column;
+        CellArea area;
+        const CellStyle& style;
+        CellKind kind;
+        QRect rect;
+        Horizontal horizontal;
+        bool mayRunOver;
+    };
+
+    void placeRow(int rowIndex);
+    void placeNeighbour(int row, int column, int step);
+    void placeMerged();
+    void placeCell(int row, int column, const CellArea& area);
+    void placeNumber(const Place& place);
+    void placeText(Place place);
+    void placeLines(const Place& place, CellText text);
+    void placeRotated(const Place& place, CellText text);
+    void placeStacked(const Place& place, const CellText& text);
+    void placeAcross(const Place& place, CellText text);
+    void add(const Place& place, CellText text, QRectF box);
+
+    QRect reach(const Place& place, double width);
+    CellArea acrossArea(const Place& place) const;
+    CellText make(const Place& place, const FormattedText& formatted, double shrink = 1) const;
+    std::optional<CellText> fittedNumber(const Place& place, double width) const;
+    CellText filledText(const Place& place, FormattedText formatted, double width) const;
+    CellText repeated(const Place& place, const CellText& text, double width) const;
+    double shrunk(const Place& place, const CellText& text, double width) const;
+    double innerWidth(const Place& place) const;
+    double indent(const Place& place) const;
+    bool isFree(int row, int column) const;
+    void paintText(QPainter& painter, const Placed& placed) const;
+    void paintLines(QPainter& painter, const Placed& placed, const QRectF& box) const;
+
+    const SheetCells& m_cells;
+    const SheetGeometry& m_geometry;
+    const VisibleGrid& m_grid;
+    const Fonts& m_fonts;
+    Metrics m_metrics;
+    double m_padding;
+    double m_blank; ///< width of a blank in the default font
+    std::vector<Placed> m_placed;
+    std::set<std::pair<int, int>> m_runOver;
+};
+
+} // namespace lumivane::engine

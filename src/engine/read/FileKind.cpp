@@ -1,0 +1,104 @@
+#include "engine/read/FileKind.h"
+
+#include "engine/read/Fault.h"
+
+#include <QFile>
+
+namespace lumivane::engine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Compound files hold streams like a small file system; an encrypted workbook is one with a stream of this name.
+/// Looking for the name in all of the file needs no trust in its tables.
+bool hasEncryptedPackage(QFile& file)
+{
+    const QStringView name = u"EncryptedPackage";
+    const QByteArray wanted(reinterpret_cast<const char*>(name.utf16()), name.size() * 2);
+    constexpr qint64 blockSize = 64 << 10;
+    QByteArray block;
+    file.seek(0);
+    while (true) {
+        const QByteArray next = file.read(blockSize);
+        if (next.isEmpty())
+            return false;
+        block = block.right(wanted.size()) + next;
+        if (block.contains(wanted))
+            return true;
+    }
+}
+
+/// What other kinds of file begin with, in small letters, and how they are called.
+constexpr std::pair<QByteArrayView, QLatin1StringView> otherKinds[] = {
+    {"%pdf", "a PDF document"_L1},
+    {"\x89png", "a picture"_L1},
+    {"\xff\xd8\xff", "a picture"_L1},
+    {"gif8", "a picture"_L1},
+    {"{\\rtf", "a text document"_L1},
+    {"<!doctype html", "a web page"_L1},
+    {"<html", "a web page"_L1},
+    {"<head", "a web page"_L1},
+    {"<table", "a web page"_L1},
+    {"<meta", "a web page"_L1},
+    {"<?xml", "an XML document"_L1},
+    {"<svg", "a picture"_L1},
+    {"mime-version:", "a web page"_L1},
+    {"\x1f\x8b", "a packed file"_L1},
+    {"7z\xbc\xaf", "a packed file"_L1},
+    {"rar!", "a packed file"_L1},
+    {"\x7f"
+     "elf",
+     "a program"_L1},
+};
+
+QByteArray beginning(const QByteArray& bytes)
+{
+    QByteArray start = bytes.startsWith("\xef\xbb\xbf") ? bytes.mid(3) : bytes;
+    while (!start.isEmpty() && QByteArrayView(" \t\r\n").contains(start.front()))
+        start.remove(0, 1);
+    // Only the letters of ASCII have a small form here.
+    return start.first(std::min<qsizetype>(start.size(), 20)).toLower();
+}
+
+/// The oldest workbooks are one bare stream; its first record says which version it is.
+bool beginsOldStream(const QByteArray& bytes)
+{
+    return bytes.size() > 8 && bytes[0] == '\x09' && QByteArrayView("\0\2\4\x08", 4).contains(bytes[1]) &&
+           bytes[3] == '\0';
+}
+
+[[noreturn]] void throwOldBinary()
+{
+    throw Fault{u"it is an old binary workbook (xls), which is not read by the built-in reader; save it as xlsx"_s,
+                true};
+}
+
+} // namespace
+
+FileKind fileKind(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw Fault{u"it cannot be opened (%1)"_s.arg(file.errorString())};
+    const QByteArray bytes = file.read(512);
+    if (bytes.isEmpty())
+        throw Fault{u"the file is empty"_s};
+    if (bytes.startsWith("PK\3\4") || bytes.startsWith("PK\5\6"))
+        return FileKind::Package;
+    if (bytes.startsWith("\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1")) {
+        if (hasEncryptedPackage(file))
+            throw Fault{u"it is protected by a password; save it without one"_s};
+        throwOldBinary();
+    }
+    if (beginsOldStream(bytes))
+        throwOldBinary();
+    const QByteArray start = beginning(bytes);
+    for (const auto& [begin, name] : otherKinds) {
+        if (start.startsWith(begin))
+            throw Fault{u"it is %1, not a workbook"_s.arg(name)};
+    }
+    return FileKind::Text;
+}
+
+} // namespace lumivane::engine

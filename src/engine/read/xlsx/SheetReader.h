@@ -1,0 +1,80 @@
+#pragma once
+
+#include "engine/content/WorkbookContent.h"
+#include "engine/read/package/AttributeValues.h"
+#include "engine/read/package/XmlScanner.h"
+#include "engine/read/xlsx/Palette.h"
+
+namespace lumivane::engine {
+
+/// What a sheet needs to know of its workbook.
+struct SheetSurroundings
+{
+    const Palette& palette;
+    int sharedTexts = 0; ///< how many there are
+    bool date1904 = false;
+    quint64 partSize = 0; ///< of the sheet's part in bytes, against which its claims are held; 0: unknown
+};
+
+/// Reads one sheet's part in a single pass. Throws Fault when anything in it is broken: never half a sheet.
+class SheetReader
+{
+public:
+    SheetReader(ByteStream& bytes, const SheetSurroundings& surroundings, SheetContent& content);
+    void read();
+
+    /// Relationship ids of the drawing and of tables, to be followed by the caller.
+    const std::string& drawingId() const { return m_drawingId; }
+    const std::vector<std::string>& tableIds() const { return m_tableIds; }
+
+private:
+    struct CellStart
+    {
+        std::string_view type;
+        Cell cell;
+    };
+
+    void readPart();
+    void readDimension();
+    void readView();
+    void readPane();
+    void readDefaults();
+    void readColumns();
+    void readColumn();
+    void readRows();
+    void readRow();
+    void startRow(int row);
+    void dropEmptyRow();
+    void readCell();
+    CellStart cellStart();
+    void finishCell(CellStart& start);
+    void setValue(CellStart& start, std::string_view raw);
+    void setNumber(Cell& cell, std::string_view raw);
+    void setDate(Cell& cell, std::string_view raw);
+    void setSharedText(Cell& cell, std::string_view raw);
+    void appendCell(const Cell& cell);
+    void readMerges();
+    void readTableParts();
+    void readExtensions();
+    void addUnread(const QString& what, std::string_view areas);
+    void sortCells();
+    void measure();
+    template <class Handle>
+    void forChildren(Handle handle);
+    [[noreturn]] void failCell(const Cell& cell, const char* what, std::string_view value) const;
+
+    const SheetSurroundings m_surroundings;
+    SheetContent& m_content;
+    XmlScanner m_xml;
+    int m_row = 0;    ///< of the row being read
+    int m_column = 0; ///< of the cell read last
+    int m_cellRow = 0;
+    bool m_ordered = true;
+    bool m_viewRead = false;
+    std::string m_value;
+    std::string m_buffer;
+    std::string m_drawingId;
+    std::vector<std::string> m_tableIds;
+};
+
+} // namespace lumivane::engine

@@ -1,0 +1,368 @@
+#include "engine/read/xlsx/StyleReader.h"
+
+#include "engine/read/Fault.h"
+#include "engine/read/package/AttributeValues.h"
+#include "engine/read/package/SmallParts.h"
+
+#include <algorithm>
+#include <map>
+
+namespace lumivane::engine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The value that goes with a name; the first one where the name is unknown.
+template <class Enum, size_t count>
+Enum named(const std::pair<std::string_view, Enum> (&names)[count], std::string_view name)
+{
+    for (const auto& [known, value] : names) {
+        if (known == name)
+            return value;
+    }
+    return names[0].second;
+}
+
+constexpr std::pair<std::string_view, Pattern> patternNames[] = {
+    {"none", Pattern::None},
+    {"solid", Pattern::Solid},
+    {"gray125", Pattern::Gray125},
+    {"gray0625", Pattern::Gray0625},
+    {"darkGray", Pattern::DarkGray},
+    {"mediumGray", Pattern::MediumGray},
+    {"lightGray", Pattern::LightGray},
+    {"darkHorizontal", Pattern::DarkHorizontal},
+    {"darkVertical", Pattern::DarkVertical},
+    {"darkDown", Pattern::DarkDown},
+    {"darkUp", Pattern::DarkUp},
+    {"darkGrid", Pattern::DarkGrid},
+    {"darkTrellis", Pattern::DarkTrellis},
+    {"lightHorizontal", Pattern::LightHorizontal},
+    {"lightVertical", Pattern::LightVertical},
+    {"lightDown", Pattern::LightDown},
+    {"lightUp", Pattern::LightUp},
+    {"lightGrid", Pattern::LightGrid},
+    {"lightTrellis", Pattern::LightTrellis},
+};
+
+constexpr std::pair<std::string_view, LineStyle> lineNames[] = {
+    {"none", LineStyle::None},
+    {"thin", LineStyle::Thin},
+    {"medium", LineStyle::Medium},
+    {"dashed", LineStyle::Dashed},
+    {"dotted", LineStyle::Dotted},
+    {"thick", LineStyle::Thick},
+    {"double", LineStyle::Double},
+    {"hair", LineStyle::Hair},
+    {"mediumDashed", LineStyle::MediumDashed},
+    {"dashDot", LineStyle::DashDot},
+    {"mediumDashDot", LineStyle::MediumDashDot},
+    {"dashDotDot", LineStyle::DashDotDot},
+    {"mediumDashDotDot", LineStyle::MediumDashDotDot},
+    {"slantDashDot", LineStyle::SlantDashDot},
+};
+
+constexpr std::pair<std::string_view, Horizontal> horizontalNames[] = {
+    {"general", Horizontal::General},
+    {"left", Horizontal::Left},
+    {"center", Horizontal::Center},
+    {"right", Horizontal::Right},
+    {"fill", Horizontal::Fill},
+    {"justify", Horizontal::Justify},
+    {"centerContinuous", Horizontal::CenterAcross},
+    {"distributed", Horizontal::Distributed},
+};
+
+constexpr std::pair<std::string_view, Vertical> verticalNames[] = {
+    {"bottom", Vertical::Bottom},   {"center", Vertical::Center},           {"top", Vertical::Top},
+    {"justify", Vertical::Justify}, {"distributed", Vertical::Distributed},
+};
+
+/// <b/> and <b val="1"/> switch on, <b val="0"/> does not.
+bool switchedOn(pugi::xml_node node, std::string_view name)
+{
+    const pugi::xml_node child = childNamed(node, name);
+    return child && flagFrom(attributeOf(child, "val"), true);
+}
+
+FontStyle readFont(pugi::xml_node node, const Palette& palette)
+{
+    FontStyle font;
+    if (const std::string_view name = attributeOf(childNamed(node, "name"), "val"); !name.empty())
+        font.family = textFrom(name);
+    const double points = numberFrom(attributeOf(childNamed(node, "sz"), "val")).value_or(font.points);
+    if (points >= 1 && points <= 409)
+        font.points = points;
+    font.bold = switchedOn(node, "b");
+    font.italic = switchedOn(node, "i");
+    font.strikeOut = switchedOn(node, "strike");
+    if (const pugi::xml_node underline = childNamed(node, "u"))
+        font.underline = underlineFrom(attributeOf(underline, "val"));
+    font.script = scriptFrom(attributeOf(childNamed(node, "vertAlign"), "val"));
+    font.color = palette.color(childNamed(node, "color")).value_or(font.color);
+    return font;
+}
+
+FillStyle readGradient(pugi::xml_node node, const Palette& palette)
+{
+    FillStyle fill;
+    fill.pattern = Pattern::Gradient;
+    fill.gradientDegrees = numberFrom(attributeOf(node, "degree")).value_or(0);
+    const std::vector<pugi::xml_node> stops = childrenNamed(node, "stop");
+    if (!stops.empty()) {
+        fill.fore = palette.color(childNamed(stops.front(), "color")).value_or(fill.fore);
+        fill.back = palette.color(childNamed(stops.back(), "color")).value_or(fill.back);
+    }
+    return fill;
+}
+
+FillStyle readFill(pugi::xml_node node, const Palette& palette)
+{
+    if (const pugi::xml_node gradient = childNamed(node, "gradientFill"))
+        return readGradient(gradient, palette);
+    FillStyle fill;
+    const pugi::xml_node pattern = childNamed(node, "patternFill");
+    fill.pattern = named(patternNames, attributeOf(pattern, "patternType"));
+    fill.fore = palette.color(childNamed(pattern, "fgColor")).value_or(fill.fore);
+    fill.back = palette.color(childNamed(pattern, "bgColor")).value_or(fill.back);
+    return fill;
+}
+
+BorderLine readLine(pugi::xml_node border, std::string_view name, std::string_view otherName, const Palette& palette)
+{
+    pugi::xml_node node = childNamed(border, name);
+    if (!node)
+        node = childNamed(border, otherName);
+    BorderLine line;
+    line.style = named(lineNames, attributeOf(node, "style"));
+    line.color = palette.color(childNamed(node, "color")).value_or(line.color);
+    return line;
+}
+
+BorderStyle readBorder(pugi::xml_node node, const Palette& palette)
+{
+    BorderStyle border;
+    border.left = readLine(node, "left", "start", palette);
+    border.right = readLine(node, "right", "end", palette);
+    border.top = readLine(node, "top", "top", palette);
+    border.bottom = readLine(node, "bottom", "bottom", palette);
+    border.diagonal = readLine(node, "diagonal", "diagonal", palette);
+    border.diagonalUp = flagFrom(attributeOf(node, "diagonalUp"), false);
+    border.diagonalDown = flagFrom(attributeOf(node, "diagonalDown"), false);
+    return border;
+}
+
+/// Stored are 0 to 90 for turns to the left, 91 to 180 for 1 to 90 degrees to the right, 255 for stacked letters.
+qint16 rotationFrom(std::string_view text)
+{
+    const int stored = integerFrom(text).value_or(0);
+    if (stored == 255)
+        return 255;
+    if (stored < 0 || stored > 180)
+        return 0;
+    return static_cast<qint16>(stored <= 90 ? stored : 90 - stored);
+}
+
+void readAlignment(pugi::xml_node node, CellStyle& style)
+{
+    style.horizontal = named(horizontalNames, attributeOf(node, "horizontal"));
+    style.vertical = named(verticalNames, attributeOf(node, "vertical"));
+    style.rotation = rotationFrom(attributeOf(node, "textRotation"));
+    style.indent = static_cast<quint8>(std::clamp(integerFrom(attributeOf(node, "indent")).value_or(0), 0, 250));
+    style.wrap = flagFrom(attributeOf(node, "wrapText"), false);
+    style.shrinkToFit = flagFrom(attributeOf(node, "shrinkToFit"), false);
+    style.readingOrder =
+        static_cast<quint8>(std::clamp(integerFrom(attributeOf(node, "readingOrder")).value_or(0), 0, 2));
+}
+
+/// Number formats by the numbers that the file uses for them, each code once.
+class FormatNumbers
+{
+public:
+    FormatNumbers(pugi::xml_node numFmts, std::vector<QString>& codes) : m_codes(codes)
+    {
+        for (const pugi::xml_node node : childrenNamed(numFmts, "numFmt")) {
+            if (const std::optional<int> id = integerFrom(attributeOf(node, "numFmtId")))
+                m_indexes[*id] = append(textFrom(attributeOf(node, "formatCode")));
+        }
+    }
+
+    int index(int id)
+    {
+        const auto place = m_indexes.find(id);
+        if (place != m_indexes.end())
+            return place->second;
+        const QString code = builtInNumberFormat(id);
+        return m_indexes[id] = code.isEmpty() ? 0 : append(code);
+    }
+
+private:
+    int append(const QString& code)
+    {
+        if (code.isEmpty() || code.compare(m_codes.front(), Qt::CaseInsensitive) == 0)
+            return 0;
+        m_codes.push_back(code);
+        return static_cast<int>(m_codes.size()) - 1;
+    }
+
+    std::vector<QString>& m_codes;
+    std::map<int, int> m_indexes;
+};
+
+template <class T>
+int indexWithin(std::string_view text, const std::vector<T>& list)
+{
+    const int index = integerFrom(text).value_or(0);
+    return index >= 0 && index < static_cast<int>(list.size()) ? index : 0;
+}
+
+/// Far above what any program writes; what is beyond was made to waste memory.
+constexpr size_t maxStyles = 200000;
+
+template <class T, class Read>
+void readList(pugi::xml_node list, const char* name, std::vector<T>& to, Read read)
+{
+    const std::vector<pugi::xml_node> nodes = childrenNamed(list, name);
+    if (nodes.size() > maxStyles)
+        throw Fault{u"it has more than %1 styles of one kind"_s.arg(maxStyles)};
+    std::vector<T> found;
+    for (const pugi::xml_node node : nodes)
+        found.push_back(read(node));
+    if (!found.empty())
+        to = std::move(found);
+}
+
+void readCellStyles(pugi::xml_node styleSheet, StyleTable& table)
+{
+    FormatNumbers formats(childNamed(styleSheet, "numFmts"), table.numberFormats);
+    readList(childNamed(styleSheet, "cellXfs"), "xf", table.cells, [&](pugi::xml_node node) {
+        CellStyle style;
+        style.font = indexWithin(attributeOf(node, "fontId"), table.fonts);
+        style.fill = indexWithin(attributeOf(node, "fillId"), table.fills);
+        style.border = indexWithin(attributeOf(node, "borderId"), table.borders);
+        style.numberFormat = formats.index(integerFrom(attributeOf(node, "numFmtId")).value_or(0));
+        style.quotePrefix = flagFrom(attributeOf(node, "quotePrefix"), false);
+        readAlignment(childNamed(node, "alignment"), style);
+        return style;
+    });
+}
+
+} // namespace
+
+Underline underlineFrom(std::string_view text)
+{
+    static constexpr std::pair<std::string_view, Underline> names[] = {
+        {"single", Underline::Single},
+        {"none", Underline::None},
+        {"double", Underline::Double},
+        {"singleAccounting", Underline::SingleAccounting},
+        {"doubleAccounting", Underline::DoubleAccounting},
+    };
+    return named(names, text);
+}
+
+Script scriptFrom(std::string_view text)
+{
+    static constexpr std::pair<std::string_view, Script> names[] = {
+        {"baseline", Script::Normal}, {"superscript", Script::Superscript}, {"subscript", Script::Subscript}};
+    return named(names, text);
+}
+
+QString builtInNumberFormat(int id)
+{
+    switch (id) {
+    case 0:
+        return u"General"_s;
+    case 1:
+        return u"0"_s;
+    case 2:
+        return u"0.00"_s;
+    case 3:
+        return u"#,##0"_s;
+    case 4:
+        return u"#,##0.00"_s;
+    case 5:
+        return u"\"$\"#,##0_);(\"$\"#,##0)"_s;
+    case 6:
+        return u"\"$\"#,##0_);[Red](\"$\"#,##0)"_s;
+    case 7:
+        return u"\"$\"#,##0.00_);(\"$\"#,##0.00)"_s;
+    case 8:
+        return u"\"$\"#,##0.00_);[Red](\"$\"#,##0.00)"_s;
+    case 9:
+        return u"0%"_s;
+    case 10:
+        return u"0.00%"_s;
+    case 11:
+        return u"0.00E+00"_s;
+    case 12:
+        return u"# ?/?"_s;
+    case 13:
+        return u"# ?\?/?\?"_s;
+    case 15:
+        return u"d-mmm-yy"_s;
+    case 16:
+        return u"d-mmm"_s;
+    case 17:
+        return u"mmm-yy"_s;
+    case 18:
+        return u"h:mm AM/PM"_s;
+    case 19:
+        return u"h:mm:ss AM/PM"_s;
+    case 20:
+        return u"h:mm"_s;
+    case 21:
+        return u"h:mm:ss"_s;
+    case 22:
+        return u"m/d/yyyy h:mm"_s;
+    case 37:
+        return u"#,##0_);(#,##0)"_s;
+    case 38:
+        return u"#,##0_);[Red](#,##0)"_s;
+    case 39:
+        return u"#,##0.00_);(#,##0.00)"_s;
+    case 40:
+        return u"#,##0.00_);[Red](#,##0.00)"_s;
+    case 41:
+        return u"_(* #,##0_);_(* (#,##0);_(* \"-\"_);_(@_)"_s;
+    case 42:
+        return u"_(\"$\"* #,##0_);_(\"$\"* (#,##0);_(\"$\"* \"-\"_);_(@_)"_s;
+    case 43:
+        return u"_(* #,##0.00_);_(* (#,##0.00);_(* \"-\"?\?_);_(@_)"_s;
+    case 44:
+        return u"_(\"$\"* #,##0.00_);_(\"$\"* (#,##0.00);_(\"$\"* \"-\"?\?_);_(@_)"_s;
+    case 45:
+        return u"mm:ss"_s;
+    case 46:
+        return u"[h]:mm:ss"_s;
+    case 47:
+        return u"mm:ss.0"_s;
+    case 48:
+        return u"##0.0E+0"_s;
+    case 49:
+        return u"@"_s;
+    }
+    // Dates and times of East Asian editions, shown by others in their own short form.
+    if (id == 14 || (id >= 27 && id <= 31) || id == 36 || (id >= 50 && id <= 58))
+        return u"m/d/yyyy"_s;
+    if (id >= 32 && id <= 35)
+        return u"h:mm:ss"_s;
+    return {};
+}
+
+StyleTable readStyles(pugi::xml_node styleSheet, Palette& palette)
+{
+    palette.readIndexed(childNamed(styleSheet, "colors"));
+    StyleTable table;
+    readList(childNamed(styleSheet, "fonts"), "font", table.fonts,
+             [&](pugi::xml_node node) { return readFont(node, palette); });
+    readList(childNamed(styleSheet, "fills"), "fill", table.fills,
+             [&](pugi::xml_node node) { return readFill(node, palette); });
+    readList(childNamed(styleSheet, "borders"), "border", table.borders,
+             [&](pugi::xml_node node) { return readBorder(node, palette); });
+    readCellStyles(styleSheet, table);
+    return table;
+}
+
+} // namespace lumivane::engine

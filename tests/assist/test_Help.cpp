@@ -1,0 +1,97 @@
+#include "assist/frmTip.h"
+#include "assist/modHTMLHelp.h"
+#include "dashboard/DashboardFixture.h"
+#include "dashboard/frmOpenWorkspace.h"
+#include "dashboard/frmOptions.h"
+#include "dashboard/frmSaveWorkspace.h"
+#include "services/modUtilsINI.h"
+
+#include <QAction>
+#include <QFile>
+#include <QPushButton>
+#include <QToolButton>
+#include <QUrl>
+
+using namespace lumivane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A program with a help file whose pages are numbered as the topics are listed here.
+class HelpCommands : public test::DashboardFixture
+{
+protected:
+    HelpCommands()
+    {
+        setDocumentViewer({[this](const QString&, qint32 context) { seen.append(topics.value(context - 100)); },
+                           [this](const QUrl& document) { seen.append(document.toString()); }});
+        makeFile(u"lumivane.CHM"_s);
+        for (qsizetype i = 0; i < topics.size(); ++i)
+            SetIniString(GetHelpIniFile(), u"Help"_s, topics[i], QString::number(100 + i));
+        SetHelpFile();
+    }
+    ~HelpCommands() override
+    {
+        setDocumentViewer({});
+        QFile::remove(programFile(u"lumivane.CHM"_s));
+        SetHelpFile();
+    }
+
+    void makeFile(const QString& name) { QFile(programFile(name)).open(QIODevice::WriteOnly); }
+    static void pressHelp(const QDialog& dialog) { dialog.findChild<QPushButton*>(u"cmdHelp"_s)->click(); }
+
+    const QStringList topics = {
+        u"Main"_s,       u"frmWorkspace"_s, u"OpenWorkspace"_s, u"TargetWorkspace"_s, u"frmSaveWorkspace"_s,
+        u"frmOptions"_s, u"frmTip"_s};
+    QStringList seen;
+};
+
+TEST_F(HelpCommands, EachPlaceAsksForItsTopic)
+{
+    start();
+    window().menus().mnuHelpContents->trigger();
+    window().findChild<QToolButton*>(u"cmdHelp"_s)->click();
+    pressHelp(frmOpenWorkspace{QString()});
+    pressHelp(frmOpenWorkspace{u"Copy"_s});
+    pressHelp(frmSaveWorkspace{u"SaveAs"_s, QString()});
+    pressHelp(frmOptions{Qt::white});
+    pressHelp(frmTip());
+    EXPECT_EQ(seen, topics);
+}
+
+TEST_F(HelpCommands, TheGuideOpensOnlyWhereItIs)
+{
+    start();
+    window().menus().mnuHelpLearningGuide->trigger();
+    EXPECT_TRUE(seen.isEmpty() && m_user.shown.isEmpty());
+    makeFile(u"lumivane_Learning_Guide.pdf"_s);
+    window().menus().mnuHelpLearningGuide->trigger();
+    EXPECT_EQ(seen, QStringList{QUrl::fromLocalFile(programFile(u"lumivane_Learning_Guide.pdf"_s)).toString()});
+}
+
+TEST_F(HelpCommands, TheTipLeadsToTheGuideWhereItIs)
+{
+    const auto guide = [](const QDialog& tip) { return tip.findChild<QPushButton*>(u"cmdGuide"_s); };
+    EXPECT_FALSE(guide(frmTip())->isEnabled());
+    makeFile(u"lumivane_Learning_Guide.pdf"_s);
+    const frmTip tip;
+    EXPECT_TRUE(guide(tip)->isEnabled());
+    guide(tip)->click();
+    QFile::remove(learningGuideFile());
+    guide(tip)->click();
+    EXPECT_EQ(seen, QStringList{QUrl::fromLocalFile(learningGuideFile()).toString()});
+    EXPECT_TRUE(m_user.shown.isEmpty());
+}
+
+TEST_F(HelpCommands, TheWebSiteIsOfferedOnceItIsKnown)
+{
+    start();
+    EXPECT_FALSE(window().menus().mnuHelpWeb->isVisible());
+    SetIniString(GetIniFile(), u"Settings"_s, u"Web Site"_s, u"https://example.org/"_s);
+    start();
+    EXPECT_TRUE(window().menus().mnuHelpWeb->isVisible());
+    window().menus().mnuHelpWeb->trigger();
+    EXPECT_EQ(seen, QStringList{u"https://example.org/"_s});
+}
+
+} // namespace

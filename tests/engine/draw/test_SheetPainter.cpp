@@ -1,0 +1,234 @@
+#include "Pictures.h"
+#include "engine/draw/BorderLines.h"
+
+#include <QPainter>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace lumivane::engine {
+namespace {
+
+int countColor(const QImage& image, QRgb color)
+{
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            count += image.pixel(x, y) == color ? 1 : 0;
+    return count;
+}
+
+BorderLine line(LineStyle style, QRgb color = black)
+{
+    return {style, color};
+}
+
+TEST(SheetPainter, isAsLargeAsWhatIsVisible)
+{
+    SheetBuilder made;
+    made.row(2).hidden = true;
+    made.row(3).height = 30;
+    made.column(2, 2, 10, true);
+    const SheetPainter painter(made.workbook(), made.content());
+    EXPECT_EQ(painter.size({1, 1, 3, 3}), QSize(128, 60));
+    EXPECT_EQ(painter.image({1, 1, 3, 3}).size(), QSize(128, 60));
+    EXPECT_EQ(painter.image({1, 1, 3, 3}, 2).size(), QSize(256, 120));
+    EXPECT_TRUE(painter.image({2, 1, 2, 3}).isNull()) << "nothing is visible";
+    EXPECT_TRUE(painter.image(CellArea::wholeSheet()).isNull()) << "too large";
+}
+
+TEST(SheetPainter, fillsCells)
+{
+    SheetBuilder made;
+    made.blank(1, 1, made.solidStyle(red)).blank(2, 2, made.solidStyle(blue));
+    SheetOverlay overlay;
+    overlay.colors[{2, 2}] = green;
+    const QImage image = draw(made, 3, 3, 1, &overlay);
+    EXPECT_EQ(image.pixel(0, 0), red);
+    EXPECT_EQ(image.pixel(63, 19), red);
+    EXPECT_EQ(image.pixel(64, 19), white);
+    EXPECT_EQ(image.pixel(70, 25), green) << "what the job laid over it";
+    EXPECT_EQ(image.pixel(130, 50), white);
+}
+
+TEST(SheetPainter, fillsRowsAndColumnsByTheirOwnStyle)
+{
+    SheetBuilder made;
+    made.row(2).style = made.solidStyle(red);
+    made.column(3, 3, 9.140625);
+    made.sheet().columns.back().style = made.solidStyle(blue);
+    const QImage image = draw(made, 3, 3);
+    EXPECT_EQ(image.pixel(10, 30), red);
+    EXPECT_EQ(image.pixel(140, 10), blue);
+    EXPECT_EQ(image.pixel(140, 30), red) << "rows before columns";
+}
+
+TEST(SheetPainter, drawsPatternsAndGradients)
+{
+    SheetBuilder made;
+    made.blank(1, 1, made.fillStyle({Pattern::Gray125, black, white, 0}))
+        .blank(1, 2, made.fillStyle({Pattern::MediumGray, black, white, 0}))
+        .blank(1, 3, made.fillStyle({Pattern::LightHorizontal, red, blue, 0}))
+        .blank(1, 4, made.fillStyle({Pattern::Gradient, black, white, 0}));
+    const QImage image = draw(made, 1, 4);
+    EXPECT_EQ(countColor(image.copy(cellRect(1, 1)), black), cellWidth * cellHeight / 8);
+    EXPECT_EQ(countColor(image.copy(cellRect(1, 2)), black), cellWidth * cellHeight / 2);
+    EXPECT_EQ(countColor(image.copy(cellRect(1, 3)), red), cellWidth * cellHeight / 4);
+    EXPECT_LT(qGray(image.pixel(3 * cellWidth + 2, 10)), 16);
+    EXPECT_NEAR(qGray(image.pixel(3 * cellWidth + 32, 10)), 128, 8);
+    EXPECT_GT(qGray(image.pixel(4 * cellWidth - 3, 10)), 240);
+    const QImage even = SheetPainter(made.workbook(), made.content(), nullptr, Metrics::Calc).image({1, 1, 1, 3});
+    EXPECT_EQ(even.pixel(10, 10), qRgb(223, 223, 223)) << "an eighth of black";
+    EXPECT_EQ(even.pixel(140, 10), qRgb(63, 0, 191));
+}
+
+TEST(SheetPainter, drawsGridLinesWhereNothingCoversThem)
+{
+    SheetBuilder made;
+    made.sheet().view.gridColor = blue;
+    made.blank(2, 2, made.solidStyle(red)).text(1, 1, u"a text that runs into the next cell"_s);
+    made.sheet().merged.push_back({3, 1, 3, 2});
+    const auto workbook = made.workbook();
+    const QImage image = SheetPainter(workbook, made.content()).image({1, 1, 4, 4});
+    EXPECT_EQ(image.pixel(3 * cellWidth - 1, 10), blue) << "right edge of C1";
+    EXPECT_EQ(image.pixel(3 * cellWidth - 2, 10), white);
+    EXPECT_EQ(image.pixel(200, cellHeight - 1), blue) << "lower edge of D1";
+    EXPECT_NE(image.pixel(cellWidth - 1, 2), blue) << "under the text of A1";
+    EXPECT_EQ(image.pixel(cellWidth - 1, 30), white) << "beside a fill";
+    EXPECT_EQ(image.pixel(2 * cellWidth - 1, 30), red);
+    EXPECT_NE(image.pixel(cellWidth - 1, 50), blue) << "within a merged area";
+    EXPECT_EQ(image.pixel(2 * cellWidth - 1, 50), blue) << "at its end";
+    EXPECT_EQ(countColor(SheetPainter(workbook, made.content(), nullptr, Metrics::Calc).image({1, 1, 4, 4}), blue), 0);
+    made.sheet().view.gridLines = false;
+    EXPECT_EQ(countColor(SheetPainter(workbook, made.content()).image({1, 1, 4, 4}), blue), 0);
+}
+
+TEST(BorderLines, theHeavierOrDarkerLineShows)
+{
+    const std::pair<BorderLine, BorderLine> rows[] = {
+        {line(LineStyle::None), line(LineStyle::Hair)},
+        {line(LineStyle::Hair), line(LineStyle::Dotted)},
+        {line(LineStyle::Dashed), line(LineStyle::Thin)},
+        {line(LineStyle::Thin, black), line(LineStyle::Medium, red)},
+        {line(LineStyle::Medium), line(LineStyle::Thick)},
+        {line(LineStyle::Thick), line(LineStyle::Double)},
+        {line(LineStyle::Thin, red), line(LineStyle::Thin, black)},
+        {line(LineStyle::None, black), line(LineStyle::Thin, white)},
+    };
+    for (const auto& [weaker, stronger] : rows) {
+        EXPECT_EQ(strongerLine(weaker, stronger), stronger);
+        EXPECT_EQ(strongerLine(stronger, weaker), stronger);
+    }
+}
+
+TEST(SheetPainter, drawsTheStrongerBorderOfTwoCells)
+{
+    SheetBuilder made;
+    BorderStyle left, right;
+    left.right = line(LineStyle::Thin, red);
+    right.left = line(LineStyle::Medium, blue);
+    made.blank(1, 1, made.borderStyle(left)).blank(1, 2, made.borderStyle(right));
+    QImage image = draw(made, 1, 2);
+    EXPECT_EQ(countColor(image, red), 0);
+    EXPECT_EQ(countColor(image, blue), 2 * cellHeight);
+    EXPECT_EQ(image.pixel(63, 10), blue);
+    made.blank(1, 2, 0);
+    image = draw(made, 1, 2);
+    EXPECT_EQ(countColor(image, red), cellHeight);
+    EXPECT_EQ(image.pixel(63, 10), red) << "a thin line takes the last pixel before the edge";
+}
+
+TEST(SheetPainter, keepsBordersAtTheRimInsideThePicture)
+{
+    SheetBuilder made;
+    BorderStyle box;
+    box.left = box.right = box.top = box.bottom = line(LineStyle::Thin);
+    made.blank(1, 1, made.borderStyle(box));
+    const QImage image = draw(made, 1, 1);
+    for (const QPoint corner : {QPoint(0, 0), QPoint(63, 0), QPoint(0, 19), QPoint(63, 19)})
+        EXPECT_EQ(image.pixel(corner), black);
+    EXPECT_EQ(countColor(image, black), 2 * (cellWidth + cellHeight) - 4);
+    EXPECT_EQ(draw(made, 1, 1, 2).pixel(1, 20), black) << "two pixels wide at scale 2";
+    EXPECT_EQ(draw(made, 1, 1, 2).pixel(2, 20), white);
+}
+
+TEST(SheetPainter, drawsLineStylesPixelByPixel)
+{
+    const std::pair<LineStyle, std::string> rows[] = {
+        {LineStyle::Thin, "########"},
+        {LineStyle::Hair, "#.#.#.#."},
+        {LineStyle::Dotted, "##..##.."},
+        {LineStyle::Dashed, "###.###."},
+        {LineStyle::DashDot, "#########...###...###"},
+        {LineStyle::MediumDashed, "#########...###"},
+    };
+    const auto downFrom = [](const QImage& image, const QPoint& start, size_t length) {
+        std::string pixels;
+        for (int i = 0; i < int(length); ++i)
+            pixels += image.pixel(start + QPoint(0, i)) == black ? '#' : '.';
+        return pixels;
+    };
+    for (const auto& [style, along] : rows) {
+        SheetBuilder made;
+        BorderStyle border;
+        border.left = line(style);
+        made.blank(1, 1, made.borderStyle(border));
+        made.row(1).height = 60;
+        EXPECT_EQ(downFrom(draw(made, 1, 1), {0, 0}, along.size()), along);
+    }
+    SheetBuilder made;
+    BorderStyle border;
+    border.bottom = line(LineStyle::Double);
+    made.blank(1, 1, made.borderStyle(border));
+    EXPECT_EQ(downFrom(draw(made, 2, 1), {30, 16}, 8), "..#.#...") << "double lines have a gap";
+}
+
+TEST(SheetPainter, drawsNoBordersInsideMergedAreas)
+{
+    SheetBuilder made;
+    BorderStyle box;
+    box.left = box.right = box.top = box.bottom = line(LineStyle::Thin);
+    const int boxed = made.borderStyle(box);
+    for (int row = 1; row <= 2; ++row)
+        for (int column = 1; column <= 2; ++column)
+            made.blank(row, column, boxed);
+    made.sheet().merged.push_back({1, 1, 2, 2});
+    const QImage image = draw(made, 2, 2);
+    EXPECT_TRUE(ink(image, QRect(1, 1, 2 * cellWidth - 2, 2 * cellHeight - 2)).isNull());
+    EXPECT_EQ(countColor(image, black), 4 * (cellWidth + cellHeight) - 4);
+}
+
+TEST(SheetPainter, drawsDiagonals)
+{
+    SheetBuilder made;
+    BorderStyle border;
+    border.diagonal = line(LineStyle::Thin, red);
+    border.diagonalDown = true;
+    made.blank(1, 1, made.borderStyle(border));
+    const QImage image = draw(made, 1, 1);
+    EXPECT_EQ(image.pixel(0, 0), red);
+    EXPECT_EQ(image.pixel(63, 19), red);
+    EXPECT_EQ(image.pixel(63, 0), white);
+    EXPECT_EQ(countColor(image, red), cellWidth) << "no half-tones";
+}
+
+TEST(SheetPainter, drawsAPartLikeTheSamePartOfTheWhole)
+{
+    SheetBuilder made;
+    made.text(1, 1, u"a long text that runs far into its neighbours"_s)
+        .text(2, 5, u"one from the right that runs to the left"_s,
+              made.style([](CellStyle& style) { style.horizontal = Horizontal::Right; }))
+        .text(3, 2, u"merged over three cells"_s);
+    made.sheet().merged.push_back({3, 2, 3, 4});
+    made.sheet().view.gridLines = false;
+    const SheetPainter painter(made.workbook(), made.content());
+    const QImage whole = painter.image({1, 1, 3, 5});
+    const QImage part = painter.image({1, 3, 3, 3});
+    ASSERT_FALSE(ink(part, cellRect(1, 1)).isNull());
+    ASSERT_FALSE(ink(part, cellRect(2, 1)).isNull());
+    ASSERT_FALSE(ink(part, cellRect(3, 1)).isNull());
+    EXPECT_EQ(part, whole.copy(2 * cellWidth, 0, cellWidth, 3 * cellHeight));
+}
+
+} // namespace
+} // namespace lumivane::engine

@@ -1,0 +1,191 @@
+#include "engine/read/WorkbookReader.h"
+
+#include "engine/read/ContentText.h"
+#include "support/TextTable.h"
+#include "support/ThrownError.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace lumivane::test {
+
+using namespace engine;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const std::string oneCell = "<sheetData><row r='1'><c r='A1'><v>1</v></c></row></sheetData>";
+
+WorkbookParts oneSheet()
+{
+    return WorkbookParts({{"A", oneCell, ""}});
+}
+
+QByteArray compoundFile(const char16_t* streamName)
+{
+    QByteArray bytes("\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1");
+    bytes.append(QByteArray(65530, '\0')); // so that the name lies across the blocks in which it is looked for
+    const QStringView name(streamName);
+    bytes.append(reinterpret_cast<const char*>(name.utf16()), name.size() * 2);
+    return bytes + QByteArray(500, '\0');
+}
+
+} // namespace
+
+TEST(WorkbookReader, ReadsSheetsNamesAndSettings)
+{
+    WorkbookParts parts(
+        {{"First &amp; foremost", oneCell, ""}, {"B", oneCell, "hidden"}, {"C", oneCell, "veryHidden"}});
+    parts.inWorkbook(
+        "<workbookPr date1904='1'/><bookViews><workbookView activeTab='1'/></bookViews>",
+        "<definedNames><definedName name='Area' localSheetId='2'>C!$A$1:$B$2</definedName>"
+        "<definedName name='Rate'>0.5</definedName><definedName name='Lost' localSheetId='7'>1</definedName>"
+        "</definedNames><calcPr fullCalcOnLoad='1'/>");
+    const auto book = readWorkbook(writeTemporary(u"Book.xlsx"_s, parts.package()));
+    QStringList sheets, names;
+    for (const SheetEntry& sheet : book->sheets)
+        sheets << sheet.name + (sheet.visible ? u""_s : u" hidden"_s);
+    for (const DefinedName& name : book->definedNames)
+        names << u"%1 = %2 in %3"_s.arg(name.name, name.formula).arg(name.sheet);
+    EXPECT_EQ(sheets, QStringList({u"First & foremost"_s, u"B hidden"_s, u"C hidden"_s}));
+    EXPECT_EQ(names, QStringList({u"Area = C!$A$1:$B$2 in 2"_s, u"Rate = 0.5 in -1"_s, u"Lost = 1 in -1"_s}));
+    EXPECT_TRUE(book->date1904 && book->calculateOnOpen);
+    EXPECT_EQ(book->activeSheet, 1);
+}
+
+TEST(WorkbookReader, CountsDatesFrom1904WhereTheWorkbookDoes)
+{
+    WorkbookParts parts({{"A", "<sheetData><row r='1'><c t='d'><v>1904-01-02</v></c></row></sheetData>", ""}});
+    EXPECT_EQ(readCells(parts.package()), u"1: A=1463"_s);
+    parts.inWorkbook("<workbookPr date1904='true'/>", "");
+    EXPECT_EQ(readCells(parts.package()), u"1: A=1"_s);
+}
+
+TEST(WorkbookReader, ReadsASheetOnceAndOnlyWhenAsked)
+{
+    const auto book = readWorkbook(writeTemporary(
+        u"Book.xlsx"_s, WorkbookParts({{"Good", oneCell, ""}, {"Bad", "<sheetData><row>", ""}}).package()));
+    EXPECT_EQ(book->sheet(0), book->sheet(0));
+    EXPECT_THROW(book->sheet(1), RuntimeError);
+    EXPECT_THROW(book->sheet(1), RuntimeError) << "a sheet that fails does not become a half one the second time";
+    EXPECT_THROW(book->sheet(2), RuntimeError);
+    EXPECT_THROW(book->sheet(-1), RuntimeError);
+}
+
+TEST(WorkbookReader, NoticesAFileThatChangedUnderneath)
+{
+    const QString path =
+        writeTemporary(u"Book.xlsx"_s, WorkbookParts({{"A", oneCell, ""}, {"B", oneCell, ""}}).package());
+    const auto book = readWorkbook(path);
+    book->sheet(0);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::Append));
+    file.write("x");
+    file.close();
+    EXPECT_NO_THROW(book->sheet(0)) << "read before";
+    EXPECT_TRUE(failureOf([&] { book->sheet(1); }).text.contains(u"has changed since it was opened"_s));
+}
+
+TEST(WorkbookReader, FindsPartsByAnyPathAndStrictTypes)
+{
+    WorkbookParts parts = oneSheet();
+    parts.set("_rels/.rels", "<Relationships><Relationship Id='1' Target='/XL/Workbook.xml' "
+                             "Type='http://purl.oclc.org/ooxml/officeDocument/relationships/officeDocument'/>"
+                             "</Relationships>");
+    parts.set("xl/_rels/workbook.xml.rels",
+              "<r:Relationships xmlns:r='x'><r:Relationship Id='rId1' Target='./odd/../worksheets\\sheet1.xml' "
+              "Type='a/worksheet'/></r:Relationships>");
+    EXPECT_EQ(readCells(parts.package()), u"1: A=1"_s);
+}
+
+TEST(WorkbookReader, SaysWhatIsWrongWithAPackage)
+{
+    for (const auto& [part, content, expected] : textTable<3>(R"(
+        _rels/.rels              | (gone)         | Book.xlsx" cannot be read: there is no workbook in it.
+        xl/workbook.xml          | (gone)         | entry "xl/workbook.xml" is missing.
+        [Content_Types].xml      | (gone)         | entry "[Content_Types].xml" is missing.
+        xl/styles.xml            | (gone)         | entry "xl/styles.xml" is missing.
+        xl/sharedStrings.xml     | (gone)         | entry "xl/sharedStrings.xml" is missing.
+        xl/worksheets/sheet1.xml | (gone)         | its part "xl/worksheets/sheet1.xml" is missing
+        xl/styles.xml | <styleSheet><a></styleSheet> | the XML of entry "xl/styles.xml" is broken (Start-end tags
+        xl/sharedStrings.xml     | <sst><si>      | entry "xl/sharedStrings.xml": its XML is broken (
+        xl/workbook.xml          | <document/>    | there is no workbook in it.
+        xl/workbook.xml          | <workbook/>    | there is no sheet in it.
+        xl/worksheets/sheet1.xml |                | there is no element in it)")) {
+        WorkbookParts parts = oneSheet();
+        if (content == u"(gone)"_s)
+            parts.remove(part.toStdString());
+        else
+            parts.set(part.toStdString(), content.toStdString());
+        const QString failure = readCells(parts.package());
+        EXPECT_TRUE(failure.contains(expected)) << part << content << ": " << failure;
+    }
+}
+
+TEST(WorkbookReader, BoundsWhatStylesAndTextsMayHold)
+{
+    const QString fonts = u"<font/>"_s.repeated(200001), runs = u"<r><rPr/><t>a</t></r>"_s.repeated(2000001);
+    EXPECT_TRUE(
+        readCells(oneSheet()
+                      .set("xl/styles.xml", "<styleSheet><fonts>" + fonts.toStdString() + "</fonts></styleSheet>")
+                      .package())
+            .contains(u"it has more than 200000 styles of one kind."_s));
+    EXPECT_TRUE(
+        readCells(oneSheet().set("xl/sharedStrings.xml", "<sst><si>" + runs.toStdString() + "</si></sst>").package())
+            .contains(u"its texts have more than 2000000 changes of font."_s));
+}
+
+TEST(WorkbookReader, TellsByTheFirstBytesWhatAFileIs)
+{
+    const WorkbookParts binary =
+        oneSheet().set("_rels/.rels", "<Relationships><Relationship Id='1' Target='xl/workbook.bin' "
+                                      "Type='x/officeDocument'/></Relationships>");
+    const WorkbookParts binaryByType = oneSheet().set(
+        "[Content_Types].xml", "<Types><Override PartName='/xl/workbook.xml' "
+                               "ContentType='application/vnd.ms-excel.sheet.binary.macroEnabled.main'/></Types>");
+    enum Reader { Nobody, AnotherProgram };
+    const std::tuple<const char*, QByteArray, QString, Reader> cases[] = {
+        {"empty", "", u"Book.xlsx\" cannot be read: the file is empty."_s, Nobody},
+        {"encrypted", compoundFile(u"EncryptedPackage"), u"it is protected by a password"_s, Nobody},
+        {"old binary", compoundFile(u"Workbook"), u"it is an old binary workbook (xls)"_s, AnotherProgram},
+        {"oldest binary", QByteArray("\x09\0\x04\0\x02\0\x10\0\0\0", 10), u"it is an old binary workbook (xls)"_s,
+         AnotherProgram},
+        {"OpenDocument", makePackage({{"mimetype", "application/vnd.oasis.opendocument.spreadsheet"}}),
+         u"it is an OpenDocument file"_s, AnotherProgram},
+        {"binary package", binary.package(), u"it is a binary workbook (xlsb)"_s, AnotherProgram},
+        {"binary package by type", binaryByType.package(), u"it is a binary workbook (xlsb)"_s, AnotherProgram},
+        {"package of something else", makePackage({{"a.txt", "x"}}), u"there is no workbook in it"_s, Nobody},
+        {"PDF", "%PDF-1.7\n", u"it is a PDF document, not a workbook."_s, Nobody},
+        {"picture", "\x89PNG\r\n\x1a\n", u"it is a picture, not a workbook."_s, Nobody},
+        {"web page", "\xef\xbb\xbf\r\n <!DOCTYPE HTML>", u"it is a web page, not a workbook."_s, Nobody},
+        {"XML", "<?xml version=\"1.0\"?><Workbook/>", u"it is an XML document, not a workbook."_s, Nobody},
+        {"binary", QByteArray("a,b\0c", 5), u"it is neither a workbook nor text."_s, Nobody},
+        {"UTF-16 with zeros", QByteArray::fromHex("fffe61000000"), u"it is neither a workbook nor text."_s, Nobody},
+    };
+    for (const auto& [name, bytes, expected, reader] : cases) {
+        Reader told = Nobody;
+        const ThrownError failure = failureOf([&] {
+            try {
+                readWorkbook(writeTemporary(u"Book.xlsx"_s, bytes));
+            } catch (const FormatNotRead&) {
+                told = AnotherProgram;
+                throw;
+            }
+        });
+        EXPECT_TRUE(failure.text.contains(expected)) << name << ": " << failure.text;
+        EXPECT_EQ(told, reader) << name;
+    }
+    EXPECT_EQ(readCells("a,b", u"Book.xlsx"_s), u"1: A='a' B='b'"_s) << "the name says nothing";
+    EXPECT_EQ(readCells(oneSheet().package(), u"Book.csv"_s), u"1: A=1"_s);
+}
+
+TEST(WorkbookReader, SaysThatAFileIsNotThere)
+{
+    for (const QString& path : {u"/nowhere/Book.xlsx"_s, u"/"_s}) {
+        const ThrownError failure = failureOf([&] { readWorkbook(path); });
+        EXPECT_EQ(failure.number, RuntimeError::FileNotFound);
+        EXPECT_EQ(failure.text, u"The workbook \"%1\" was not found."_s.arg(path));
+    }
+}
+
+} // namespace lumivane::test

@@ -1,0 +1,83 @@
+#include "engine/draw/SheetBuilder.h"
+#include "engine/show/ShownTexts.h"
+#include "support/TextTable.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace lumivane::engine {
+namespace {
+
+TEST(ShownTexts, tellsShownAndPlainTextOfEveryKind)
+{
+    SheetBuilder made;
+    made.number(1, 1, 1234.5, made.formatStyle(u"#,##0.00"_s))
+        .number(1, 2, 1.0 / 3)
+        .text(1, 3, u"abc"_s, made.formatStyle(u"\"<\"@\">\""_s))
+        .boolean(1, 4, true)
+        .error(1, 5, ErrorCode::NA)
+        .blank(1, 6, 0)
+        .number(1, 7, 45296, made.formatStyle(u"yyyy-mm-dd"_s))
+        .number(1, 8, -1, made.formatStyle(u"yyyy-mm-dd"_s));
+    const ShownTexts texts(made.workbook(), made.content());
+    int column = 0;
+    for (const auto& [shown, plain] : test::textPairs(R"(
+        1,234.50 → 1234.5 | 0.333333333333333 → 0.333333333333333 | <abc> → abc | TRUE → TRUE | #N/A → #N/A | →
+        2024-01-05 → 45296 | ######## → -1)")) {
+        const Cell* cell = made.content()->find(1, ++column);
+        EXPECT_EQ(texts.shown(*cell), shown) << "column " << column;
+        EXPECT_EQ(texts.plain(*cell), plain) << "column " << column;
+    }
+}
+
+TEST(ShownTexts, readsTextsOfTheSheetItself)
+{
+    SheetBuilder made;
+    made.sheet().texts.append("of the sheet");
+    made.text(1, 1, u"of the workbook"_s);
+    Cell own;
+    own.kind = CellKind::SheetText;
+    own.text = 0;
+    const ShownTexts texts(made.workbook(), made.content());
+    EXPECT_EQ(texts.shown(own), u"of the sheet"_s);
+    EXPECT_EQ(texts.shown(*made.content()->find(1, 1)), u"of the workbook"_s);
+}
+
+TEST(ShownTexts, formatsValuesThatAJobPutIn)
+{
+    SheetBuilder made;
+    const int percent = made.formatStyle(u"0%"_s);
+    const ShownTexts texts(made.workbook(), made.content());
+    SheetOverlay::Value value{CellKind::Number, 0.25, {}};
+    EXPECT_EQ(texts.shown(value, percent), u"25%"_s);
+    EXPECT_EQ(texts.plain(value), u"0.25"_s);
+    value = {CellKind::SheetText, 0, u"new"_s};
+    EXPECT_EQ(texts.shown(value, percent), u"new"_s);
+}
+
+TEST(ShownTexts, survivesIndexesOutsideTheTables)
+{
+    SheetBuilder made;
+    made.styles().cells.push_back({});
+    made.styles().cells.back().numberFormat = 99;
+    made.number(1, 1, 5, 1).number(1, 2, 6, 77);
+    Cell lost;
+    lost.kind = CellKind::Text;
+    lost.text = 1000000;
+    const ShownTexts texts(made.workbook(), made.content());
+    EXPECT_EQ(texts.shown(*made.content()->find(1, 1)), u"5"_s);
+    EXPECT_EQ(texts.shown(*made.content()->find(1, 2)), u"6"_s);
+    EXPECT_EQ(texts.shown(lost), QString());
+}
+
+TEST(ShownTexts, countsDatesFromTheWorkbooksDay)
+{
+    SheetBuilder made;
+    made.setDate1904();
+    made.number(1, 1, 43834, made.formatStyle(u"yyyy-mm-dd"_s));
+    EXPECT_EQ(ShownTexts(made.workbook(), made.content()).shown(*made.content()->find(1, 1)), u"2024-01-05"_s);
+}
+
+} // namespace
+} // namespace lumivane::engine

@@ -1,0 +1,177 @@
+#include "repository/ProjectFile.h"
+#include "repository/clsPanelSource.h"
+#include "services/ProgramFiles.h"
+#include "services/modUtilsFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace lumivane {
+
+struct SourceProbe
+{
+    static void clearPictures(clsPanelSource& source, const std::shared_ptr<Database>& db) { source.ClearBMPs(db); }
+};
+
+namespace test {
+
+using namespace Qt::StringLiterals;
+
+class SourceRecord : public ProjectFile
+{
+protected:
+    QString workbook(const QString& name)
+    {
+        write(path(name), "x");
+        AdjustFileTime(path(name), QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5)));
+        return path(name);
+    }
+};
+
+TEST_F(SourceRecord, APastedFileBecomesASource)
+{
+    const QString book = workbook(u"Book.v2.xlsx"_s);
+    EXPECT_EQ(gSources->AddSource(book), 1);
+    const auto source = gSources->Source(1);
+    ASSERT_TRUE(source);
+    EXPECT_EQ(source->currentPath(), book);
+    EXPECT_EQ(dateText(source->LastUpdated), u"2026-01-02 03:04:05"_s) << "the file's time, in memory";
+    EXPECT_EQ(
+        rows(u"SELECT * FROM LvnPanelSource"_s),
+        QStringList(
+            u"1|%1|Book.v2.xlsx|%2/|Book.v2.xlsx|2026-11-24 10:30:05|2026-11-24 10:30:05|1000|default||||||||"_s.arg(
+                book, home.path())));
+}
+
+TEST_F(SourceRecord, AKnownFileIsFoundByEitherNameInAnyCase)
+{
+    const QString book = workbook(u"Book.xlsx"_s);
+    gSources->AddSource(book);
+    gSources->AddSource(workbook(u"Other.xlsx"_s));
+    EXPECT_EQ(gSources->AddSource(book.toUpper()), 1);
+    gSources->Source(1)->NewestFile = u"Book 2026.xlsx"_s;
+    EXPECT_EQ(gSources->AddSource(path(u"BOOK 2026.xlsx"_s)), 1);
+    EXPECT_EQ(gSources->AddSource(book), 1);
+    EXPECT_EQ(gSources->Count(), 2);
+    EXPECT_EQ(failure([&] { gSources->AddSource(path(u"none.xlsx"_s)); }),
+              u"File not found: [%1]"_s.arg(path(u"none.xlsx"_s)));
+}
+
+TEST_F(SourceRecord, APathWithAnApostropheIsNotStored)
+{
+    QDir(home.path()).mkdir(u"Ann's"_s);
+    EXPECT_EQ(gSources->AddSource(workbook(u"Ann's/a.xlsx"_s)), 0);
+    EXPECT_TRUE(rows(u"SELECT ID FROM LvnPanelSource"_s).isEmpty());
+    ASSERT_EQ(user.shown.size(), 1);
+    EXPECT_TRUE(user.shown[0].contains(u"Caller: clsPanelSource.InsertDB\r\n"_s));
+}
+
+TEST_F(SourceRecord, UpdateWritesTheRuleAndLeavesTheVersions)
+{
+    clsPanelSource source;
+    source.FullPath = u"C:\\a.xls"_s;
+    source.NewestFile = u"a.xls"_s;
+    ASSERT_TRUE(source.SaveToDB(db));
+    source.Mask = u"a*.xls"_s;
+    source.CheckEvery = -5;
+    source.UpdateType = u"inbox"_s;
+    source.SourceFolder = u"S/"_s;
+    source.DestFolder = u"D/"_s;
+    source.OLFolder = u"id`name"_s;
+    source.OLSubject = u"it's"_s;
+    source.OLSender = u"ann"_s;
+    source.OLAttach = u"*.xls"_s;
+    source.Macro = u"m"_s;
+    source.CmdLine = u"c"_s;
+    source.AddedParams = u"p"_s;
+    source.NewestFile = u"changed"_s;
+    source.LastUpdated = QDateTime(QDate(2000, 1, 1), QTime(0, 0));
+    ASSERT_TRUE(source.SaveToDB(db));
+    EXPECT_EQ(
+        rows(u"SELECT * FROM LvnPanelSource"_s),
+        QStringList(
+            u"1|C:\\a.xls|a*.xls|D/|a.xls|2026-11-24 10:30:05|2026-11-24 10:30:05|-5|inbox|S/|id`name|it's|ann|*.xls|m|c|p"_s));
+
+    clsPanelSource loaded;
+    ASSERT_TRUE(loaded.LoadFromDB(1, db));
+    EXPECT_EQ(loaded.OLSubject, u"it's"_s);
+    EXPECT_EQ(loaded.CheckEvery, -5);
+    EXPECT_EQ(loaded.AddedParams, u"p"_s);
+    loaded.ClearSource();
+    ASSERT_TRUE(loaded.SaveToDB(db));
+    EXPECT_EQ(rows(u"SELECT FullPath, UpdateType, CheckEveryNMin, NewestFile FROM LvnPanelSource"_s),
+              QStringList(u"|NA|0|a.xls"_s));
+    EXPECT_TRUE(loaded.DelFromDB(db, 1));
+    EXPECT_FALSE(loaded.LoadFromDB(1, db));
+}
+
+TEST_F(SourceRecord, EmptyFoldersBecomeTheDelimiterAndNullKeepsTheField)
+{
+    db->Execute(u"INSERT INTO LvnPanelSource (FullPath, DestFolder) VALUES ('C:\\a.xls', 'C:\\data\\')"_s);
+    clsPanelSource source;
+    source.Mask = u"kept"_s;
+    ASSERT_TRUE(source.LoadFromDB(1, db));
+    EXPECT_EQ(source.DestFolder, u"C:\\data\\"_s);
+    EXPECT_EQ(source.SourceFolder, u"/"_s);
+    EXPECT_EQ(source.Mask, u"kept"_s);
+    EXPECT_FALSE(source.LastChecked.isValid());
+    EXPECT_EQ(source.currentPath(), u"C:\\a.xls"_s);
+}
+
+TEST_F(SourceRecord, StatementsCarryABlankInFrontOfNumbers)
+{
+    db->Close();
+    clsPanelSource source;
+    source.ID = 5;
+    source.LoadFromDB(7, db);
+    source.SaveToDB(db);
+    source.ID = -1;
+    source.SaveToDB(db);
+    EXPECT_TRUE(logged().contains("SQL: SELECT * FROM LvnPanelSource WHERE ID =  7\r\n")) << logged().constData();
+    EXPECT_TRUE(
+        logged().contains("SQL: UPDATE LvnPanelSource SET  Mask = '',  CheckEveryNMin =  0, UpdateType = '', "));
+    EXPECT_TRUE(logged().contains(" AddedParams = '' WHERE ID =  5\r\n"));
+    EXPECT_TRUE(logged().contains(" '',  #2026-11-24 10:30:05#,  #2026-11-24 10:30:05#,  0, '',  '', "));
+}
+
+TEST_F(SourceRecord, LoadAllSharesObjectsAndStopsAtTheFirstBadRow)
+{
+    for (const QString& id : {u"1"_s, u"4"_s, u"40000"_s, u"40001"_s})
+        db->Execute(u"INSERT INTO LvnPanelSource (ID, FullPath) VALUES (%1, 'x')"_s.arg(id));
+    db->Execute(u"INSERT INTO LvnSavedPanel (SourceID, IsCustom) VALUES (4, 'y')"_s);
+    EXPECT_FALSE(gSources->LoadAll(db));
+    EXPECT_EQ(gSources->Count(), 2);
+    EXPECT_TRUE(gSources->Source(4)->HasCustom);
+    EXPECT_FALSE(gSources->Source(1)->HasCustom);
+    EXPECT_EQ(gSources->SourceByIndex(2), gSources->Source(4));
+    for (const auto& none : {gSources->Source(2), gSources->SourceByIndex(0), gSources->SourceByIndex(3)})
+        EXPECT_EQ(none, nullptr);
+    gSources->Source(1)->IsChecked = gSources->Source(4)->IsUpdated = true;
+    gSources->ClearFlags();
+    EXPECT_FALSE(gSources->Source(1)->IsChecked || gSources->Source(4)->IsUpdated);
+}
+
+TEST_F(SourceRecord, AnIdBeyondSixteenBitsEndsInOverflow)
+{
+    db->Execute(u"INSERT INTO LvnPanelSource (ID, FullPath) VALUES (32767, 'x')"_s);
+    clsPanelSource source;
+    source.FullPath = u"y"_s;
+    EXPECT_EQ(failure([&] { source.SaveToDB(db); }), u"Overflow"_s);
+}
+
+TEST_F(SourceRecord, PicturesOfItsPanelsAreDropped)
+{
+    db->Execute(u"INSERT INTO LvnSavedPanel (ID, SourceID) VALUES (1, 5)"_s);
+    db->Execute(u"INSERT INTO LvnSavedPanel (ID, SourceID) VALUES (2, 6)"_s);
+    db->Execute(u"INSERT INTO LvnSavedPanel (ID, SourceID) VALUES (3, 5)"_s);
+    write(panelPictureFile(2), "x");
+    write(panelPictureFile(3), "x");
+    clsPanelSource source;
+    source.ID = 5;
+    SourceProbe::clearPictures(source, db);
+    EXPECT_TRUE(QFileInfo::exists(panelPictureFile(2)));
+    EXPECT_FALSE(QFileInfo::exists(panelPictureFile(3)));
+}
+
+} // namespace test
+} // namespace lumivane

@@ -1,0 +1,145 @@
+#include "platform/RuntimeError.h"
+#include "repository/Database.h"
+#include "services/modMain.h"
+#include "services/modUtilsINI.h"
+#include "session/ProgramFolder.h"
+#include "session/Startup.h"
+
+#include <QFileInfo>
+
+namespace lumivane::test {
+
+using namespace Qt::StringLiterals;
+
+class StartUp : public ProgramFolder
+{
+protected:
+    ~StartUp() override { gDB.reset(); }
+
+    const QString project = path(u"lumivane.lvdu"_s);
+    const QString secondBox =
+        u"Error occurred during initialization of Lumivane.\r\nIf this occurred right after install, try re-running "
+        "the application \r\nby clicking on the icon in the desktop or via the Start menu."_s;
+};
+
+TEST_F(StartUp, OpensTheProjectBesideTheProgram)
+{
+    Database::create(project);
+    EXPECT_TRUE(Main_Start());
+    ASSERT_TRUE(gDB);
+    EXPECT_EQ(gDB->Name(), project);
+    EXPECT_TRUE(logged().contains(u"[Utils.InitRepository]: opened database at %1\r\n"_s.arg(project).toUtf8()));
+    EXPECT_TRUE(user.shown.isEmpty());
+    Main_Exit();
+    EXPECT_FALSE(gDB);
+    Main_Exit();
+    EXPECT_TRUE(user.shown.isEmpty());
+}
+
+TEST_F(StartUp, ANewProgramFolderIsFurnished)
+{
+    setProgramFolder(path(u"share/lumivane"_s));
+    EXPECT_TRUE(Main_Start());
+    EXPECT_TRUE(QFileInfo(path(u"share/lumivane/lumivane.lvdu"_s)).isFile());
+    EXPECT_TRUE(gLogToFile);
+}
+
+TEST_F(StartUp, AMissingProjectIsToldTwiceAndNotMade)
+{
+    EXPECT_FALSE(Main_Start());
+    EXPECT_EQ(
+        user.shown,
+        QStringList({u"Project file [%1] not found.  Unable to continue loading Lumivane."_s.arg(project), secondBox}));
+    EXPECT_FALSE(QFileInfo::exists(project));
+}
+
+TEST_F(StartUp, AFileThatIsNoProjectIsToldAndLeft)
+{
+    write(project, "no project");
+    EXPECT_FALSE(Main_Start());
+    EXPECT_EQ(user.shown, QStringList({u"Selected file is not a valid Lumivane project file."_s, secondBox}));
+    EXPECT_FALSE(gDB);
+    EXPECT_EQ(read(project), "no project");
+}
+
+TEST_F(StartUp, OptionsAreReadAsTheyStandOrHaveDefaults)
+{
+    const auto options = [] {
+        EXPECT_TRUE(GetOptionsSettings());
+        return u"%1 %2 %3 %4"_s.arg(gDashboardColor, 0, 16)
+            .arg(gPanelTimeStamp)
+            .arg(gRefreshFrequency)
+            .arg(gCaptionAlignment);
+    };
+    EXPECT_EQ(options(), u"ffffff 1 10 Center"_s);
+    write(GetIniFile(), "[Options]\nDashboard Color=255\nPanel Time Stamp=7\nRefresh Frequency=often\n"
+                        "Caption Alignment=Middle\n");
+    EXPECT_EQ(options(), u"ff0000 1 0 Middle"_s) << "red is the lowest byte";
+}
+
+TEST_F(StartUp, OptionsAreWrittenInPlace)
+{
+    write(GetIniFile(), "; ours\n[Options]\nRefresh Frequency=5\n[Settings]\nLog DB=\n");
+    gDashboardColor = 0x102030;
+    gPanelTimeStamp = false;
+    gRefreshFrequency = 32000;
+    gCaptionAlignment = u"Left"_s;
+    SaveOptions();
+    EXPECT_EQ(read(GetIniFile()), "; ours\n[Options]\nRefresh Frequency=32000\nDashboard Color=3153936\n"
+                                  "Panel Time Stamp=0\nCaption Alignment=Left\n[Settings]\nLog DB=\n");
+    EXPECT_TRUE(GetOptionsSettings());
+    EXPECT_EQ(gDashboardColor, 0x102030u);
+}
+
+TEST_F(StartUp, AFrequencyBeyondSixteenBitsEndsTheStart)
+{
+    Database::create(project);
+    write(GetIniFile(), "[Options]\nRefresh Frequency=40000\n");
+    EXPECT_FALSE(Main_Start());
+    EXPECT_FALSE(gDB);
+    ASSERT_EQ(user.shown.size(), 1);
+    EXPECT_TRUE(user.shown[0].contains(u"Overflow"_s));
+}
+
+TEST_F(StartUp, ProjectsAreTriedBeforeTheyAreTaken)
+{
+    Database::create(project);
+    Database::create(path(u"log.lvdu"_s), Database::Content::ErrorLog);
+    write(path(u"text.lvdu"_s), "no project");
+    EXPECT_TRUE(ValidateRepository(project));
+    for (const QString& name : {u"log.lvdu"_s, u"text.lvdu"_s, u"none.lvdu"_s})
+        EXPECT_FALSE(ValidateRepository(path(name))) << name;
+    EXPECT_TRUE(user.shown.isEmpty());
+
+    ASSERT_TRUE(InitRepository(gDB, project));
+    const auto open = gDB;
+    EXPECT_FALSE(InitRepository(gDB, path(u"text.lvdu"_s)));
+    EXPECT_EQ(gDB, open) << "a refused file leaves the open project";
+    EXPECT_TRUE(gDB->isOpen());
+    EXPECT_TRUE(ValidateRepository(project)) << "the open one too";
+}
+
+TEST_F(StartUp, TheProjectChosenLastIsRemembered)
+{
+    EXPECT_EQ(GetDefaultRepository(), QString());
+    SaveDefaultRepository(u" /data/My Project.lvdu"_s);
+    EXPECT_EQ(GetDefaultRepository(), u"/data/My Project.lvdu"_s);
+}
+
+TEST_F(StartUp, ProjectPropertiesAreAddedAndTakenAway)
+{
+    Database::create(project);
+    ASSERT_TRUE(InitStandard());
+    EXPECT_EQ(GetSystemSettings(u"key"_s), QString());
+    EXPECT_TRUE(SaveSystemSettings(u"key"_s, u"one"_s));
+    EXPECT_TRUE(SaveSystemSettings(u"KEY"_s, u"two"_s));
+    EXPECT_EQ(GetSystemSettings(u"Key"_s), u"one"_s) << "a second row does not replace the first";
+    EXPECT_TRUE(DeleteSystemSettings(u"key"_s));
+    EXPECT_EQ(GetSystemSettings(u"key"_s), QString());
+    EXPECT_TRUE(user.shown.isEmpty());
+    EXPECT_FALSE(SaveSystemSettings(u"key"_s, u"it's"_s));
+    ASSERT_EQ(user.shown.size(), 1);
+    EXPECT_TRUE(user.shown[0].contains(u"Caller: Main.SaveSystemSettings\r\n"_s));
+}
+
+} // namespace lumivane::test

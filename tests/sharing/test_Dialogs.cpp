@@ -1,0 +1,446 @@
+#include "assist/modHTMLHelp.h"
+#include "dashboard/DashboardFixture.h"
+#include "panel/ShownDialog.h"
+#include "panel/frmPanel.h"
+#include "repository/Database.h"
+#include "repository/clsPanelSource.h"
+#include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
+#include "services/modUtilsINI.h"
+#include "sharing/ImportPreview.h"
+#include "sharing/frmAddAltPath.h"
+#include "sharing/frmAltPaths.h"
+#include "sharing/frmExport.h"
+#include "sharing/frmImport.h"
+#include "sharing/frmImportFolders.h"
+#include "thresholds/frmThresholds.h"
+
+#include <QAction>
+#include <QFile>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QTableWidget>
+
+// The dialogs for sharing and thresholds, reached from the menus of the main window.
+
+namespace lumivane::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// A table's cells, row by row, with its headers in front where they are asked for.
+QString cellsOf(const QTableView& view, bool withHeaders = false)
+{
+    const QAbstractItemModel& cells = *view.model();
+    QStringList lines;
+    for (int row = withHeaders ? -1 : 0; row < cells.rowCount(); ++row) {
+        QStringList texts;
+        if (withHeaders)
+            texts.append(row < 0 ? QString() : cells.headerData(row, Qt::Vertical).toString());
+        for (int column = 0; column < cells.columnCount(); ++column)
+            texts.append(row < 0 ? cells.headerData(column, Qt::Horizontal).toString()
+                                 : cells.index(row, column).data().toString());
+        lines.append(texts.join(u'|'));
+    }
+    return lines.join(u'\n');
+}
+
+bool isUsable(const QWidget& form, const QString& name)
+{
+    return control<QWidget>(form, name).isEnabled();
+}
+
+class SharingDialogs : public DashboardFixture
+{
+protected:
+    QString sharedFile = programFile(u"shared.lvds"_s);
+
+    void startWith(const QStringList& dashboards)
+    {
+        for (const QString& name : dashboards)
+            storeDashboard(name, {u"p"_s});
+        start();
+    }
+    /// A shared file with one dashboard of `panels` panels.
+    void makeSharedFile(const QString& name, int panels = 1)
+    {
+        Database::create(sharedFile);
+        const auto shared = Database::open(sharedFile, databaseConnect());
+        const Database::Bulk bulk(*shared);
+        shared->Execute(u"INSERT INTO LvnSavedWorkspace(Name, LastUpdated) VALUES ('%1', #2026-11-20#)"_s.arg(name));
+        shared->Execute(u"INSERT INTO LvnPanelSource(FullPath, Mask, DestFolder, UpdateType, SourceFolder) VALUES "
+                        "('/gone/a.xlsx', 'a*.xlsx', '/gone/', 'folder', '%1')"_s.arg(programFile(u""_s)));
+        for (int i = 0; i < panels; ++i)
+            shared->Execute(u"INSERT INTO LvnSavedPanel(WorkspaceID, SourceID, [Top], [Left], Height, Width) VALUES "
+                            "(1, 1, 0, 0, 3000, 3000)"_s);
+    }
+    void exporting(std::function<void(frmExport&)> act)
+    {
+        whenShown<frmExport>(std::move(act));
+        window().menus().mnuToolsExport->trigger();
+    }
+    /// With all dashboards of the shared file chosen.
+    void importing(std::function<void(frmImport&)> act)
+    {
+        m_user.files.push_back(sharedFile);
+        whenShown<frmImport>([act](frmImport& dialog) {
+            control<QListWidget>(dialog, u"lstWorkspaces"_s).selectAll();
+            act(dialog);
+        });
+        window().menus().mnuToolsImport->trigger();
+    }
+    static void acceptFolders(const frmImport& dialog)
+    {
+        whenShown<frmImportFolders>([](frmImportFolders& folders) { clickOn(folders, u"cmdOK"_s); });
+        clickOn(dialog, u"cmdOK"_s);
+    }
+    /// Lets `act` run once, among the events of the work that the dialog shows; answers whether it has run.
+    static std::shared_ptr<bool> amidWork(const QWidget& dialog, std::function<void()> act)
+    {
+        auto met = std::make_shared<bool>(false);
+        QObject::connect(&control<QProgressBar>(dialog, u"barProgress"_s), &QProgressBar::valueChanged, &dialog,
+                         [act, met](int value) {
+                             if (value > 0 && !std::exchange(*met, true))
+                                 act();
+                         });
+        return met;
+    }
+
+    void thresholds(std::function<void(frmThresholds&)> act)
+    {
+        whenShown<frmThresholds>(std::move(act));
+        window().menus().mnuPanelThresholds->trigger();
+    }
+    static QString shownCells(const frmThresholds& dialog)
+    {
+        return cellsOf(control<QTableView>(dialog, u"grdCells"_s), true);
+    }
+    static QTableWidget& rulesOf(const frmThresholds& dialog) { return control<QTableWidget>(dialog, u"grdRules"_s); }
+    template <class Editor>
+    static Editor& editor(const frmThresholds& dialog, int row, int column)
+    {
+        return *qobject_cast<Editor*>(rulesOf(dialog).cellWidget(row, column));
+    }
+    static void addRule(const frmThresholds& dialog, int row, int column, const QString& limit)
+    {
+        auto& cells = control<QTableView>(dialog, u"grdCells"_s);
+        cells.setCurrentIndex(cells.model()->index(row, column));
+        clickOn(dialog, u"cmdAdd"_s);
+        editor<QLineEdit>(dialog, rulesOf(dialog).rowCount() - 1, 2).setText(limit);
+    }
+    QString storedRules() const
+    {
+        QStringList lines;
+        const auto rows = gDB->OpenRecordset(u"SELECT * FROM LvnpanelThresholds"_s);
+        for (; !rows->EOF_(); rows->MoveNext()) {
+            QStringList values;
+            for (const QString& column : rows->fieldNames().mid(1))
+                values.append(rows->text(column));
+            lines.append(values.join(u'|'));
+        }
+        return lines.join(u'\n');
+    }
+};
+
+TEST_F(SharingDialogs, ExportsTheDashboardOnScreenUnlessOthersAreChosen)
+{
+    startWith({u"Sales"_s, u"Costs"_s});
+    m_user.files = {QString(), sharedFile};
+    exporting([](frmExport& dialog) {
+        auto& list = control<QListWidget>(dialog, u"lstWorkspaces"_s);
+        EXPECT_EQ(list.item(0)->text() + list.item(1)->text(), u"CostsSales"_s);
+        EXPECT_TRUE(list.item(0)->isSelected() && !list.item(1)->isSelected());
+        list.clearSelection();
+        clickOn(dialog, u"cmdOK"_s);
+        list.item(1)->setSelected(true);
+        clickOn(dialog, u"cmdOK"_s); // cancelled in the file dialog
+        EXPECT_TRUE(dialog.isVisible());
+        clickOn(dialog, u"cmdOK"_s);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_EQ(m_user.shown,
+              (QStringList{u"Must select at least 1 dashboard to export."_s, u"No export file name defined."_s}));
+    EXPECT_EQ(m_user.asked, (QStringList{u"Enter export file name"_s, u"Enter export file name"_s}));
+    const auto rows =
+        Database::open(sharedFile, databaseConnect())->OpenRecordset(u"SELECT Name FROM LvnSavedWorkspace"_s);
+    EXPECT_EQ(rows->rowCount(), 1);
+    EXPECT_EQ(rows->text(u"Name"), u"Sales"_s);
+}
+
+TEST_F(SharingDialogs, ExportTakesNothingElseWhileItWritesAndCanBeCancelled)
+{
+    startWith({u"Sales"_s});
+    m_user.files = {sharedFile, sharedFile};
+    exporting([&](frmExport& dialog) {
+        const auto met = amidWork(dialog, [&] {
+            EXPECT_TRUE(control<QWidget>(dialog, u"barProgress"_s).isVisible());
+            EXPECT_TRUE(window().IsBusy) << "no pass may begin";
+            EXPECT_FALSE(isUsable(dialog, u"cmdOK"_s) || isUsable(dialog, u"cmdAltPath"_s));
+            clickOn(dialog, u"cmdCancel"_s);
+        });
+        clickOn(dialog, u"cmdOK"_s);
+        EXPECT_TRUE(*met && dialog.isVisible());
+        EXPECT_EQ(control<QLabel>(dialog, u"lblStatus"_s).text(),
+                  u"The export was cancelled. All is as it was before."_s);
+        EXPECT_FALSE(QFile::exists(sharedFile));
+        EXPECT_FALSE(window().IsBusy);
+        clickOn(dialog, u"cmdOK"_s);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_TRUE(QFile::exists(sharedFile));
+    EXPECT_EQ(m_user.shown, QStringList{});
+}
+
+TEST_F(SharingDialogs, AddAndDeleteAlternatePathsOnTheWayToAnExport)
+{
+    startWith({u"Sales"_s});
+    const QString base = gSources->SourceByIndex(1)->DestFolder;
+    whenShown<frmExport>([&](frmExport& exporting) {
+        whenShown<frmAltPaths>([&](frmAltPaths& paths) {
+            const auto& grid = control<QTableWidget>(paths, u"grdAltPaths"_s);
+            EXPECT_EQ(cellsOf(grid, true), u"|Base Path|Alternate Path"_s);
+            clickOn(paths, u"cmdDelete"_s); // nothing happens
+            whenShown<frmAddAltPath>([&](frmAddAltPath& adding) {
+                clickOn(adding, u"cmdOK"_s);
+                control<QComboBox>(adding, u"cmbBase"_s).setCurrentText(base);
+                for (const QString& text : {u"  "_s, u"D:\\it's"_s}) {
+                    control<QLineEdit>(adding, u"txtAlt"_s).setText(text);
+                    clickOn(adding, u"cmdOK"_s);
+                }
+            });
+            clickOn(paths, u"cmdAdd"_s);
+            EXPECT_EQ(cellsOf(grid), base + u"|D:\\it's\\"_s);
+            EXPECT_EQ(rowCount(u"LvnAltPaths"_s), 1);
+            clickOn(paths, u"cmdDelete"_s);
+            EXPECT_EQ(cellsOf(grid), QString());
+            EXPECT_EQ(rowCount(u"LvnAltPaths"_s), 0);
+        });
+        clickOn(exporting, u"cmdAltPath"_s);
+    });
+    window().menus().mnuToolsExport->trigger();
+    EXPECT_EQ(m_user.shown, (QStringList{u"Must select a base path."_s, u"Must define an alternate path."_s}));
+}
+
+TEST_F(SharingDialogs, ImportShowsItsFoldersAndWritesOnlyWhenTheyAreAccepted)
+{
+    startWith({u"Mine"_s});
+    makeSharedFile(u"Theirs"_s);
+    importing([&](frmImport& dialog) {
+        auto& list = control<QListWidget>(dialog, u"lstWorkspaces"_s);
+        list.clearSelection();
+        clickOn(dialog, u"cmdOK"_s);
+        list.selectAll();
+        whenShown<frmImportFolders>([&](frmImportFolders& folders) {
+            EXPECT_EQ(cellsOf(control<QTableWidget>(folders, u"grdFolders"_s)),
+                      u"/gone/|read and written|does not exist\n"_s + programFile(u""_s) + u"/|read|exists"_s);
+            clickOn(folders, u"cmdCancel"_s);
+        });
+        clickOn(dialog, u"cmdOK"_s);
+        EXPECT_TRUE(dialog.isVisible()) << "the folders can be thought over";
+        EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 1);
+        EXPECT_FALSE(gDB->TableNames().contains(u"TempSources"_s));
+        acceptFolders(dialog);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_EQ(m_user.shown, (QStringList{u"Must select at least 1 panel to import."_s,
+                                         u"Selected dashboard(s) were imported successfully."_s}));
+    EXPECT_EQ(listed(), (QStringList{u"Mine"_s, u"Theirs"_s}));
+    EXPECT_EQ(list().currentText(), u"Mine"_s);
+    EXPECT_EQ(gSources->Count(), 2) << "the new source is known at once";
+    EXPECT_FALSE(window().IsBusy);
+}
+
+TEST_F(SharingDialogs, ImportCanBeCancelledUntilItWrites)
+{
+    startWith({u"Mine"_s});
+    makeSharedFile(u"Theirs"_s, 500);
+    importing([&](frmImport& dialog) {
+        const auto looked = amidWork(dialog, [&] {
+            EXPECT_TRUE(window().IsBusy) << "no pass may begin";
+            EXPECT_FALSE(isUsable(dialog, u"cmdOK"_s));
+            dialog.reject();
+        });
+        clickOn(dialog, u"cmdOK"_s); // cancelled before the folders are shown
+        EXPECT_TRUE(*looked && dialog.isVisible());
+        EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 1);
+
+        std::shared_ptr<bool> written;
+        whenShown<frmImportFolders>([&](frmImportFolders& folders) {
+            written = amidWork(dialog, [&] {
+                EXPECT_TRUE(window().IsBusy);
+                EXPECT_FALSE(isUsable(dialog, u"cmdCancel"_s));
+                dialog.reject();
+            });
+            clickOn(folders, u"cmdOK"_s);
+        });
+        clickOn(dialog, u"cmdOK"_s);
+        EXPECT_TRUE(written && *written);
+    });
+    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"WorkspaceID = 2"_s), 500);
+    EXPECT_EQ(m_user.shown, QStringList{u"Selected dashboard(s) were imported successfully."_s});
+}
+
+TEST_F(SharingDialogs, ImportTellsWhatRunTimeErrorsKeptFromIt)
+{
+    startWith({u"Mine"_s});
+    makeSharedFile(u"Theirs"_s, 2);
+    const auto theirs = Database::open(sharedFile, databaseConnect());
+    importing([&](frmImport& dialog) {
+        whenShown<frmImportFolders>([&](frmImportFolders& folders) {
+            theirs->Execute(u"UPDATE LvnPanelSource SET Mask = NULL"_s); // behind the back of the look ahead
+            clickOn(folders, u"cmdOK"_s);
+        });
+        clickOn(dialog, u"cmdOK"_s);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(control<QLabel>(dialog, u"lblStatus"_s).text(),
+                  u"The import did not come to its end. The sources of the dashboards were not all imported: Invalid "
+                  "use of Null"_s);
+        EXPECT_EQ(m_user.shown, QStringList{});
+
+        theirs->Execute(u"UPDATE LvnPanelSource SET Mask = 'a*.xlsx'"_s);
+        theirs->Execute(u"UPDATE LvnSavedPanel SET SourceID = NULL WHERE ID = 2"_s);
+        acceptFolders(dialog);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_EQ(m_user.shown, (QStringList{u"Not everything could be imported.\n\nThe dashboard \"Theirs\" lacks panels: "
+                                         "Invalid use of Null in column [SourceID]"_s,
+                                         u"Selected dashboard(s) were imported successfully."_s}));
+    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"WorkspaceID = 2"_s), 1);
+}
+
+TEST_F(SharingDialogs, RefuseWhereThereIsNothingToDo)
+{
+    start();
+    window().menus().mnuToolsExport->trigger();
+    storeDashboard(u"Mine"_s, {u"p"_s});
+    start();
+    window().menus().mnuToolsImport->trigger(); // cancelled
+    m_user.files = {sharedFile, sharedFile};
+    window().menus().mnuToolsImport->trigger();
+    makeSharedFile(u"MINE"_s);
+    window().menus().mnuToolsImport->trigger();
+    gWorkspace->Panels(1)->ContentType = u"C"_s;
+    window().menus().mnuPanelThresholds->trigger();
+    EXPECT_EQ(m_user.shown, (QStringList{u"There are no saved dashboards to export."_s,
+                                         u"Import file ["_s + sharedFile + u"] does not exist."_s,
+                                         u"There are no dashboards to import from."_s,
+                                         u"Only panels that show a range of cells can have thresholds."_s}));
+}
+
+TEST_F(SharingDialogs, ThresholdsArePickedCheckedStoredAndShown)
+{
+    storeDashboard(u"Sales"_s, {u"Figures"_s});
+    m_library.books[bookPath(u"Sales.xlsx"_s)].front().put(u"C3"_s, u"70"_s);
+    start();
+    thresholds([&](frmThresholds& dialog) {
+        EXPECT_EQ(shownCells(dialog), u"|B|C\n2|B2|C2\n3|B3|70\n4|B4|C4"_s);
+        clickOn(dialog, u"cmdAdd"_s);
+        addRule(dialog, 1, 1, u"much"_s);
+        clickOn(dialog, u"cmdOK"_s);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(rowCount(u"LvnpanelThresholds"_s), 0);
+        editor<QLineEdit>(dialog, 0, 2).setText(u" 50 "_s);
+        addRule(dialog, 0, 0, u"*2>7"_s);
+        editor<QComboBox>(dialog, 1, 1).setCurrentText(u"formula"_s);
+        editor<QComboBox>(dialog, 1, 3).setCurrentIndex(1);
+        clickOn(dialog, u"cmdOK"_s);
+    });
+    EXPECT_EQ(m_user.shown,
+              (QStringList{u"Pick a cell of the panel first."_s,
+                           u"The limit of cell C3 cannot be used: the formula [= 1>much] is not understood at [much]: "
+                           "a number is expected. Enter a number, as 1000 or -2.5."_s}));
+    const QString stored = u"3|3|>50|color@B2||\n2|2|||*2>7|color@B2"_s;
+    EXPECT_EQ(storedRules(), stored);
+    const QImage picture = window().panelWindows().first()->picture().image;
+    EXPECT_EQ(picture.pixelColor(picture.width() - 5, picture.height() / 2), QColor(128, 180, 180));
+
+    thresholds([&](frmThresholds& dialog) { clickOn(dialog, u"cmdOK"_s); });
+    EXPECT_EQ(storedRules(), stored) << "opened again, they stand as they were";
+}
+
+TEST_F(SharingDialogs, ThresholdsAreDeletedAndMovedWhereTheUserIs)
+{
+    startWith({u"Sales"_s});
+    thresholds([&](frmThresholds& dialog) {
+        EXPECT_FALSE(isUsable(dialog, u"cmdDelete"_s));
+        for (int i = 1; i <= 4; ++i)
+            addRule(dialog, 0, 0, QString::number(i));
+        EXPECT_FALSE(isUsable(dialog, u"cmdDown"_s));
+        QFocusEvent entered(QEvent::FocusIn); // whether or not the window is active yet
+        QApplication::sendEvent(&editor<QComboBox>(dialog, 1, 3), &entered);
+        clickOn(dialog, u"cmdDelete"_s); // 1 3 4
+        clickOn(dialog, u"cmdUp"_s);     // 3 1 4
+        EXPECT_FALSE(isUsable(dialog, u"cmdUp"_s));
+        rulesOf(dialog).setCurrentCell(2, 0);
+        QKeyEvent deletion(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
+        QApplication::sendEvent(&rulesOf(dialog), &deletion); // 3 1
+        clickOn(dialog, u"cmdOK"_s);
+    });
+    EXPECT_EQ(storedRules(), u"2|2|>3|color@B2||\n2|2|>1|color@B2||"_s);
+}
+
+TEST_F(SharingDialogs, ThresholdsOfEarlierDaysAreShownAndStoredAsTheyAreMeant)
+{
+    startWith({u"Sales"_s});
+    const struct
+    {
+        QString row, cell, stored;
+    } table[] = {
+        // Two limits become two rules; what marks nothing is kept.
+        {u"3, 3, '>5', 'colorRed', '< 1', 'note'"_s, u"C3"_s, u"3|3|>5|color@B2||\n3|3|||<1|note"_s},
+        // The definition has moved since.
+        {u"13, 3, '>5', 'color@B12', '', ''"_s, u"C3"_s, u"3|3|>5|color@B2||"_s},
+    };
+    for (const auto& row : table) {
+        gDB->Execute(u"DELETE FROM LvnpanelThresholds"_s);
+        gDB->Execute(u"INSERT INTO LvnpanelThresholds VALUES (1, "_s + row.row + u')');
+        thresholds([&](frmThresholds& dialog) {
+            EXPECT_EQ(rulesOf(dialog).item(0, 0)->text(), row.cell);
+            clickOn(dialog, u"cmdOK"_s);
+        });
+        EXPECT_EQ(storedRules(), row.stored);
+    }
+}
+
+TEST_F(SharingDialogs, ThresholdsLeaveOutWhatThePanelHides)
+{
+    storeDashboard(u"Sales"_s, {u"Figures"_s});
+    gDB->Execute(u"UPDATE LvnSavedPanel SET RowHeights = '2:2=15`3:3=0`4:4=15', ColWidths = 'B:B=0`C:C=8.43'"_s);
+    start();
+    thresholds([](frmThresholds& dialog) { EXPECT_EQ(shownCells(dialog), u"|C\n2|C2\n4|C4"_s); });
+    m_library.books.clear();
+    thresholds([&](frmThresholds& dialog) {
+        EXPECT_TRUE(control<QLabel>(dialog, u"lblNotice"_s).text().contains(u"was not found"_s));
+        EXPECT_EQ(shownCells(dialog), u"|B|C\n2||\n3||\n4||"_s) << "by their places";
+    });
+}
+
+TEST_F(SharingDialogs, HelpAsksForThePageOfItsForm)
+{
+    startWith({u"Sales"_s});
+    QStringList pages;
+    setDocumentViewer({[&](const QString&, qint32 context) { pages.append(QString::number(context)); }, {}});
+    QFile(programFile(u"lumivane.CHM"_s)).open(QIODevice::WriteOnly);
+    SetHelpFile();
+    frmExport exports;
+    frmImport imports;
+    frmImportFolders folders{ImportPreview{}};
+    frmAltPaths paths;
+    frmAddAltPath adding;
+    frmThresholds limits{*gWorkspace->Panels(1)};
+    int page = 100;
+    for (QDialog* dialog : std::initializer_list<QDialog*>{&exports, &imports, &folders, &paths, &adding, &limits}) {
+        const QString form = QString::fromLatin1(dialog->metaObject()->className()).section(u':', -1);
+        SetIniString(GetHelpIniFile(), u"Help"_s, form, QString::number(++page));
+        clickOn(*dialog, u"cmdHelp"_s);
+    }
+    setDocumentViewer({});
+    EXPECT_EQ(pages, (QStringList{u"101"_s, u"102"_s, u"103"_s, u"104"_s, u"105"_s, u"106"_s}));
+}
+
+} // namespace
+} // namespace lumivane::test

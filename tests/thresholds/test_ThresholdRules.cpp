@@ -1,0 +1,185 @@
+#include "repository/clsWorkspacePanel.h"
+#include "sharing/TwoProjects.h"
+#include "support/PlainSheet.h"
+#include "thresholds/ThresholdsFormula.h"
+
+#include <QColor>
+
+namespace lumivane::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+QString outcomeOf(const QString& formula)
+{
+    const auto held = evaluateComparison(formula);
+    return !held ? held.reason() : held.value() ? u"yes"_s : u"no"_s;
+}
+
+TEST(ThresholdComparison, FollowsTheRulesOfFormulas)
+{
+    for (const QString& holds :
+         {u"= 1250>1000"_s, u"= 100>=100"_s, u"= 5=5"_s, u"= -5>-10"_s, u"= 0.1+0.2=0.30000000000000004"_s,
+          u"= -2^2=4"_s,   // a sign binds closer than a power
+          u"= 2^3^2=64"_s, // powers from left to right
+          u"= 50%=0.5"_s, u"= 2+3*4=14"_s, u"= (2+3)*4=20"_s, u"= 1e3=1000"_s, u"= 5-1"_s, u"= .5<1."_s,
+          QString(u"= "_s + QString(200'000, u'-') + u"1>0"_s)})
+        EXPECT_EQ(outcomeOf(holds), u"yes"_s) << holds.left(40).toStdString();
+    for (const QString& fails : {u"= 100>100"_s, u"= 5<>5"_s, u"5<=4.99"_s, u"= 110>100*1.1"_s, u"= 1-1"_s})
+        EXPECT_EQ(outcomeOf(fails), u"no"_s) << fails.toStdString();
+    for (const auto& [refused, reason] : std::initializer_list<std::pair<QString, QString>>{
+             {u"= 1>"_s, u"at its end: a number is expected"_s},
+             {u""_s, u"at its end: a number is expected"_s},
+             {u"= 1>2>3"_s, u"at [>3]: only numbers and one comparison"_s},
+             {u"= 1>A1"_s, u"at [A1]: a number is expected"_s},
+             {u"= 1>1,000"_s, u"at [,000]"_s},
+             {u"= 1/0>1"_s, u"divides by zero"_s},
+             {u"= (1>2"_s, u"a closing parenthesis is missing"_s},
+             {u"= 10^400>1"_s, u"gives no number"_s},
+             {u"= 1e999>1"_s, u"too large"_s},
+             {u"= 1e>1"_s, u"at [e>1]"_s},
+             {u"= 1>\"text\""_s, u"a number is expected"_s},
+             {u"= "_s + QString(200'000, u'(') + u"1"_s, u"too many parentheses"_s}})
+        EXPECT_TRUE(outcomeOf(refused).contains(reason)) << outcomeOf(refused).toStdString();
+}
+
+TEST(ThresholdComparison, MustBeginWithASignToBeStored)
+{
+    for (const QString& good : {u">1000"_s, u" <= -5"_s, u"*2>7"_s, u"=3"_s})
+        EXPECT_EQ(comparisonFault(good), QString()) << good.toStdString();
+    for (const QString& bad : {u""_s, u"000"_s, u".5>1"_s, u"e5>1"_s, u">"_s, u">x"_s})
+        EXPECT_NE(comparisonFault(bad), QString()) << bad.toStdString();
+}
+
+const QColor high(128, 180, 180);
+const QColor low(180, 128, 180);
+
+class Thresholds : public TwoProjects
+{
+protected:
+    Thresholds()
+    {
+        panel.ID = 7;
+        panel.PicRange = u"$B$10:$C$20`1:2`A:A"_s;
+        panel.RelativeTo = u"bottom"_s;
+        panel.ContentMatch = u"bottom=$C$20"_s;
+        for (int row = 1; row <= 30; ++row)
+            sheet.height(QString::number(row) + u':' + QString::number(row), 15);
+    }
+
+    void rule(int row, int column, const QString& highExp, const QString& ifHigh, const QString& lowExp = QString(),
+              const QString& ifLow = QString())
+    {
+        mine->Execute(
+            u"INSERT INTO LvnpanelThresholds VALUES (7, %1, %2, '%3', '%4', '%5', '%6')"_s.arg(row).arg(column).arg(
+                highExp, ifHigh, lowExp, ifLow));
+    }
+    /// Locates the panel with its last cell in a given row, then marks.
+    void light(int lastRow)
+    {
+        sheet.put(u"C%1"_s.arg(lastRow), u"1"_s);
+        panel.GetAdjRange(sheet);
+        panel.lightCells(sheet, mine);
+    }
+    QColor color(const QString& address)
+    {
+        const QImage cell = sheet.CopyPicture(*CellArea::parse(address));
+        return cell.pixelColor(cell.width() / 2, cell.height() / 2);
+    }
+
+    PlainSheet sheet{u"Sheet1"_s};
+    clsWorkspacePanel panel;
+};
+
+TEST_F(Thresholds, LeaveTheFixedCornerInItsPlaceOnly)
+{
+    sheet.put(u"C24"_s, u"1"_s);
+    panel.GetAdjRange(sheet);
+    EXPECT_EQ(panel.MapCell(2, 1, sheet), u"A2"_s);
+    EXPECT_EQ(panel.MapCell(2, 2, sheet), u"B6"_s) << "fixed rows alone move";
+    EXPECT_EQ(panel.MapCell(3, 1, sheet), u"A7"_s) << "fixed columns alone move";
+    clsWorkspacePanel plain;
+    EXPECT_EQ(plain.MapCell(1, 1, sheet), u"A1"_s);
+}
+
+TEST_F(Thresholds, ApplyTheirLimits)
+{
+    sheet.put(u"B10"_s, u"100"_s).put(u"B11"_s, u"100"_s).put(u"B12"_s, u"100"_s).put(u"B13"_s, u"100"_s);
+    sheet.put(u"B14"_s, u"100"_s).put(u"B15"_s, u"TRUE"_s);
+    const QColor unmarked = color(u"B10"_s);
+    rule(10, 2, u">100"_s, u"color"_s);
+    rule(11, 2, u">=100"_s, u"colorRed"_s, u"<=100"_s, u"color"_s);
+    rule(12, 2, u">=100"_s, u"Color"_s);
+    rule(13, 2, u""_s, u"color"_s, u"<>100"_s, u"color"_s);
+    rule(14, 2, u">0"_s, u""_s);
+    rule(15, 2, u"=-1"_s, u"color"_s);
+    rule(16, 2, u"=0"_s, u"color"_s); // an empty cell
+    mine->Execute(u"INSERT INTO LvnpanelThresholds VALUES (8, 17, 2, '=0', 'color', '', '')"_s);
+    light(20);
+    EXPECT_EQ(color(u"B10"_s), unmarked) << "the limit itself does not pass";
+    EXPECT_EQ(color(u"B11"_s), low) << "the low mark comes second";
+    EXPECT_EQ(color(u"B12"_s), unmarked) << "the word is compared exactly";
+    EXPECT_EQ(color(u"B13"_s), unmarked) << "an empty comparison is none";
+    EXPECT_EQ(color(u"B14"_s), unmarked) << "without an action";
+    EXPECT_EQ(color(u"B15"_s), high);
+    EXPECT_EQ(color(u"B16"_s), high);
+    EXPECT_NE(color(u"B17"_s), high) << "the rule of another panel";
+}
+
+TEST_F(Thresholds, TellWhatTheyCannotCompare)
+{
+    const struct
+    {
+        const char* name;
+        int row, column;
+        QString comparison, expected;
+    } faults[] = {
+        {"text", 10, 2, u">1"_s,
+         u"The cell B10 of sheet [Sheet1] is watched for a limit and holds [n/a], which is no "
+         "number."_s},
+        {"no comparison", 11, 2, u">x"_s,
+         u"The limit of cell B11 cannot be compared: the formula [= 5>x] is not "
+         "understood at [x]: a number is expected."_s},
+        {"row 0", 0, 5, u">1"_s, u"The watched cell in row 0 and column 5 is beyond the sheet."_s},
+        {"far beyond", 2147483647, 2147483647, u">1"_s,
+         u"The watched cell in row 2147483647 and column 2147483647 is beyond the sheet."_s},
+    };
+    sheet.put(u"B10"_s, u"n/a"_s).put(u"B11"_s, u"5"_s);
+    for (const auto& fault : faults) {
+        mine->Execute(u"DELETE FROM LvnpanelThresholds"_s);
+        rule(fault.row, fault.column, fault.comparison, u"color"_s);
+        try {
+            light(20);
+            ADD_FAILURE() << fault.name;
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.description(), fault.expected) << fault.name;
+        }
+    }
+}
+
+TEST_F(Thresholds, WatchTheSameFigureWhateverBecameOfTheDefinition)
+{
+    rule(15, 2, u">1"_s, u"color@B10"_s);
+    rule(2, 1, u">1"_s, u"color@B10"_s);
+    sheet.put(u"C24"_s, u"1"_s).put(u"B19"_s, u"50"_s).put(u"A2"_s, u"50"_s);
+    for (const auto& [definition, bottom] : std::initializer_list<std::pair<QString, QString>>{
+             {u"$B$10:$C$20`1:2`A:A"_s, u"bottom=$C$20"_s}, // as it was
+             {u"B14:C24`1:2`A:A"_s, u"bottom=$C$24"_s},     // moved on by an adopted version
+             {u"B16:C26`1:2`A:A"_s, u"bottom=$C$26"_s}}) {  // moved on twice and found back
+        PlainSheet opened = sheet;
+        clsWorkspacePanel loaded;
+        loaded.ID = 7;
+        loaded.PicRange = definition;
+        loaded.RelativeTo = u"bottom"_s;
+        loaded.ContentMatch = bottom;
+        loaded.GetAdjRange(opened);
+        loaded.lightCells(opened, mine);
+        for (const QString& address : {u"B19"_s, u"A2"_s}) {
+            const QImage cell = opened.CopyPicture(*CellArea::parse(address));
+            EXPECT_EQ(cell.pixelColor(3, 3), high) << definition.toStdString() << ' ' << address.toStdString();
+        }
+    }
+}
+
+} // namespace
+} // namespace lumivane::test

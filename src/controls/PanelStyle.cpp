@@ -1,8 +1,5 @@
 #include "controls/PanelStyle.h"
 
-#include "controls/PanelMark.h"
-#include "panel/PanelCaption.h"
-
 #include <QFontDatabase>
 #include <QPainter>
 #include <QStyleOption>
@@ -27,9 +24,9 @@ struct PanelColors
 
 PanelColors darkPanelColors(bool active, int mark)
 {
-    if (mark == static_cast<int>(PanelMark::Base))
+    if (mark == static_cast<int>(PanelStyle::Frame::Base))
         return {QColor(0x5c, 0x3c, 0x18), QColor(0xfb, 0xe6, 0xcf), QColor(0xe8, 0x8c, 0x26), markedLine};
-    if (mark == static_cast<int>(PanelMark::Marked))
+    if (mark == static_cast<int>(PanelStyle::Frame::Marked))
         return {QColor(0x1f, 0x44, 0x62), QColor(0xd9, 0xec, 0xfa), QColor(0x3f, 0x9a, 0xdd), markedLine};
     if (active)
         return {QColor(0x3a, 0x46, 0x52), QColor(0xee, 0xf3, 0xf8), QColor(0x7d, 0x93, 0xa8)};
@@ -41,9 +38,9 @@ PanelColors panelColors(bool active, const QWidget* panel)
     const int mark = panel ? panel->property(PanelStyle::markProperty).toInt() : 0;
     if (panel && PanelStyle::isDark(panel->palette()))
         return darkPanelColors(active, mark);
-    if (mark == static_cast<int>(PanelMark::Base))
+    if (mark == static_cast<int>(PanelStyle::Frame::Base))
         return {QColor(0xfc, 0xe4, 0xcb), QColor(0x4a, 0x2a, 0x06), QColor(0xd9, 0x78, 0x0d), markedLine};
-    if (mark == static_cast<int>(PanelMark::Marked))
+    if (mark == static_cast<int>(PanelStyle::Frame::Marked))
         return {QColor(0xd3, 0xe7, 0xf7), QColor(0x10, 0x33, 0x50), QColor(0x1f, 0x7f, 0xc4), markedLine};
     if (active)
         return {QColor(0xe8, 0xef, 0xf5), QColor(0x1f, 0x2d, 0x3d), QColor(0x8f, 0xa9, 0xbf)};

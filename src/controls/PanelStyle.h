@@ -20,7 +20,8 @@ public:
     static bool isDark(const QPalette& palette);
     /// A panel window whose property of this name is true gets a sign in its title.
     static constexpr const char* noticeProperty = "panelNotice";
-    /// What a panel window is in layout mode, a PanelMark as a number; marks are drawn as coloured frames.
+    /// What frame a panel window has, a Frame as a number.
+    enum class Frame { Plain, Marked, Base };
     static constexpr const char* markProperty = "panelMark";
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;

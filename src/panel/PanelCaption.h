@@ -1,12 +1,13 @@
 #pragma once
 
-#include "controls/PanelMark.h"
-
 #include <QDateTime>
 #include <QString>
 #include <optional>
 
 namespace lumivane {
+
+/// What a panel is among those that are arranged together.
+enum class PanelMark { None, Marked, Base };
 
 /// A panel's caption with its mark in front and the stamp of its file behind: a time of day for a file of today, a date
 /// for an older one, nothing where no stamp is wanted.

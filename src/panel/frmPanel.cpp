@@ -1,6 +1,5 @@
 #include "panel/frmPanel.h"
 
-#include "controls/PanelMark.h"
 #include "controls/PanelStyle.h"
 #include "panel/PanelCaption.h"
 #include "panel/PanelPaste.h"
@@ -200,6 +199,23 @@ void frmPanel::Panel_ToggleMark()
     }
 }
 
+namespace {
+
+PanelStyle::Frame frameOf(PanelMark mark)
+{
+    switch (mark) {
+    case PanelMark::None:
+        break;
+    case PanelMark::Marked:
+        return PanelStyle::Frame::Marked;
+    case PanelMark::Base:
+        return PanelStyle::Frame::Base;
+    }
+    return PanelStyle::Frame::Plain;
+}
+
+} // namespace
+
 void frmPanel::SetCaption()
 {
     const auto panel = record();
@@ -208,7 +224,7 @@ void frmPanel::SetCaption()
     PanelMark mark = PanelMark::None;
     if (m_editMode())
         mark = IsBase ? PanelMark::Base : IsMarked ? PanelMark::Marked : PanelMark::None;
-    setProperty(PanelStyle::markProperty, static_cast<int>(mark));
+    setProperty(PanelStyle::markProperty, static_cast<int>(frameOf(mark)));
     update();
     std::optional<QDateTime> stamp;
     const auto source = panel->Source();

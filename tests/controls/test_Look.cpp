@@ -1,7 +1,5 @@
 #include "controls/Look.h"
-#include "controls/PanelMark.h"
 #include "controls/PanelStyle.h"
-#include "panel/PanelCaption.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -105,7 +103,8 @@ TEST_P(Look, CaptionsOfPanelsCanBeReadInEveryState)
     QApplication::setStyle(new PanelStyle);
     applyColors(*qApp, GetParam());
     QMdiSubWindow panel;
-    for (const PanelMark mark : {PanelMark::None, PanelMark::Marked, PanelMark::Base}) {
+    for (const PanelStyle::Frame mark :
+         {PanelStyle::Frame::Plain, PanelStyle::Frame::Marked, PanelStyle::Frame::Base}) {
         for (const bool active : {true, false}) {
             panel.setProperty(PanelStyle::markProperty, static_cast<int>(mark));
             QStyleOptionTitleBar title;

@@ -1,4 +1,3 @@
-#include "controls/PanelMark.h"
 #include "panel/PanelCaption.h"
 
 #include "platform/Clock.h"

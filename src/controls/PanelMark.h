@@ -1,7 +1,0 @@
-#pragma once
-
-namespace lumivane {
-
-enum class PanelMark { None, Marked, Base };
-
-} // namespace lumivane

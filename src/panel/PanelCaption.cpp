@@ -1,6 +1,5 @@
 #include "panel/PanelCaption.h"
 
-#include "controls/PanelMark.h"
 #include "platform/Checked.h"
 
 #include <QLocale>

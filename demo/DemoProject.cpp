@@ -150,6 +150,7 @@ void putSettings()
     SetIniString(GetIniFile(), u"Options"_s, u"Panel Time Stamp"_s, u"-1"_s);
     SetIniString(GetIniFile(), u"Options"_s, u"Refresh Frequency"_s, u"0"_s);
     SetIniString(GetIniFile(), u"Options"_s, u"Caption Alignment"_s, u"Left"_s);
+    SetIniString(GetIniFile(), u"Settings"_s, u"Large Sheets"_s, u"1"_s);
 }
 
 } // namespace

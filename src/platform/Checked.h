@@ -6,13 +6,36 @@
 
 namespace lumivane {
 
-/// The one border at which numbers become signed 16-bit ones: stored geometry, row and column numbers of ranges.
-/// Rounds to nearest with halves to even; throws RuntimeError 6 (overflow) beyond the range and never clamps.
+// The one border at which numbers become rows, columns and lengths of panels, or signed 16-bit ones. Everything here
+// rounds to nearest with halves to even, throws RuntimeError 6 with a sentence that names the limit, and never clamps.
+
+/// Whether panels may lie in all of today's sheets and on large dashboards. Off, the limits of 16 bits hold, as they do
+/// for whoever else opens the project with a program that knows no others. Set from the key "Large Sheets" in section
+/// "Settings" of the settings file, at the start.
+void setLargeSheets(bool on);
+bool largeSheets();
+
+int rowLimit();    ///< 32,767, or the last row of a sheet
+int columnLimit(); ///< 256 ("IV"), or the last column of a sheet ("XFD")
+int twipsLimit();  ///< 32,767, or what 32 bits hold
+
+/// Rows and distances of rows: between -rowLimit() and rowLimit().
+int toRow(double number);
+/// Columns and distances of columns. Without Large Sheets numbers above columnLimit() pass up to 16 bits: it is their
+/// letters that end at "IV".
+int toColumn(double number);
+/// Places and sizes of panels on the dashboard, in twips.
+int toStoredTwips(double number);
+
+/// Ids, minutes and what else has 16 bits in any case.
 qint16 toInt16(double number);
 inline qint16 toInt16(int number)
 {
     return toInt16(static_cast<double>(number));
 }
+
+/// For a column that has no letters: "Column 300 is beyond column IV, ...".
+[[noreturn]] void throwBeyondColumns(int column);
 
 /// The number that a text begins with, 0 if it begins with none. The decimal sign is always a point, blanks in front
 /// are skipped: the way in which stored heights, widths and row numbers are read back.

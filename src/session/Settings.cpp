@@ -1,5 +1,6 @@
 #include "platform/ApplicationInfo.h"
 #include "platform/Checked.h"
+#include "platform/RuntimeError.h"
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"
 #include "services/modMain.h"
@@ -31,6 +32,16 @@ qint32 settingOfColor(QRgb color)
     return qRed(color) | qGreen(color) << 8 | qBlue(color) << 16;
 }
 
+qint16 minutesIn(const QString& file, const QString& key, qint16 otherwise)
+{
+    try {
+        return toInt16(GetIniInt(file, optionsSection(), key, otherwise));
+    } catch (const RuntimeError& error) {
+        throw RuntimeError(error.number(), u"%1 in section [%2] of %3 cannot be used. %4"_s.arg(
+                                               key, optionsSection(), file, error.description()));
+    }
+}
+
 bool changeSystemSettings(const QString& sql, const QString& procedure)
 {
     return SQL_Execute(gDB, sql, true, u"Main"_s, procedure);
@@ -52,9 +63,10 @@ bool GetOptionsSettings()
 
 bool ReadOptions(const QString& File, bool)
 {
+    setLargeSheets(GetIniInt(File, u"Settings"_s, u"Large Sheets"_s, 0) != 0);
     gDashboardColor = colorOfSetting(GetIniInt(File, optionsSection(), u"Dashboard Color"_s, 0xFFFFFF));
     gPanelTimeStamp = GetIniInt(File, optionsSection(), u"Panel Time Stamp"_s, -1) != 0;
-    gRefreshFrequency = toInt16(GetIniInt(File, optionsSection(), u"Refresh Frequency"_s, 10));
+    gRefreshFrequency = minutesIn(File, u"Refresh Frequency"_s, 10);
     gCaptionAlignment = GetIniString(File, optionsSection(), u"Caption Alignment"_s, u"Center"_s);
     return true;
 }

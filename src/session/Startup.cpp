@@ -28,6 +28,7 @@ QString furnishProgramFolder()
         if (!QDir().mkpath(programFolder()))
             return u"The folder ["_s + programFolder() + u"] cannot be made."_s;
         Database::create(GetRepositoryFile());
+        SetIniString(GetIniFile(), u"Settings"_s, u"Large Sheets"_s, u"1"_s);
         return {};
     } catch (const RuntimeError& error) {
         return error.description();

@@ -14,7 +14,7 @@ namespace lumivane {
 
 using namespace Qt::StringLiterals;
 
-TEST(ToInt16, RoundsHalvesToEvenAndKeepsTheBorders)
+TEST(CheckedNumbers, RoundHalvesToEvenAndKeepTheBorders)
 {
     const struct
     {
@@ -22,17 +22,41 @@ TEST(ToInt16, RoundsHalvesToEvenAndKeepsTheBorders)
         int expected;
     } rows[] = {{0.5, 0},  {1.5, 2},         {2.5, 2},         {-0.5, 0},          {-1.5, -2},
                 {2.51, 3}, {32767.4, 32767}, {32767.0, 32767}, {-32768.0, -32768}, {-32768.5, -32768}};
-    for (const auto& row : rows)
+    for (const auto& row : rows) {
+        for (const auto convert : {toRow, toColumn, toStoredTwips})
+            EXPECT_EQ(convert(row.number), row.expected) << row.number;
         EXPECT_EQ(toInt16(row.number), row.expected) << row.number;
+    }
 }
 
-TEST(ToInt16, NeverClamps)
+TEST(CheckedNumbers, NameTheLimitAndNeverClamp)
 {
-    for (const double number : {32767.5, 32768.0, -32769.0, 1e300, double(INFINITY), double(NAN)}) {
-        const test::ThrownError failure = test::failureOf([&] { toInt16(number); });
+    const auto sentence = [](auto convert, double number) {
+        const test::ThrownError failure = test::failureOf([&] { convert(number); });
         EXPECT_EQ(failure.number, 6) << number;
-        EXPECT_EQ(failure.text, u"Overflow"_s);
-    }
+        return failure.text;
+    };
+    const QString hint = u" More is possible with Large Sheets=1 in section [Settings] of lumivane.INI."_s;
+    const auto number = [](double value) { return toInt16(value); };
+    for (const double beyond : {32767.5, 32768.0, -32769.0, 1e300, double(INFINITY), double(NAN)})
+        EXPECT_TRUE(sentence(number, beyond).endsWith(u"beyond 32,767, the largest that can be kept."_s)) << beyond;
+    EXPECT_EQ(sentence(toRow, 40000), u"Row 40,000 is beyond row 32,767, the last that a panel may use."_s + hint);
+    EXPECT_EQ(sentence(toRow, -40000),
+              u"A distance of 40,000 rows is more than 32,767, the longest that a panel may move."_s + hint);
+    EXPECT_EQ(sentence(throwBeyondColumns, 300),
+              u"Column 300 is beyond column IV, the last that a panel may use."_s + hint);
+    EXPECT_EQ(sentence(toStoredTwips, 60000),
+              u"60,000 twips is beyond 32,767, the largest place or size of a panel."_s + hint);
+
+    setLargeSheets(true);
+    EXPECT_EQ(toRow(1048576), rowLimit());
+    EXPECT_EQ(toColumn(16384), columnLimit());
+    EXPECT_EQ(toStoredTwips(-2147483648.0) + 1, -twipsLimit());
+    EXPECT_EQ(sentence(toRow, 1048577), u"Row 1,048,577 is beyond row 1,048,576, the last that a panel may use."_s);
+    EXPECT_EQ(sentence(toColumn, 16385), u"Column 16,385 is beyond column XFD, the last that a panel may use."_s);
+    sentence(toStoredTwips, 2147483648.0);
+    sentence(number, 32768);
+    setLargeSheets(false);
 }
 
 TEST(LeadingNumber, ReadsWhatATextBeginsWith)

@@ -1,3 +1,4 @@
+#include "platform/Checked.h"
 #include "platform/RuntimeError.h"
 #include "repository/Database.h"
 #include "services/modMain.h"
@@ -42,6 +43,9 @@ TEST_F(StartUp, ANewProgramFolderIsFurnished)
     EXPECT_TRUE(Main_Start());
     EXPECT_TRUE(QFileInfo(path(u"share/lumivane/lumivane.lvdu"_s)).isFile());
     EXPECT_TRUE(gLogToFile);
+    EXPECT_EQ(read(GetIniFile()), "[Settings]\nLarge Sheets=1\n");
+    EXPECT_TRUE(largeSheets());
+    setLargeSheets(false);
 }
 
 TEST_F(StartUp, AMissingProjectIsToldTwiceAndNotMade)
@@ -73,8 +77,11 @@ TEST_F(StartUp, OptionsAreReadAsTheyStandOrHaveDefaults)
     };
     EXPECT_EQ(options(), u"ffffff 1 10 Center"_s);
     write(GetIniFile(), "[Options]\nDashboard Color=255\nPanel Time Stamp=7\nRefresh Frequency=often\n"
-                        "Caption Alignment=Middle\n");
+                        "Caption Alignment=Middle\n[Settings]\nLarge Sheets=1\n");
+    EXPECT_FALSE(largeSheets()) << "the key is absent";
     EXPECT_EQ(options(), u"ff0000 1 0 Middle"_s) << "red is the lowest byte";
+    EXPECT_TRUE(largeSheets());
+    setLargeSheets(false);
 }
 
 TEST_F(StartUp, OptionsAreWrittenInPlace)
@@ -98,7 +105,7 @@ TEST_F(StartUp, AFrequencyBeyondSixteenBitsEndsTheStart)
     EXPECT_FALSE(Main_Start());
     EXPECT_FALSE(gDB);
     ASSERT_EQ(user.shown.size(), 1);
-    EXPECT_TRUE(user.shown[0].contains(u"Overflow"_s));
+    EXPECT_TRUE(user.shown[0].contains(u"Refresh Frequency in section [Options]"_s)) << user.shown[0];
 }
 
 TEST_F(StartUp, ProjectsAreTriedBeforeTheyAreTaken)

@@ -1,6 +1,7 @@
 #include "assist/Drillback.h"
 
 #include "repository/Database.h"
+#include "repository/SqlText.h"
 #include "repository/modUtilsSQL.h"
 
 namespace lumivane {
@@ -13,7 +14,7 @@ bool HasDrillback(qint32 sourceId, const QString& sheetName, const std::shared_p
     std::shared_ptr<Recordset> rows;
     if (!SQL_OpenRecordset(db, rows,
                            u"SELECT * FROM LvnDrillback"_s + u" WHERE PanelSourceID = "_s + QString::number(sourceId) +
-                               u" AND Sheet = '"_s + sheetName + u'\'',
+                               u" AND Sheet = "_s + textLiteral(sheetName),
                            false, u"Main"_s, u"HasDrillback"_s))
         return false;
     const bool found = !rows->EOF_();

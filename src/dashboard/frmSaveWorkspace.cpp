@@ -4,6 +4,7 @@
 #include "controls/modUtilsControls.h"
 #include "platform/Prompts.h"
 #include "repository/Database.h"
+#include "repository/SqlText.h"
 #include "repository/modUtilsSQL.h"
 
 #include <QKeyEvent>
@@ -72,10 +73,8 @@ void frmSaveWorkspace::refuse(const QString& text)
 
 bool frmSaveWorkspace::ExistWorkspace(const QString& name) const
 {
-    QString quoted = name;
-    quoted.replace(u"'"_s, u"''"_s);
     std::shared_ptr<Recordset> rows;
-    if (!SQL_OpenRecordset(gDB, rows, u"SELECT * FROM LvnSavedWorkspace WHERE Name = '"_s + quoted + u'\'', true,
+    if (!SQL_OpenRecordset(gDB, rows, u"SELECT * FROM LvnSavedWorkspace WHERE Name = "_s + doubledLiteral(name), true,
                            objectName(), u"ExistWorkspace"_s))
         return false;
     return !rows->EOF_();

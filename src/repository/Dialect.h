@@ -55,6 +55,7 @@ enum SqlErrorNumber {
     FileInUse = 3045,
     FileProtected = 3051,
     SyntaxError = 3075,
+    TextRefused = 3077,
     StatementFailed = 3146,
     ItemNotFound = 3265,
     NotAProject = 3343,

@@ -6,9 +6,40 @@ namespace lumivane {
 
 using namespace Qt::StringLiterals;
 
-QString doubledApostrophes(QString text)
+namespace {
+
+// Round a text that is refused. Unicode keeps these two for such inner use; a stranger's text that holds one only makes
+// its statement fail.
+constexpr QChar refusedBegin(0xFDD0), refusedEnd(0xFDD1);
+
+QString inApostrophes(const QString& text)
 {
-    return text.replace(u'\'', u"''"_s);
+    return u'\'' + text + u'\'';
+}
+
+} // namespace
+
+QString textLiteral(const QString& text)
+{
+    const QString literal = inApostrophes(text);
+    return staysOneText(text) ? literal : QString(refusedBegin + literal + refusedEnd);
+}
+
+QString doubledLiteral(QString text)
+{
+    return inApostrophes(text.replace(u'\'', u"''"_s));
+}
+
+bool staysOneText(QStringView text)
+{
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        if (text[at] != u'\'')
+            continue;
+        if (at + 1 >= text.size() || text[at + 1] != u'\'')
+            return false;
+        ++at;
+    }
+    return true;
 }
 
 QString dateLiteral(const QDateTime& time)
@@ -19,6 +50,20 @@ QString dateLiteral(const QDateTime& time)
 QString blankedNumber(qint64 number)
 {
     return (number < 0 ? QString() : u" "_s) + QString::number(number);
+}
+
+QString refusedText(const QString& statement)
+{
+    const qsizetype begin = statement.indexOf(refusedBegin);
+    if (begin < 0)
+        return {};
+    const QString literal = statement.sliced(begin + 1).section(refusedEnd, 0, 0);
+    return literal.size() < 2 ? u""_s : literal.sliced(1, literal.size() - 2);
+}
+
+QString readableStatement(QString statement)
+{
+    return statement.remove(refusedBegin).remove(refusedEnd);
 }
 
 } // namespace lumivane

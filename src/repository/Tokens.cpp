@@ -1,6 +1,8 @@
 #include "repository/Tokens.h"
 
+#include "platform/RuntimeError.h"
 #include "repository/Dialect.h"
+#include "repository/SqlText.h"
 
 #include <QStringList>
 
@@ -141,6 +143,10 @@ std::vector<Token> readTokens(const QString& statement)
 {
     if (const qsizetype zero = statement.indexOf(QChar()); zero >= 0)
         refuseStatement(statement, zero, u"a null character cannot be stored"_s);
+    if (const QString text = refusedText(statement); !text.isNull())
+        throw RuntimeError(TextRefused, u"The text ["_s + text +
+                                            u"] holds an apostrophe and cannot be stored. Write it without, or give "
+                                            "the sheet, file or folder of that name another one."_s);
     return TokenReader(statement).read();
 }
 

@@ -95,7 +95,7 @@ bool clsPanelSource::SaveToDB(const std::shared_ptr<Database>& DB)
 
 bool clsPanelSource::InsertDB(const std::shared_ptr<Database>& DB)
 {
-    const auto text = [](const QString& value) { return QString(u" '"_s + value + u"', "_s); };
+    const auto text = [](const QString& value) { return QString(u" "_s + textLiteral(value) + u", "_s); };
     // Both dates take the present time: what the fields hold lives until the sources are loaded again.
     const QString now = u" "_s + dateLiteral(Clock::now()) + u", "_s;
     const QString sql = u"INSERT INTO LvnPanelSource(FullPath, Mask, DestFolder, NewestFile,"_s +
@@ -103,9 +103,9 @@ bool clsPanelSource::InsertDB(const std::shared_ptr<Database>& DB)
                         u" OutlookFolder, OutlookSubject, OutlookSender, OutlookAttachment,"_s +
                         u" MacroName, CmdLine, AddedParams)"_s + u" VALUES ("_s + text(FullPath) + text(Mask) +
                         text(DestFolder) + text(NewestFile) + now + now + blankedNumber(CheckEvery) + u","_s +
-                        text(UpdateType) + text(SourceFolder) + text(OLFolder) + text(doubledApostrophes(OLSubject)) +
-                        text(OLSender) + text(OLAttach) + text(Macro) + text(CmdLine) + u" '"_s + AddedParams + u"'"_s +
-                        u")"_s;
+                        text(UpdateType) + text(SourceFolder) + text(OLFolder) + u" "_s + doubledLiteral(OLSubject) +
+                        u", "_s + text(OLSender) + text(OLAttach) + text(Macro) + text(CmdLine) + u" "_s +
+                        textLiteral(AddedParams) + u")"_s;
     if (!SQL_Execute(DB, sql, true, sourceModule(), u"InsertDB"_s))
         return false;
     ID = toInt16(double(GetID(DB, FullPath)));
@@ -115,24 +115,23 @@ bool clsPanelSource::InsertDB(const std::shared_ptr<Database>& DB)
 qint32 clsPanelSource::GetID(const std::shared_ptr<Database>& DB, const QString& path)
 {
     const auto rs = openForSource(
-        DB, u"SELECT ID FROM LvnPanelSource"_s + u" WHERE FullPath = '"_s + doubledApostrophes(path) + u"'"_s,
-        u"GetID"_s);
+        DB, u"SELECT ID FROM LvnPanelSource"_s + u" WHERE FullPath = "_s + doubledLiteral(path), u"GetID"_s);
     return rs && !rs->EOF_() ? rs->number32(u"ID") : 0;
 }
 
 bool clsPanelSource::UpdateDB(const std::shared_ptr<Database>& DB)
 {
     const auto assigned = [](const QString& column, const QString& text) {
-        return QString(u" "_s + column + u" = '"_s + text + u"', "_s);
+        return QString(u" "_s + column + u" = "_s + textLiteral(text) + u", "_s);
     };
     const QString sql = u"UPDATE LvnPanelSource SET "_s + assigned(u"Mask"_s, Mask) + u" CheckEveryNMin = "_s +
                         blankedNumber(CheckEvery) + u","_s + assigned(u"UpdateType"_s, UpdateType) +
                         assigned(u"FullPath"_s, FullPath) + assigned(u"SourceFolder"_s, SourceFolder) +
                         assigned(u"DestFolder"_s, DestFolder) + assigned(u"OutlookFolder"_s, OLFolder) +
-                        assigned(u"OutlookSubject"_s, doubledApostrophes(OLSubject)) +
+                        u" OutlookSubject = "_s + doubledLiteral(OLSubject) + u", "_s +
                         assigned(u"OutlookSender"_s, OLSender) + assigned(u"OutlookAttachment"_s, OLAttach) +
-                        assigned(u"MacroName"_s, Macro) + assigned(u"CmdLine"_s, CmdLine) + u" AddedParams = '"_s +
-                        AddedParams + u"'"_s + u" WHERE ID = "_s + blankedNumber(ID);
+                        assigned(u"MacroName"_s, Macro) + assigned(u"CmdLine"_s, CmdLine) + u" AddedParams = "_s +
+                        textLiteral(AddedParams) + u" WHERE ID = "_s + blankedNumber(ID);
     return SQL_Execute(DB, sql, true, sourceModule(), u"UpdateDB"_s);
 }
 

@@ -125,10 +125,10 @@ bool clsWorkspace::UpdateDB(const std::shared_ptr<Database>& Database)
     // The blank in front of the name's closing apostrophe lets a saved name grow by one blank each time, and only an
     // apostrophe behind a blank is made harmless. Stored names are compared by files in use, so both stay.
     QString name = Name;
-    name.replace(u" '"_s, u"''"_s);
+    name = textLiteral(name.replace(u" '"_s, u"''"_s) + u' ');
     runForWorkspace(Database,
-                    u"UPDATE LvnSavedWorkspace SET"_s + u" Name = '"_s + name + u" ', "_s + u" Description = '"_s +
-                        doubledApostrophes(Description) + u"',"_s + u" LastUpdated = "_s + dateLiteral(Clock::now()) +
+                    u"UPDATE LvnSavedWorkspace SET"_s + u" Name = "_s + name + u", "_s + u" Description = "_s +
+                        doubledLiteral(Description) + u","_s + u" LastUpdated = "_s + dateLiteral(Clock::now()) +
                         u" WHERE ID = "_s + QString::number(ID),
                     u"UpdateDB"_s);
     for (const auto& panel : m_panels) {
@@ -140,14 +140,14 @@ bool clsWorkspace::UpdateDB(const std::shared_ptr<Database>& Database)
 
 bool clsWorkspace::InsertDB(const std::shared_ptr<Database>& Database)
 {
-    const QString name = doubledApostrophes(Name);
+    const QString name = doubledLiteral(Name);
     if (!runForWorkspace(Database,
-                         u"INSERT INTO LvnSavedWorkspace(Name, Description, LastUpdated) VALUES ('"_s + name +
-                             u"','"_s + doubledApostrophes(Description) + u"',"_s + dateLiteral(Clock::now()) + u")"_s,
+                         u"INSERT INTO LvnSavedWorkspace(Name, Description, LastUpdated) VALUES ("_s + name + u","_s +
+                             doubledLiteral(Description) + u","_s + dateLiteral(Clock::now()) + u")"_s,
                          u"InsertDB"_s))
         return false;
     const auto rs =
-        openForWorkspace(Database, u"SELECT ID FROM LvnSavedWorkspace WHERE Name = '"_s + name + u"'"_s, u"InsertDB"_s);
+        openForWorkspace(Database, u"SELECT ID FROM LvnSavedWorkspace WHERE Name = "_s + name, u"InsertDB"_s);
     if (!rs)
         return true;
     if (rs->EOF_())

@@ -92,10 +92,12 @@ bool clsWorkspacePanel::InsertDB(const std::shared_ptr<Database>& DB, qint32 Wor
                   u" ContentType, SheetName, ViewType, Caption, "_s +
                   u" PicRange, RowHeights, ColWidths, RelativeTo, ContentMatch, isCustom, LastViewed, "_s +
                   u" [Top], [Left], Height, Width)"_s + u" VALUES ("_s + workspace + u","_s +
-                  QString::number(SourceID) + u","_s + u" '"_s + doubledApostrophes(Comments) + u"',"_s;
-    for (const QString& text : {ContentType, SheetName, ViewType, doubledApostrophes(Caption), PicRange,
-                                fittingRuns(RowHeights), fittingRuns(ColWidths), RelativeTo, ContentMatch, IsCustom})
-        sql += u" '"_s + text + u"', "_s;
+                  QString::number(SourceID) + u", "_s + doubledLiteral(Comments) + u","_s;
+    for (const QString& text :
+         {textLiteral(ContentType), textLiteral(SheetName), textLiteral(ViewType), doubledLiteral(Caption),
+          textLiteral(PicRange), textLiteral(fittingRuns(RowHeights)), textLiteral(fittingRuns(ColWidths)),
+          textLiteral(RelativeTo), textLiteral(ContentMatch), textLiteral(IsCustom)})
+        sql += u" "_s + text + u", "_s;
     sql += u" "_s + dateLiteral(LastViewed) + u", "_s + QString::number(pTop) + u","_s + QString::number(pLeft) +
            u","_s + QString::number(pHeight) + u","_s + QString::number(pWidth) + u")"_s;
     if (!SQL_Execute(DB, sql, true, panelModule(), u"InsertDB"_s))
@@ -112,13 +114,13 @@ bool clsWorkspacePanel::InsertDB(const std::shared_ptr<Database>& DB, qint32 Wor
 bool clsWorkspacePanel::UpdateDB(const std::shared_ptr<Database>& DB, qint32 WorkspaceID)
 {
     const auto assigned = [](const QString& column, const QString& text) {
-        return QString(u" "_s + column + u" = '"_s + text + u"', "_s);
+        return QString(u" "_s + column + u" = "_s + textLiteral(text) + u", "_s);
     };
     const QString sql =
         u"UPDATE LvnSavedPanel SET "_s + u" WorkspaceID = "_s + QString::number(WorkspaceID) + u","_s +
-        u" SourceID = "_s + QString::number(SourceID) + u","_s + u" Comments = '"_s + doubledApostrophes(Comments) +
-        u"',"_s + assigned(u"ContentType"_s, ContentType) + assigned(u"SheetName"_s, SheetName) +
-        assigned(u"ViewType"_s, ViewType) + assigned(u"Caption"_s, doubledApostrophes(Caption)) +
+        u" SourceID = "_s + QString::number(SourceID) + u","_s + u" Comments = "_s + doubledLiteral(Comments) + u","_s +
+        assigned(u"ContentType"_s, ContentType) + assigned(u"SheetName"_s, SheetName) +
+        assigned(u"ViewType"_s, ViewType) + u" Caption = "_s + doubledLiteral(Caption) + u", "_s +
         assigned(u"PicRange"_s, PicRange) + assigned(u"RowHeights"_s, fittingRuns(RowHeights)) +
         assigned(u"ColWidths"_s, fittingRuns(ColWidths)) + assigned(u"RelativeTo"_s, RelativeTo) +
         assigned(u"ContentMatch"_s, ContentMatch) + assigned(u"IsCustom"_s, IsCustom) + u" LastViewed = "_s +

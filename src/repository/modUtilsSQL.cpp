@@ -1,6 +1,8 @@
 #include "repository/modUtilsSQL.h"
 
 #include "repository/Database.h"
+#include "repository/Dialect.h"
+#include "repository/SqlText.h"
 #include "services/modUtilsLog.h"
 
 namespace lumivane {
@@ -24,17 +26,32 @@ struct SqlCaller
         return u"\r\nCaller: "_s + module + (proc.isEmpty() ? QString() : QString(u'.' + proc)) + u"\r\n"_s;
     }
 
-    /// The trap of all procedures here. `describe` tells what the failure's own text is set in.
-    template <class Work, class Describe>
-    bool guard(Work work, Describe describe) const
+    /// The trap of all procedures here. The log also has the file or the statement; a box has no statement, nor what
+    /// quotes one.
+    template <class Work>
+    bool guard(Work work, const QString& before, const QString& behind) const
     {
         try {
             work();
             return true;
         } catch (const RuntimeError& error) {
-            LogError(u"UtilsSQL"_s, procedure, error.number(), text() + describe(error.description()), showError);
+            const QString module = u"UtilsSQL"_s;
+            LogError(module, procedure, error.number(), text() + before + error.description() + behind, false);
+            const bool quotesStatement = error.number() == SyntaxError;
+            if (showError)
+                ShowError(module, procedure, error.number(),
+                          text() + before +
+                              (quotesStatement ? u"The project file could not be read or changed in one place. The "
+                                                 "log file beside the project says in which."_s
+                                               : error.description()));
             return false;
         }
+    }
+
+    template <class Work>
+    bool guardStatement(const QString& sql, Work work) const
+    {
+        return guard(work, QString(), u"\r\nSQL: "_s + readableStatement(sql));
     }
 };
 
@@ -47,8 +64,7 @@ void requireSet(const std::shared_ptr<Database>& database)
 bool openDatabase(std::shared_ptr<Database>& database, const QString& name, const QString& connect,
                   Database::Trust trust, const SqlCaller& caller)
 {
-    return caller.guard([&] { database = Database::open(name, connect, trust); },
-                        [&](const QString& reason) { return QString(u"["_s + name + u"] "_s + reason); });
+    return caller.guard([&] { database = Database::open(name, connect, trust); }, u"["_s + name + u"] "_s, {});
 }
 
 } // namespace
@@ -70,12 +86,10 @@ bool SQL_OpenSharedFile(std::shared_ptr<Database>& Database, const QString& DBNa
 bool SQL_Execute(const std::shared_ptr<Database>& Database, const QString& SQL, bool ShowError,
                  const QString& CallerModule, const QString& CallerProc)
 {
-    return SqlCaller{u"SQL_Execute"_s, CallerModule, CallerProc, ShowError}.guard(
-        [&] {
-            requireSet(Database);
-            Database->Execute(SQL);
-        },
-        [&](const QString& reason) { return QString(reason + u"\r\nSQL: "_s + SQL); });
+    return SqlCaller{u"SQL_Execute"_s, CallerModule, CallerProc, ShowError}.guardStatement(SQL, [&] {
+        requireSet(Database);
+        Database->Execute(SQL);
+    });
 }
 
 void SQL_CloseDatabase(std::shared_ptr<Database>& Database, bool ShowError, const QString& CallerModule,
@@ -87,18 +101,16 @@ void SQL_CloseDatabase(std::shared_ptr<Database>& Database, bool ShowError, cons
             Database->Close();
             Database.reset();
         },
-        [](const QString& reason) { return reason; });
+        {}, {});
 }
 
 bool SQL_OpenRecordset(const std::shared_ptr<Database>& Database, std::shared_ptr<Recordset>& Recordset,
                        const QString& SQL, bool ShowError, const QString& CallerModule, const QString& CallerProc)
 {
-    return SqlCaller{u"SQL_OpenRecordset"_s, CallerModule, CallerProc, ShowError}.guard(
-        [&] {
-            requireSet(Database);
-            Recordset = Database->OpenRecordset(SQL);
-        },
-        [&](const QString& reason) { return QString(reason + u"\r\nSQL: "_s + SQL); });
+    return SqlCaller{u"SQL_OpenRecordset"_s, CallerModule, CallerProc, ShowError}.guardStatement(SQL, [&] {
+        requireSet(Database);
+        Recordset = Database->OpenRecordset(SQL);
+    });
 }
 
 } // namespace lumivane

@@ -116,12 +116,16 @@ void LogEvent(const QString& Module, const QString& Procedure, const QString& Te
 
 void LogError(const QString& Module, const QString& Procedure, int Number, const QString& Description, bool ShowMessage)
 {
-    const QString source = logSource(Module, Procedure);
-    WriteErrorLine(source, Number, Description);
+    WriteErrorLine(logSource(Module, Procedure), Number, Description);
     writeToDatabase(Module, Procedure, u"Error"_s, Number, Description);
     if (ShowMessage)
-        showLogMessage(u"Error Source:  "_s + source + u"\r\nNumber:  "_s + QString::number(Number) +
-                       u"\r\nDescription:  "_s + Description);
+        ShowError(Module, Procedure, Number, Description);
+}
+
+void ShowError(const QString& Module, const QString& Procedure, int Number, const QString& Description)
+{
+    showLogMessage(u"Error Source:  "_s + logSource(Module, Procedure) + u"\r\nNumber:  "_s + QString::number(Number) +
+                   u"\r\nDescription:  "_s + Description);
 }
 
 } // namespace lumivane

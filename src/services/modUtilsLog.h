@@ -11,6 +11,8 @@ namespace lumivane {
 void LogEvent(const QString& Module, const QString& Procedure, const QString& Text, bool ShowMessage);
 void LogError(const QString& Module, const QString& Procedure, int Number, const QString& Description,
               bool ShowMessage);
+/// The box of LogError alone, where the entry says more than its user needs.
+void ShowError(const QString& Module, const QString& Procedure, int Number, const QString& Description);
 
 /// The file alone.
 void WriteEventLine(const QString& Module, const QString& Procedure, const QString& Text);

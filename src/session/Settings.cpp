@@ -2,6 +2,7 @@
 #include "platform/Checked.h"
 #include "platform/RuntimeError.h"
 #include "repository/Database.h"
+#include "repository/SqlText.h"
 #include "repository/modUtilsSQL.h"
 #include "services/modMain.h"
 #include "services/modUtilsINI.h"
@@ -85,7 +86,7 @@ void SaveOptions()
 QString GetSystemSettings(const QString& Key)
 {
     std::shared_ptr<Recordset> rs;
-    const QString sql = u"SELECT PropertyValue FROM LvnSystem WHERE PropertyKey = '"_s + Key + u"'"_s;
+    const QString sql = u"SELECT PropertyValue FROM LvnSystem WHERE PropertyKey = "_s + textLiteral(Key);
     if (!SQL_OpenRecordset(gDB, rs, sql, true, u"Main"_s, u"GetSystemSettings"_s) || rs->EOF_())
         return {};
     return rs->text(u"PropertyValue");
@@ -93,14 +94,14 @@ QString GetSystemSettings(const QString& Key)
 
 bool SaveSystemSettings(const QString& Key, const QString& Value)
 {
-    return changeSystemSettings(u"INSERT INTO LvnSystem (PropertyKey, PropertyValue) VALUES ('"_s + Key + u"','"_s +
-                                    Value + u"')"_s,
+    return changeSystemSettings(u"INSERT INTO LvnSystem (PropertyKey, PropertyValue) VALUES ("_s + textLiteral(Key) +
+                                    u","_s + textLiteral(Value) + u")"_s,
                                 u"SaveSystemSettings"_s);
 }
 
 bool DeleteSystemSettings(const QString& Key)
 {
-    return changeSystemSettings(u"DELETE * FROM LvnSystem WHERE PropertyKey = '"_s + Key + u"'"_s,
+    return changeSystemSettings(u"DELETE * FROM LvnSystem WHERE PropertyKey = "_s + textLiteral(Key),
                                 u"DeleteSystemSettings"_s);
 }
 

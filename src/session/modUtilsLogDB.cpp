@@ -64,12 +64,12 @@ void LogDBLog(const QString& Module, const QString& Procedure, const QString& Lo
     // Only the description has its apostrophes doubled.
     QString values;
     for (const QString& text : {applicationTitle(), Module, Procedure, LogType})
-        values += u'\'' + text + u"',"_s;
+        values += textLiteral(text) + u',';
     SQL_Execute(database,
                 u"INSERT INTO TlyS_ErrorLogs"_s +
                     u" (ApplicationName, ModuleName, ProcedureName, LogType, LogTime, LogNumber, LogDescription)"_s +
-                    u" VALUES ("_s + values + dateLiteral(Clock::now()) + u","_s + QString::number(Number) + u",'"_s +
-                    doubledApostrophes(Description) + u"' )"_s,
+                    u" VALUES ("_s + values + dateLiteral(Clock::now()) + u","_s + QString::number(Number) + u","_s +
+                    doubledLiteral(Description) + u" )"_s,
                 false, logModule(), u"LogDBLog"_s);
     SQL_CloseDatabase(database, false, logModule(), u"LogDBLog"_s);
 }

@@ -1,6 +1,7 @@
 #include "sharing/AltPaths.h"
 
 #include "repository/Database.h"
+#include "repository/SqlText.h"
 #include "repository/modUtilsSQL.h"
 #include "services/modUtilsFile.h"
 
@@ -12,11 +13,6 @@ namespace {
 
 const QString listModule = u"frmAltPaths"_s;
 const QString addModule = u"frmAddAltPath"_s;
-
-QString inApostrophes(QString text)
-{
-    return u'\'' + text.replace(u'\'', u"''"_s) + u'\'';
-}
 
 bool endsInDelimiter(const QString& path)
 {
@@ -47,16 +43,16 @@ std::vector<AlternatePath> alternatePaths()
 bool deleteAlternatePath(const AlternatePath& pair)
 {
     return SQL_Execute(gDB,
-                       u"DELETE * FROM LvnAltPaths WHERE BasePath = "_s + inApostrophes(pair.BasePath) +
-                           u" AND AltPath = "_s + inApostrophes(pair.AltPath),
+                       u"DELETE * FROM LvnAltPaths WHERE BasePath = "_s + doubledLiteral(pair.BasePath) +
+                           u" AND AltPath = "_s + doubledLiteral(pair.AltPath),
                        false, listModule, u"cmdDelete_Click"_s);
 }
 
 bool SaveAltPaths(const AlternatePath& pair)
 {
     return SQL_Execute(gDB,
-                       u"INSERT INTO LvnAltPaths (BasePath, AltPath) VALUES ( "_s + inApostrophes(pair.BasePath) +
-                           u", "_s + inApostrophes(pair.AltPath) + u")"_s,
+                       u"INSERT INTO LvnAltPaths (BasePath, AltPath) VALUES ( "_s + doubledLiteral(pair.BasePath) +
+                           u", "_s + doubledLiteral(pair.AltPath) + u")"_s,
                        false, addModule, u"SaveAltPaths"_s);
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/Prompts.h"
 #include "repository/Database.h"
+#include "repository/SqlText.h"
 #include "repository/modUtilsSQL.h"
 #include "services/modUtilsFile.h"
 #include "services/modUtilsLog.h"
@@ -147,7 +148,7 @@ bool DashboardImport::importableDashboards(std::vector<DashboardEntry>& dashboar
         QStringList names;
         for (; !rows->EOF_(); rows->MoveNext()) {
             if (!rows->isNull(u"Name"))
-                names.append(u'\'' + rows->text(u"Name") + u'\'');
+                names.append(textLiteral(rows->text(u"Name")));
         }
         rows->Close();
         QString sql = u"SELECT * FROM LvnSavedWorkspace"_s;

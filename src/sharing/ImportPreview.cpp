@@ -2,6 +2,7 @@
 
 #include "platform/ApplicationInfo.h"
 #include "repository/Database.h"
+#include "repository/SqlText.h"
 #include "services/modUtilsFile.h"
 #include "sharing/SourceTransfer.h"
 

@@ -2,6 +2,7 @@
 
 #include "repository/Database.h"
 #include "repository/Dialect.h"
+#include "repository/SqlText.h"
 #include "repository/modUtilsSQL.h"
 #include "services/modUtilsFile.h"
 #include "services/modUtilsLog.h"
@@ -61,7 +62,7 @@ QString pathForAll(Recordset& paths, const QString& column, const AlternatePath&
 
 void rewriteColumn(const std::shared_ptr<Database>& project, const QString& column, const AlternatePath& pair)
 {
-    const QString where = u" WHERE "_s + column + u" LIKE '"_s + pair.BasePath + u"*'"_s;
+    const QString where = u" WHERE "_s + column + u" LIKE "_s + textLiteral(pair.BasePath + u'*');
     std::shared_ptr<Recordset> paths;
     if (!SQL_OpenRecordset(project, paths, u"SELECT "_s + column + u" FROM TempSources "_s + where, false,
                            transferModule, transferProcedure))
@@ -69,23 +70,11 @@ void rewriteColumn(const std::shared_ptr<Database>& project, const QString& colu
     const QString path = pathForAll(*paths, column, pair);
     paths->Close();
     if (!path.isEmpty())
-        SQL_Execute(project, u"UPDATE TempSources SET "_s + column + u" = '"_s + path + u'\'' + where, false,
+        SQL_Execute(project, u"UPDATE TempSources SET "_s + column + u" = "_s + textLiteral(path) + where, false,
                     transferModule, transferProcedure);
 }
 
 } // namespace
-
-bool staysOneText(QStringView text)
-{
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        if (text[at] != u'\'')
-            continue;
-        if (at + 1 >= text.size() || text[at + 1] != u'\'')
-            return false;
-        ++at;
-    }
-    return true;
-}
 
 void DelTempSources(const std::shared_ptr<Database>& project)
 {
@@ -107,8 +96,8 @@ bool makeTempSources(const std::shared_ptr<Database>& shared, const std::shared_
                      const QString& ids)
 {
     return SQL_Execute(shared,
-                       u"SELECT 0 AS NewID, * INTO TempSources IN '"_s + project->Name() +
-                           u"' FROM LvnPanelSource WHERE ID IN ( SELECT DISTINCT SourceID FROM LvnSavedPanel"
+                       u"SELECT 0 AS NewID, * INTO TempSources IN "_s + textLiteral(project->Name()) +
+                           u" FROM LvnPanelSource WHERE ID IN ( SELECT DISTINCT SourceID FROM LvnSavedPanel"
                            " WHERE WorkspaceID IN ("_s +
                            ids + u"))"_s,
                        false, transferModule, transferProcedure);

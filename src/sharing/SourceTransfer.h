@@ -26,8 +26,4 @@ bool makeTempSources(const std::shared_ptr<Database>& shared, const std::shared_
 void rewritePaths(const std::shared_ptr<Database>& shared, const std::shared_ptr<Database>& project,
                   const SharingProgress& progress = {});
 
-/// Whether a text that is put between apostrophes as it stands stays one text of the statement. One that does not must
-/// not get there: what follows its apostrophe would be read as a part of the statement.
-bool staysOneText(QStringView text);
-
 } // namespace lumivane

@@ -5,6 +5,7 @@
 #include "platform/Checked.h"
 #include "platform/RuntimeError.h"
 #include "repository/Database.h"
+#include "repository/SqlText.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
 #include "thresholds/ThresholdsFormula.h"
@@ -33,11 +34,6 @@ std::vector<int> joined(int fixedFirst, int fixedLast, int first, int last, size
     add(fixedFirst, fixedLast);
     add(std::max(first, fixedLast + 1), last);
     return numbers;
-}
-
-QString sqlText(QString text)
-{
-    return u'\'' + text.replace(u'\'', u"''"_s) + u'\'';
 }
 
 PanelView viewOf(Worksheet& sheet, clsWorkspacePanel panel, const PanelCells& cells)
@@ -189,7 +185,8 @@ QString saveThresholds(int PanelID, const PanelCells& cells, const std::vector<T
         gDB->Execute(u"DELETE * FROM LvnpanelThresholds WHERE PanelID = "_s + QString::number(PanelID));
         for (const ThresholdRule& rule : rules) {
             const QString action = rule.action.startsWith(markWord) ? markFrom(cells.moving()) : rule.action;
-            const QString used = sqlText(rule.comparison) + u", "_s + sqlText(action), unused = u"'', ''"_s;
+            const QString used = doubledLiteral(rule.comparison) + u", "_s + doubledLiteral(action),
+                          unused = u"'', ''"_s;
             gDB->Execute(u"INSERT INTO LvnpanelThresholds (PanelID, rowOffset, colOffset, highExp, ifHigh, lowExp, "
                          "ifLow) VALUES ("_s +
                          QString::number(PanelID) + u", "_s + QString::number(rule.row) + u", "_s +

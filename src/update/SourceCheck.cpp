@@ -5,6 +5,7 @@
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
 #include "repository/Database.h"
+#include "repository/SqlText.h"
 #include "repository/clsPanelSource.h"
 #include "repository/modUtilsSQL.h"
 #include "services/ProgramFiles.h"
@@ -241,8 +242,8 @@ bool clsPanelSource::chkNewestFile(const std::shared_ptr<Database>& DB)
 bool clsPanelSource::UpdateLastChecked(const std::shared_ptr<Database>& DB, const QDateTime& Dt)
 {
     return trapped(sourceModule, u"UpdateLastChecked"_s, [&] {
-        const QString sql = u"UPDATE LvnPanelSource SET  LastChecked = #"_s % dateText(Dt) % u"#, NewestFile = '" %
-                            NewestFile % u"' WHERE ID = " % QString::number(ID);
+        const QString sql = u"UPDATE LvnPanelSource SET  LastChecked = "_s % dateLiteral(Dt) % u", NewestFile = " %
+                            textLiteral(NewestFile) % u" WHERE ID = " % QString::number(ID);
         if (!SQL_Execute(DB, sql, true, sourceModule, u"UpdateLastChecked"_s))
             return false;
         LastChecked = Dt;
@@ -254,7 +255,7 @@ bool clsPanelSource::UpdateLastUpdated(const std::shared_ptr<Database>& DB, cons
 {
     return trapped(sourceModule, u"UpdateLastUpdated"_s, [&] {
         const QString sql =
-            u"UPDATE LvnPanelSource SET LastUpdated = #"_s % dateText(Dt) % u"# WHERE ID = " % QString::number(ID);
+            u"UPDATE LvnPanelSource SET LastUpdated = "_s % dateLiteral(Dt) % u" WHERE ID = " % QString::number(ID);
         // Written twice, of which the second time counts: a file that was busy for a moment is free by then.
         SQL_Execute(DB, sql, true, {}, {});
         if (!SQL_Execute(DB, sql, true, sourceModule, u"UpdateLastUpdated"_s))

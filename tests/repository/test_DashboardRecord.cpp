@@ -217,20 +217,6 @@ TEST_F(PanelRecord, UpdateWritesEveryColumn)
     EXPECT_TRUE(rows(u"SELECT ID FROM LvnSavedPanel"_s).isEmpty());
 }
 
-TEST_F(PanelRecord, AnApostropheInASheetNameFailsTheSave)
-{
-    clsWorkspacePanel panel = filled();
-    panel.SheetName = u"Ann's"_s;
-    EXPECT_FALSE(panel.SaveToDB(db, 5));
-    EXPECT_EQ(panel.ID, 0);
-    ASSERT_EQ(user.shown.size(), 1);
-    EXPECT_TRUE(
-        user.shown[0].contains(u"Caller: clsWorkspacePanel.InsertDB"_s) &&
-        user.shown[0].contains(u"SQL: INSERT INTO LvnSavedPanel(WorkspaceID, SourceID, Comments,  ContentType,"_s))
-        << user.shown[0];
-    EXPECT_TRUE(rows(u"SELECT ID FROM LvnSavedPanel"_s).isEmpty());
-}
-
 TEST_F(PanelRecord, LongRunsAreCutBetweenRuns)
 {
     clsWorkspacePanel panel = filled();

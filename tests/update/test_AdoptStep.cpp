@@ -175,10 +175,12 @@ TEST_F(Adopting, AnApostropheInTheNameKeepsTheOldRowAndTheRunGoesOn)
 {
     source.UpdateType = u"default"_s;
     source.Mask = u"*.xlsx"_s;
-    put(to + u"May's.xlsx"_s, at(u"10:00:00"_s));
+    const QString name = u"May', UpdateType = 'folder.xlsx"_s;
+    put(to + name, at(u"10:00:00"_s));
     store();
     EXPECT_TRUE(source.GetLatest(db, true));
-    EXPECT_EQ(source.NewestFile, u"May's.xlsx"_s);
+    EXPECT_EQ(source.NewestFile, name);
+    EXPECT_EQ(stored().UpdateType, u"default"_s) << "a file's name is never a part of the statement";
     EXPECT_EQ(source.LastChecked, at(u"08:00:00"_s));
     EXPECT_EQ(stored().NewestFile, QString());
     EXPECT_TRUE(log.entries.value(0).contains(u"Caller: clsPanelSource.UpdateLastChecked"_s))

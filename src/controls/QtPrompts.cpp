@@ -2,6 +2,7 @@
 
 #include "controls/Look.h"
 #include "platform/ApplicationInfo.h"
+#include "platform/ShownText.h"
 #include "services/modUtilsINI.h"
 
 #include <QApplication>
@@ -46,7 +47,7 @@ struct BoxQuestion
 /// Shows a box with the pointer in its usual shape, even in the middle of a command that shows the hourglass.
 int showBox(Prompts::Icon icon, const BoxQuestion& question)
 {
-    QString text = question.text;
+    QString text = shownText(question.text);
     QMessageBox box(QMessageBox::NoIcon, question.title, text.remove(u'\r'), question.buttons,
                     QApplication::activeWindow());
     box.setIconPixmap(dashboardIcon(boxIcon(icon)).pixmap(boxIconSize, box.devicePixelRatioF()));

@@ -1,5 +1,7 @@
 #include "controls/modUtilsControls.h"
 
+#include "platform/ShownText.h"
+
 #include <QApplication>
 #include <QComboBox>
 #include <algorithm>
@@ -10,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 void ComboAddItem(QComboBox& Combo, const QString& Text, qint32 Data)
 {
-    Combo.addItem(Text, Data);
+    Combo.addItem(shownName(Text), Data);
 }
 
 void ComboSelectByData(QComboBox& Combo, qint32 Data)

@@ -3,6 +3,7 @@
 #include "controls/HelpButton.h"
 #include "controls/modUtilsControls.h"
 #include "platform/Prompts.h"
+#include "platform/ShownText.h"
 #include "repository/Database.h"
 #include "repository/SqlText.h"
 #include "repository/modUtilsSQL.h"
@@ -39,7 +40,7 @@ void frmSaveWorkspace::Form_Load(const QString& Mode, const QString& presentName
     ui->lblTitle->setText(verb + u" current dashboard"_s);
     ui->lblSubtitle->setText(verb + u" the current dashboard for convenient review. Its contents will be updated as "
                                     "new data arrives."_s);
-    ui->txtName->setPlaceholderText(presentName.trimmed());
+    ui->txtName->setPlaceholderText(shownName(presentName.trimmed()));
     ui->txtName->setFocus();
 }
 
@@ -58,6 +59,8 @@ void frmSaveWorkspace::cmdOK_Click()
     ui->txtName->setText(name);
     if (name.isEmpty())
         return refuse(u"Name must not be blank!"_s);
+    if (const QString reason = unstorable(u"name"_s, name); !reason.isEmpty())
+        return refuse(reason);
     if (ExistWorkspace(name))
         return refuse(u"A dashboard with the same name already exists.  Please modify the name."_s);
     WorkspaceName = name;

@@ -9,6 +9,7 @@
 #include "platform/ApplicationInfo.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
+#include "platform/ShownText.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
@@ -219,7 +220,7 @@ frmPanel* frmWorkspace::newPanelWindow(qint16 Index)
 
 void frmWorkspace::SetFormCaption(const QString& Name)
 {
-    setWindowTitle(Name.trimmed().isEmpty() ? applicationTitle() : applicationTitle() + u" - "_s + Name);
+    setWindowTitle(Name.trimmed().isEmpty() ? applicationTitle() : applicationTitle() + u" - "_s + shownName(Name));
 }
 
 void frmWorkspace::showPanelMenu(const QPoint& globalPosition)

@@ -3,6 +3,7 @@
 #include "host/Host.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
+#include "repository/SqlText.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
 #include "services/ProgramFiles.h"
@@ -100,6 +101,14 @@ bool PanelPaste::pasteSelection(Application& user, const PanelPipeline::Record& 
     const QString path = workbook->FullName();
     if (!FileExists(path))
         return refusePasting(u"The workbook [%1] has no file. Please save it and paste again."_s.arg(workbook->Name()));
+    const WindowSelection selection = window->Selection();
+    const bool isChart = selection.kind == WindowSelection::Kind::Chart;
+    for (const QString& reason :
+         {unstorable(u"path of the workbook"_s, path), unstorable(u"name of the sheet"_s, sheet->Name()),
+          unstorable(u"name of the chart or shape"_s, isChart ? selection.name : QString())}) {
+        if (!reason.isEmpty())
+            return refusePasting(reason);
+    }
     Panel->SourceID = gSources->AddSource(path);
     QString name, extension;
     SplitPath(path, nullptr, &name, &extension);
@@ -109,7 +118,6 @@ bool PanelPaste::pasteSelection(Application& user, const PanelPipeline::Record& 
     Panel->ContentMatch.clear();
     Panel->RelativeTo = u"bottom"_s;
 
-    const WindowSelection selection = window->Selection();
     switch (selection.kind) {
     case WindowSelection::Kind::Range:
         return pasteRange(*window, *sheet, path, Panel);

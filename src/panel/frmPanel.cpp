@@ -9,6 +9,7 @@
 #include "platform/Checked.h"
 #include "platform/Clock.h"
 #include "platform/RuntimeError.h"
+#include "platform/ShownText.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
@@ -230,7 +231,7 @@ void frmPanel::SetCaption()
     const auto source = panel->Source();
     if (gPanelTimeStamp && source)
         stamp = source->NewestFileTime();
-    QString text = panelCaptionText(panel->Caption, mark, stamp, Clock::now());
+    QString text = panelCaptionText(shownName(panel->Caption), mark, stamp, Clock::now());
     setAccessibleName(text);
     // A text wider than the panel is not centred, and may be wider than a number of 16 bits.
     const float textWidth = toTwips(QFontMetricsF(PanelStyle::captionFont()).horizontalAdvance(text));

@@ -4,6 +4,7 @@
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
 #include "repository/Database.h"
+#include "repository/SqlText.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
 #include "services/ProgramFiles.h"
@@ -99,10 +100,8 @@ void frmPanel::takePicture(const QString& file)
     if (!panel)
         throw RuntimeError(RuntimeError::ObjectNotSet);
     const PanelPicture picture = loadPictureFile(file);
-    if (file.contains(u'\''))
-        throw RuntimeError(RuntimeError::ApplicationDefined,
-                           u"The picture [%1] cannot be kept in the project, because there is an apostrophe in its "
-                           "path. Please give it another name or place."_s.arg(file));
+    if (const QString reason = unstorable(u"path of the picture"_s, file); !reason.isEmpty())
+        throw RuntimeError(RuntimeError::ApplicationDefined, reason);
     // The file gets a source of its own. Taken into the panel's former one, it would stand in the place of a workbook
     // that other panels show, and be lost with the end of the run.
     const qint16 source = gSources->AddSource(file);

@@ -6,6 +6,7 @@
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
 #include "repository/Database.h"
+#include "repository/SqlText.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
@@ -229,6 +230,12 @@ bool frmPanelProperties::ValidateFields()
         return false;
     if (isBlank(*ui->txtMask))
         return refuse(u"No file mask defined."_s, *ui->txtMask);
+    for (const auto& [noun, field] : {std::pair{u"file mask"_s, ui->txtMask},
+                                      {u"source folder"_s, ui->txtSourceFolder},
+                                      {u"sender"_s, ui->txtOSender}}) {
+        if (const QString reason = unstorable(noun, field->text()); !reason.isEmpty())
+            return refuse(reason, *field);
+    }
     return ValidateFrequency();
 }
 

@@ -5,6 +5,7 @@
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
 #include "range/PanelSheet.h"
+#include "repository/SqlText.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
@@ -214,6 +215,9 @@ void frmRangeRelative::cmdOK_Click()
         if (!CheckFix())
             return;
         const int rule = ui->cmbRelativeTo->currentIndex();
+        const QString reason = rule == contentsRule ? unstorable(u"value to find"_s, m_content) : QString();
+        if (!reason.isEmpty())
+            return prompts().message(reason, Prompts::Icon::Exclamation);
         store(rule < 0 ? m_panel->RelativeTo : rangeRules[rule]);
         accept();
     } catch (const RuntimeError& error) {

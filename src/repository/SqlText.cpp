@@ -42,6 +42,14 @@ bool staysOneText(QStringView text)
     return true;
 }
 
+QString unstorable(const QString& noun, const QString& text)
+{
+    if (!text.contains(u'\''))
+        return {};
+    return u"The %1 [%2] holds an apostrophe, which the project does not take. Please change it and try again."_s.arg(
+        noun, text);
+}
+
 QString dateLiteral(const QDateTime& time)
 {
     return u'#' + dateText(time) + u'#';

@@ -15,6 +15,9 @@ QString textLiteral(const QString& text);
 QString doubledLiteral(QString text);
 /// Whether a text can pass textLiteral.
 bool staysOneText(QStringView text);
+/// For a dialog, before anything is stored: the sentence that says why a text cannot be kept, or empty where it can.
+/// `noun` says what it is, as "path of the workbook".
+QString unstorable(const QString& noun, const QString& text);
 
 /// "#2026-11-24 10:30:00#"
 QString dateLiteral(const QDateTime& time);

@@ -11,6 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QString ownModule = u"UtilsSQL"_s;
+
 /// Who asks for a database, and how a failure is reported.
 struct SqlCaller
 {
@@ -35,11 +37,10 @@ struct SqlCaller
             work();
             return true;
         } catch (const RuntimeError& error) {
-            const QString module = u"UtilsSQL"_s;
-            LogError(module, procedure, error.number(), text() + before + error.description() + behind, false);
+            LogError(ownModule, procedure, error.number(), text() + before + error.description() + behind, false);
             const bool quotesStatement = error.number() == SyntaxError;
             if (showError)
-                ShowError(module, procedure, error.number(),
+                ShowError(ownModule, procedure, error.number(),
                           text() + before +
                               (quotesStatement ? u"The project file could not be read or changed in one place. The "
                                                  "log file beside the project says in which."_s

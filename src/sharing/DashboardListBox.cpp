@@ -1,12 +1,14 @@
 #include "sharing/DashboardListBox.h"
 
+#include "platform/ShownText.h"
+
 #include <QListWidget>
 
 namespace lumivane {
 
 void ListAddItem(QListWidget& List, const QString& Text, qint32 Data)
 {
-    auto* item = new QListWidgetItem(Text, &List);
+    auto* item = new QListWidgetItem(shownName(Text), &List);
     item->setData(Qt::UserRole, Data);
 }
 

@@ -1,6 +1,7 @@
 #include "sharing/ImportPreview.h"
 
 #include "platform/ApplicationInfo.h"
+#include "platform/ShownText.h"
 #include "repository/Database.h"
 #include "repository/SqlText.h"
 #include "services/modUtilsFile.h"
@@ -54,10 +55,7 @@ struct CheckedTable
 
 QString shortened(QString text)
 {
-    for (QChar& c : text) {
-        if (!c.isPrint())
-            c = u'?';
-    }
+    text = shownName(text);
     return text.size() > 60 ? QString(text.left(60) + u"..."_s) : text;
 }
 

@@ -1,6 +1,7 @@
 #include "sharing/frmImportFolders.h"
 
 #include "controls/HelpButton.h"
+#include "platform/ShownText.h"
 #include "sharing/ImportPreview.h"
 
 #include <QHeaderView>
@@ -44,8 +45,9 @@ void frmImportFolders::fillFolders(const ImportPreview& preview)
     grid.setRowCount(int(preview.folders.size()));
     int row = 0, missing = 0;
     for (const ImportFolder& folder : preview.folders) {
-        grid.setItem(row, 0, new QTableWidgetItem(folder.path));
-        grid.item(row, 0)->setToolTip(folder.path.toHtmlEscaped());
+        const QString path = shownName(folder.path);
+        grid.setItem(row, 0, new QTableWidgetItem(path));
+        grid.item(row, 0)->setToolTip(path.toHtmlEscaped());
         grid.setItem(row, 1, new QTableWidgetItem(useOf(folder)));
         auto* state = new QTableWidgetItem(folder.exists ? u"exists"_s : u"does not exist"_s);
         if (!folder.exists) {

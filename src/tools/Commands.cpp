@@ -1,6 +1,7 @@
 #include "tools/Commands.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/ShownText.h"
 
 #include <QList>
 #include <cstdio>
@@ -81,7 +82,7 @@ const QList<Command>& commands()
 
 void tell(const QString& text)
 {
-    std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
+    std::fprintf(stderr, "%s\n", shownText(text).toLocal8Bit().constData());
 }
 
 int refuse(const QString& reason, const QList<Command>& shown)

@@ -1,5 +1,7 @@
 #include "tools/ConsolePrompts.h"
 
+#include "platform/ShownText.h"
+
 #include <cstdio>
 
 namespace lumivane {
@@ -9,7 +11,7 @@ namespace {
 /// Messages are made of several lines with the line ends of boxes.
 void tellOnError(const QString& text, const char* answer = "")
 {
-    std::fprintf(stderr, "%s%s\n", QString(text).remove(QChar(u'\r')).toLocal8Bit().constData(), answer);
+    std::fprintf(stderr, "%s%s\n", shownText(text).remove(QChar(u'\r')).toLocal8Bit().constData(), answer);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "host/modUtilsExcel.h"
 #include "panel/PanelPipeline.h"
 #include "platform/RuntimeError.h"
+#include "platform/ShownText.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
@@ -45,7 +46,7 @@ int refreshCommand(const CommandLine& line)
     for (int i = 1; i <= gWorkspace->NumPanels(); ++i) {
         const auto panel = gWorkspace->Panels(i);
         const QString outcome = refreshPanel(panel, anyFailed);
-        printLine(u"%1\t%2\t%3"_s.arg(QString::number(panel->ID), panel->Caption, outcome));
+        printLine(u"%1\t%2\t%3"_s.arg(QString::number(panel->ID), shownName(panel->Caption), outcome));
     }
     return anyFailed ? 1 : 0;
 }

@@ -1,6 +1,7 @@
 #include "tools/Output.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/ShownText.h"
 
 #include <QImage>
 #include <QJsonArray>
@@ -22,21 +23,30 @@ void printBytes(const QByteArray& bytes)
     std::fflush(stdout);
 }
 
+/// What would act on a terminal stands in its escaped form, which means the same.
+void printJsonDocument(const QJsonDocument& document)
+{
+    QString escaped;
+    for (const QChar c : QString::fromUtf8(document.toJson(QJsonDocument::Compact)))
+        escaped += isActing(c) ? QString(u"\\u%1"_s.arg(c.unicode(), 4, 16, QChar(u'0'))) : QString(c);
+    printBytes(escaped.toUtf8());
+}
+
 } // namespace
 
 void printJson(const QJsonObject& object)
 {
-    printBytes(QJsonDocument(object).toJson(QJsonDocument::Compact));
+    printJsonDocument(QJsonDocument(object));
 }
 
 void printJson(const QJsonArray& array)
 {
-    printBytes(QJsonDocument(array).toJson(QJsonDocument::Compact));
+    printJsonDocument(QJsonDocument(array));
 }
 
 void printLine(const QString& line)
 {
-    printBytes(line.toUtf8());
+    printBytes(shownText(line).toUtf8());
 }
 
 void writePicture(const QImage& picture, const QString& file)

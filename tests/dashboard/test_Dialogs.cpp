@@ -142,7 +142,10 @@ TEST_F(SaveDialog, RefusesBlankAndTakenNames)
         {u"Morning"_s, taken, {}},
         {u" morning "_s, taken, {}},
         {u"Morning 2"_s, {}, u"Morning 2"_s},
-        {u"Year's end"_s, {}, u"Year's end"_s},
+        {u"Year's end"_s,
+         u"The name [Year's end] holds an apostrophe, which the project does not take. Please change it "
+         "and try again."_s,
+         {}},
     };
     for (const auto& row : rows) {
         m_user.shown.clear();

@@ -61,6 +61,7 @@ TEST_P(Paste, MakesAPanelOfTheSelectionOrSaysWhyNot)
     user->Visible = row.visible;
     user->Open(addBook(u"Figures.xlsx"_s));
     user->window->selection.kind = row.kind;
+    user->window->selection.name = QString::fromLatin1(row.selected);
     user->window->range = QString::fromLatin1(row.selected);
     user->window->panes = row.panes;
     HostFactory factory = m_library.factory();
@@ -114,6 +115,14 @@ INSTANTIATE_TEST_SUITE_P(
                   "",
                   "Unable to paste.  Invalid selection.  Must either select a range, chart object or shape.",
                   WindowSelection::Kind::Other},
+        PasteCase{
+            "a chart whose name the project does not take",
+            "x', SheetName = 'y",
+            {u"$A$1:$M$30"_s},
+            "",
+            "Unable to paste.  The name of the chart or shape [x', SheetName = 'y] holds an apostrophe, which the "
+            "project does not take. Please change it and try again.",
+            WindowSelection::Kind::Chart},
         PasteCase{"hidden instance",
                   "$B$2",
                   {u"$A$1:$M$30"_s},

@@ -170,6 +170,9 @@ const Refusal refusals[] = {
      u"txtOSender"_s},
     {"no_frequency_of_mail", u"inbox"_s, u"txtFrequency"_s, u"  "_s, noFrequency, u"txtFrequency"_s},
     {"no_mask", u"default"_s, u"txtMask"_s, u" "_s, u"No file mask defined."_s, u"txtMask"_s},
+    {"mask_with_an_apostrophe", u"refresh"_s, u"txtMask"_s, u"day's.xlsx"_s,
+     u"The file mask [day's.xlsx] holds an apostrophe, which the project does not take. Please change it and try again."_s,
+     u"txtMask"_s},
     {"no_frequency", u"refresh"_s, u"txtFrequency"_s, u""_s, noFrequency, u"txtFrequency"_s},
     {"frequency_in_words", u"refresh"_s, u"txtFrequency"_s, u"hourly"_s, notNumeric, u"txtFrequency"_s},
     {"frequency_with_a_unit", u"folder"_s, u"txtFrequency"_s, u"15 min"_s, notNumeric, u"txtFrequency"_s},
@@ -307,7 +310,8 @@ TEST_F(FileUpdates, WithoutMailTheDialogSaysSo)
 TEST_F(FileUpdates, WhatTheProjectRefusesIsTakenBack)
 {
     open([&](frmPanelProperties& dialog) {
-        box(dialog, u"txtMask"_s).setText(u"day's.xlsx"_s);
+        gDB->Close();
+        box(dialog, u"txtMask"_s).setText(u"days.xlsx"_s);
         types(dialog).setCurrentText(u"refresh"_s);
         clickOn(dialog, u"cmdOK"_s);
         EXPECT_TRUE(dialog.isVisible());

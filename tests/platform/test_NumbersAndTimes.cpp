@@ -1,6 +1,7 @@
 #include "platform/ApplicationInfo.h"
 #include "platform/Checked.h"
 #include "platform/Clock.h"
+#include "platform/ShownText.h"
 #include "support/TextTable.h"
 #include "support/ThrownError.h"
 
@@ -27,6 +28,13 @@ TEST(CheckedNumbers, RoundHalvesToEvenAndKeepTheBorders)
             EXPECT_EQ(convert(row.number), row.expected) << row.number;
         EXPECT_EQ(toInt16(row.number), row.expected) << row.number;
     }
+}
+
+TEST(ShownTexts, HoldNothingThatActs)
+{
+    const QString hostile = u"a\u202Eslx.exe\u001B[2J\u009B\u2066\r\nb\tÄ\u05D0"_s;
+    EXPECT_EQ(shownName(hostile), u"a?slx.exe?[2J????b?Ä\u05D0"_s);
+    EXPECT_EQ(shownText(hostile), u"a?slx.exe?[2J??\r\nb\tÄ\u05D0"_s);
 }
 
 TEST(CheckedNumbers, NameTheLimitAndNeverClamp)

@@ -154,7 +154,9 @@ TEST_F(DashboardRecord, ADamagedPanelRowIsToldAndEndsTheLoad)
     clsWorkspace dashboard;
     EXPECT_FALSE(dashboard.LoadFromDB(id, db));
     ASSERT_EQ(user.shown.size(), 1);
-    EXPECT_EQ(user.shown[0], u"Error Source:  clsWorkspace.LoadPanelsFromDB\r\nNumber:  6\r\nDescription:  Overflow"_s);
+    EXPECT_EQ(
+        user.shown[0],
+        u"Error Source:  clsWorkspace.LoadPanelsFromDB\r\nNumber:  6\r\nDescription:  The number 40,000 is beyond 32,767, the largest that can be kept."_s);
 }
 
 class PanelRecord : public ProjectFile

@@ -156,7 +156,8 @@ TEST_F(SourceRecord, AnIdBeyondSixteenBitsEndsInOverflow)
     db->Execute(u"INSERT INTO LvnPanelSource (ID, FullPath) VALUES (32767, 'x')"_s);
     clsPanelSource source;
     source.FullPath = u"y"_s;
-    EXPECT_EQ(failure([&] { source.SaveToDB(db); }), u"Overflow"_s);
+    EXPECT_EQ(failure([&] { source.SaveToDB(db); }),
+              u"The number 32,768 is beyond 32,767, the largest that can be kept."_s);
 }
 
 TEST_F(SourceRecord, PicturesOfItsPanelsAreDropped)

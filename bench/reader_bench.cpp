@@ -1,6 +1,6 @@
 #include "bench/LargeWorkbook.h"
 #include "bench/ReadingFloor.h"
-#include "engine/read/WorkbookReader.h"
+#include "engine/read/WorkbookFile.h"
 #include "support/XlsxWriter.h"
 
 #include <QCoreApplication>
@@ -46,7 +46,7 @@ void Reading(benchmark::State& state)
         state.PauseTiming();
         const double least = seconds([&] { benchmark::DoNotOptimize(below.walk()); });
         state.ResumeTiming();
-        const double whole = seconds([&] { benchmark::DoNotOptimize(readWorkbook(path)->sheet(0)); });
+        const double whole = seconds([&] { benchmark::DoNotOptimize(WorkbookFile::open(path)->sheet(0)); });
         floor = std::min(floor, least);
         reading = std::min(reading, whole);
     }
@@ -78,7 +78,7 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     if (argc == 3 && QByteArray(argv[1]) == "--peak") {
         const QByteArray before = peakMemory();
-        const auto book = readWorkbook(QString::fromLocal8Bit(argv[2]));
+        const auto book = WorkbookFile::open(QString::fromLocal8Bit(argv[2]));
         const auto sheet = book->sheet(0);
         std::printf("peak memory: %s before, %s with %zu cells (%lld bytes of content)\n", before.constData(),
                     peakMemory().constData(), sheet->cells.size(), static_cast<long long>(book->bytes()));

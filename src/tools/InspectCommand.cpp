@@ -1,5 +1,5 @@
 #include "engine/draw/SheetGeometry.h"
-#include "engine/read/WorkbookReader.h"
+#include "engine/read/WorkbookFile.h"
 #include "engine/show/ShownTexts.h"
 #include "tools/Commands.h"
 #include "tools/Output.h"
@@ -226,13 +226,14 @@ int inspectCommand(const CommandLine& line)
 {
     requireEmbedded(line);
     const QString path = line.argument(0);
-    const auto workbook = readWorkbook(path);
+    const auto file = WorkbookFile::open(path);
+    const auto& workbook = file->content();
     const Metrics metrics = comparesWithCalc(line) ? Metrics::Calc : Metrics::File;
     QJsonArray sheets;
     for (size_t i = 0; i < workbook->sheets.size(); ++i) {
         QJsonObject sheet{{u"name"_s, workbook->sheets[i].name}, {u"visible"_s, workbook->sheets[i].visible}};
         if (i < mostSheets && !workbook->sheets[i].isChartSheet) {
-            const QJsonObject described = SheetDescription(workbook, workbook->sheet(int(i)), metrics).json();
+            const QJsonObject described = SheetDescription(workbook, file->sheet(int(i)), metrics).json();
             for (auto entry = described.begin(); entry != described.end(); ++entry)
                 sheet.insert(entry.key(), entry.value());
         }

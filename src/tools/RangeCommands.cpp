@@ -1,5 +1,5 @@
 #include "engine/draw/SheetPainter.h"
-#include "engine/read/WorkbookReader.h"
+#include "engine/read/WorkbookFile.h"
 #include "host/Host.h"
 #include "platform/RuntimeError.h"
 #include "repository/clsWorkspacePanel.h"
@@ -28,10 +28,11 @@ CellArea areaArgument(const QString& text)
 /// As LibreOffice Calc would draw it, which leaves out the grid lines.
 QImage comparisonPicture(const QString& path, const QString& sheetName, const CellArea& area, double scale)
 {
-    const auto workbook = engine::readWorkbook(path);
-    const auto sheet = std::make_shared<engine::SheetContent>(*workbook->sheet(sheetIndex(*workbook, path, sheetName)));
+    const auto file = engine::WorkbookFile::open(path);
+    const auto sheet =
+        std::make_shared<engine::SheetContent>(*file->sheet(sheetIndex(*file->content(), path, sheetName)));
     sheet->view.gridLines = false;
-    return engine::SheetPainter(workbook, sheet, nullptr, engine::Metrics::Calc).image(area, scale);
+    return engine::SheetPainter(file->content(), sheet, nullptr, engine::Metrics::Calc).image(area, scale);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/content/SheetContent.h"
 #include "engine/content/WorkbookContent.h"
 #include "engine/draw/SheetPainter.h"
 #include "engine/show/ShownTexts.h"

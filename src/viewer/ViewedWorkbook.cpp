@@ -12,8 +12,7 @@ using namespace Qt::StringLiterals;
 using namespace engine;
 
 ViewedWorkbook::ViewedWorkbook(const QString& path)
-    : m_path(QFileInfo(path).absoluteFilePath()), m_stamp(FileStamp::of(m_path)),
-      m_content(processContentCache().open(m_path))
+    : m_path(QFileInfo(path).absoluteFilePath()), m_file(processContentCache().open(m_path))
 {
 }
 
@@ -25,8 +24,8 @@ QString ViewedWorkbook::name() const
 std::vector<int> ViewedWorkbook::visibleSheets() const
 {
     std::vector<int> indices;
-    for (size_t i = 0; i < m_content->sheets.size(); ++i) {
-        if (m_content->sheets[i].visible)
+    for (size_t i = 0; i < content()->sheets.size(); ++i) {
+        if (content()->sheets[i].visible)
             indices.push_back(static_cast<int>(i));
     }
     return indices;
@@ -34,7 +33,7 @@ std::vector<int> ViewedWorkbook::visibleSheets() const
 
 int ViewedWorkbook::indexOf(const QString& sheetName) const
 {
-    const auto& sheets = m_content->sheets;
+    const auto& sheets = content()->sheets;
     const auto place = std::find_if(sheets.begin(), sheets.end(), [&](const SheetEntry& entry) {
         return entry.name.compare(sheetName, Qt::CaseInsensitive) == 0;
     });
@@ -43,9 +42,9 @@ int ViewedWorkbook::indexOf(const QString& sheetName) const
 
 int ViewedWorkbook::firstSheetToShow() const
 {
-    const auto& sheets = m_content->sheets;
+    const auto& sheets = content()->sheets;
     const auto canBeShown = [](const SheetEntry& entry) { return entry.visible && !entry.isChartSheet; };
-    const int active = m_content->activeSheet;
+    const int active = content()->activeSheet;
     if (active >= 0 && active < static_cast<int>(sheets.size()) && canBeShown(sheets[static_cast<size_t>(active)]))
         return active;
     const auto place = std::find_if(sheets.begin(), sheets.end(), canBeShown);
@@ -61,7 +60,7 @@ std::shared_ptr<const ViewedSheet> ViewedWorkbook::sheet(int index)
                 entry(index).name, name()));
     auto& sheet = m_sheets[index];
     if (!sheet)
-        sheet = std::make_shared<ViewedSheet>(m_content, m_content->sheet(index));
+        sheet = std::make_shared<ViewedSheet>(content(), m_file->sheet(index));
     return sheet;
 }
 

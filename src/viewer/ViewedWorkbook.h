@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileStamp.h"
+#include "engine/read/WorkbookFile.h"
 #include "viewer/ViewedSheet.h"
 
 #include <map>
@@ -16,12 +16,12 @@ public:
 
     const QString& path() const { return m_path; }
     QString name() const;
-    const FileStamp& stamp() const { return m_stamp; } ///< of the file as it was read
-    const std::shared_ptr<engine::WorkbookContent>& content() const { return m_content; }
+    const FileStamp& stamp() const { return m_file->stamp(); } ///< of the file as it was read
+    const std::shared_ptr<const engine::WorkbookContent>& content() const { return m_file->content(); }
 
     /// Indices of the sheets that have a tab.
     std::vector<int> visibleSheets() const;
-    const engine::SheetEntry& entry(int index) const { return m_content->sheets[static_cast<size_t>(index)]; }
+    const engine::SheetEntry& entry(int index) const { return content()->sheets[static_cast<size_t>(index)]; }
     /// By name without regard to case; -1 if there is none.
     int indexOf(const QString& sheetName) const;
     /// The sheet that the file was saved with in front, or the first visible worksheet in its place; -1 without any.
@@ -31,8 +31,7 @@ public:
 
 private:
     QString m_path;
-    FileStamp m_stamp;
-    std::shared_ptr<engine::WorkbookContent> m_content;
+    std::shared_ptr<engine::WorkbookFile> m_file;
     std::map<int, std::shared_ptr<const ViewedSheet>> m_sheets;
 };
 

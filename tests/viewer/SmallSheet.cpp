@@ -1,6 +1,6 @@
 #include "viewer/SmallSheet.h"
 
-#include "engine/read/WorkbookReader.h"
+#include "engine/read/WorkbookFile.h"
 
 namespace lumivane::test {
 
@@ -56,8 +56,8 @@ WorkbookParts smallWorkbook(const std::string& views)
 
 std::shared_ptr<const ViewedSheet> viewedSheet(const WorkbookParts& parts, int index)
 {
-    const auto workbook = engine::readWorkbook(writeTemporary(u"Small.xlsx"_s, parts.package()));
-    return std::make_shared<ViewedSheet>(workbook, workbook->sheet(index));
+    const auto file = engine::WorkbookFile::open(writeTemporary(u"Small.xlsx"_s, parts.package()));
+    return std::make_shared<ViewedSheet>(file->content(), file->sheet(index));
 }
 
 std::string paneView(const std::string& pane, const std::string& attributes)

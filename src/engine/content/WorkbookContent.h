@@ -1,11 +1,9 @@
 #pragma once
 
-#include "engine/content/SheetContent.h"
 #include "engine/content/Styles.h"
 #include "engine/content/TextTable.h"
 
 #include <QString>
-#include <memory>
 #include <vector>
 
 namespace lumivane::engine {
@@ -24,12 +22,9 @@ struct SheetEntry
     bool isChartSheet = false;
 };
 
-/// A workbook on disk whose sheets are read when first asked for. Shared between openings and never changed.
-class WorkbookContent
+/// What a workbook file holds beside its sheets: their list, the names, and the styles and texts that they share.
+struct WorkbookContent final
 {
-public:
-    virtual ~WorkbookContent() = default;
-
     std::vector<SheetEntry> sheets;
     std::vector<DefinedName> definedNames;
     StyleTable styles;
@@ -39,9 +34,7 @@ public:
         false; ///< the writer asks that formulas be computed again: their stored results may be stale
     int activeSheet = 0;
 
-    /// The sheet at an index from 0, read now if it was not yet. Throws RuntimeError naming file, sheet and fault.
-    virtual std::shared_ptr<const SheetContent> sheet(int index) = 0;
-    virtual qint64 bytes() const = 0; ///< memory held, for the cache's bound
+    qint64 bytes() const; ///< memory held
 };
 
 } // namespace lumivane::engine

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/content/WorkbookContent.h"
+#include "engine/read/WorkbookFile.h"
 
 namespace lumivane::engine {
 
@@ -10,16 +10,14 @@ class ContentCache
 {
 public:
     explicit ContentCache(qint64 maxBytes = 256ll << 20);
-    ~ContentCache();
-    /// The content of the file as it is now. Throws as readWorkbook does; a file that fails is not kept.
-    std::shared_ptr<WorkbookContent> open(const QString& path);
+    /// The file as it is now. Throws as WorkbookFile::open does; a file that fails is not kept.
+    std::shared_ptr<WorkbookFile> open(const QString& path);
     void clear();
 
 private:
-    struct Entry;
     void dropLeastUsed();
 
-    std::vector<Entry> m_entries;
+    std::vector<std::shared_ptr<WorkbookFile>> m_files; ///< in the order of their last use
     qint64 m_maxBytes;
 };
 

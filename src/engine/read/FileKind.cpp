@@ -1,6 +1,7 @@
 #include "engine/read/FileKind.h"
 
-#include "engine/read/Fault.h"
+#include "engine/read/ReadError.h"
+#include "engine/read/package/SmallParts.h"
 
 #include <QFile>
 
@@ -68,10 +69,35 @@ bool beginsOldStream(const QByteArray& bytes)
            bytes[3] == '\0';
 }
 
-[[noreturn]] void throwOldBinary()
+/// Packages go by the type of their root part, which for binary workbooks is the only sure sign.
+bool isBinaryPart(const Package& package, const std::string& part)
 {
-    throw Fault{u"it is an old binary workbook (xls), which is not read by the built-in reader; save it as xlsx"_s,
-                true};
+    if (part.ends_with(".bin"))
+        return true;
+    const Package::Entry* types = package.find("[Content_Types].xml");
+    if (!types)
+        throw Fault{u"entry \"[Content_Types].xml\" is missing"_s};
+    pugi::xml_document document;
+    readSmallPart(package, *types, document);
+    for (const pugi::xml_node node : childrenNamed(document.document_element(), "Override")) {
+        std::string_view name = attributeOf(node, "PartName");
+        if (name.starts_with('/'))
+            name.remove_prefix(1);
+        if (name == part)
+            return attributeOf(node, "ContentType").find("sheet.binary") != std::string_view::npos;
+    }
+    return false;
+}
+
+FileKind packageKind(const Package& package)
+{
+    if (const std::string part = rootPart(package); !part.empty())
+        return isBinaryPart(package, part) ? FileKind::Xlsb : FileKind::Xlsx;
+    if (const Package::Entry* mime = package.find("mimetype"); mime && mime->size < 200) {
+        if (package.read(*mime).starts_with("application/vnd.oasis.opendocument"))
+            return FileKind::OpenDocument;
+    }
+    throw Fault{u"there is no workbook in it"_s, ReadCause::NotAWorkbook};
 }
 
 } // namespace
@@ -80,23 +106,23 @@ FileKind fileKind(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw Fault{u"it cannot be opened (%1)"_s.arg(file.errorString())};
+        throw Fault{u"it cannot be opened (%1)"_s.arg(file.errorString()), ReadCause::NotOpened};
     const QByteArray bytes = file.read(512);
     if (bytes.isEmpty())
-        throw Fault{u"the file is empty"_s};
+        throw Fault{u"the file is empty"_s, ReadCause::NotAWorkbook};
     if (bytes.startsWith("PK\3\4") || bytes.startsWith("PK\5\6"))
-        return FileKind::Package;
+        return packageKind(Package(path));
     if (bytes.startsWith("\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1")) {
         if (hasEncryptedPackage(file))
-            throw Fault{u"it is protected by a password; save it without one"_s};
-        throwOldBinary();
+            throw Fault{u"it is protected by a password; save it without one"_s, ReadCause::Protected};
+        return FileKind::OldBinary;
     }
     if (beginsOldStream(bytes))
-        throwOldBinary();
+        return FileKind::OldBinary;
     const QByteArray start = beginning(bytes);
     for (const auto& [begin, name] : otherKinds) {
         if (start.startsWith(begin))
-            throw Fault{u"it is %1, not a workbook"_s.arg(name)};
+            throw Fault{u"it is %1, not a workbook"_s.arg(name), ReadCause::NotAWorkbook};
     }
     return FileKind::Text;
 }

@@ -4,10 +4,11 @@
 
 namespace lumivane::engine {
 
-enum class FileKind { Package, Text };
+/// The kinds of workbook files.
+enum class FileKind { Xlsx, Xlsb, OpenDocument, OldBinary, Text };
 
-/// What a file is, from its bytes. Throws Fault with a sentence for what is not read here: empty, protected by a
-/// password, an old binary workbook, a picture, a web page.
+/// What a file is, from its first bytes and, for a package, from its parts. Throws Fault with a sentence for what is no
+/// workbook: empty, protected by a password, a picture, a web page.
 FileKind fileKind(const QString& path);
 
 } // namespace lumivane::engine

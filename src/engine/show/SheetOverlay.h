@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/content/SheetContent.h"
 #include "engine/content/WorkbookContent.h"
 
 #include <map>

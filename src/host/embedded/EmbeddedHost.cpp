@@ -63,9 +63,9 @@ EmbeddedWorkbook::EmbeddedWorkbook(EmbeddedApplication& application, const QStri
 
 void EmbeddedWorkbook::read()
 {
-    m_content = m_cache.open(m_path);
-    m_sheets.assign(m_content->sheets.size(), nullptr);
-    m_activeSheet = std::make_shared<int>(m_content->activeSheet);
+    m_file = m_cache.open(m_path);
+    m_sheets.assign(content().sheets.size(), nullptr);
+    m_activeSheet = std::make_shared<int>(content().activeSheet);
 }
 
 QString EmbeddedWorkbook::Name() const
@@ -76,7 +76,7 @@ QString EmbeddedWorkbook::Name() const
 QStringList EmbeddedWorkbook::WorksheetNames() const
 {
     QStringList names;
-    for (const SheetEntry& entry : m_content->sheets) {
+    for (const SheetEntry& entry : content().sheets) {
         if (!entry.isChartSheet)
             names.append(entry.name);
     }
@@ -87,14 +87,14 @@ std::shared_ptr<EmbeddedSheet> EmbeddedWorkbook::worksheet(int index)
 {
     auto& sheet = m_sheets[static_cast<size_t>(index)];
     if (!sheet)
-        sheet = std::make_shared<EmbeddedSheet>(m_content, index, Name(), m_metrics,
+        sheet = std::make_shared<EmbeddedSheet>(m_file, index, Name(), m_metrics,
                                                 [active = m_activeSheet, index] { *active = index; });
     return sheet;
 }
 
 std::shared_ptr<Worksheet> EmbeddedWorkbook::WorksheetByName(const QString& name)
 {
-    const auto& sheets = m_content->sheets;
+    const auto& sheets = content().sheets;
     const auto place = std::find_if(sheets.begin(), sheets.end(), [&](const SheetEntry& entry) {
         return !entry.isChartSheet && entry.name.compare(name, Qt::CaseInsensitive) == 0;
     });
@@ -103,7 +103,7 @@ std::shared_ptr<Worksheet> EmbeddedWorkbook::WorksheetByName(const QString& name
 
 std::shared_ptr<Worksheet> EmbeddedWorkbook::ActiveSheet()
 {
-    const auto& sheets = m_content->sheets;
+    const auto& sheets = content().sheets;
     const int active = *m_activeSheet;
     if (active >= 0 && active < static_cast<int>(sheets.size()) && !sheets[static_cast<size_t>(active)].isChartSheet)
         return worksheet(active);

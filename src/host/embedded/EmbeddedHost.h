@@ -53,7 +53,7 @@ public:
     void Save() override {}
     void Close() override;
 
-    const engine::WorkbookContent& content() const { return *m_content; }
+    const engine::WorkbookContent& content() const { return *m_file->content(); }
 
 private:
     friend class EmbeddedApplication;
@@ -64,7 +64,7 @@ private:
     engine::ContentCache& m_cache;
     const engine::Metrics m_metrics;
     const QString m_path;
-    std::shared_ptr<engine::WorkbookContent> m_content;
+    std::shared_ptr<engine::WorkbookFile> m_file;
     std::vector<std::shared_ptr<EmbeddedSheet>> m_sheets; ///< by index, null until asked for
     std::shared_ptr<int> m_activeSheet;                   ///< shared with the sheets, which set it
 };

@@ -114,10 +114,10 @@ qint64 countUncomputed(const SheetContent& sheet, const CellArea& area)
 
 } // namespace
 
-EmbeddedSheet::EmbeddedSheet(std::shared_ptr<WorkbookContent> workbook, int index, const QString& workbookName,
+EmbeddedSheet::EmbeddedSheet(std::shared_ptr<WorkbookFile> file, int index, const QString& workbookName,
                              Metrics metrics, std::function<void()> onActivate)
-    : m_workbook(std::move(workbook)), m_index(index), m_workbookName(workbookName), m_metrics(metrics),
-      m_onActivate(std::move(onActivate))
+    : m_file(std::move(file)), m_workbook(m_file->content()), m_index(index), m_workbookName(workbookName),
+      m_metrics(metrics), m_onActivate(std::move(onActivate))
 {
 }
 
@@ -134,7 +134,7 @@ bool EmbeddedSheet::Visible() const
 const SheetContent& EmbeddedSheet::content()
 {
     if (!m_content)
-        m_content = m_workbook->sheet(m_index);
+        m_content = m_file->sheet(m_index);
     return *m_content;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/draw/SheetPainter.h"
+#include "engine/read/WorkbookFile.h"
 #include "engine/show/ShownTexts.h"
 #include "host/Host.h"
 
@@ -14,7 +15,7 @@ namespace lumivane {
 class EmbeddedSheet : public Worksheet
 {
 public:
-    EmbeddedSheet(std::shared_ptr<engine::WorkbookContent> workbook, int index, const QString& workbookName,
+    EmbeddedSheet(std::shared_ptr<engine::WorkbookFile> file, int index, const QString& workbookName,
                   engine::Metrics metrics, std::function<void()> onActivate);
 
     QString Name() const override;
@@ -47,7 +48,8 @@ private:
     int styleAt(int row, int column);
     QString place() const;
 
-    std::shared_ptr<engine::WorkbookContent> m_workbook;
+    std::shared_ptr<engine::WorkbookFile> m_file;
+    std::shared_ptr<const engine::WorkbookContent> m_workbook;
     const int m_index;
     const QString m_workbookName;
     const engine::Metrics m_metrics;

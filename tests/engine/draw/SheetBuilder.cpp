@@ -2,9 +2,9 @@
 
 namespace lumivane::engine {
 
-SheetBuilder::SheetBuilder() : m_workbook(std::make_shared<Workbook>()), m_sheet(std::make_shared<SheetContent>())
+SheetBuilder::SheetBuilder()
+    : m_workbook(std::make_shared<WorkbookContent>()), m_sheet(std::make_shared<SheetContent>())
 {
-    m_workbook->only = m_sheet;
     m_workbook->sheets.push_back({QStringLiteral("Sheet1"), true, false});
     m_sheet->defaultRowHeight = 15;
 }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "engine/content/SheetContent.h"
 #include "engine/content/WorkbookContent.h"
 
 #include <map>
+#include <memory>
 
 namespace lumivane::engine {
 
@@ -45,13 +47,6 @@ public:
     std::shared_ptr<const SheetContent> content();
 
 private:
-    class Workbook : public WorkbookContent
-    {
-    public:
-        std::shared_ptr<const SheetContent> sheet(int) override { return only; }
-        qint64 bytes() const override { return 0; }
-        std::shared_ptr<SheetContent> only;
-    };
     struct Row
     {
         RowContent content;
@@ -60,7 +55,7 @@ private:
     Cell& cell(int row, int column, CellKind kind, int style);
     void settle();
 
-    std::shared_ptr<Workbook> m_workbook;
+    std::shared_ptr<WorkbookContent> m_workbook;
     std::shared_ptr<SheetContent> m_sheet;
     std::map<int, Row> m_rows;
 };

@@ -1,6 +1,6 @@
 #include "engine/read/ContentText.h"
 
-#include "engine/read/WorkbookReader.h"
+#include "engine/read/WorkbookFile.h"
 #include "support/ThrownError.h"
 
 namespace lumivane::test {
@@ -53,15 +53,15 @@ QString readCells(const QByteArray& bytes, const QString& fileName)
 {
     QString text;
     const ThrownError failure = failureOf([&] {
-        const auto workbook = readWorkbook(writeTemporary(fileName, bytes));
-        text = cellsText(*workbook, *workbook->sheet(0));
+        const auto file = WorkbookFile::open(writeTemporary(fileName, bytes));
+        text = cellsText(*file->content(), *file->sheet(0));
     });
     return failure.number ? failure.text : text;
 }
 
 std::shared_ptr<const SheetContent> readSheet(const WorkbookParts& parts)
 {
-    return readWorkbook(writeTemporary(u"Book.xlsx"_s, parts.package()))->sheet(0);
+    return WorkbookFile::open(writeTemporary(u"Book.xlsx"_s, parts.package()))->sheet(0);
 }
 
 QString addresses(const std::vector<CellArea>& areas)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/content/WorkbookContent.h"
+#include "engine/content/SheetContent.h"
 #include "support/QtPrinting.h"
 #include "support/XlsxWriter.h"
 

@@ -1,6 +1,6 @@
 #include "engine/read/ContentCache.h"
 
-#include "engine/read/WorkbookReader.h"
+#include "engine/read/WorkbookFile.h"
 #include "support/XlsxWriter.h"
 
 #include <QDateTime>
@@ -27,7 +27,7 @@ void write(const QString& path, const QByteArray& bytes)
     file.write(bytes);
 }
 
-double valueOf(WorkbookContent& book)
+double valueOf(WorkbookFile& book)
 {
     return book.sheet(0)->cells.at(0).number;
 }
@@ -86,17 +86,17 @@ TEST(ContentCache, DropsTheLeastUsedBeyondItsBytes)
 {
     const QString paths[] = {writeTemporary(u"0.xlsx"_s, bookWith("0")), writeTemporary(u"1.xlsx"_s, bookWith("1")),
                              writeTemporary(u"2.xlsx"_s, bookWith("2"))};
-    const qint64 one = readWorkbook(paths[0])->bytes();
+    const qint64 one = WorkbookFile::open(paths[0])->bytes();
     ContentCache cache(one * 5 / 2);
-    const std::weak_ptr<WorkbookContent> first = cache.open(paths[0]);
-    const std::weak_ptr<WorkbookContent> second = cache.open(paths[1]);
+    const std::weak_ptr<WorkbookFile> first = cache.open(paths[0]);
+    const std::weak_ptr<WorkbookFile> second = cache.open(paths[1]);
     cache.open(paths[0]);
     cache.open(paths[2]);
     EXPECT_FALSE(first.expired());
     EXPECT_TRUE(second.expired());
 
     ContentCache tiny(1);
-    const std::weak_ptr<WorkbookContent> only = tiny.open(paths[0]);
+    const std::weak_ptr<WorkbookFile> only = tiny.open(paths[0]);
     EXPECT_FALSE(only.expired()) << "the file just opened stays, whatever its size";
 }
 
@@ -107,7 +107,7 @@ TEST(ContentCache, CountsSheetsThatWereReadAfterTheOpening)
         writeTemporary(u"L.xlsx"_s, WorkbookParts({{"A", "<sheetData>" + rows + "</sheetData>", ""}}).package());
     const QString small = writeTemporary(u"S.xlsx"_s, bookWith("1"));
     ContentCache cache(100000);
-    std::weak_ptr<WorkbookContent> content;
+    std::weak_ptr<WorkbookFile> content;
     {
         const auto opened = cache.open(large);
         opened->sheet(0);

@@ -1,5 +1,5 @@
 #include "engine/read/ContentText.h"
-#include "engine/read/WorkbookReader.h"
+#include "engine/read/WorkbookFile.h"
 #include "engine/read/csv/CsvText.h"
 #include "engine/read/csv/CsvValues.h"
 #include "platform/Clock.h"
@@ -103,9 +103,9 @@ TEST(CsvText, TakesLinesApart)
 
 TEST(CsvText, NamesTheSheetByTheFile)
 {
-    const auto book = readWorkbook(writeTemporary(u"Sales.2026.csv"_s, "a,b\n\n,,c"));
-    ASSERT_EQ(book->sheets.size(), 1u);
-    EXPECT_EQ(book->sheets[0].name, u"Sales.2026"_s);
+    const auto book = WorkbookFile::open(writeTemporary(u"Sales.2026.csv"_s, "a,b\n\n,,c"));
+    ASSERT_EQ(book->content()->sheets.size(), 1u);
+    EXPECT_EQ(book->content()->sheets[0].name, u"Sales.2026"_s);
     EXPECT_EQ(book->sheet(0)->used, CellArea::parse(u"A1:C3"));
     EXPECT_THROW(book->sheet(1), RuntimeError);
 }

@@ -1,5 +1,5 @@
 #include "engine/read/ContentText.h"
-#include "engine/read/WorkbookReader.h"
+#include "engine/read/WorkbookFile.h"
 
 #include <gtest/gtest.h>
 
@@ -144,8 +144,8 @@ TEST(ChartSheet, HasDrawingsAndNoCells)
                                             "Target='worksheets/sheet1.xml'/></Relationships>");
     parts.set("xl/worksheets/sheet1.xml", "<chartsheet xmlns:r='x'><sheetViews><sheetView zoomScale='70'/></sheetViews>"
                                           "<drawing r:id='d'/></chartsheet>");
-    const auto book = readWorkbook(writeTemporary(u"Book.xlsx"_s, parts.package()));
-    EXPECT_TRUE(book->sheets[0].isChartSheet);
+    const auto book = WorkbookFile::open(writeTemporary(u"Book.xlsx"_s, parts.package()));
+    EXPECT_TRUE(book->content()->sheets[0].isChartSheet);
     EXPECT_EQ(book->sheet(0)->drawings.size(), 1u);
     EXPECT_EQ(book->sheet(0)->view.zoom, 70);
     EXPECT_TRUE(book->sheet(0)->cells.empty());

@@ -1,4 +1,4 @@
-#include "engine/read/WorkbookReader.h"
+#include "engine/read/WorkbookFile.h"
 #include "support/ThrownError.h"
 
 #include <QDirIterator>
@@ -90,19 +90,19 @@ TEST(RealWorkbooks, AreReadAsOthersSeeThemOrFailWithASentence)
         ASSERT_TRUE(json.open(QIODevice::ReadOnly));
         const QJsonObject expected = QJsonDocument::fromJson(json.readAll()).object();
         const ThrownError failure = failureOf([&] {
-            const auto book = readWorkbook(path);
+            const auto book = WorkbookFile::open(path);
             const QJsonArray sheets = expected[u"sheets"_s].toArray();
-            for (int i = 0; i < int(book->sheets.size()); ++i) {
+            for (int i = 0; i < int(book->content()->sheets.size()); ++i) {
                 const QJsonObject one = sheets[i].toObject();
                 const auto sheet = book->sheet(i);
                 if (expected.contains(u"error"_s))
                     continue;
-                EXPECT_EQ(book->sheets[size_t(i)].name, one[u"name"_s].toString());
-                EXPECT_EQ(book->sheets[size_t(i)].visible, one[u"visible"_s].toBool());
+                EXPECT_EQ(book->content()->sheets[size_t(i)].name, one[u"name"_s].toString());
+                EXPECT_EQ(book->content()->sheets[size_t(i)].visible, one[u"visible"_s].toBool());
                 compareSheet(*sheet, one);
                 ++compared;
             }
-            EXPECT_TRUE(expected.contains(u"error"_s) || qsizetype(book->sheets.size()) == sheets.size());
+            EXPECT_TRUE(expected.contains(u"error"_s) || qsizetype(book->content()->sheets.size()) == sheets.size());
             EXPECT_NE(expected[u"error"_s].toString(), u"not opened"_s);
         });
         EXPECT_TRUE(failure.number == 0 ||

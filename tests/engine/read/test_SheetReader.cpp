@@ -1,6 +1,6 @@
 #include "engine/read/ContentText.h"
 #include "engine/read/MergedAreas.h"
-#include "engine/read/WorkbookReader.h"
+#include "engine/read/WorkbookFile.h"
 #include "support/TextTable.h"
 
 #include <gtest/gtest.h>
@@ -246,7 +246,7 @@ TEST(SheetReader, FindsTheMergedRangeOfACell)
 
 TEST(SheetReader, ReadsTheFontsOfRuns)
 {
-    const auto book = readWorkbook(writeTemporary(
+    const auto book = WorkbookFile::open(writeTemporary(
         u"Book.xlsx"_s,
         WorkbookParts({{"Data", "<sheetData/>", ""}})
             .set("xl/sharedStrings.xml",
@@ -254,8 +254,8 @@ TEST(SheetReader, ReadsTheFontsOfRuns)
                  "<rFont val='Arial'/><u val='double'/><vertAlign val='superscript'/></rPr><t>big_x000D_</t></r>"
                  "<r><rPr><strike/></rPr><t></t></r><r><t>end</t></r></si><si><r><t>plain</t></r></si></sst>")
             .package()));
-    EXPECT_EQ(book->texts.text(0), u"€😀big\nend"_s);
-    const std::vector<TextRun>* runs = book->texts.runs(0);
+    EXPECT_EQ(book->content()->texts.text(0), u"€😀big\nend"_s);
+    const std::vector<TextRun>* runs = book->content()->texts.runs(0);
     ASSERT_TRUE(runs);
     ASSERT_EQ(runs->size(), 3u);
     const auto& [first, second, third] = std::tie((*runs)[0], (*runs)[1], (*runs)[2]);
@@ -264,7 +264,7 @@ TEST(SheetReader, ReadsTheFontsOfRuns)
     EXPECT_EQ(third.start, 7);
     const FontStyle expected{u"Arial"_s, 14, true, false, false, Underline::Double, Script::Superscript, 0xff00b050};
     EXPECT_TRUE(second.font == expected);
-    EXPECT_FALSE(book->texts.runs(1)) << "runs that say nothing make no rich text";
+    EXPECT_FALSE(book->content()->texts.runs(1)) << "runs that say nothing make no rich text";
 }
 
 } // namespace lumivane::test

@@ -1,6 +1,6 @@
 #include "engine/read/csv/CsvText.h"
 
-#include "engine/read/Fault.h"
+#include "engine/read/ReadError.h"
 
 #include <QStringConverter>
 #include <QStringDecoder>
@@ -22,7 +22,7 @@ constexpr char16_t windowsLetters[] = {
 
 [[noreturn]] void failBinary()
 {
-    throw Fault{u"it is neither a workbook nor text"_s};
+    throw Fault{u"it is neither a workbook nor text"_s, ReadCause::NotAWorkbook};
 }
 
 bool isTextByte(unsigned char byte)

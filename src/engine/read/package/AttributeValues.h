@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/content/WorkbookContent.h"
+#include "engine/content/Cell.h"
 #include "platform/CellArea.h"
 
 #include <QString>

@@ -1,6 +1,6 @@
 #include "engine/read/package/SmallParts.h"
 
-#include "engine/read/Fault.h"
+#include "engine/read/ReadError.h"
 #include "engine/read/package/AttributeValues.h"
 
 #include <algorithm>
@@ -113,6 +113,13 @@ std::vector<Relationship> readRelationships(const Package& package, std::string_
     // By id, as thousands of drawings may look for theirs.
     std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.id < b.id; });
     return all;
+}
+
+std::string rootPart(const Package& package)
+{
+    const std::vector<Relationship> roots = readRelationships(package, "");
+    const Relationship* root = findRelationship(roots, "officeDocument");
+    return root ? root->target : std::string();
 }
 
 const Relationship* findRelationship(const std::vector<Relationship>& all, std::string_view type)

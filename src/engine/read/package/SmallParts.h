@@ -35,6 +35,8 @@ struct Relationship
 /// What a part refers to, ordered by id, from the part beside it; none when there is no such part. The package itself
 /// is "".
 std::vector<Relationship> readRelationships(const Package& package, std::string_view part);
+/// Name of the part that the package as a whole refers to as its document, which need not exist; empty without one.
+std::string rootPart(const Package& package);
 const Relationship* findRelationship(const std::vector<Relationship>& all, std::string_view type);
 const Relationship* relationshipById(const std::vector<Relationship>& all, std::string_view id);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/content/WorkbookContent.h"
+#include "engine/content/Drawings.h"
 #include "engine/read/package/Package.h"
 
 namespace lumivane::engine {

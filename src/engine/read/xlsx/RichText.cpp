@@ -1,6 +1,6 @@
 #include "engine/read/xlsx/RichText.h"
 
-#include "engine/read/Fault.h"
+#include "engine/read/ReadError.h"
 #include "engine/read/package/AttributeValues.h"
 #include "engine/read/xlsx/StyleReader.h"
 

@@ -1,8 +1,8 @@
 #include "engine/read/xlsx/SheetReader.h"
 
 #include "engine/content/DateSerial.h"
-#include "engine/read/Fault.h"
 #include "engine/read/MergedAreas.h"
+#include "engine/read/ReadError.h"
 #include "engine/read/xlsx/RichText.h"
 
 #include <algorithm>

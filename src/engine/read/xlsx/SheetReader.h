@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/content/WorkbookContent.h"
+#include "engine/content/SheetContent.h"
 #include "engine/read/package/AttributeValues.h"
 #include "engine/read/package/XmlScanner.h"
 #include "engine/read/xlsx/Palette.h"

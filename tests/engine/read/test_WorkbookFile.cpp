@@ -1,4 +1,4 @@
-#include "engine/read/WorkbookReader.h"
+#include "engine/read/WorkbookFile.h"
 
 #include "engine/read/ContentText.h"
 #include "support/TextTable.h"
@@ -32,7 +32,7 @@ QByteArray compoundFile(const char16_t* streamName)
 
 } // namespace
 
-TEST(WorkbookReader, ReadsSheetsNamesAndSettings)
+TEST(WorkbookFile, ReadsSheetsNamesAndSettings)
 {
     WorkbookParts parts(
         {{"First &amp; foremost", oneCell, ""}, {"B", oneCell, "hidden"}, {"C", oneCell, "veryHidden"}});
@@ -41,19 +41,19 @@ TEST(WorkbookReader, ReadsSheetsNamesAndSettings)
         "<definedNames><definedName name='Area' localSheetId='2'>C!$A$1:$B$2</definedName>"
         "<definedName name='Rate'>0.5</definedName><definedName name='Lost' localSheetId='7'>1</definedName>"
         "</definedNames><calcPr fullCalcOnLoad='1'/>");
-    const auto book = readWorkbook(writeTemporary(u"Book.xlsx"_s, parts.package()));
+    const auto book = WorkbookFile::open(writeTemporary(u"Book.xlsx"_s, parts.package()));
     QStringList sheets, names;
-    for (const SheetEntry& sheet : book->sheets)
+    for (const SheetEntry& sheet : book->content()->sheets)
         sheets << sheet.name + (sheet.visible ? u""_s : u" hidden"_s);
-    for (const DefinedName& name : book->definedNames)
+    for (const DefinedName& name : book->content()->definedNames)
         names << u"%1 = %2 in %3"_s.arg(name.name, name.formula).arg(name.sheet);
     EXPECT_EQ(sheets, QStringList({u"First & foremost"_s, u"B hidden"_s, u"C hidden"_s}));
     EXPECT_EQ(names, QStringList({u"Area = C!$A$1:$B$2 in 2"_s, u"Rate = 0.5 in -1"_s, u"Lost = 1 in -1"_s}));
-    EXPECT_TRUE(book->date1904 && book->calculateOnOpen);
-    EXPECT_EQ(book->activeSheet, 1);
+    EXPECT_TRUE(book->content()->date1904 && book->content()->calculateOnOpen);
+    EXPECT_EQ(book->content()->activeSheet, 1);
 }
 
-TEST(WorkbookReader, CountsDatesFrom1904WhereTheWorkbookDoes)
+TEST(WorkbookFile, CountsDatesFrom1904WhereTheWorkbookDoes)
 {
     WorkbookParts parts({{"A", "<sheetData><row r='1'><c t='d'><v>1904-01-02</v></c></row></sheetData>", ""}});
     EXPECT_EQ(readCells(parts.package()), u"1: A=1463"_s);
@@ -61,9 +61,9 @@ TEST(WorkbookReader, CountsDatesFrom1904WhereTheWorkbookDoes)
     EXPECT_EQ(readCells(parts.package()), u"1: A=1"_s);
 }
 
-TEST(WorkbookReader, ReadsASheetOnceAndOnlyWhenAsked)
+TEST(WorkbookFile, ReadsASheetOnceAndOnlyWhenAsked)
 {
-    const auto book = readWorkbook(writeTemporary(
+    const auto book = WorkbookFile::open(writeTemporary(
         u"Book.xlsx"_s, WorkbookParts({{"Good", oneCell, ""}, {"Bad", "<sheetData><row>", ""}}).package()));
     EXPECT_EQ(book->sheet(0), book->sheet(0));
     EXPECT_THROW(book->sheet(1), RuntimeError);
@@ -72,11 +72,11 @@ TEST(WorkbookReader, ReadsASheetOnceAndOnlyWhenAsked)
     EXPECT_THROW(book->sheet(-1), RuntimeError);
 }
 
-TEST(WorkbookReader, NoticesAFileThatChangedUnderneath)
+TEST(WorkbookFile, NoticesAFileThatChangedUnderneath)
 {
     const QString path =
         writeTemporary(u"Book.xlsx"_s, WorkbookParts({{"A", oneCell, ""}, {"B", oneCell, ""}}).package());
-    const auto book = readWorkbook(path);
+    const auto book = WorkbookFile::open(path);
     book->sheet(0);
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::Append));
@@ -86,7 +86,7 @@ TEST(WorkbookReader, NoticesAFileThatChangedUnderneath)
     EXPECT_TRUE(failureOf([&] { book->sheet(1); }).text.contains(u"has changed since it was opened"_s));
 }
 
-TEST(WorkbookReader, FindsPartsByAnyPathAndStrictTypes)
+TEST(WorkbookFile, FindsPartsByAnyPathAndStrictTypes)
 {
     WorkbookParts parts = oneSheet();
     parts.set("_rels/.rels", "<Relationships><Relationship Id='1' Target='/XL/Workbook.xml' "
@@ -98,7 +98,7 @@ TEST(WorkbookReader, FindsPartsByAnyPathAndStrictTypes)
     EXPECT_EQ(readCells(parts.package()), u"1: A=1"_s);
 }
 
-TEST(WorkbookReader, SaysWhatIsWrongWithAPackage)
+TEST(WorkbookFile, SaysWhatIsWrongWithAPackage)
 {
     for (const auto& [part, content, expected] : textTable<3>(R"(
         _rels/.rels              | (gone)         | Book.xlsx" cannot be read: there is no workbook in it.
@@ -122,7 +122,7 @@ TEST(WorkbookReader, SaysWhatIsWrongWithAPackage)
     }
 }
 
-TEST(WorkbookReader, BoundsWhatStylesAndTextsMayHold)
+TEST(WorkbookFile, BoundsWhatStylesAndTextsMayHold)
 {
     const QString fonts = u"<font/>"_s.repeated(200001), runs = u"<r><rPr/><t>a</t></r>"_s.repeated(2000001);
     EXPECT_TRUE(
@@ -135,7 +135,7 @@ TEST(WorkbookReader, BoundsWhatStylesAndTextsMayHold)
             .contains(u"its texts have more than 2000000 changes of font."_s));
 }
 
-TEST(WorkbookReader, TellsByTheFirstBytesWhatAFileIs)
+TEST(WorkbookFile, TellsByTheFirstBytesWhatAFileIs)
 {
     const WorkbookParts binary =
         oneSheet().set("_rels/.rels", "<Relationships><Relationship Id='1' Target='xl/workbook.bin' "
@@ -143,46 +143,47 @@ TEST(WorkbookReader, TellsByTheFirstBytesWhatAFileIs)
     const WorkbookParts binaryByType = oneSheet().set(
         "[Content_Types].xml", "<Types><Override PartName='/xl/workbook.xml' "
                                "ContentType='application/vnd.ms-excel.sheet.binary.macroEnabled.main'/></Types>");
-    enum Reader { Nobody, AnotherProgram };
-    const std::tuple<const char*, QByteArray, QString, Reader> cases[] = {
-        {"empty", "", u"Book.xlsx\" cannot be read: the file is empty."_s, Nobody},
-        {"encrypted", compoundFile(u"EncryptedPackage"), u"it is protected by a password"_s, Nobody},
-        {"old binary", compoundFile(u"Workbook"), u"it is an old binary workbook (xls)"_s, AnotherProgram},
+    using enum ReadCause;
+    const std::tuple<const char*, QByteArray, QString, ReadCause> cases[] = {
+        {"empty", "", u"Book.xlsx\" cannot be read: the file is empty."_s, NotAWorkbook},
+        {"encrypted", compoundFile(u"EncryptedPackage"), u"it is protected by a password"_s, Protected},
+        {"old binary", compoundFile(u"Workbook"), u"it is an old binary workbook (xls)"_s, FormatNotRead},
         {"oldest binary", QByteArray("\x09\0\x04\0\x02\0\x10\0\0\0", 10), u"it is an old binary workbook (xls)"_s,
-         AnotherProgram},
+         FormatNotRead},
         {"OpenDocument", makePackage({{"mimetype", "application/vnd.oasis.opendocument.spreadsheet"}}),
-         u"it is an OpenDocument file"_s, AnotherProgram},
-        {"binary package", binary.package(), u"it is a binary workbook (xlsb)"_s, AnotherProgram},
-        {"binary package by type", binaryByType.package(), u"it is a binary workbook (xlsb)"_s, AnotherProgram},
-        {"package of something else", makePackage({{"a.txt", "x"}}), u"there is no workbook in it"_s, Nobody},
-        {"PDF", "%PDF-1.7\n", u"it is a PDF document, not a workbook."_s, Nobody},
-        {"picture", "\x89PNG\r\n\x1a\n", u"it is a picture, not a workbook."_s, Nobody},
-        {"web page", "\xef\xbb\xbf\r\n <!DOCTYPE HTML>", u"it is a web page, not a workbook."_s, Nobody},
-        {"XML", "<?xml version=\"1.0\"?><Workbook/>", u"it is an XML document, not a workbook."_s, Nobody},
-        {"binary", QByteArray("a,b\0c", 5), u"it is neither a workbook nor text."_s, Nobody},
-        {"UTF-16 with zeros", QByteArray::fromHex("fffe61000000"), u"it is neither a workbook nor text."_s, Nobody},
+         u"it is an OpenDocument file"_s, FormatNotRead},
+        {"binary package", binary.package(), u"it is a binary workbook (xlsb)"_s, FormatNotRead},
+        {"binary package by type", binaryByType.package(), u"it is a binary workbook (xlsb)"_s, FormatNotRead},
+        {"package of something else", makePackage({{"a.txt", "x"}}), u"there is no workbook in it"_s, NotAWorkbook},
+        {"PDF", "%PDF-1.7\n", u"it is a PDF document, not a workbook."_s, NotAWorkbook},
+        {"picture", "\x89PNG\r\n\x1a\n", u"it is a picture, not a workbook."_s, NotAWorkbook},
+        {"web page", "\xef\xbb\xbf\r\n <!DOCTYPE HTML>", u"it is a web page, not a workbook."_s, NotAWorkbook},
+        {"XML", "<?xml version=\"1.0\"?><Workbook/>", u"it is an XML document, not a workbook."_s, NotAWorkbook},
+        {"binary", QByteArray("a,b\0c", 5), u"it is neither a workbook nor text."_s, NotAWorkbook},
+        {"UTF-16 with zeros", QByteArray::fromHex("fffe61000000"), u"it is neither a workbook nor text."_s,
+         NotAWorkbook},
     };
-    for (const auto& [name, bytes, expected, reader] : cases) {
-        Reader told = Nobody;
+    for (const auto& [name, bytes, expected, cause] : cases) {
+        std::optional<ReadCause> found;
         const ThrownError failure = failureOf([&] {
             try {
-                readWorkbook(writeTemporary(u"Book.xlsx"_s, bytes));
-            } catch (const FormatNotRead&) {
-                told = AnotherProgram;
+                WorkbookFile::open(writeTemporary(u"Book.xlsx"_s, bytes));
+            } catch (const ReadError& error) {
+                found = error.cause();
                 throw;
             }
         });
         EXPECT_TRUE(failure.text.contains(expected)) << name << ": " << failure.text;
-        EXPECT_EQ(told, reader) << name;
+        EXPECT_EQ(found, cause) << name;
     }
     EXPECT_EQ(readCells("a,b", u"Book.xlsx"_s), u"1: A='a' B='b'"_s) << "the name says nothing";
     EXPECT_EQ(readCells(oneSheet().package(), u"Book.csv"_s), u"1: A=1"_s);
 }
 
-TEST(WorkbookReader, SaysThatAFileIsNotThere)
+TEST(WorkbookFile, SaysThatAFileIsNotThere)
 {
     for (const QString& path : {u"/nowhere/Book.xlsx"_s, u"/"_s}) {
-        const ThrownError failure = failureOf([&] { readWorkbook(path); });
+        const ThrownError failure = failureOf([&] { WorkbookFile::open(path); });
         EXPECT_EQ(failure.number, RuntimeError::FileNotFound);
         EXPECT_EQ(failure.text, u"The workbook \"%1\" was not found."_s.arg(path));
     }

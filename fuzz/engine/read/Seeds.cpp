@@ -42,9 +42,9 @@ const std::string theme =
     "</a:lt1></a:clrScheme></a:themeElements></a:theme>";
 
 const std::string drawing =
-    "<d><twoCellAnchor><from><col>1</col><row>2</row></from><to><col>3</col><row>4</row></to><graphicFrame>"
+    "<wsDr><twoCellAnchor><from><col>1</col><row>2</row></from><to><col>3</col><row>4</row></to><graphicFrame>"
     "<nvGraphicFramePr><cNvPr name='Chart 1'/></nvGraphicFramePr></graphicFrame></twoCellAnchor><oneCellAnchor><from/>"
-    "<ext cx='1' cy='2'/><AlternateContent><Choice><pic/></Choice></AlternateContent></oneCellAnchor></d>";
+    "<ext cx='1' cy='2'/><AlternateContent><Choice><pic/></Choice></AlternateContent></oneCellAnchor></wsDr>";
 
 const std::string relationships =
     "<R><Relationship Id='d' Type='x/drawing' Target='../drawings/drawing1.xml'/><Relationship Id='t' Type='x/table' "
@@ -92,6 +92,6 @@ int main(int argc, char** argv)
     write(folder + QLatin1String("/fuzz-sheet"), 2, "\xff" + sheet);
     int number = 0;
     for (const std::string& table : tables)
-        write(folder + QLatin1String("/fuzz-csv"), ++number, table);
+        write(folder + QLatin1String("/fuzz-text-file"), ++number, table);
     return 0;
 }

@@ -1,25 +1,48 @@
-#include "engine/read/csv/CsvWorkbook.h"
+#include "engine/read/csv/CsvReader.h"
 
-#include "engine/read/Fault.h"
+#include "engine/read/ReadError.h"
 #include "engine/read/csv/CsvText.h"
 #include "engine/read/csv/CsvValues.h"
-#include "platform/RuntimeError.h"
+#include "platform/Clock.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 namespace lumivane::engine {
 
 using namespace Qt::StringLiterals;
 
-CsvWorkbook::CsvWorkbook(const QString& path, std::string bytes, int year) : m_sheet(std::make_shared<SheetContent>())
+namespace {
+
+constexpr qint64 maxTextFile = 256 << 20;
+
+std::string bytesOf(const QString& path)
 {
-    const std::string text = decodedText(std::move(bytes));
-    sheets.push_back({QFileInfo(path).completeBaseName(), true, false});
-    m_sheet->sizedByTexts = true;
-    readFields(text, year);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw Fault{u"it cannot be opened (%1)"_s.arg(file.errorString()), ReadCause::NotOpened};
+    if (file.size() > maxTextFile)
+        throw Fault{u"it is a text of more than %1 MB"_s.arg(maxTextFile >> 20), ReadCause::TooLarge};
+    return file.read(file.size()).toStdString();
 }
 
-void CsvWorkbook::readFields(std::string_view text, int year)
+} // namespace
+
+CsvReader::CsvReader(const QString& path) : m_path(path), m_year(Clock::now().date().year()) {}
+
+WorkbookContent CsvReader::readWorkbook(SheetList& sheets)
+{
+    m_sheet = std::make_shared<SheetContent>();
+    m_sheet->sizedByTexts = true;
+    readFields(decodedText(bytesOf(m_path)));
+    WorkbookContent workbook;
+    workbook.sheets.push_back({QFileInfo(m_path).completeBaseName(), true, false});
+    workbook.styles = std::move(m_styles);
+    sheets = {std::move(m_sheet)};
+    return workbook;
+}
+
+void CsvReader::readFields(std::string_view text)
 {
     CsvFields fields(text, detectSeparator(text));
     std::vector<Cell>& cells = m_sheet->cells;
@@ -36,7 +59,7 @@ void CsvWorkbook::readFields(std::string_view text, int year)
                 continue;
             if (column > maxColumn)
                 throw Fault{u"line %1 has more than %2 fields"_s.arg(row).arg(maxColumn)};
-            Cell cell = cellFrom(field, year);
+            Cell cell = cellFrom(field);
             cell.column = static_cast<quint16>(column);
             cells.push_back(cell);
             firstColumn = std::min(firstColumn, column);
@@ -49,10 +72,10 @@ void CsvWorkbook::readFields(std::string_view text, int year)
         m_sheet->used = CellArea{m_sheet->rows.front().row, firstColumn, m_sheet->rows.back().row, lastColumn};
 }
 
-Cell CsvWorkbook::cellFrom(std::string_view field, int year)
+Cell CsvReader::cellFrom(std::string_view field)
 {
     Cell cell;
-    const std::optional<CsvValue> value = csvValue(field, year);
+    const std::optional<CsvValue> value = csvValue(field, m_year);
     if (!value) {
         cell.kind = CellKind::SheetText;
         cell.text = static_cast<quint64>(m_sheet->texts.append(field));
@@ -71,40 +94,33 @@ Cell CsvWorkbook::cellFrom(std::string_view field, int year)
     return cell;
 }
 
-quint32 CsvWorkbook::styleFor(const char16_t* format)
+quint32 CsvReader::styleFor(const char16_t* format)
 {
-    const auto place = m_styles.find(format);
-    if (place != m_styles.end())
+    const auto place = m_formats.find(format);
+    if (place != m_formats.end())
         return place->second;
     CellStyle style;
-    style.numberFormat = static_cast<int>(styles.numberFormats.size());
-    styles.numberFormats.push_back(QStringView(format).toString());
-    styles.cells.push_back(style);
-    return m_styles[format] = static_cast<quint32>(styles.cells.size()) - 1;
+    style.numberFormat = static_cast<int>(m_styles.numberFormats.size());
+    m_styles.numberFormats.push_back(QStringView(format).toString());
+    m_styles.cells.push_back(style);
+    return m_formats[format] = static_cast<quint32>(m_styles.cells.size()) - 1;
 }
 
 /// Line breaks show in wrapped cells only.
-quint32 CsvWorkbook::linesStyle()
+quint32 CsvReader::linesStyle()
 {
     if (m_linesStyle == 0) {
         CellStyle style;
         style.wrap = true;
-        styles.cells.push_back(style);
-        m_linesStyle = static_cast<quint32>(styles.cells.size()) - 1;
+        m_styles.cells.push_back(style);
+        m_linesStyle = static_cast<quint32>(m_styles.cells.size()) - 1;
     }
     return m_linesStyle;
 }
 
-std::shared_ptr<const SheetContent> CsvWorkbook::sheet(int index)
+std::shared_ptr<const SheetContent> CsvReader::readSheet(const WorkbookContent&, int)
 {
-    if (index != 0)
-        throw RuntimeError(RuntimeError::SubscriptOutOfRange);
-    return m_sheet;
-}
-
-qint64 CsvWorkbook::bytes() const
-{
-    return qint64(sizeof(*this)) + m_sheet->bytes();
+    throw Fault{u"its sheet was read with the file"_s};
 }
 
 } // namespace lumivane::engine

@@ -1,26 +1,32 @@
 #pragma once
 
-#include "engine/read/WorkbookReader.h"
+#include "engine/read/WorkbookFile.h"
 
 #include <QFile>
 #include <unistd.h>
 
 namespace lumivane::fuzz {
 
-/// Reads a file with these bytes, every sheet of it, and every text that a sheet refers to. A failure that is told is
-/// a good end; anything else is for the sanitizers.
-inline void readEverything(const char* bytes, qint64 size)
+/// The path of a file in memory with these bytes.
+inline QString fileOf(const void* bytes, size_t size)
 {
     static const QString path = QStringLiteral("/dev/shm/lumivane-fuzz-%1").arg(getpid());
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         abort();
-    file.write(bytes, size);
-    file.close();
+    file.write(static_cast<const char*>(bytes), qint64(size));
+    return path;
+}
+
+/// Reads a file, every sheet of it, and every text that a sheet refers to. A failure with a sentence is a good end;
+/// anything else is for the sanitizers.
+inline void readEverything(const QString& path)
+{
     try {
-        const auto book = engine::readWorkbook(path);
+        const auto file = engine::WorkbookFile::open(path);
+        const auto& book = file->content();
         for (int i = 0; i < int(book->sheets.size()) && i < 20; ++i) {
-            const auto sheet = book->sheet(i);
+            const auto sheet = file->sheet(i);
             for (size_t row = 0; row < sheet->rows.size(); ++row) {
                 for (auto [cell, last] = sheet->rowCells(row); cell != last; ++cell) {
                     if (cell->kind == engine::CellKind::Text && cell->text >= quint64(book->texts.size()))

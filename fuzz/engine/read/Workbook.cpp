@@ -1,4 +1,4 @@
-#include "fuzz/ReadEverything.h"
+#include "fuzz/engine/read/ReadEverything.h"
 #include "support/XlsxWriter.h"
 
 #include <string>
@@ -20,8 +20,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
               "<Relationship Id='a' Type='x/sharedStrings' Target='sharedStrings.xml'/>"
               "<Relationship Id='b' Type='x/styles' Target='styles.xml'/>"
               "<Relationship Id='c' Type='x/theme' Target='theme/theme1.xml'/></R>");
-    parts.set("xl/theme/theme1.xml", "<t/>");
-    parts.set("xl/drawings/drawing1.xml", "<d/>");
+    parts.set("xl/theme/theme1.xml", "<theme/>");
+    parts.set("xl/drawings/drawing1.xml", "<wsDr/>");
     std::string rest(reinterpret_cast<const char*>(data), size);
     for (const char* name : names) {
         const size_t end = std::min(rest.find('\x01'), rest.size());
@@ -30,6 +30,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         rest.erase(0, end + 1);
     }
     const QByteArray package = parts.package();
-    lumivane::fuzz::readEverything(package.constData(), package.size());
+    lumivane::fuzz::readEverything(lumivane::fuzz::fileOf(package.constData(), size_t(package.size())));
     return 0;
 }

@@ -1,13 +1,14 @@
-#include "engine/read/csv/CsvWorkbook.h"
-#include "engine/read/Fault.h"
+#include "engine/read/ReadError.h"
+#include "engine/read/csv/CsvReader.h"
+#include "fuzz/engine/read/ReadEverything.h"
 
 // Text files: decoding, separators, quotes, and what their fields stand for.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     using namespace lumivane::engine;
     try {
-        CsvWorkbook book(QStringLiteral("Table.csv"), std::string(reinterpret_cast<const char*>(data), size), 2026);
-        book.sheet(0);
+        SheetList sheets;
+        CsvReader(lumivane::fuzz::fileOf(data, size)).readWorkbook(sheets);
     } catch (const Fault&) {
     }
     return 0;

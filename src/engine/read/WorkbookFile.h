@@ -1,0 +1,35 @@
+#pragma once
+
+#include "engine/read/FormatReader.h"
+#include "engine/read/ReadError.h"
+#include "platform/FileStamp.h"
+
+namespace lumivane::engine {
+
+/// A workbook file as it was when it was opened. Its sheets are read when first asked for; in between the file is
+/// closed, so that nobody is kept from replacing it. Shared between all who show it.
+class WorkbookFile
+{
+public:
+    /// Reads all but the sheets. What the file is, is seen from its bytes, never from its name. Throws ReadError.
+    static std::shared_ptr<WorkbookFile> open(const QString& path);
+
+    const QString& path() const { return m_path; }
+    const FileStamp& stamp() const { return m_stamp; }
+    const std::shared_ptr<const WorkbookContent>& content() const { return m_content; }
+    /// The sheet at an index from 0, read now if it was not yet. Throws ReadError, never gives half a sheet.
+    std::shared_ptr<const SheetContent> sheet(int index);
+    qint64 bytes() const; ///< memory held by all that was read
+
+private:
+    explicit WorkbookFile(const QString& path);
+    std::shared_ptr<const SheetContent> readSheet(int index);
+
+    const QString m_path;
+    const FileStamp m_stamp;
+    std::unique_ptr<FormatReader> m_reader;
+    std::shared_ptr<const WorkbookContent> m_content;
+    SheetList m_sheets;
+};
+
+} // namespace lumivane::engine

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "engine/read/FormatReader.h"
+#include "engine/read/package/Package.h"
+#include "engine/read/package/SmallParts.h"
+#include "engine/read/xlsx/Palette.h"
+
+namespace lumivane::engine {
+
+/// Workbooks in a package of XML parts. The package is opened anew for each sheet.
+class XlsxReader : public FormatReader
+{
+public:
+    explicit XlsxReader(const QString& path);
+
+    WorkbookContent readWorkbook(SheetList& sheets) override;
+    std::shared_ptr<const SheetContent> readSheet(const WorkbookContent& workbook, int index) override;
+
+private:
+    void readWorkbookPart(pugi::xml_node workbook, const std::vector<Relationship>& relationships,
+                          WorkbookContent& content);
+    void readSheetList(pugi::xml_node list, const std::vector<Relationship>& relationships, WorkbookContent& content);
+    void readNames(pugi::xml_node list, WorkbookContent& content);
+    void readThemeAndStyles(const Package& package, const std::vector<Relationship>& relationships,
+                            WorkbookContent& content);
+    void readTexts(const Package& package, const std::vector<Relationship>& relationships, WorkbookContent& content);
+    void followReferences(const Package& package, const std::string& part, const std::string& drawingId,
+                          const std::vector<std::string>& tableIds, SheetContent& content) const;
+
+    const QString m_path;
+    Palette m_palette;
+    std::vector<std::string> m_parts; ///< of the sheets, by index; empty where the workbook names none
+};
+
+} // namespace lumivane::engine

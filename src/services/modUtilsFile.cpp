@@ -2,6 +2,7 @@
 
 #include "platform/ApplicationInfo.h"
 #include "platform/Clock.h"
+#include "platform/FileStamp.h"
 #include "platform/RuntimeError.h"
 #include "platform/Wildcards.h"
 #include "services/modUtilsLog.h"
@@ -13,6 +14,7 @@
 #include <QTemporaryFile>
 #include <filesystem>
 #ifdef Q_OS_UNIX
+#include <sys/file.h>
 #include <unistd.h>
 #endif
 
@@ -79,11 +81,41 @@ void bringToDisk(QFile& file)
 #endif
 }
 
+/// The mark of a copy that is being made, before six letters by chance.
+const QString copyMark = u".lumivane-copy-"_s;
+constexpr qsizetype chanceLetters = 6;
+
+/// Keeps other runs of the program from taking the file for a leftover. False where somebody else holds it, or where
+/// the file system knows no such locks.
+bool holdsAlone(QFile& file)
+{
+#ifdef Q_OS_UNIX
+    return ::flock(file.handle(), LOCK_EX | LOCK_NB) == 0;
+#else
+    return false;
+#endif
+}
+
+/// Removes what killed runs have left of their copies. Such a file bears the mark and nobody holds it; all others in
+/// the folder are the user's.
+void removeLeftCopies(const QString& folder)
+{
+    QDirIterator entries(folder, {copyMark + u'*'}, QDir::Files | QDir::Hidden);
+    while (entries.hasNext()) {
+        QFile left(entries.next());
+        if (entries.fileName().size() == copyMark.size() + chanceLetters &&
+            left.open(QIODevice::ReadWrite | QIODevice::ExistingOnly) && holdsAlone(left))
+            left.remove();
+    }
+}
+
 /// Copies under a hidden name and renames: whoever looks into the folder sees the old file or the new one, and what a
-/// crash leaves behind is never taken for a new version.
+/// crash leaves behind is never taken for a new version. A source that changes meanwhile would give half of each
+/// version, and is not copied.
 void copyThroughTemporary(const QString& source, const QString& dest)
 {
     QFile from(source);
+    const FileStamp before = FileStamp::of(source);
     if (!QFileInfo(source).isFile())
         throw RuntimeError(RuntimeError::FileNotFound, u"File not found: ["_s + source + u"]"_s);
     if (!from.open(QIODevice::ReadOnly))
@@ -98,13 +130,17 @@ void copyThroughTemporary(const QString& source, const QString& dest)
 
     // A link stays one: the file that it names is replaced.
     const QFileInfo place(target.exists() ? target.canonicalFilePath() : target.absoluteFilePath());
-    QTemporaryFile to(place.absolutePath() + u"/.copy-XXXXXX"_s);
+    removeLeftCopies(place.absolutePath());
+    QTemporaryFile to(place.absolutePath() + u'/' + copyMark + QString(chanceLetters, u'X'));
     if (!to.open())
         refuseCopy(source, dest, to.errorString());
+    holdsAlone(to);
     const QString temporaryName = to.fileName();
     copyBytes(from, to, dest);
     if (!to.flush())
         refuseCopy(source, dest, to.errorString());
+    if (FileStamp::of(source) != before)
+        refuseCopy(source, dest, u"it was written to while it was copied"_s);
     // Writable even if the source is not, so that the next version can take its place.
     to.setPermissions(from.permissions() | QFile::WriteOwner);
     to.setFileTime(from.fileTime(QFile::FileModificationTime), QFile::FileModificationTime);
@@ -215,12 +251,12 @@ void SplitPath(const QString& Path, QString* Folder, QString* Name, QString* Ext
 QString FindNewestFile(const QString& Mask)
 {
     const QString folder = Mask.chopped(filePart(Mask).size());
-    QDateTime newest(QDate(1900, 1, 1), QTime(0, 0));
+    qint64 newest = QDateTime(QDate(1900, 1, 1), QTime(0, 0)).toMSecsSinceEpoch() * 1'000'000;
     QString found;
     for (const QString& name : Dir(Mask)) {
-        const QDateTime time = wholeSeconds(QFileInfo(folder + name).lastModified());
-        if (time.isValid() && time > newest) {
-            newest = time;
+        const FileStamp stamp = FileStamp::of(folder + name);
+        if (stamp.size >= 0 && stamp.modified > newest) {
+            newest = stamp.modified;
             found = folder + name;
         }
     }

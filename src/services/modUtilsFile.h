@@ -12,8 +12,9 @@ namespace lumivane {
 /// Wild cards work; a hidden file counts as missing.
 bool FileExists(const QString& File);
 bool FolderExists(const QString& Folder);
-bool FolderCreate(const QString& Folder);                        ///< one level; an existing folder is a failure
-bool File_Copy(const QString& Source, const QString& Dest);      ///< with overwrite; keeps the time of the file
+bool FolderCreate(const QString& Folder); ///< one level; an existing folder is a failure
+/// With overwrite; keeps the time of the file. A source that is written to meanwhile is a failure.
+bool File_Copy(const QString& Source, const QString& Dest);
 bool FileRename(const QString& OldName, const QString& NewName); ///< copy, then delete; works across drives
 
 QString PathDelimiter(const QString& Path);
@@ -21,8 +22,8 @@ QString FileFolder(const QString& Path); ///< without the delimiter
 /// Outputs may be null. `Extension` is set only where the file part has a dot beyond its first character.
 void SplitPath(const QString& Path, QString* Folder, QString* Name, QString* Extension);
 
-/// Full path of the file matching a folder and a wild-card name with the latest modification time; of equal times the
-/// first listed. Empty when there is none.
+/// Full path of the file matching a folder and a wild-card name with the latest modification time, to the fraction of a
+/// second; of equal times the first listed. Empty when there is none.
 QString FindNewestFile(const QString& Mask);
 /// Local, whole seconds. Throws RuntimeError 53 when the file is not there.
 QDateTime FileDateTime(const QString& File);

@@ -8,6 +8,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <algorithm>
+#include <atomic>
+#include <sys/file.h>
+#include <thread>
 #include <unistd.h>
 
 namespace lumivane::test {
@@ -100,6 +103,38 @@ TEST_F(FileUtilities, CopyKeepsTheTimeAndReplaces)
     EXPECT_EQ(names, QStringList({u"a.xlsx"_s, u"b.xlsx"_s, u"lumivane.log"_s})) << "nothing is left behind";
 }
 
+TEST_F(FileUtilities, CopyRemovesWhatAKilledOneLeftAndNothingElse)
+{
+    write(path(u"a.xlsx"_s), "new");
+    const QString left = path(u".lumivane-copy-AbCdEf"_s), held = path(u".lumivane-copy-GhIjKl"_s);
+    const QString others[] = {path(u".copy-AbCdEf"_s), path(u".lumivane-copy-of-a.xlsx"_s)};
+    for (const QString& name : {left, held, others[0], others[1]})
+        write(name, "x");
+    QFile underWay(held);
+    ASSERT_TRUE(underWay.open(QIODevice::ReadWrite));
+    ASSERT_EQ(flock(underWay.handle(), LOCK_EX), 0);
+    EXPECT_TRUE(File_Copy(path(u"a.xlsx"_s), path(u"b.xlsx"_s)));
+    EXPECT_FALSE(QFileInfo::exists(left));
+    for (const QString& name : {held, others[0], others[1]})
+        EXPECT_TRUE(QFileInfo::exists(name)) << name;
+}
+
+TEST_F(FileUtilities, AFileThatIsBeingWrittenIsNotCopied)
+{
+    QFile source(path(u"a.csv"_s));
+    ASSERT_TRUE(source.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(source.resize(40'000'000));
+    std::atomic<bool> done = false;
+    std::thread writer([&] {
+        for (; !done; std::this_thread::sleep_for(std::chrono::milliseconds(1)))
+            source.write("x"), source.flush();
+    });
+    EXPECT_FALSE(File_Copy(source.fileName(), path(u"b.csv"_s)));
+    done = true;
+    writer.join();
+    EXPECT_EQ(Dir(path(u"*b*"_s)), QStringList());
+}
+
 TEST_F(FileUtilities, AFailedCopySaysWhyAndLeavesTheTarget)
 {
     write(path(u"a.xlsx"_s), "content");
@@ -131,16 +166,18 @@ TEST_F(FileUtilities, RenameReplacesAndRemoves)
     EXPECT_EQ(read(path(u"b.txt"_s)), "new") << "a file renamed to itself is not lost";
 }
 
-TEST_F(FileUtilities, NewestFileIsTheFirstListedOfTheLatestSecond)
+TEST_F(FileUtilities, NewestFileIsTheLatestOrTheFirstListedOfEquals)
 {
     writeAt(u"old.xlsx"_s, "x", noon.addSecs(-1));
     writeAt(u"one.xlsx"_s, "x", noon);
-    writeAt(u"two.xlsx"_s, "x", noon.addMSecs(900)); // the same second
+    writeAt(u"two.xlsx"_s, "x", noon);
     writeAt(u".newer.xlsx"_s, "x", noon.addDays(1));
     writeAt(u"other.txt"_s, "x", noon.addDays(1));
     QStringList equals = Dir(path(u"*.xlsx"_s));
     equals.removeAll(u"old.xlsx"_s);
     EXPECT_EQ(FindNewestFile(path(u"*.XLSX"_s)), path(equals.front()));
+    writeAt(equals.back(), "x", noon.addMSecs(1));
+    EXPECT_EQ(FindNewestFile(path(u"*.XLSX"_s)), path(equals.back()));
     EXPECT_EQ(FindNewestFile(path(u"none*"_s)), QString());
     EXPECT_EQ(FindNewestFile(QString()), QString());
     EXPECT_EQ(FindNewestFile(path(u"none/*"_s)), QString());

@@ -137,7 +137,8 @@ bool PanelPipeline::loadContent(XLInstance& XLInst, clsPanelSource& source, cons
 
 std::optional<QString> PanelPipeline::recoverFile(clsPanelSource& source, const QString& path)
 {
-    const QString missing = u"Unable to load panel.  ["_s + path + u"] not found"_s;
+    const QString sought = path.isEmpty() ? QString(source.DestFolder + source.Mask) : path;
+    const QString missing = u"Unable to load panel.  ["_s + sought + u"] not found"_s;
     if (!ConfirmAction(missing + u". Do you want to look for the file yourself?"_s)) {
         problem = missing + u'.';
         return std::nullopt;

@@ -159,7 +159,14 @@ void clsPanelSource::ClearFlags()
 
 QString clsPanelSource::currentPath() const
 {
-    return NewestFile.isEmpty() ? FullPath : QString(DestFolder + NewestFile);
+    if (!NewestFile.isEmpty())
+        return DestFolder + NewestFile;
+    return ownsFullPath() ? FullPath : QString();
+}
+
+bool clsPanelSource::ownsFullPath() const
+{
+    return !NewestFile.isEmpty() || Mask.isEmpty() || FitsMask(FullPath, Mask);
 }
 
 void clsPanelSource::ClearBMPs(const std::shared_ptr<Database>& DB)

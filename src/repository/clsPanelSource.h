@@ -47,8 +47,10 @@ public:
     bool DelFromDB(const std::shared_ptr<Database>& DB, int SourceID);
     void ClearSource();
     void ClearFlags();
-    /// DestFolder + NewestFile, or FullPath when there is no newest file.
+    /// DestFolder + NewestFile, or FullPath when there is no newest file. Empty when the source has no file yet.
     QString currentPath() const;
+    /// False for a FullPath that is another source's: an import writes one path to all sources under a base folder.
+    bool ownsFullPath() const;
 
     // Looking for new versions (update/).
     QDateTime NewestFileTime() const;

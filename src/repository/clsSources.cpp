@@ -38,7 +38,8 @@ qint16 clsSources::AddSource(const QString& FullPath)
 {
     const auto isThisFile = [&](const QString& path) { return path.compare(FullPath, Qt::CaseInsensitive) == 0; };
     for (const auto& source : m_sources) {
-        if (isThisFile(source->DestFolder + source->NewestFile) || isThisFile(source->FullPath))
+        if (isThisFile(source->DestFolder + source->NewestFile) ||
+            (source->ownsFullPath() && isThisFile(source->FullPath)))
             return source->ID;
     }
     const auto source = std::make_shared<clsPanelSource>();

@@ -173,6 +173,11 @@ QStringList Dir(const QString& mask)
     return names;
 }
 
+bool FitsMask(const QString& Path, const QString& Mask)
+{
+    return matchesMask(filePart(Path), Mask);
+}
+
 bool FileExists(const QString& File)
 {
     if (File.isEmpty())

@@ -22,6 +22,8 @@ QString FileFolder(const QString& Path); ///< without the delimiter
 /// Outputs may be null. `Extension` is set only where the file part has a dot beyond its first character.
 void SplitPath(const QString& Path, QString* Folder, QString* Name, QString* Extension);
 
+/// Whether a file name, or the name at the end of a path, fits a wild-card name as `Dir` reads it.
+bool FitsMask(const QString& Path, const QString& Mask);
 /// Full path of the file matching a folder and a wild-card name with the latest modification time, to the fraction of a
 /// second; of equal times the first listed. Empty when there is none.
 QString FindNewestFile(const QString& Mask);

@@ -109,13 +109,15 @@ TEST_F(SourceRecord, EmptyFoldersBecomeTheDelimiterAndNullKeepsTheField)
 {
     db->Execute(u"INSERT INTO LvnPanelSource (FullPath, DestFolder) VALUES ('C:\\a.xls', 'C:\\data\\')"_s);
     clsPanelSource source;
-    source.Mask = u"kept"_s;
+    source.Mask = u"A*.xls"_s;
     ASSERT_TRUE(source.LoadFromDB(1, db));
     EXPECT_EQ(source.DestFolder, u"C:\\data\\"_s);
     EXPECT_EQ(source.SourceFolder, u"/"_s);
-    EXPECT_EQ(source.Mask, u"kept"_s);
+    EXPECT_EQ(source.Mask, u"A*.xls"_s);
     EXPECT_FALSE(source.LastChecked.isValid());
     EXPECT_EQ(source.currentPath(), u"C:\\a.xls"_s);
+    source.Mask = u"b*.xls"_s;
+    EXPECT_EQ(source.currentPath(), QString()) << "the path of another source, left by an import";
 }
 
 TEST_F(SourceRecord, StatementsCarryABlankInFrontOfNumbers)

@@ -3,6 +3,7 @@
 #include "support/ThrownError.h"
 
 #include <QFile>
+#include <QImageWriter>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -115,6 +116,14 @@ TEST_F(PictureCache, RefusesADrawingOfMorePixelsThanCanBeKept)
     EXPECT_EQ(loadPictureFile(m_file).image.size(), QSize(60, 30));
     drawing(20000000);
     EXPECT_EQ(failureNumber(loadPictureFile), 481);
+}
+
+TEST_F(PictureCache, APhotographIsTurnedAsItsCameraSays)
+{
+    QImageWriter writer(m_file, "jpg");
+    writer.setTransformation(QImageIOHandler::TransformationRotate90);
+    ASSERT_TRUE(writer.write(picture(1).image));
+    EXPECT_EQ(loadPictureFile(m_file).image.size(), QSize(30, 60));
 }
 
 TEST(PictureFilter, NamesWhatCanBeReadAndOnlyThat)

@@ -214,6 +214,7 @@ frmPanel* frmWorkspace::newPanelWindow(qint16 Index)
     connect(panel, &frmPanel::viewChanged, this, &frmWorkspace::tickView);
     connect(panel, &frmPanel::doubleClicked, this, &frmWorkspace::panelDoubleClicked);
     connect(panel, &frmPanel::menuRequested, this, &frmWorkspace::showPanelMenu);
+    connect(panel, &frmPanel::pictureOutgrown, this, [this, panel] { sharpenPanel(*panel); });
     connect(panel, &frmPanel::placed, this, [this] { IsModified = true; });
     return panel;
 }

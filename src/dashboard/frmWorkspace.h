@@ -160,6 +160,7 @@ private:
     void refreshDashboard();
     void refreshActivePanel(frmPanel& panel);
     void checkPanels();
+    void sharpenPanel(frmPanel& panel);
     void openPanelWindows(XLInstance& XLInst, bool Refresh);
 
     // Layout mode.

@@ -65,6 +65,26 @@ void frmWorkspace::checkPanels()
     }
 }
 
+void frmWorkspace::sharpenPanel(frmPanel& panel)
+{
+    if (IsBusy)
+        return; // the next pass sees to it
+    IsBusy = true;
+    prompts().setPointer(Prompts::Pointer::ArrowHourglass);
+    try {
+        runToItsEnd([&panel] {
+            XLInstance XLInst;
+            if (Excel_Init(XLInst))
+                panel.Panel_Sharpen(XLInst);
+            Excel_Exit(XLInst);
+        });
+    } catch (const RuntimeError&) {
+        // The picture at hand serves until the next pass.
+    }
+    IsBusy = false;
+    prompts().setPointer(Prompts::Pointer::Default);
+}
+
 void frmWorkspace::mnuWorkspaceRefresh_Click()
 {
     command(u"mnuWorkspaceRefresh_Click"_s, [this] {

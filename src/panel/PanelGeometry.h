@@ -10,6 +10,7 @@ namespace lumivane {
 struct TwipsSize
 {
     float width = 0, height = 0;
+    bool isEmpty() const { return width <= 0 || height <= 0; }
     bool operator==(const TwipsSize&) const = default;
 };
 

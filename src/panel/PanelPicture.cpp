@@ -68,7 +68,7 @@ QString noticeAtEnd(QFile& device)
 
 } // namespace
 
-TwipsSize PanelPicture::size() const
+TwipsSize sizeInTwips(const QImage& image)
 {
     const QSizeF pixels = image.deviceIndependentSize();
     return {toTwips(pixels.width()), toTwips(pixels.height())};

@@ -7,6 +7,9 @@
 
 namespace lumivane {
 
+/// In logical pixels times 15: the same on every screen.
+TwipsSize sizeInTwips(const QImage& image);
+
 /// What a panel shows: the picture, whose devicePixelRatio is the scale at which it was drawn, and what of its range
 /// could not be drawn, as a sentence for the user. The sentence travels with the picture into the cache file, or a
 /// picture with a gap would look complete at the next start.
@@ -15,8 +18,7 @@ struct PanelPicture
     QImage image;
     QString notice;
 
-    /// In logical pixels times 15: the same on every screen.
-    TwipsSize size() const;
+    TwipsSize size() const { return sizeInTwips(image); }
 };
 
 /// Any picture file, drawn pixel by pixel and turned as its camera says. Throws RuntimeError 53 where it is missing and

@@ -15,6 +15,8 @@
 #include <QFontDatabase>
 #include <QPainter>
 #include <QScopeGuard>
+#include <algorithm>
+#include <cmath>
 
 namespace lumivane {
 
@@ -24,6 +26,8 @@ namespace {
 
 const QString panelModule = u"frmPanel"_s;
 constexpr QSize explanationSize(320, 180);
+constexpr double leastZoomScale = 2, mostZoomScale = 4, mostScale = 8;
+constexpr double sameScale = 0.01; ///< as exact as a cached picture keeps its scale
 
 QString panelLines(const QStringList& lines)
 {
@@ -110,6 +114,39 @@ bool PanelPipeline::Panel_Reload(XLInstance& XLInst, const Record& Panel)
     });
 }
 
+void PanelPipeline::setScreen(double scale, const TwipsSize& room)
+{
+    m_screenScale = scale;
+    m_room = room;
+}
+
+bool PanelPipeline::isForAnotherScale(const clsWorkspacePanel& Panel) const
+{
+    return (isRangePanel(Panel) || Panel.ContentType == u"C") && !picTemp.image.isNull() && m_undrawn.isEmpty() &&
+           std::abs(wantedScale(Panel, picTemp.size()) - m_askedScale) > sameScale;
+}
+
+bool PanelPipeline::Panel_Sharpen(XLInstance& XLInst, const Record& Panel)
+{
+    const auto source = Panel ? Panel->Source() : nullptr;
+    if (!source || !isForAnotherScale(*Panel))
+        return false;
+    const QString path = source->currentPath();
+    if (!FileExists(path))
+        return false; // the next pass looks for it
+    m_askedScale = wantedScale(*Panel, picTemp.size());
+    m_drawAnew = true;
+    const auto end = qScopeGuard([this] { m_drawAnew = false; });
+    const PanelPicture before = picTemp;
+    if (!Panel_LoadExcel(Panel->IsCustom == u"Y" ? source->Prepped() : path, path, false, XLInst, Panel))
+        return false;
+    if (m_undrawn.isEmpty())
+        return true;
+    m_undrawn.clear();
+    picTemp = before;
+    return false;
+}
+
 bool PanelPipeline::loadContent(XLInstance& XLInst, clsPanelSource& source, const Record& Panel)
 {
     QString path = source.currentPath();
@@ -176,8 +213,9 @@ bool PanelPipeline::Panel_LoadExcel(const QString& OpenPath, const QString& Sour
             throw RuntimeError(RuntimeError::ObjectNotSet);
 
         const QString cacheFile = Panel->ID > 0 ? panelPictureFile(Panel->ID) : QString();
-        if (!cacheFile.isEmpty() && FileExists(cacheFile)) {
+        if (!m_drawAnew && !cacheFile.isEmpty() && FileExists(cacheFile)) {
             picTemp = loadCachedPicture(cacheFile);
+            m_askedScale = picTemp.image.devicePixelRatio();
             return true;
         }
 
@@ -307,7 +345,7 @@ bool PanelPipeline::Panel_PasteExcel(XLInstance& XLInst, const Record& Panel, co
             captureShape(*sheet, Range, *Panel);
         } else if (ContentType == u"S") {
             const SheetRange cells = sheet->Range(Range);
-            picTemp.image = captureCells(*sheet, cells.area(), captureScale(*Panel));
+            picTemp.image = capture(*Panel, [&](double scale) { return sheet->CopyPicture(cells.area(), scale); });
             picTemp.notice = undrawnNotice(*sheet, Range);
         }
         Panel->ContentType = ContentType;
@@ -315,40 +353,58 @@ bool PanelPipeline::Panel_PasteExcel(XLInstance& XLInst, const Record& Panel, co
     });
 }
 
-double PanelPipeline::captureScale(const clsWorkspacePanel& Panel) const
+double PanelPipeline::wantedScale(const clsWorkspacePanel& Panel, const TwipsSize& picture) const
 {
-    // A stretched picture has pixels to spare, or its texts would blur.
-    return m_screenScale * (Panel.ViewType == u"Z" ? 2 : 1);
+    if (Panel.ViewType != u"Z")
+        return m_screenScale;
+    // A stretched picture has pixels to spare, or its texts would blur. In steps, so that few sizes draw it anew.
+    const double stretch =
+        picture.isEmpty() ? 1 : std::max(m_room.width / picture.width, m_room.height / picture.height);
+    return std::min(m_screenScale * std::clamp(std::ceil(stretch * 2) / 2, leastZoomScale, mostZoomScale), mostScale);
 }
 
-QImage PanelPipeline::captureCells(Worksheet& sheet, const CellArea& area, double scale) const
+QImage PanelPipeline::capture(const clsWorkspacePanel& Panel, const std::function<QImage(double)>& take)
 {
-    const auto captureAt = [&](double wanted) {
-        QImage image = sheet.CopyPicture(area, wanted);
-        image.setDevicePixelRatio(wanted);
+    const auto captureAt = [&](double scale) {
+        QImage image = take(scale);
+        if (image.isNull())
+            throw RuntimeError(
+                RuntimeError::ApplicationDefined,
+                u"What panel '%1' shows is too large for a picture. Please choose a smaller range."_s.arg(
+                    Panel.Caption));
+        image.setDevicePixelRatio(scale);
         return image;
     };
-    if (scale <= 1)
-        return captureAt(1);
+    const auto sharpOrPlain = [&](double scale) {
+        try {
+            return captureAt(scale);
+        } catch (const RuntimeError&) {
+            // What is too large for a sharp picture may still fit as a plain one; if not, that failure says why.
+            return captureAt(1);
+        }
+    };
+    m_askedScale = wantedScale(Panel, {});
+    QImage image = m_askedScale > 1 ? sharpOrPlain(m_askedScale) : captureAt(1);
+    // Only its size shows how far it is stretched.
+    const double first = std::exchange(m_askedScale, wantedScale(Panel, sizeInTwips(image)));
+    if (m_askedScale <= first || image.devicePixelRatio() < first)
+        return image;
     try {
-        return captureAt(scale);
+        return captureAt(m_askedScale);
     } catch (const RuntimeError&) {
-        // A range too large for a sharp picture may still fit as a plain one; if not, that failure tells why.
-        return captureAt(1);
+        return image;
     }
 }
 
 void PanelPipeline::captureShape(Worksheet& sheet, const QString& name, const clsWorkspacePanel& Panel)
 {
-    const double scale = captureScale(Panel);
     try {
-        picTemp.image = sheet.CopyShapePicture(name, scale);
-        picTemp.image.setDevicePixelRatio(scale);
+        picTemp.image = capture(Panel, [&](double scale) { return sheet.CopyShapePicture(name, scale); });
         picTemp.notice.clear();
     } catch (const RuntimeError& error) {
         // The chart is there and only this host cannot draw it: that is no reason to offer the panel for deletion.
         LogError(panelModule, u"Panel_PasteExcel"_s, error.number(), error.description(), false);
-        picTemp.image = explanationPicture(error.description(), scale);
+        picTemp.image = explanationPicture(error.description(), m_screenScale);
         picTemp.notice = u"Panel '%1' shows no current picture."_s.arg(Panel.Caption);
         m_undrawn = error.description();
     }

@@ -31,14 +31,20 @@ public:
     /// Run at the end of a successful load or reload, inside its trap.
     std::function<void(clsWorkspacePanel&)> applyView;
 
-    /// Device pixels for each pixel of the screen that the panel is shown on.
-    void setScreenScale(double scale) { m_screenScale = scale; }
+    /// What the picture is drawn for: device pixels for each pixel of the screen, and the room of a stretched picture
+    /// (nothing where that is not known).
+    void setScreen(double scale, const TwipsSize& room = {});
 
     /// True when the picture is in picTemp and the view was applied.
     bool Panel_Load(XLInstance& XLInst, const Record& Panel, bool Refresh);
     /// True when the picture was drawn anew, false when the cached file still stood (`problem` is then empty) or on a
     /// failure.
     bool Panel_Reload(XLInstance& XLInst, const Record& Panel);
+    /// Draws the picture anew where the one at hand was drawn for another screen or another room, and leaves the
+    /// panel's view alone. True when that was done. A scale that cannot be had is asked for once only.
+    bool Panel_Sharpen(XLInstance& XLInst, const Record& Panel);
+    /// Whether Panel_Sharpen would draw.
+    bool isForAnotherScale(const clsWorkspacePanel& Panel) const;
     /// OpenPath is read from; SourcePath is the true source file, in which a custom panel's range is located.
     bool Panel_LoadExcel(const QString& OpenPath, const QString& SourcePath, bool IsPaste, XLInstance& XLInst,
                          const Record& Panel);
@@ -61,9 +67,9 @@ private:
                       const std::shared_ptr<Worksheet>& sheet, bool IsPaste, const Record& Panel);
     bool captureRange(XLInstance& XLInst, const std::shared_ptr<Worksheet>& sheet, const QString& SourcePath,
                       bool IsPaste, const Record& Panel);
-    /// The scale that a panel's capture is asked for.
-    double captureScale(const clsWorkspacePanel& Panel) const;
-    QImage captureCells(Worksheet& sheet, const CellArea& area, double scale) const;
+    double wantedScale(const clsWorkspacePanel& Panel, const TwipsSize& picture) const;
+    /// `take` gives the picture at a scale, and throws where it cannot.
+    QImage capture(const clsWorkspacePanel& Panel, const std::function<QImage(double)>& take);
     bool captureAdjusted(XLInstance& XLInst, Worksheet& sheet, const Record& Panel);
     /// Colours the cells that pass a limit of the panel. Answers what kept it from doing so, for the panel's notice.
     QString markThresholds(Worksheet& sheet, const clsWorkspacePanel& Panel);
@@ -75,7 +81,10 @@ private:
     bool hasInstance(const XLInstance& XLInst, const QString& procedure);
 
     double m_screenScale = 1;
-    QString m_undrawn; ///< set while picTemp must not be kept as the panel's picture
+    TwipsSize m_room;
+    double m_askedScale = 0; ///< that picTemp was to have; it has less where a picture of that size cannot be
+    bool m_drawAnew = false; ///< the cached picture does not count
+    QString m_undrawn;       ///< set while picTemp must not be kept as the panel's picture
 };
 
 } // namespace lumivane

@@ -2,6 +2,7 @@
 
 #include "controls/PanelStyle.h"
 #include "panel/PanelCaption.h"
+#include "panel/PanelNotice.h"
 #include "panel/PanelPaste.h"
 #include "panel/PanelSnap.h"
 #include "panel/PictureBox.h"
@@ -19,7 +20,7 @@
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QCoreApplication>
-#include <QLabel>
+#include <QGuiApplication>
 #include <QMdiArea>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -31,7 +32,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int noticePadding = 6;
+constexpr int menuPlace = 6; ///< of a menu that the keyboard asks for, from the panel's corner
+constexpr int sizeSettledMilliseconds = 700;
 constexpr double snapInches = 6 / 96.0; // of a mouse that comes near a line
 
 QRect pixelRect(const TwipsRect& rect)
@@ -55,6 +57,9 @@ frmPanel::frmPanel(std::function<bool()> editMode, QWidget* parent)
     setSystemMenu(nullptr); // it offers to close the window
     buildParts();
     m_pipeline.applyView = [this](clsWorkspacePanel& Panel) { Panel_ApplyView(Panel); };
+    m_sizeSettled.setSingleShot(true);
+    m_sizeSettled.setInterval(sizeSettledMilliseconds);
+    connect(&m_sizeSettled, &QTimer::timeout, this, &frmPanel::watchSize);
 }
 
 frmPanel::~frmPanel() = default;
@@ -82,12 +87,7 @@ void frmPanel::buildParts()
     connect(HScroll1, &QScrollBar::valueChanged, this,
             [this](int value) { picPanel->move(-toPixels(value), picPanel->y()); });
 
-    m_notice = new QLabel(m_client);
-    m_notice->setObjectName(u"noticeLabel"_s);
-    m_notice->setTextFormat(Qt::PlainText);
-    m_notice->setStyleSheet(
-        u"QLabel { background: #fff6dc; color: #5c4a12; border-top: 1px solid #e7d49a; padding: 3px 6px; }"_s);
-    m_notice->hide();
+    m_notice = new PanelNotice(m_client);
 
     m_client->installEventFilter(this);
     setWidget(m_client);
@@ -97,24 +97,64 @@ bool frmPanel::Panel_Load(XLInstance& XLInst, bool Refresh)
 {
     IsLoad = true;
     IsDirty = false;
-    m_pipeline.setScreenScale(devicePixelRatioF());
-    const bool loaded = m_pipeline.Panel_Load(XLInst, record(), Refresh);
+    const auto panel = record();
+    prepareDrawing();
+    const bool loaded = m_pipeline.Panel_Load(XLInst, panel, Refresh);
+    // Without a picture there is room for the reason all the same.
+    if (!loaded && m_pipeline.picTemp.image.isNull() && panel && panel->pWidth > 0 && panel->pHeight > 0)
+        setWindowSize(panel->pWidth, panel->pHeight);
+    showNotice();
     if (loaded)
         IsLoad = false;
-    showNotice();
     return loaded;
 }
 
 bool frmPanel::Panel_Reload(XLInstance& XLInst)
 {
     IsLoad = true;
-    m_pipeline.setScreenScale(devicePixelRatioF());
+    prepareDrawing();
     keepWindowSize();
     const bool drawn = m_pipeline.Panel_Reload(XLInst, record());
+    showNotice();
     if (drawn)
         IsLoad = false;
-    showNotice();
+    else if (m_pipeline.problem.isEmpty())
+        Panel_Sharpen(XLInst);
     return drawn;
+}
+
+void frmPanel::Panel_Sharpen(XLInstance& XLInst)
+{
+    prepareDrawing();
+    if (m_pipeline.Panel_Sharpen(XLInst, record()))
+        arrange();
+    showNotice();
+}
+
+void frmPanel::prepareDrawing()
+{
+    // What is stretched at the moment shows the room there is; before that, only the size that is stored.
+    TwipsSize room;
+    const auto panel = record();
+    if (panel && panel->ViewType == u"Z") {
+        const PanelMeasures now = measures();
+        room = m_pipeline.picTemp.image.isNull() ? TwipsSize{panel->pWidth - now.window.width + now.client.width,
+                                                             panel->pHeight - now.window.height + now.client.height}
+                                                 : now.client;
+    }
+    m_pipeline.setScreen(devicePixelRatioF(), room);
+}
+
+void frmPanel::watchSize()
+{
+    if (QGuiApplication::mouseButtons() != Qt::NoButton) {
+        m_sizeSettled.start();
+        return;
+    }
+    const auto panel = record();
+    prepareDrawing();
+    if (panel && m_pipeline.isForAnotherScale(*panel))
+        Q_EMIT pictureOutgrown();
 }
 
 void frmPanel::keepWindowSize()
@@ -129,7 +169,7 @@ void frmPanel::keepWindowSize()
 
 bool frmPanel::Panel_Paste()
 {
-    m_pipeline.setScreenScale(devicePixelRatioF());
+    prepareDrawing();
     const bool pasted = PanelPaste(m_pipeline).Panel_Paste(record());
     IsDirty = true;
     showNotice();
@@ -155,14 +195,16 @@ void frmPanel::Panel_ApplyView(clsWorkspacePanel& Panel)
 
 void frmPanel::Panel_Autosize()
 {
-    const TwipsSize wanted = autosizeWindow(measures(), m_pipeline.picTemp.size());
+    const TwipsSize picture = m_pipeline.picTemp.size();
+    const TwipsSize wanted = autosizeWindow(measures(toPixels(picture.width)), picture);
     if (!canBeKept(wanted))
         throw RuntimeError(RuntimeError::Overflow,
                            u"The picture is too large for a panel of its size. Please use another view."_s);
     setView(u"A"_s);
-    setWindowSize(wanted.width, wanted.height);
-    layOut(autosizeLayout(measures(), m_pipeline.picTemp.size()), false);
-    if (const auto panel = record()) {
+    if (!picture.isEmpty())
+        setWindowSize(wanted.width, wanted.height);
+    layOut(autosizeLayout(measures(), picture), false);
+    if (const auto panel = record(); panel && !picture.isEmpty()) {
         panel->pWidth = toInt16(Width());
         panel->pHeight = toInt16(Height());
     }
@@ -184,6 +226,8 @@ void frmPanel::Panel_ZoomToFit()
 {
     setView(u"Z"_s);
     layOut(zoomLayout(measures()), true);
+    if (isVisible())
+        m_sizeSettled.start();
     markDirty();
     Q_EMIT viewChanged();
 }
@@ -249,12 +293,7 @@ void frmPanel::Form_Resize()
         return;
     try {
         SetCaption();
-        if (panel->ViewType == u"A")
-            Panel_Autosize();
-        else if (panel->ViewType == u"C")
-            Panel_Crop();
-        else if (panel->ViewType == u"Z")
-            Panel_ZoomToFit();
+        showView(panel->ViewType);
         markDirty();
     } catch (const RuntimeError& error) {
         // No box: one for each step of the mouse would come.
@@ -262,6 +301,30 @@ void frmPanel::Form_Resize()
         m_pipeline.problem = u"This size cannot be kept: %1"_s.arg(error.description());
     }
     showNotice();
+}
+
+void frmPanel::showView(const QString& viewType)
+{
+    if (viewType == u"A")
+        Panel_Autosize();
+    else if (viewType == u"C")
+        Panel_Crop();
+    else if (viewType == u"Z")
+        Panel_ZoomToFit();
+}
+
+void frmPanel::arrange()
+{
+    const auto panel = record();
+    if (!panel || isMinimized() || m_unloading)
+        return;
+    const bool before = std::exchange(IsLoad, true); // the user has changed nothing
+    try {
+        showView(panel->ViewType);
+    } catch (const RuntimeError&) {
+        // It stays as it was laid out before.
+    }
+    IsLoad = before;
 }
 
 void frmPanel::setView(const QString& viewType)
@@ -278,9 +341,14 @@ void frmPanel::markDirty()
 
 PanelMeasures frmPanel::measures() const
 {
+    return measures(toPixels(ScaleWidth()));
+}
+
+PanelMeasures frmPanel::measures(int noticeWidth) const
+{
     PanelMeasures measures;
     measures.window = {toTwips(width()), toTwips(height())};
-    measures.client = {ScaleWidth(), ScaleHeight()};
+    measures.client = {ScaleWidth(), ScaleHeight() - toTwips(m_notice->heightFor(noticeWidth))};
     measures.barThickness = toTwips(style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this));
     return measures;
 }
@@ -292,7 +360,7 @@ void frmPanel::layOut(const PanelLayout& layout, bool stretched)
     picPanel->setGeometry(pixelRect(layout.picture));
     placeBar(*VScroll1, layout.vertical);
     placeBar(*HScroll1, layout.horizontal);
-    showNotice();
+    placeNotice();
 }
 
 void frmPanel::placeBar(QScrollBar& bar, const ScrollBarPlace& place)
@@ -313,19 +381,23 @@ void frmPanel::showNotice()
 {
     const QString text = m_pipeline.problem.isEmpty() ? m_pipeline.picTemp.notice
                                                       : u"Not up to date. "_s + m_pipeline.problem.simplified();
-    m_notice->setVisible(!text.isEmpty());
     // Names from workbooks stand in it; a tool tip would take their signs for markup.
     setToolTip(text.isEmpty() ? QString() : u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s);
     setProperty(PanelStyle::noticeProperty, !text.isEmpty());
     update();
-    m_notice->setAccessibleName(text);
-    if (text.isEmpty())
-        return;
     const int clientWidth = toPixels(ScaleWidth());
-    m_notice->setText(m_notice->fontMetrics().elidedText(text, Qt::ElideRight, clientWidth - 2 * noticePadding));
-    const int noticeHeight = m_notice->sizeHint().height();
-    const int barHeight = HScroll1->isVisibleTo(m_client) ? HScroll1->height() : 0;
-    m_notice->setGeometry(0, toPixels(ScaleHeight()) - barHeight - noticeHeight, clientWidth, noticeHeight);
+    const int before = m_notice->heightFor(clientWidth);
+    m_notice->setNotice(text);
+    if (m_notice->heightFor(clientWidth) != before)
+        arrange();
+    placeNotice();
+}
+
+void frmPanel::placeNotice()
+{
+    const int width = toPixels(ScaleWidth()), height = toPixels(ScaleHeight());
+    const int strip = m_pipeline.picTemp.image.isNull() ? height : m_notice->heightFor(width);
+    m_notice->setGeometry(0, height - strip, width, strip);
     m_notice->raise();
 }
 
@@ -541,7 +613,7 @@ bool frmPanel::clientEvent(QEvent& event)
     case QEvent::ContextMenu: {
         const auto& request = static_cast<const QContextMenuEvent&>(event);
         if (request.reason() == QContextMenuEvent::Keyboard)
-            Q_EMIT menuRequested(m_client->mapToGlobal(QPoint(noticePadding, noticePadding)));
+            Q_EMIT menuRequested(m_client->mapToGlobal(QPoint(menuPlace, menuPlace)));
         return true;
     }
     default:

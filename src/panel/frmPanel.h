@@ -4,13 +4,14 @@
 #include "panel/PanelPipeline.h"
 
 #include <QMdiSubWindow>
+#include <QTimer>
 #include <functional>
 
-class QLabel;
 class QScrollBar;
 
 namespace lumivane {
 
+class PanelNotice;
 class PictureBox;
 
 /// The child window that shows one panel of the dashboard on screen. It is tied to its record by its place alone. What
@@ -32,17 +33,19 @@ public:
 
     bool Panel_Load(XLInstance& XLInst, bool Refresh);
     bool Panel_Reload(XLInstance& XLInst);
+    /// Draws a picture anew that was made for another screen or another size of the panel.
+    void Panel_Sharpen(XLInstance& XLInst);
     /// Fills the panel from what the user has selected in their spreadsheet; true when a picture was loaded.
     bool Panel_Paste();
 
-    // Commands. Failures are logged and told.
+    // Commands. Failures are logged and shown in a box.
     /// Shows the panel's workbook at its sheet, in the newest version. Nothing for a picture panel.
     void Panel_Launch();
     /// The same with the copy of the workbook that is prepared for this panel alone; other panels have none.
     void Panel_LaunchCustom();
     /// Makes the panel show a picture file that the user picks; it stays as it was where that cannot be read.
     void Panel_BrowsePicture();
-    /// Shows the data behind the panel's figures. What that is has no definition yet, so nothing happens.
+    /// Would show the data that the panel's figures come from. Nothing says yet where they lie, so it does nothing.
     void Panel_Drillback() {}
 
     // Property dialogs. The panel counts as changed however they end.
@@ -78,6 +81,8 @@ Q_SIGNALS:
     void viewChanged();
     void menuRequested(const QPoint& globalPosition);
     void doubleClicked();
+    /// The panel has been resized so far that its picture should be drawn anew.
+    void pictureOutgrown();
     /// In layout mode, the mouse has given the window another place or size.
     void placed();
 
@@ -102,7 +107,14 @@ private:
     void showWholePicture();
     void setView(const QString& viewType);
     void markDirty();
+    void prepareDrawing();
+    void arrange();
+    void showView(const QString& viewType);
+    /// The notice below the picture is counted with the borders, as high as it is at this width in pixels.
+    PanelMeasures measures(int noticeWidth) const;
     PanelMeasures measures() const;
+    void placeNotice();
+    void watchSize();
     void layOut(const PanelLayout& layout, bool stretched);
     void placeBar(QScrollBar& bar, const ScrollBarPlace& place);
     void showNotice();
@@ -126,7 +138,8 @@ private:
     PictureBox* picPanel = nullptr;
     QScrollBar* VScroll1 = nullptr;
     QScrollBar* HScroll1 = nullptr;
-    QLabel* m_notice = nullptr;
+    PanelNotice* m_notice = nullptr;
+    QTimer m_sizeSettled; ///< runs while the user may still be resizing
 };
 
 } // namespace lumivane

@@ -136,17 +136,54 @@ TEST_F(Pipeline, APanelNotStoredYetHasNoCache)
     EXPECT_FALSE(QFile::exists(programFile(u"Panels/0.bmp"_s)));
 }
 
-TEST_F(Pipeline, CapturesAtTheScaleOfTheScreenAndKeepsIt)
+TEST_F(Pipeline, APictureForAnotherScreenIsDrawnAnewAndKept)
 {
     ASSERT_TRUE(load(true));
     const TwipsSize size = m_pipeline.picTemp.size();
-    m_pipeline.setScreenScale(2);
-    ASSERT_TRUE(load(true));
-    EXPECT_EQ(m_pipeline.picTemp.size(), size);
-    EXPECT_EQ(m_pipeline.picTemp.image.width() * 15, 2 * size.width);
+    m_pipeline.setScreen(2);
     ASSERT_TRUE(load());
-    EXPECT_EQ(m_pipeline.picTemp.size(), size) << "from the cache";
+    EXPECT_EQ(m_pipeline.picTemp.image.devicePixelRatio(), 1) << "from the cache";
+    XLInstance XLInst = worker();
+    EXPECT_TRUE(m_pipeline.Panel_Sharpen(XLInst, m_panel));
+    EXPECT_FALSE(m_pipeline.Panel_Sharpen(XLInst, m_panel));
+    m_pipeline.picTemp = {};
+    ASSERT_TRUE(load());
+    EXPECT_EQ(m_pipeline.picTemp.image.devicePixelRatio(), 2);
+    EXPECT_EQ(m_pipeline.picTemp.size(), size);
 }
+
+/// A row: name, screen scale, view, range, room in pixels, scale of the picture; none: it is too large.
+class PictureScale : public Pipeline, public testing::WithParamInterface<std::array<QString, 6>>
+{
+};
+
+TEST_P(PictureScale, FitsScreenViewAndRoomAndFallsBackToOne)
+{
+    const auto& [name, screen, view, range, room, scale] = GetParam();
+    m_panel->ViewType = view;
+    show(u"S"_s, range + u"``"_s);
+    m_pipeline.setScreen(screen.toDouble(),
+                         {room.section(u'x', 0, 0).toFloat() * 15, room.section(u'x', 1).toFloat() * 15});
+    EXPECT_EQ(load(), !scale.isEmpty());
+    if (scale.isEmpty()) {
+        EXPECT_TRUE(m_pipeline.problem.contains(u"too large"_s)) << m_pipeline.problem;
+        return;
+    }
+    EXPECT_EQ(m_pipeline.picTemp.image.devicePixelRatio(), scale.toDouble());
+    EXPECT_FALSE(m_pipeline.isForAnotherScale(*m_panel)) << "what cannot be had is asked for once";
+}
+
+// B2:C4 has 128 x 60 pixels, a cell is 20 high.
+INSTANTIATE_TEST_SUITE_P(Panels, PictureScale, testing::ValuesIn(test::textTable<6>(R"(
+    as it is                | 1 | A | B2:C4    |         | 1
+    dense screen            | 2 | C | B2:C4    | 900x90  | 2
+    zoomed out of the cache | 1 | Z | B2:C4    |         | 2
+    zoomed a little         | 1 | Z | B2:C4    | 140x70  | 2
+    zoomed far in one way   | 1 | Z | B2:C4    | 128x170 | 3
+    zoomed very far         | 2 | Z | B2:C4    | 128x999 | 8
+    too high when sharp     | 1 | Z | B1:B1000 | 64x90   | 1
+    too high                | 1 | Z | B1:B2000 | 64x90   |)")),
+                         test::rowName);
 
 // ---- a source file that is gone ----
 

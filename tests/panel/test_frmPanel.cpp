@@ -9,10 +9,12 @@
 
 #include <QContextMenuEvent>
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QTimer>
 
 using namespace lumivane;
 using namespace Qt::StringLiterals;
@@ -237,21 +239,66 @@ TEST_F(PanelWindow, TheUserCannotCloseIt)
     EXPECT_TRUE(m_area.subWindowList().isEmpty()) << "gone at once for every walk over the panels";
 }
 
-TEST_F(PanelWindow, AFailedReloadSaysSoInThePanelUntilTheNextOneSucceeds)
+TEST_F(PanelWindow, AFailedReloadSaysSoBelowThePictureUntilTheNextOneSucceeds)
 {
-    frmPanel& panel = open(u"A"_s);
-    const auto books = std::exchange(m_library.books, {});
-    bringNewVersion();
+    int later = 0;
+    for (const QString& view : {u"A"_s, u"C"_s, u"Z"_s}) {
+        SCOPED_TRACE(view);
+        frmPanel& panel = open(view, QSize(400, 300));
+        const QSize before = panel.size();
+        const auto books = std::exchange(m_library.books, {});
+        touch(m_path, later += 3600);
+        gSources->ClearFlags();
+        XLInstance XLInst = worker();
+        EXPECT_FALSE(panel.Panel_Reload(XLInst));
+        const auto* notice = panel.findChild<QLabel*>(u"noticeLabel"_s);
+        EXPECT_TRUE(notice->isVisible());
+        EXPECT_TRUE(notice->text().startsWith(u"Not up"_s)) << notice->text();
+        EXPECT_TRUE(panel.toolTip().contains(m_path));
+        EXPECT_FALSE(notice->geometry().intersects(part(u"picFrame"_s)->geometry()));
+        EXPECT_EQ(notice->geometry().bottom() + 1, clientSize().height());
+        EXPECT_EQ(panel.height(), before.height() + (view == u"A" ? notice->height() : 0));
+        EXPECT_FALSE(panel.IsDirty);
+        m_library.books = books;
+        gSources->ClearFlags();
+        EXPECT_TRUE(panel.Panel_Reload(XLInst));
+        EXPECT_FALSE(notice->isVisible());
+        EXPECT_EQ(panel.size(), before);
+        EXPECT_FALSE(panel.IsDirty);
+        panel.Unload();
+    }
+}
+
+TEST_F(PanelWindow, WithoutAPictureTheReasonHasThePanelToItself)
+{
+    frmPanel panel([] { return false; });
+    panel.Index = 1;
+    m_record->pWidth = m_record->pHeight = 3000;
+    m_library.books.clear();
     XLInstance XLInst = worker();
-    EXPECT_FALSE(panel.Panel_Reload(XLInst));
-    const auto* notice = panel.findChild<QLabel*>(u"noticeLabel"_s);
-    EXPECT_TRUE(notice->isVisible());
-    EXPECT_TRUE(notice->text().startsWith(u"Not up"_s)) << notice->text();
-    EXPECT_TRUE(panel.toolTip().contains(m_path));
-    m_library.books = books;
-    gSources->ClearFlags();
-    EXPECT_TRUE(panel.Panel_Reload(XLInst));
-    EXPECT_FALSE(notice->isVisible());
+    EXPECT_FALSE(panel.Panel_Load(XLInst, false));
+    panel.show();
+    EXPECT_EQ(panel.size(), QSize(200, 200));
+    EXPECT_EQ(panel.findChild<QLabel*>(u"noticeLabel"_s)->size(), panel.widget()->size());
+}
+
+TEST_F(PanelWindow, AZoomedPictureIsDrawnAnewAfterAResizeAndInTheNextPass)
+{
+    frmPanel& panel = open(u"Z"_s, QSize(140, 100));
+    EXPECT_EQ(panel.picture().image.devicePixelRatio(), 2);
+    bool outgrown = false;
+    QEventLoop waiting;
+    QObject::connect(&panel, &frmPanel::pictureOutgrown, &waiting, [&] { outgrown = true, waiting.quit(); });
+    QTimer::singleShot(5000, &waiting, &QEventLoop::quit);
+    panel.resize(400, 220);
+    waiting.exec();
+    ASSERT_TRUE(outgrown);
+    panel.IsDirty = false;
+    XLInstance XLInst = worker();
+    EXPECT_FALSE(panel.Panel_Reload(XLInst)) << "no new version";
+    EXPECT_GT(panel.picture().image.devicePixelRatio(), 2);
+    EXPECT_EQ(panel.size(), QSize(400, 220)) << "the size is the user's, although another one is stored";
+    EXPECT_FALSE(panel.IsDirty);
 }
 
 TEST_F(PanelWindow, RightButtonAsksForTheMenuWhereverItGoesDown)

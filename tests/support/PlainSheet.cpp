@@ -240,6 +240,8 @@ QImage PlainSheet::CopyPicture(const CellArea& area, double scale)
     if (size.isEmpty())
         throw RuntimeError(RuntimeError::ApplicationDefined, u"Nothing of the range is visible."_s);
 
+    if (std::max(size.width(), size.height()) * scale > 32767)
+        return {}; // as engines do beyond what can be painted on
     QImage image(size * scale, QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter painter(&image);

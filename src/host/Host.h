@@ -7,7 +7,6 @@
 #include <QImage>
 #include <QString>
 #include <QStringList>
-#include <QVariant>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -87,7 +86,6 @@ public:
     virtual double columnWidth(int column) = 0;                              ///< characters, 0 if hidden
     virtual void setColumnWidth(int firstColumn, int lastColumn, double characters) = 0;
     virtual void setInteriorColor(int row, int column, QRgb color) = 0;
-    virtual void setValue(int row, int column, const QVariant& value) = 0;
 
     /// The first cell of the area, in the exact order of FindOrder, whose shown text or plain value text equals
     /// (Whole) or holds (Part) the sought text without regard to case.

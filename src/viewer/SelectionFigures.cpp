@@ -71,9 +71,7 @@ QString figuresText(const ViewedSheet& sheet, const SelectionFigures& figures)
     if (figures.count < 2)
         return {};
     QStringList parts;
-    const auto shown = [&](double number) {
-        return sheet.texts().shown(SheetOverlay::Value{CellKind::Number, number, QString()}, figures.style);
-    };
+    const auto shown = [&](double number) { return sheet.texts().shown(number, figures.style); };
     if (figures.numbers > 0)
         parts << u"Average: "_s + shown(figures.sum / static_cast<double>(figures.numbers));
     parts << u"Count: %L1"_s.arg(figures.count);

@@ -46,7 +46,6 @@ public:
     void setRowHeight(int, int, double) override { refuse(); }
     void setColumnWidth(int, int, double) override { refuse(); }
     void setInteriorColor(int, int, QRgb) override { refuse(); }
-    void setValue(int, int, const QVariant&) override { refuse(); }
 
 private:
     [[noreturn]] void refuse() const

@@ -191,12 +191,6 @@ void PlainSheet::setInteriorColor(int row, int column, QRgb color)
     m_cells[{row, column}].color = color;
 }
 
-void PlainSheet::setValue(int row, int column, const QVariant& value)
-{
-    PlainCell& target = m_cells[{row, column}];
-    target.value = target.shown = value.toString();
-}
-
 std::optional<CellArea> PlainSheet::Find(const CellArea& area, const FindQuestion& question)
 {
     const FindOrder order(area, question.direction, question.order);

@@ -44,7 +44,6 @@ public:
     double columnWidth(int column) override;
     void setColumnWidth(int firstColumn, int lastColumn, double characters) override;
     void setInteriorColor(int row, int column, QRgb color) override;
-    void setValue(int row, int column, const QVariant& value) override;
     std::optional<CellArea> Find(const CellArea& area, const FindQuestion& question) override;
     QStringList ShapeNames() override;
     void Activate() override;

@@ -36,13 +36,6 @@ bool CellMatcher::hits(const Cell& cell)
     return false;
 }
 
-bool CellMatcher::hits(const SheetOverlay::Value& value, int style) const
-{
-    if (!hasContents(value))
-        return false;
-    return m_sought.anything || m_sought.hits(m_texts.plain(value)) || m_sought.hits(m_texts.shown(value, style));
-}
-
 bool CellMatcher::textHits(const Cell& cell)
 {
     const bool shared = cell.kind == CellKind::Text;
@@ -127,12 +120,6 @@ bool hasContents(const WorkbookContent& workbook, const SheetContent& sheet, con
     default:
         return true;
     }
-}
-
-bool hasContents(const SheetOverlay::Value& value)
-{
-    const bool isText = value.kind == CellKind::Text || value.kind == CellKind::SheetText;
-    return value.kind != CellKind::Blank && !(isText && value.text.isEmpty());
 }
 
 } // namespace lumivane::engine

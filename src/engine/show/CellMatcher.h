@@ -18,7 +18,6 @@ public:
                 const FindQuestion& question);
 
     bool hits(const Cell& cell);
-    bool hits(const SheetOverlay::Value& value, int style) const;
 
 private:
     enum class Known : quint8 { Unknown, Hit, Miss };
@@ -42,6 +41,5 @@ private:
 /// Whether a cell holds something, a formula that gives an empty text left out. A formula without a stored result
 /// counts: what it would show is not known, but it has something to show.
 bool hasContents(const WorkbookContent& workbook, const SheetContent& sheet, const Cell& cell);
-bool hasContents(const SheetOverlay::Value& value);
 
 } // namespace lumivane::engine

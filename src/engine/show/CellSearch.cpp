@@ -22,19 +22,7 @@ std::optional<CellArea> CellSearch::find(const CellArea& area, const FindQuestio
     if (question.what.isEmpty())
         return std::nullopt;
     CellMatcher matcher(m_workbook, m_sheet, m_texts, question);
-    std::optional<CellArea> best = findStored(area, question, matcher);
-
-    const FindOrder order(area, question.direction, question.order);
-    for (const auto& [place, value] : m_overlay.values) {
-        const auto [row, column] = place;
-        if (!area.contains(row, column) ||
-            (best && order.rank(row, column) > order.rank(best->firstRow, best->firstColumn)))
-            continue;
-        const Cell* under = m_sheet.find(row, column);
-        if (matcher.hits(value, under ? static_cast<int>(under->style) : 0))
-            best = CellArea::cell(row, column);
-    }
-    return best;
+    return findStored(area, question, matcher);
 }
 
 std::optional<CellArea> CellSearch::findStored(const CellArea& area, const FindQuestion& question,
@@ -72,8 +60,7 @@ const Cell* CellSearch::firstInRow(size_t rowIndex, int firstColumn, int lastCol
     const auto before = [](const Cell& cell, int column) { return cell.column < column; };
     const Cell* begin = firstColumn <= 1 ? rowBegin : std::lower_bound(rowBegin, rowEnd, firstColumn, before);
     const Cell* end = lastColumn >= maxColumn ? rowEnd : std::lower_bound(begin, rowEnd, lastColumn + 1, before);
-    const int row = m_sheet.rows[rowIndex].row;
-    const auto hits = [&](const Cell& cell) { return matcher.hits(cell) && !overlaid(row, cell.column); };
+    const auto hits = [&](const Cell& cell) { return matcher.hits(cell); };
     if (forward) {
         const Cell* hit = std::find_if(begin, end, hits);
         return hit == end ? nullptr : hit;
@@ -97,18 +84,12 @@ std::optional<CellArea> CellSearch::contentArea() const
             --cell;
             if (rowKnown && cell->column <= contents.lastColumn)
                 break;
-            if (!hasContents(m_workbook, m_sheet, *cell) || overlaid(row, cell->column))
+            if (!hasContents(m_workbook, m_sheet, *cell))
                 continue;
             contents.lastRow = std::max(contents.lastRow, row);
             contents.lastColumn = std::max<int>(contents.lastColumn, cell->column);
             break;
         }
-    }
-    for (const auto& [place, value] : m_overlay.values) {
-        if (!hasContents(value))
-            continue;
-        contents.lastRow = std::max(contents.lastRow, place.first);
-        contents.lastColumn = std::max(contents.lastColumn, place.second);
     }
     return contents.lastRow ? std::optional(contents) : std::nullopt;
 }

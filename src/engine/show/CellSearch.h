@@ -5,14 +5,13 @@
 
 namespace lumivane::engine {
 
-/// Searches in one sheet with what a job has changed on it. Only stored cells are visited, row by row as they lie in
+/// Searches in one sheet. Only stored cells are visited, row by row as they lie in
 /// memory, whatever the order asked for.
 class CellSearch
 {
 public:
-    CellSearch(const WorkbookContent& workbook, const SheetContent& sheet, const ShownTexts& texts,
-               const SheetOverlay& overlay)
-        : m_workbook(workbook), m_sheet(sheet), m_texts(texts), m_overlay(overlay)
+    CellSearch(const WorkbookContent& workbook, const SheetContent& sheet, const ShownTexts& texts)
+        : m_workbook(workbook), m_sheet(sheet), m_texts(texts)
     {
     }
 
@@ -25,12 +24,10 @@ private:
     /// A search that runs to the end or to the beginning of the area, without the wrap.
     std::optional<CellArea> findStored(const CellArea& area, const FindQuestion& question, CellMatcher& matcher) const;
     const Cell* firstInRow(size_t rowIndex, int firstColumn, int lastColumn, bool forward, CellMatcher& matcher) const;
-    bool overlaid(int row, int column) const { return m_overlay.values.contains({row, column}); }
 
     const WorkbookContent& m_workbook;
     const SheetContent& m_sheet;
     const ShownTexts& m_texts;
-    const SheetOverlay& m_overlay;
 };
 
 } // namespace lumivane::engine

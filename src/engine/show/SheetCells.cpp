@@ -77,42 +77,26 @@ std::optional<QRgb> SheetCells::changedColor(int row, int column) const
     return place == m_overlay->colors.end() ? std::nullopt : std::optional(place->second);
 }
 
-const SheetOverlay::Value* SheetCells::changedValue(int row, int column) const
-{
-    if (!m_overlay)
-        return nullptr;
-    const auto place = m_overlay->values.find({row, column});
-    return place == m_overlay->values.end() ? nullptr : &place->second;
-}
-
 CellKind SheetCells::kind(int row, int column) const
 {
-    if (const SheetOverlay::Value* value = changedValue(row, column))
-        return value->kind;
     const Cell* cell = m_sheet->find(row, column);
     return cell ? cell->kind : CellKind::Blank;
 }
 
 double SheetCells::number(int row, int column) const
 {
-    if (const SheetOverlay::Value* value = changedValue(row, column))
-        return value->number;
     const Cell* cell = m_sheet->find(row, column);
     return cell && (cell->kind == CellKind::Number || cell->kind == CellKind::Boolean) ? cell->number : 0;
 }
 
 FormattedText SheetCells::formatted(int row, int column, int generalChars) const
 {
-    if (const SheetOverlay::Value* value = changedValue(row, column))
-        return m_texts.formatted(*value, styleIndex(row, column), generalChars);
     const Cell* cell = m_sheet->find(row, column);
     return cell ? m_texts.formatted(*cell, generalChars) : FormattedText();
 }
 
 const std::vector<TextRun>* SheetCells::runs(int row, int column) const
 {
-    if (changedValue(row, column))
-        return nullptr;
     const Cell* cell = m_sheet->find(row, column);
     if (!cell)
         return nullptr;
@@ -139,15 +123,6 @@ int SheetCells::nextFilled(int row, int column, int step) const
                     found = cell->column;
             }
         }
-    }
-    if (!m_overlay)
-        return found;
-    for (const auto& [place, value] : m_overlay->values) {
-        const int other = place.second;
-        const bool beyond = step > 0 ? other > column : other < column;
-        const bool nearer = !found || (step > 0 ? other < found : other > found);
-        if (place.first == row && beyond && nearer && value.kind != CellKind::Blank)
-            found = other;
     }
     return found;
 }

@@ -38,8 +38,6 @@ public:
     int nextFilled(int row, int column, int step) const;
 
 private:
-    const SheetOverlay::Value* changedValue(int row, int column) const;
-
     std::shared_ptr<const WorkbookContent> m_workbook;
     std::shared_ptr<const SheetContent> m_sheet;
     const SheetOverlay* m_overlay;

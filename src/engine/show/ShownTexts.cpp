@@ -58,27 +58,14 @@ FormattedText ShownTexts::formatted(const Cell& cell, int generalChars) const
     }
 }
 
-FormattedText ShownTexts::formatted(const SheetOverlay::Value& value, int style, int generalChars) const
-{
-    switch (value.kind) {
-    case CellKind::Number:
-        return format(style).number(value.number, m_workbook->date1904, generalChars);
-    case CellKind::Text:
-    case CellKind::SheetText:
-        return format(style).text(value.text);
-    default:
-        return unformatted(plain(value));
-    }
-}
-
 QString ShownTexts::shown(const Cell& cell) const
 {
     return formatted(cell).text;
 }
 
-QString ShownTexts::shown(const SheetOverlay::Value& value, int style) const
+QString ShownTexts::shown(double number, int style) const
 {
-    return formatted(value, style).text;
+    return format(style).number(number, m_workbook->date1904).text;
 }
 
 QString ShownTexts::plain(const Cell& cell) const
@@ -98,20 +85,6 @@ QString ShownTexts::plain(const Cell& cell) const
         break;
     }
     return {};
-}
-
-QString ShownTexts::plain(const SheetOverlay::Value& value) const
-{
-    switch (value.kind) {
-    case CellKind::Number:
-        return plainValueText(value.number);
-    case CellKind::Boolean:
-        return booleanText(value.number);
-    case CellKind::Blank:
-        return {};
-    default: // errors carry their text
-        return value.text;
-    }
 }
 
 } // namespace lumivane::engine

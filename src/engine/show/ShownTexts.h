@@ -18,14 +18,11 @@ public:
 
     QString shown(const Cell& cell) const;
     QString plain(const Cell& cell) const; ///< the value without its number format
-    /// Of a value that a job has put into a cell with a style.
-    QString shown(const SheetOverlay::Value& value, int style) const;
-    QString plain(const SheetOverlay::Value& value) const;
 
     /// With colour and fill, for drawing. `generalChars` bounds the characters of General.
     FormattedText formatted(const Cell& cell, int generalChars = NumberFormat::unlimited) const;
-    FormattedText formatted(const SheetOverlay::Value& value, int style,
-                            int generalChars = NumberFormat::unlimited) const;
+    /// A number as a cell of a style would show it.
+    QString shown(double number, int style) const;
     /// The format of a cell style.
     const NumberFormat& format(int style) const;
 

@@ -4,7 +4,6 @@
 #include "platform/FindOrder.h"
 #include "platform/RuntimeError.h"
 
-#include <QDateTime>
 #include <algorithm>
 #include <cmath>
 
@@ -19,55 +18,6 @@ namespace {
 /// Larger pictures are refused: 256 MB of memory for one picture serve nobody.
 constexpr qint64 maxPicturePixels = 64ll << 20;
 constexpr double maxPictureScale = 8;
-
-CellArea joined(const CellArea& area, int row, int column)
-{
-    return {std::min(area.firstRow, row), std::min(area.firstColumn, column), std::max(area.lastRow, row),
-            std::max(area.lastColumn, column)};
-}
-
-bool isNumber(const QVariant& value)
-{
-    switch (value.typeId()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::Short:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Float:
-    case QMetaType::Double:
-        return true;
-    default:
-        return false;
-    }
-}
-
-/// Days since the sheet's day zero, as workbooks count them.
-double serialDate(const QDateTime& time, bool date1904)
-{
-    const QDate zero = date1904 ? QDate(1904, 1, 1) : QDate(1899, 12, 30);
-    return static_cast<double>(zero.daysTo(time.date())) + time.time().msecsSinceStartOfDay() / 86400000.0;
-}
-
-SheetOverlay::Value overlayValue(const QVariant& value, bool date1904)
-{
-    SheetOverlay::Value result;
-    if (!value.isValid() || value.isNull())
-        return result;
-    result.kind = CellKind::Number;
-    if (value.typeId() == QMetaType::Bool) {
-        result.kind = CellKind::Boolean;
-        result.number = value.toBool() ? 1 : 0;
-    } else if (isNumber(value)) {
-        result.number = value.toDouble();
-    } else if (value.typeId() == QMetaType::QDateTime || value.typeId() == QMetaType::QDate) {
-        result.number = serialDate(value.toDateTime(), date1904);
-    } else {
-        result.kind = CellKind::Text;
-        result.text = value.toString();
-    }
-    return result;
-}
 
 constexpr double emuPerPixel = 9525;
 
@@ -156,18 +106,6 @@ const SheetPainter& EmbeddedSheet::painter()
     return *m_painter;
 }
 
-const SheetOverlay::Value* EmbeddedSheet::overlaid(int row, int column) const
-{
-    const auto found = m_overlay.values.find({row, column});
-    return found == m_overlay.values.end() ? nullptr : &found->second;
-}
-
-int EmbeddedSheet::styleAt(int row, int column)
-{
-    const Cell* cell = content().find(row, column);
-    return cell ? static_cast<int>(cell->style) : 0;
-}
-
 QString EmbeddedSheet::place() const
 {
     return u"sheet \"%1\" of workbook \"%2\""_s.arg(Name(), m_workbookName);
@@ -175,29 +113,22 @@ QString EmbeddedSheet::place() const
 
 CellArea EmbeddedSheet::usedArea()
 {
-    std::optional<CellArea> used = content().used;
-    for (const auto& [cell, value] : m_overlay.values)
-        used = used ? joined(*used, cell.first, cell.second) : CellArea::cell(cell.first, cell.second);
-    return used.value_or(CellArea::cell(1, 1));
+    return content().used.value_or(CellArea::cell(1, 1));
 }
 
 std::optional<CellArea> EmbeddedSheet::contentArea()
 {
-    return CellSearch(*m_workbook, content(), texts(), m_overlay).contentArea();
+    return CellSearch(*m_workbook, content(), texts()).contentArea();
 }
 
 QString EmbeddedSheet::shownText(int row, int column)
 {
-    if (const SheetOverlay::Value* value = overlaid(row, column))
-        return texts().shown(*value, styleAt(row, column));
     const Cell* cell = content().find(row, column);
     return cell ? texts().shown(*cell) : QString();
 }
 
 QString EmbeddedSheet::valueText(int row, int column)
 {
-    if (const SheetOverlay::Value* value = overlaid(row, column))
-        return texts().plain(*value);
     const Cell* cell = content().find(row, column);
     return cell ? texts().plain(*cell) : QString();
 }
@@ -232,15 +163,9 @@ void EmbeddedSheet::setInteriorColor(int row, int column, QRgb color)
     m_painter.reset();
 }
 
-void EmbeddedSheet::setValue(int row, int column, const QVariant& value)
-{
-    m_overlay.values[{row, column}] = overlayValue(value, m_workbook->date1904);
-    m_painter.reset();
-}
-
 std::optional<CellArea> EmbeddedSheet::Find(const CellArea& area, const FindQuestion& question)
 {
-    return CellSearch(*m_workbook, content(), texts(), m_overlay).find(area, question);
+    return CellSearch(*m_workbook, content(), texts()).find(area, question);
 }
 
 QStringList EmbeddedSheet::ShapeNames()

@@ -30,7 +30,6 @@ public:
     double columnWidth(int column) override;
     void setColumnWidth(int firstColumn, int lastColumn, double characters) override;
     void setInteriorColor(int row, int column, QRgb color) override;
-    void setValue(int row, int column, const QVariant& value) override;
     std::optional<CellArea> Find(const CellArea& area, const FindQuestion& question) override;
     QStringList ShapeNames() override;
     QStringList undrawn(const CellArea& area) override;
@@ -44,8 +43,6 @@ public:
 
 private:
     const engine::ShownTexts& texts();
-    const engine::SheetOverlay::Value* overlaid(int row, int column) const;
-    int styleAt(int row, int column);
     QString place() const;
 
     std::shared_ptr<engine::WorkbookFile> m_file;

@@ -328,18 +328,6 @@ TEST(SheetTexts, hideZerosWhereTheViewSaysSo)
     EXPECT_EQ(inkedColumns(drawTexts(made)), ".##");
 }
 
-TEST(SheetTexts, showWhatAJobPutIn)
-{
-    SheetBuilder made, expected;
-    made.number(1, 1, 5).text(1, 2, u"old"_s);
-    SheetOverlay overlay;
-    overlay.values[{1, 1}] = {CellKind::SheetText, 0, u"new"_s};
-    overlay.values[{1, 2}] = {CellKind::Blank, 0, {}};
-    overlay.values[{2, 1}] = {CellKind::Number, 7, {}};
-    expected.text(1, 1, u"new"_s).number(2, 1, 7);
-    EXPECT_EQ(draw(made, 2, 2, 1, &overlay), draw(expected, 2, 2));
-}
-
 TEST(SheetTexts, areTwiceAsLargeAtScaleTwo)
 {
     SheetBuilder made;

@@ -44,18 +44,6 @@ TEST(ShownTexts, readsTextsOfTheSheetItself)
     EXPECT_EQ(texts.shown(*made.content()->find(1, 1)), u"of the workbook"_s);
 }
 
-TEST(ShownTexts, formatsValuesThatAJobPutIn)
-{
-    SheetBuilder made;
-    const int percent = made.formatStyle(u"0%"_s);
-    const ShownTexts texts(made.workbook(), made.content());
-    SheetOverlay::Value value{CellKind::Number, 0.25, {}};
-    EXPECT_EQ(texts.shown(value, percent), u"25%"_s);
-    EXPECT_EQ(texts.plain(value), u"0.25"_s);
-    value = {CellKind::SheetText, 0, u"new"_s};
-    EXPECT_EQ(texts.shown(value, percent), u"new"_s);
-}
-
 TEST(ShownTexts, survivesIndexesOutsideTheTables)
 {
     SheetBuilder made;

@@ -3,7 +3,6 @@
 #include "host/modUtilsExcel.h"
 #include "support/LogCapture.h"
 
-#include <QDateTime>
 #include <QFile>
 #include <gtest/gtest.h>
 
@@ -84,18 +83,10 @@ TEST(EmbeddedWorkbook, ChangesEndWithTheOpening)
     OwnApplication own;
     const QString path = writeTemporary(u"Report.xlsx"_s, WorkbookParts({{"Data", oneCell, ""}}).package());
     const auto changed = own.application.Open(path)->ActiveSheet();
-    changed->setValue(1, 1, u"changed"_s);
-    changed->setValue(9, 9, QDateTime(QDate(2026, 11, 24), QTime(12, 0)));
     changed->Rows(u"1"_s).setRowHeight(0);
-    EXPECT_EQ(changed->shownText(1, 1), u"changed"_s);
-    EXPECT_EQ(changed->valueText(9, 9), u"46350.5"_s);
-    EXPECT_EQ(RealBottomRight(*changed), u"$I$9"_s);
-    EXPECT_EQ(changed->usedArea(), (CellArea{1, 1, 9, 9}));
     EXPECT_EQ(changed->rowHeight(1), 0);
 
     const auto fresh = own.application.Open(path)->ActiveSheet();
-    EXPECT_EQ(fresh->shownText(1, 1), u"1"_s);
-    EXPECT_EQ(RealBottomRight(*fresh), u"$A$1"_s);
     EXPECT_GT(fresh->rowHeight(1), 0);
 }
 

@@ -4,10 +4,12 @@
 #include "platform/Checked.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QStringDecoder>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace lumivane {
 
@@ -18,20 +20,47 @@ namespace {
 constexpr qsizetype longestValue = 255;
 constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
 
-/// The lines of a settings file, each with its line end, as bytes: joined again they are the file.
-QList<QByteArray> readLines(const QString& fileName)
+/// A settings file in memory.
+struct IniText
+{
+    QList<QByteArray> lines; ///< each with its line end, as bytes: joined again they are the file. UTF-8 if it is wide.
+    std::optional<QStringConverter::Encoding> wide; ///< the UTF-16 in which the file is written, where it is
+};
+
+QList<QByteArray> linesOf(const QByteArray& bytes)
 {
     QList<QByteArray> lines;
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        return lines;
-    while (!file.atEnd()) {
-        const QByteArray line = file.readLine();
-        if (line.isEmpty())
-            break;
-        lines.append(line);
+    for (qsizetype start = 0; start < bytes.size();) {
+        const qsizetype end = bytes.indexOf('\n', start);
+        lines.append(bytes.sliced(start, (end < 0 ? bytes.size() : end + 1) - start));
+        start += lines.last().size();
     }
     return lines;
+}
+
+/// Without lines when it is not there or cannot be read. A pipe or a device in its place would never come to an end.
+IniText readIni(const QString& fileName)
+{
+    QFile file(fileName);
+    if (!QFileInfo(fileName).isFile() || !file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray bytes = file.readAll();
+    // Some editors write UTF-16. Without a mark it could be anything, and is left alone.
+    const auto encoding = QStringConverter::encodingForData(bytes);
+    if (encoding == QStringConverter::Utf16LE || encoding == QStringConverter::Utf16BE) {
+        QStringDecoder decoder(*encoding);
+        return {linesOf(QString(decoder(bytes)).toUtf8()), encoding};
+    }
+    return bytes.contains('\0') ? IniText{} : IniText{linesOf(bytes), {}};
+}
+
+QByteArray bytesOf(const IniText& text)
+{
+    const QByteArray joined = text.lines.join();
+    if (!text.wide)
+        return joined;
+    QStringEncoder encoder(*text.wide, QStringConverter::Flag::WriteBom);
+    return encoder(QString::fromUtf8(joined));
 }
 
 /// Settings written by hand may be in an old 8-bit encoding; those that are no UTF-8 are read as such.
@@ -148,7 +177,7 @@ QString GetIniFile()
 
 QString GetIniString(const QString& File, const QString& Section, const QString& Key, const QString& Default)
 {
-    const QList<QByteArray> lines = readLines(File);
+    const QList<QByteArray> lines = readIni(File).lines;
     const IniPlace place = findPlace(lines, Section, Key);
     const QString value = place.key >= 0 ? readValue(lines[place.key]).left(longestValue) : QString();
     return value.isEmpty() ? Default : value;
@@ -169,15 +198,14 @@ void SetIniString(const QString& File, const QString& Section, const QString& Ke
     // A line break would make a second entry out of the value.
     if (hasLineBreak(Section) || hasLineBreak(Key) || hasLineBreak(Value))
         return;
-    QList<QByteArray> lines = readLines(File);
-    if (lines.isEmpty() && QFile(File).size() > 0)
+    IniText text = readIni(File);
+    if (text.lines.isEmpty() && QFileInfo::exists(File) && (!QFileInfo(File).isFile() || QFile(File).size() > 0))
         return; // there, but not readable: writing would lose what it holds
-    putValue(lines, Section, Key, writtenValue(Value));
+    putValue(text.lines, Section, Key, writtenValue(Value));
     QSaveFile file(File);
     if (!file.open(QIODevice::WriteOnly))
         return;
-    for (const QByteArray& line : lines)
-        file.write(line);
+    file.write(bytesOf(text));
     file.commit();
 }
 

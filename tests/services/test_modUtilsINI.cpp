@@ -3,6 +3,8 @@
 #include "support/TextTable.h"
 
 #include <QFileInfo>
+#include <QStringConverter>
+#include <sys/stat.h>
 
 namespace lumivane::test {
 
@@ -47,6 +49,30 @@ TEST_F(SettingsFile, IsReadAsAProfile)
     };
     EXPECT_EQ(valueOf("\xEF\xBB\xBF[S]\n\tK=v\t"), u"v"_s) << "byte order mark, tabs";
     EXPECT_EQ(valueOf("[S]\nK=Gr\xF6\xDF\x65\n"), u"Größe"_s) << "old encoding";
+}
+
+TEST_F(SettingsFile, OfSixteenBitCharactersStaysOne)
+{
+    for (const auto encoding : {QStringConverter::Utf16LE, QStringConverter::Utf16BE}) {
+        QStringEncoder encode(encoding, QStringConverter::Flag::WriteBom);
+        write(file, encode(u"[S]\r\nK=Größe\r\n"_s));
+        EXPECT_EQ(GetIniString(file, u"S"_s, u"K"_s, {}), u"Größe"_s);
+        SetIniString(file, u"S"_s, u"L"_s, u"ä"_s);
+        QStringEncoder again(encoding, QStringConverter::Flag::WriteBom);
+        EXPECT_EQ(read(file), QByteArray(again(u"[S]\r\nK=Größe\r\nL=ä\r\n"_s)));
+    }
+    const QByteArray unmarked("[\0S\0]\0\n\0", 8);
+    write(file, unmarked);
+    SetIniString(file, u"S"_s, u"K"_s, u"v"_s);
+    EXPECT_EQ(read(file), unmarked) << "left alone";
+}
+
+TEST_F(SettingsFile, APipeInItsPlaceHoldsNothingUp)
+{
+    ASSERT_EQ(mkfifo(file.toUtf8().constData(), 0600), 0);
+    EXPECT_EQ(GetIniString(file, u"S"_s, u"K"_s, u"default"_s), u"default"_s);
+    SetIniString(file, u"S"_s, u"K"_s, u"v"_s);
+    EXPECT_FALSE(QFileInfo(file).isFile());
 }
 
 TEST_F(SettingsFile, CutsLongValues)

@@ -54,7 +54,10 @@ void setProgramFolder(const QString& folder)
 
 QString withDelimiter(const QString& folder)
 {
-    return folder.endsWith(u'/') || folder.endsWith(u'\\') ? folder : folder + u'/';
+    if (folder.endsWith(u'/') || folder.endsWith(u'\\'))
+        return folder;
+    const bool isForeign = folder.contains(u'\\') && !folder.contains(u'/');
+    return folder + (isForeign ? u'\\' : u'/');
 }
 
 } // namespace lumivane

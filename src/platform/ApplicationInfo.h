@@ -16,8 +16,8 @@ QString programFolder();
 /// For tools and tests: this folder instead; an empty text goes back to the rule.
 void setProgramFolder(const QString& folder);
 
-/// The folder text with the platform's delimiter behind it, unless it already ends in either delimiter. An empty text
-/// becomes the delimiter alone.
+/// The folder text with a delimiter behind it, unless it already ends in one: its own, or the platform's where it holds
+/// none. An empty text becomes the delimiter alone.
 QString withDelimiter(const QString& folder);
 
 } // namespace lumivane

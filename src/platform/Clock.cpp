@@ -1,5 +1,7 @@
 #include "platform/Clock.h"
 
+#include <optional>
+
 namespace lumivane {
 
 using namespace Qt::StringLiterals;
@@ -18,13 +20,22 @@ const QString& storedForm()
     return form;
 }
 
-// When a clock change repeats an hour, one text stands for two instants. The earlier is taken always, or a time would
-// be another one, and look newer, when it is read back from its text.
-QDateTime localTime(const QDate& date, const QTime& time)
+constexpr qsizetype storedSize = 19;
+constexpr qint64 secondsOfDay = 86'400;
+
+QDateTime localInstant(qint64 seconds)
 {
-    const QDateTime found(date, time);
-    const QDateTime hourBefore = QDateTime::fromMSecsSinceEpoch(found.toMSecsSinceEpoch() - 3'600'000);
-    return hourBefore.time() == time ? hourBefore : found;
+    return QDateTime::fromSecsSinceEpoch(seconds);
+}
+
+/// Seconds east of UTC: "+01:00".
+std::optional<int> offsetFromText(QStringView text)
+{
+    const QTime time = QTime::fromString(text.mid(1).toString(), u"HH:mm"_s);
+    if (!time.isValid() || !(text.startsWith(u'+') || text.startsWith(u'-')))
+        return std::nullopt;
+    const int seconds = QTime(0, 0).secsTo(time);
+    return text.startsWith(u'-') ? -seconds : seconds;
 }
 
 } // namespace
@@ -41,10 +52,28 @@ void Clock::setFixed(const QDateTime& time)
 
 QDateTime wholeSeconds(const QDateTime& time)
 {
-    if (!time.isValid())
+    return time.isValid() ? localInstant(time.toSecsSinceEpoch()) : QDateTime();
+}
+
+QDateTime localTime(const QDate& date, const QTime& time)
+{
+    if (!date.isValid() || !time.isValid())
         return {};
-    const QDateTime local = time.toLocalTime();
-    return localTime(local.date(), QTime(local.time().hour(), local.time().minute(), local.time().second()));
+    const qint64 wall = QDateTime(date, time, Qt::UTC).toSecsSinceEpoch();
+    const int before = localInstant(wall - secondsOfDay).offsetFromUtc();
+    const int behind = localInstant(wall + secondsOfDay).offsetFromUtc();
+    // The greater offset is that of the earlier instant.
+    for (const int offset : {qMax(before, behind), qMin(before, behind)}) {
+        const QDateTime found = localInstant(wall - offset);
+        if (found.offsetFromUtc() == offset)
+            return found;
+    }
+    return localInstant(wall - before);
+}
+
+QDateTime longAgo()
+{
+    return localTime(QDate(1900, 1, 1), QTime(0, 0));
 }
 
 QString dateText(const QDateTime& time)
@@ -52,10 +81,27 @@ QString dateText(const QDateTime& time)
     return time.toLocalTime().toString(storedForm());
 }
 
+QString instantText(const QDateTime& time)
+{
+    if (!time.isValid())
+        return {};
+    const QDateTime local = time.toLocalTime();
+    const int minutes = local.offsetFromUtc() / 60;
+    return local.toString(storedForm()) + (minutes < 0 ? u'-' : u'+') +
+           QTime(0, 0).addSecs(qAbs(minutes) * 60).toString(u"HH:mm"_s);
+}
+
 QDateTime dateFromText(const QString& text)
 {
-    const QDateTime parsed = QDateTime::fromString(text, storedForm());
-    return parsed.isValid() ? localTime(parsed.date(), parsed.time()) : QDateTime();
+    const QStringView wall = QStringView(text).first(qMin(text.size(), storedSize));
+    const QDate date = QDate::fromString(wall.first(qMin<qsizetype>(10, wall.size())).toString(), u"yyyy-MM-dd"_s);
+    const QTime time = wall.mid(10, 1) == u" " ? QTime::fromString(wall.mid(11).toString(), u"HH:mm:ss"_s) : QTime();
+    if (!date.isValid() || !time.isValid())
+        return {};
+    if (text.size() == storedSize)
+        return localTime(date, time);
+    const auto offset = offsetFromText(QStringView(text).sliced(storedSize));
+    return offset ? localInstant(QDateTime(date, time, Qt::UTC).toSecsSinceEpoch() - *offset) : QDateTime();
 }
 
 } // namespace lumivane

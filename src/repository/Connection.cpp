@@ -16,7 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int busyTimeout = 5000;         // milliseconds
 constexpr int deadlineInterval = 100'000; // steps of SQLite's machine, about a millisecond
 
 bool isAllowedFunction(const char* name)
@@ -101,7 +100,6 @@ Database::Connection::Connection(const QString& file, Trust trust, int openFlags
         sqlite3_close_v2(handle);
         throw failure;
     }
-    sqlite3_busy_timeout(handle, busyTimeout);
     // No file is so much our own that its triggers, views or schema should run code.
     for (const auto& [option, on] : {std::pair{SQLITE_DBCONFIG_DEFENSIVE, 1},
                                      {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},

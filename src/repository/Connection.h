@@ -79,7 +79,7 @@ private:
     bool m_before;
 };
 
-/// Gives the connection the functions of the dialect and its LIKE.
+/// Gives the connection the functions of the dialect, its LIKE, and its NOCASE, which knows more than ASCII.
 void registerFunctions(sqlite3* handle);
 
 } // namespace lumivane

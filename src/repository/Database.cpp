@@ -186,12 +186,14 @@ Database::Database(std::shared_ptr<Connection> connection) : m_connection(std::m
 
 Database::~Database() = default;
 
-std::shared_ptr<Database> Database::open(const QString& fileName, const QString& connect, Trust trust)
+std::shared_ptr<Database> Database::open(const QString& fileName, const QString& connect, Trust trust,
+                                         std::chrono::milliseconds patience)
 {
     const QString path = absolutePath(fileName);
     if (!QFileInfo(path).isFile())
         throw RuntimeError(FileMissing, u"["_s + path + u"] does not exist."_s);
     auto connection = std::make_shared<Connection>(path, trust, SQLITE_OPEN_READWRITE);
+    sqlite3_busy_timeout(connection->handle, int(patience.count()));
     prepareFile(*connection, connect, trust);
     return std::shared_ptr<Database>(new Database(std::move(connection)));
 }

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <chrono>
 #include <memory>
 
 namespace lumivane {
@@ -16,7 +17,7 @@ class Recordset;
 /// An open project file, shared file or error-log database, which is SQLite behind the statements of the program's own
 /// dialect (see Dialect.h). Every statement stands alone and is durable when the call returns.
 /// The file is one of the program's when it bears the program's mark, which is derived from the connect text: that
-/// keeps foreign files out, and is no secrecy. Its tables compare texts without regard to case.
+/// keeps foreign files out, and is no secrecy. Its tables compare texts without regard to case, in every script.
 /// All members throw RuntimeError with a sentence that names the file or the place in the statement.
 class Database
 {
@@ -31,7 +32,9 @@ public:
 
     /// Opens an existing file for reading and writing. Refuses a missing file, one that is no database, one without
     /// the program's mark (wrong password) and a damaged one.
-    static std::shared_ptr<Database> open(const QString& fileName, const QString& connect, Trust trust = Trust::Own);
+    /// Waits for other programs that are writing up to `patience`, now and at each statement.
+    static std::shared_ptr<Database> open(const QString& fileName, const QString& connect, Trust trust = Trust::Own,
+                                          std::chrono::milliseconds patience = std::chrono::seconds(5));
     /// Makes a new, empty file with all tables; refuses to overwrite. The file appears complete or not at all.
     static void create(const QString& fileName, Content content = Content::Project);
     ~Database();
@@ -97,6 +100,9 @@ public:
     qint64 number(QAnyStringView name) const;   ///< null throws RuntimeError 94 (invalid use of null)
     qint32 number32(QAnyStringView name) const; ///< as `number`, throws RuntimeError 6 beyond 32 bits
     QDateTime date(QAnyStringView name) const;  ///< null reads as an invalid time, another text throws
+    /// Into a field of a record; null leaves it as it was.
+    void read(QAnyStringView name, QString& field) const;
+    void read(QAnyStringView name, QDateTime& field) const;
     QStringList fieldNames() const;
     int rowCount() const;
 

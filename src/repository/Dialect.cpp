@@ -257,7 +257,7 @@ QString storedDate(const QString& text)
 {
     static const QRegularExpression form(
         uR"(^\s*(?:(?:(\d{4})-(\d{1,2})-(\d{1,2}))|(?:(\d{1,2})/(\d{1,2})/(\d{4})))?)"
-        uR"((?:(?:^|\s+|T)(\d{1,2}):(\d{2})(?::(\d{2}))?(?:\s*([AaPp])[Mm])?)?\s*$)"_s);
+        uR"((?:(?:^|\s+|T)(\d{1,2}):(\d{2})(?::(\d{2}))?(?:\s*([AaPp])[Mm])?([+-]\d\d:\d\d)?)?\s*$)"_s);
     const QRegularExpressionMatch match = form.match(text);
     const auto part = [&](int group) { return match.captured(group).toInt(); };
     const bool hasDate = match.hasCaptured(1) || match.hasCaptured(4);
@@ -278,7 +278,7 @@ QString storedDate(const QString& text)
     const QTime time = hasTime ? QTime(hour, part(8), part(9)) : QTime(0, 0);
     if (!date.isValid() || !time.isValid() || date.year() < 100)
         return {};
-    return date.toString(Qt::ISODate) + u' ' + time.toString(u"HH:mm:ss"_s);
+    return date.toString(Qt::ISODate) + u' ' + time.toString(u"HH:mm:ss"_s) + match.captured(11);
 }
 
 QByteArray quotedIdentifier(const QString& name)

@@ -34,8 +34,8 @@ struct Translation
 /// what it does not understand, an empty list behind `IN` and a second statement among it.
 Translation translateStatement(const QString& statement);
 
-/// The store's form of a date of the dialect; empty if it is none. A date without time is its midnight, a time without
-/// date one of the day from which dates are counted.
+/// The store's form of a date of the dialect, with an offset from UTC where it has one; empty if it is none. A date
+/// without time is its midnight, a time without date one of the day from which dates are counted.
 QString storedDate(const QString& text);
 /// A name as SQLite takes it, whatever it holds.
 QByteArray quotedIdentifier(const QString& name);
@@ -57,6 +57,7 @@ enum SqlErrorNumber {
     SyntaxError = 3075,
     TextRefused = 3077,
     StatementFailed = 3146,
+    RowGone = 3167,
     ItemNotFound = 3265,
     NotAProject = 3343,
     ObjectClosed = 3420,

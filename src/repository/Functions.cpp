@@ -115,6 +115,13 @@ void likeFunction(sqlite3_context* context, int, sqlite3_value** values)
     }
 }
 
+/// The order of all texts: without regard to case, in every script.
+int compareTexts(void*, int firstSize, const void* first, int secondSize, const void* second)
+{
+    return QString::fromUtf8(static_cast<const char*>(first), firstSize)
+        .compare(QString::fromUtf8(static_cast<const char*>(second), secondSize), Qt::CaseInsensitive);
+}
+
 } // namespace
 
 void registerFunctions(sqlite3* handle)
@@ -133,6 +140,8 @@ void registerFunctions(sqlite3* handle)
     for (const auto& f : functions)
         sqlite3_create_function_v2(handle, f.name, f.arguments, SQLITE_UTF8 | SQLITE_DIRECTONLY, nullptr, f.function,
                                    nullptr, nullptr, nullptr);
+    // In place of SQLite's own, which knows the case of English letters only.
+    sqlite3_create_collation(handle, "NOCASE", SQLITE_UTF8, nullptr, compareTexts);
 }
 
 } // namespace lumivane

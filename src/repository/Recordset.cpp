@@ -136,6 +136,18 @@ QDateTime Recordset::date(QAnyStringView name) const
     return time;
 }
 
+void Recordset::read(QAnyStringView name, QString& field) const
+{
+    if (!isNull(name))
+        field = text(name);
+}
+
+void Recordset::read(QAnyStringView name, QDateTime& field) const
+{
+    if (!isNull(name))
+        field = date(name);
+}
+
 QStringList Recordset::fieldNames() const
 {
     return m_rows ? m_rows->names : QStringList();

@@ -1,6 +1,7 @@
 #include "repository/SqlText.h"
 
 #include "platform/Clock.h"
+#include "platform/RuntimeError.h"
 
 namespace lumivane {
 
@@ -55,9 +56,21 @@ QString dateLiteral(const QDateTime& time)
     return u'#' + dateText(time) + u'#';
 }
 
+QString instantLiteral(const QDateTime& time)
+{
+    return u'#' + instantText(time) + u'#';
+}
+
 QString blankedNumber(qint64 number)
 {
     return (number < 0 ? QString() : u" "_s) + QString::number(number);
+}
+
+void throwNoIdLeft(const QString& noun)
+{
+    throw RuntimeError(RuntimeError::Overflow,
+                       u"The project has given out all 32,767 numbers for a %1, and stores no further one. Export its "
+                       "dashboards into a shared file, and import that into a new project."_s.arg(noun));
 }
 
 QString refusedText(const QString& statement)

@@ -21,8 +21,13 @@ QString unstorable(const QString& noun, const QString& text);
 
 /// "#2026-11-24 10:30:00#"
 QString dateLiteral(const QDateTime& time);
+/// "#2026-11-24 10:30:00+01:00#": for times that are compared with those of files.
+QString instantLiteral(const QDateTime& time);
 /// With a blank in the place of the sign, where there is none.
 QString blankedNumber(qint64 number);
+
+/// Ids have 16 bits. Throws RuntimeError 6 when a project has given out the last one for a `noun`, as "panel".
+[[noreturn]] void throwNoIdLeft(const QString& noun);
 
 /// The first text of a statement that did not stay one; null when there is none.
 QString refusedText(const QString& statement);

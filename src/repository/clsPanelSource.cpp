@@ -10,6 +10,7 @@
 #include "services/modUtilsFile.h"
 
 #include <QFile>
+#include <limits>
 
 namespace lumivane {
 
@@ -45,35 +46,27 @@ bool clsPanelSource::LoadFromDB(int SourceID, const std::shared_ptr<Database>& D
 
 bool clsPanelSource::LoadFromRecSet(const std::shared_ptr<Recordset>& rs)
 {
-    const auto read = [&](QString& field, QAnyStringView column) {
-        if (!rs->isNull(column))
-            field = rs->text(column);
-    };
-    const auto readTime = [&](QDateTime& field, QAnyStringView column) {
-        if (!rs->isNull(column))
-            field = rs->date(column);
-    };
     ID = toInt16(double(rs->number(u"ID")));
-    read(FullPath, u"FullPath");
-    read(Mask, u"Mask");
-    read(DestFolder, u"DestFolder");
+    rs->read(u"FullPath", FullPath);
+    rs->read(u"Mask", Mask);
+    rs->read(u"DestFolder", DestFolder);
     // An empty folder becomes the delimiter alone, and is written back so.
     DestFolder = withDelimiter(DestFolder);
-    read(NewestFile, u"NewestFile");
-    readTime(LastUpdated, u"LastUpdated");
-    readTime(LastChecked, u"LastChecked");
+    rs->read(u"NewestFile", NewestFile);
+    rs->read(u"LastUpdated", LastUpdated);
+    rs->read(u"LastChecked", LastChecked);
     if (!rs->isNull(u"checkEveryNmin"))
         CheckEvery = rs->number32(u"checkEveryNmin");
-    read(UpdateType, u"UpdateType");
-    read(SourceFolder, u"SourceFolder");
+    rs->read(u"UpdateType", UpdateType);
+    rs->read(u"SourceFolder", SourceFolder);
     SourceFolder = withDelimiter(SourceFolder);
-    read(OLFolder, u"outlookFolder");
-    read(OLSubject, u"outlookSubject");
-    read(OLSender, u"outlookSender");
-    read(OLAttach, u"outlookAttachment");
-    read(Macro, u"MacroName");
-    read(CmdLine, u"CmdLine");
-    read(AddedParams, u"AddedParams");
+    rs->read(u"outlookFolder", OLFolder);
+    rs->read(u"outlookSubject", OLSubject);
+    rs->read(u"outlookSender", OLSender);
+    rs->read(u"outlookAttachment", OLAttach);
+    rs->read(u"MacroName", Macro);
+    rs->read(u"CmdLine", CmdLine);
+    rs->read(u"AddedParams", AddedParams);
     return true;
 }
 
@@ -97,7 +90,7 @@ bool clsPanelSource::InsertDB(const std::shared_ptr<Database>& DB)
 {
     const auto text = [](const QString& value) { return QString(u" "_s + textLiteral(value) + u", "_s); };
     // Both dates take the present time: what the fields hold lives until the sources are loaded again.
-    const QString now = u" "_s + dateLiteral(Clock::now()) + u", "_s;
+    const QString now = u" "_s + instantLiteral(Clock::now()) + u", "_s;
     const QString sql = u"INSERT INTO LvnPanelSource(FullPath, Mask, DestFolder, NewestFile,"_s +
                         u" LastUpdated, LastChecked, CheckEveryNMin, UpdateType, SourceFolder,"_s +
                         u" OutlookFolder, OutlookSubject, OutlookSender, OutlookAttachment,"_s +
@@ -108,6 +101,13 @@ bool clsPanelSource::InsertDB(const std::shared_ptr<Database>& DB)
                         textLiteral(AddedParams) + u")"_s;
     if (!SQL_Execute(DB, sql, true, sourceModule(), u"InsertDB"_s))
         return false;
+    // The highest id is the one just given, whatever other source has this path.
+    const auto given = openForSource(DB, u"SELECT MAX(ID) AS ID FROM LvnPanelSource"_s, u"InsertDB"_s);
+    if (given && !given->EOF_() && given->number(u"ID") > std::numeric_limits<qint16>::max()) {
+        SQL_Execute(DB, u"DELETE FROM LvnPanelSource WHERE ID = "_s + QString::number(given->number(u"ID")), true,
+                    sourceModule(), u"InsertDB"_s);
+        throwNoIdLeft(u"source"_s);
+    }
     ID = toInt16(double(GetID(DB, FullPath)));
     return ID > 0;
 }
@@ -132,7 +132,7 @@ bool clsPanelSource::UpdateDB(const std::shared_ptr<Database>& DB)
                         assigned(u"OutlookSender"_s, OLSender) + assigned(u"OutlookAttachment"_s, OLAttach) +
                         assigned(u"MacroName"_s, Macro) + assigned(u"CmdLine"_s, CmdLine) + u" AddedParams = "_s +
                         textLiteral(AddedParams) + u" WHERE ID = "_s + blankedNumber(ID);
-    return SQL_Execute(DB, sql, true, sourceModule(), u"UpdateDB"_s);
+    return SQL_ExecuteOnRow(DB, sql, u"source [%1]"_s.arg(FullPath), sourceModule(), u"UpdateDB"_s);
 }
 
 bool clsPanelSource::DelFromDB(const std::shared_ptr<Database>& DB, int SourceID)
@@ -146,7 +146,7 @@ void clsPanelSource::ClearSource()
     for (QString* text : {&FullPath, &Mask, &DestFolder, &NewestFile, &SourceFolder, &OLFolder, &OLSubject, &OLSender,
                           &OLAttach, &Macro, &CmdLine, &AddedParams})
         text->clear();
-    LastUpdated = LastChecked = QDateTime(QDate(2008, 1, 1), QTime(0, 0));
+    LastUpdated = LastChecked = localTime(QDate(2008, 1, 1), QTime(0, 0));
     CheckEvery = 0;
     UpdateType = u"NA"_s;
 }

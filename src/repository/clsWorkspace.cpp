@@ -95,6 +95,7 @@ bool clsWorkspace::LoadFromDB(qint32 WorkspaceID, const std::shared_ptr<Database
 
 bool clsWorkspace::LoadPanelsFromDB(const std::shared_ptr<Database>& Database)
 {
+    std::shared_ptr<Recordset> reading;
     try {
         if (ID < 1 || CountPanels(Database) < 1)
             return false;
@@ -105,11 +106,20 @@ bool clsWorkspace::LoadPanelsFromDB(const std::shared_ptr<Database>& Database)
                                          u"LoadPanelsFromDB"_s);
         if (!rs || rs->EOF_())
             return false;
-        for (; !rs->EOF_(); rs->MoveNext())
-            m_panels[size_t(AddPanel()) - 1]->LoadFromRecSet(Database, rs);
+        reading = rs;
+        for (; !rs->EOF_(); rs->MoveNext()) {
+            const auto panel = std::make_shared<clsWorkspacePanel>();
+            panel->LoadFromRecSet(Database, rs);
+            m_panels.push_back(panel);
+        }
+        rememberRows();
         return true;
     } catch (const RuntimeError& error) {
-        LogError(workspaceModule(), u"LoadPanelsFromDB"_s, error.number(), error.description(), true);
+        rememberRows();
+        const QString rest = u"  The panel with the ID %1 cannot be read. It and the panels behind it are not shown; "
+                             "they stay in the project as they are, also when the dashboard is saved."_s;
+        LogError(workspaceModule(), u"LoadPanelsFromDB"_s, error.number(),
+                 error.description() + (reading ? rest.arg(reading->text(u"ID")) : QString()), true);
         return false;
     }
 }
@@ -126,15 +136,16 @@ bool clsWorkspace::UpdateDB(const std::shared_ptr<Database>& Database)
     // apostrophe behind a blank is made harmless. Stored names are compared by files in use, so both stay.
     QString name = Name;
     name = textLiteral(name.replace(u" '"_s, u"''"_s) + u' ');
-    runForWorkspace(Database,
-                    u"UPDATE LvnSavedWorkspace SET"_s + u" Name = "_s + name + u", "_s + u" Description = "_s +
-                        doubledLiteral(Description) + u","_s + u" LastUpdated = "_s + dateLiteral(Clock::now()) +
-                        u" WHERE ID = "_s + QString::number(ID),
-                    u"UpdateDB"_s);
+    SQL_ExecuteOnRow(Database,
+                     u"UPDATE LvnSavedWorkspace SET"_s + u" Name = "_s + name + u", "_s + u" Description = "_s +
+                         doubledLiteral(Description) + u","_s + u" LastUpdated = "_s + dateLiteral(Clock::now()) +
+                         u" WHERE ID = "_s + QString::number(ID),
+                     u"dashboard [%1]"_s.arg(Name.trimmed()), workspaceModule(), u"UpdateDB"_s);
     for (const auto& panel : m_panels) {
         if (panel)
             panel->SaveToDB(Database, ID);
     }
+    rememberRows();
     return true;
 }
 
@@ -158,6 +169,7 @@ bool clsWorkspace::InsertDB(const std::shared_ptr<Database>& Database)
         if (panel && !panel->SaveToDB(Database, ID))
             saved = false;
     }
+    rememberRows();
     return saved;
 }
 
@@ -185,10 +197,41 @@ void clsWorkspace::DelOrphanPanels(const std::shared_ptr<Database>& Database)
     }
     if (ids.isEmpty())
         return;
+    const auto foreign = foreignRows(Database);
+    if (!foreign)
+        return;
+    if (!foreign->isEmpty())
+        LogEvent(workspaceModule(), u"DelOrphanPanels"_s,
+                 u"The panels %1 of the dashboard [%2] were not loaded here, and stay in the project."_s.arg(
+                     foreign->join(u", "_s), Name.trimmed()),
+                 false);
+    ids += *foreign;
     runForWorkspace(Database,
                     u"DELETE FROM LvnSavedPanel WHERE WorkspaceID = "_s + QString::number(ID) + u" AND ID NOT IN ("_s +
                         ids.join(u',') + u")"_s,
                     u"DelOrphanPanels"_s);
+}
+
+std::optional<QStringList> clsWorkspace::foreignRows(const std::shared_ptr<Database>& Database) const
+{
+    QStringList foreign;
+    const auto rs = openForWorkspace(
+        Database, u"SELECT ID FROM LvnSavedPanel WHERE WorkspaceID = "_s + QString::number(ID), u"DelOrphanPanels"_s);
+    if (!rs)
+        return std::nullopt;
+    for (; !rs->EOF_(); rs->MoveNext()) {
+        if (!m_ownRows.contains(int(rs->number(u"ID"))))
+            foreign.append(rs->text(u"ID"));
+    }
+    return foreign;
+}
+
+void clsWorkspace::rememberRows()
+{
+    for (const auto& panel : m_panels) {
+        if (panel && panel->ID > 0)
+            m_ownRows.insert(panel->ID);
+    }
 }
 
 qint16 clsWorkspace::CountPanels(const std::shared_ptr<Database>& Database)

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <memory>
+#include <optional>
+#include <set>
 #include <vector>
 
 namespace lumivane {
@@ -27,6 +30,8 @@ public:
     /// Drops a panel, its row too if asked; later panels move down one place, so their windows must be renumbered.
     void DelPanel(int Index, bool DelRecord);
     /// Reads the dashboard and its panels, and marks it in gDB as the newest. False for a dashboard without panels too.
+    /// A panel that cannot be read ends the load: neither it nor those behind it come into the dashboard, and saving it
+    /// leaves their rows alone.
     bool LoadFromDB(qint32 WorkspaceID, const std::shared_ptr<Database>& Database);
     bool SaveToDB(const std::shared_ptr<Database>& Database);
     /// Removes the rows of the dashboard and its panels; sources and cached pictures stay.
@@ -40,7 +45,12 @@ private:
     void DelOrphanPanels(const std::shared_ptr<Database>& Database);
     qint16 CountPanels(const std::shared_ptr<Database>& Database);
 
+    /// Rows of this dashboard that it has neither read nor written: they are not its own to delete.
+    std::optional<QStringList> foreignRows(const std::shared_ptr<Database>& Database) const;
+    void rememberRows();
+
     std::vector<std::shared_ptr<clsWorkspacePanel>> m_panels;
+    std::set<int> m_ownRows; ///< ids of panels that have been read whole or stored
 };
 
 /// The dashboard on screen; written by frmWorkspace.

@@ -6,6 +6,8 @@
 #include "repository/clsPanelSource.h"
 #include "repository/modUtilsSQL.h"
 
+#include <limits>
+
 namespace lumivane {
 
 using namespace Qt::StringLiterals;
@@ -18,11 +20,6 @@ const QString& panelModule()
 {
     static const QString name = u"clsWorkspacePanel"_s;
     return name;
-}
-
-QDateTime neverViewed()
-{
-    return QDateTime(QDate(1900, 1, 1), QTime(0, 0));
 }
 
 /// What the column takes of a list of row or column runs: whole runs, since one cut in two would be another one.
@@ -47,7 +44,7 @@ bool clsWorkspacePanel::LoadFromDB(int PanelID, const std::shared_ptr<Database>&
 
 bool clsWorkspacePanel::LoadFromRecSet(const std::shared_ptr<Database>&, const std::shared_ptr<Recordset>& rs)
 {
-    LastViewed = neverViewed();
+    LastViewed = longAgo();
     for (QString* text : {&movRange, &pAdjMovRange, &pAdjPicRange, &NewCell, &Content})
         text->clear();
     pRowOff = 0;
@@ -60,23 +57,18 @@ bool clsWorkspacePanel::LoadFromRecSet(const std::shared_ptr<Database>&, const s
     pHeight = toInt16(double(rs->number(u"Height")));
     SourceID = rs->number32(u"SourceID");
 
-    const auto read = [&](QString& field, QAnyStringView column) {
-        if (!rs->isNull(column))
-            field = rs->text(column);
-    };
-    read(Comments, u"Comments");
-    read(ContentType, u"ContentType");
-    read(SheetName, u"SheetName");
-    read(PicRange, u"PicRange");
-    read(RowHeights, u"RowHeights");
-    read(ColWidths, u"ColWidths");
-    read(RelativeTo, u"RelativeTo");
-    read(ContentMatch, u"ContentMatch");
-    read(ViewType, u"ViewType");
-    if (!rs->isNull(u"LastViewed"))
-        LastViewed = rs->date(u"LastViewed");
-    read(Caption, u"Caption");
-    read(IsCustom, u"IsCustom");
+    rs->read(u"Comments", Comments);
+    rs->read(u"ContentType", ContentType);
+    rs->read(u"SheetName", SheetName);
+    rs->read(u"PicRange", PicRange);
+    rs->read(u"RowHeights", RowHeights);
+    rs->read(u"ColWidths", ColWidths);
+    rs->read(u"RelativeTo", RelativeTo);
+    rs->read(u"ContentMatch", ContentMatch);
+    rs->read(u"ViewType", ViewType);
+    rs->read(u"LastViewed", LastViewed);
+    rs->read(u"Caption", Caption);
+    rs->read(u"IsCustom", IsCustom);
     return true;
 }
 
@@ -107,7 +99,14 @@ bool clsWorkspacePanel::InsertDB(const std::shared_ptr<Database>& DB, qint32 Wor
             DB, rs, u"SELECT MAX(LvnSavedPanel.ID) AS ID FROM LvnSavedPanel"_s + u" WHERE WorkspaceID = "_s + workspace,
             true, panelModule(), u"InsertDB"_s))
         return false;
-    ID = toInt16(double(rs->number(u"ID")));
+    const qint64 given = rs->number(u"ID");
+    if (given > std::numeric_limits<qint16>::max()) {
+        // A row that no program can read would keep the whole dashboard from loading.
+        SQL_Execute(DB, u"DELETE FROM LvnSavedPanel WHERE ID = "_s + QString::number(given), true, panelModule(),
+                    u"InsertDB"_s);
+        throwNoIdLeft(u"panel"_s);
+    }
+    ID = qint16(given);
     return true;
 }
 
@@ -127,7 +126,7 @@ bool clsWorkspacePanel::UpdateDB(const std::shared_ptr<Database>& DB, qint32 Wor
         dateLiteral(LastViewed) + u", "_s + u" [Top] = "_s + QString::number(pTop) + u","_s + u" [Left] = "_s +
         QString::number(pLeft) + u","_s + u" Height = "_s + QString::number(pHeight) + u","_s + u" Width = "_s +
         QString::number(pWidth) + u" WHERE ID = "_s + QString::number(ID);
-    return SQL_Execute(DB, sql, true, panelModule(), u"UpdateDB"_s);
+    return SQL_ExecuteOnRow(DB, sql, u"panel [%1]"_s.arg(Caption), panelModule(), u"UpdateDB"_s);
 }
 
 bool clsWorkspacePanel::Delete(const std::shared_ptr<Database>& DB)
@@ -142,7 +141,7 @@ void clsWorkspacePanel::ClearSource()
     for (QString* text : {&ContentType, &Comments, &ViewType, &Caption, &IsCustom, &SheetName, &PicRange, &RelativeTo,
                           &ContentMatch, &movRange, &pAdjMovRange, &pAdjPicRange, &NewCell, &Content})
         text->clear();
-    LastViewed = neverViewed();
+    LastViewed = longAgo();
     pRowOff = 0;
     pColOff = 0;
 }

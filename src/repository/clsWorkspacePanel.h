@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Clock.h"
+
 #include <QDateTime>
 #include <QString>
 #include <memory>
@@ -29,7 +31,7 @@ public:
     QString ContentMatch; ///< "bottom=", "anchor=", "content=" clauses joined by back-quotes
     qint16 pLeft = 0, pTop = 0, pWidth = 0, pHeight = 0; ///< window on the dashboard, twips
     QString ViewType;                                    ///< "A" autosize, "C" crop, "Z" zoom to fit
-    QDateTime LastViewed = QDateTime(QDate(1900, 1, 1), QTime(0, 0));
+    QDateTime LastViewed = longAgo();
     QString Caption;
 
     // Working fields, not stored.

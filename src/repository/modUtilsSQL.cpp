@@ -12,6 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString ownModule = u"UtilsSQL"_s;
+constexpr std::chrono::milliseconds projectPatience = std::chrono::seconds(5);
 
 /// Who asks for a database, and how a failure is reported.
 struct SqlCaller
@@ -63,9 +64,10 @@ void requireSet(const std::shared_ptr<Database>& database)
 }
 
 bool openDatabase(std::shared_ptr<Database>& database, const QString& name, const QString& connect,
-                  Database::Trust trust, const SqlCaller& caller)
+                  Database::Trust trust, std::chrono::milliseconds patience, const SqlCaller& caller)
 {
-    return caller.guard([&] { database = Database::open(name, connect, trust); }, u"["_s + name + u"] "_s, {});
+    return caller.guard([&] { database = Database::open(name, connect, trust, patience); }, u"["_s + name + u"] "_s,
+                        {});
 }
 
 } // namespace
@@ -73,15 +75,22 @@ bool openDatabase(std::shared_ptr<Database>& database, const QString& name, cons
 bool SQL_OpenDatabase(std::shared_ptr<Database>& Database, const QString& DBName, const QString& Connect,
                       bool ShowError, const QString& CallerModule, const QString& CallerProc)
 {
-    return openDatabase(Database, DBName, Connect, lumivane::Database::Trust::Own,
+    return openDatabase(Database, DBName, Connect, lumivane::Database::Trust::Own, projectPatience,
                         {u"SQL_OpenDatabase"_s, CallerModule, CallerProc, ShowError});
 }
 
 bool SQL_OpenSharedFile(std::shared_ptr<Database>& Database, const QString& DBName, const QString& Connect,
                         bool ShowError, const QString& CallerModule, const QString& CallerProc)
 {
-    return openDatabase(Database, DBName, Connect, lumivane::Database::Trust::Stranger,
+    return openDatabase(Database, DBName, Connect, lumivane::Database::Trust::Stranger, projectPatience,
                         {u"SQL_OpenDatabase"_s, CallerModule, CallerProc, ShowError});
+}
+
+bool SQL_OpenLogDatabase(std::shared_ptr<Database>& Database, const QString& DBName, const QString& Connect,
+                         const QString& CallerModule, const QString& CallerProc)
+{
+    return openDatabase(Database, DBName, Connect, lumivane::Database::Trust::Own, std::chrono::milliseconds(200),
+                        {u"SQL_OpenDatabase"_s, CallerModule, CallerProc, false});
 }
 
 bool SQL_Execute(const std::shared_ptr<Database>& Database, const QString& SQL, bool ShowError,
@@ -90,6 +99,18 @@ bool SQL_Execute(const std::shared_ptr<Database>& Database, const QString& SQL, 
     return SqlCaller{u"SQL_Execute"_s, CallerModule, CallerProc, ShowError}.guardStatement(SQL, [&] {
         requireSet(Database);
         Database->Execute(SQL);
+    });
+}
+
+bool SQL_ExecuteOnRow(const std::shared_ptr<Database>& Database, const QString& SQL, const QString& Noun,
+                      const QString& CallerModule, const QString& CallerProc)
+{
+    return SqlCaller{u"SQL_Execute"_s, CallerModule, CallerProc, true}.guardStatement(SQL, [&] {
+        requireSet(Database);
+        if (Database->Execute(SQL) == 0)
+            throw RuntimeError(RowGone, u"The %1 is no longer in the project, and was not saved. Another program has "
+                                        "deleted it. Save the dashboard under another name to keep what is "
+                                        "shown."_s.arg(Noun));
     });
 }
 

@@ -16,8 +16,15 @@ bool SQL_OpenDatabase(std::shared_ptr<Database>& Database, const QString& DBName
 /// The same for a file that came from someone else, logged under the same name.
 bool SQL_OpenSharedFile(std::shared_ptr<Database>& Database, const QString& DBName, const QString& Connect,
                         bool ShowError, const QString& CallerModule, const QString& CallerProc);
+/// The same for the error-log database, which must not hold the program up while another one writes into it.
+bool SQL_OpenLogDatabase(std::shared_ptr<Database>& Database, const QString& DBName, const QString& Connect,
+                         const QString& CallerModule, const QString& CallerProc);
 bool SQL_Execute(const std::shared_ptr<Database>& Database, const QString& SQL, bool ShowError,
                  const QString& CallerModule, const QString& CallerProc);
+/// The same for a statement that changes one row: one that meets no row fails too, since what it should have kept is
+/// lost. `Noun` says what the row is, as "panel".
+bool SQL_ExecuteOnRow(const std::shared_ptr<Database>& Database, const QString& SQL, const QString& Noun,
+                      const QString& CallerModule, const QString& CallerProc);
 void SQL_CloseDatabase(std::shared_ptr<Database>& Database, bool ShowError, const QString& CallerModule,
                        const QString& CallerProc);
 bool SQL_OpenRecordset(const std::shared_ptr<Database>& Database, std::shared_ptr<Recordset>& Recordset,

@@ -256,7 +256,7 @@ void SplitPath(const QString& Path, QString* Folder, QString* Name, QString* Ext
 QString FindNewestFile(const QString& Mask)
 {
     const QString folder = Mask.chopped(filePart(Mask).size());
-    qint64 newest = QDateTime(QDate(1900, 1, 1), QTime(0, 0)).toMSecsSinceEpoch() * 1'000'000;
+    qint64 newest = longAgo().toMSecsSinceEpoch() * 1'000'000;
     QString found;
     for (const QString& name : Dir(Mask)) {
         const FileStamp stamp = FileStamp::of(folder + name);

@@ -49,10 +49,8 @@ QString sourceIdentity(Recordset& row)
         parts.append(row.text(QStringView(column)));
     }
     QString identity = parts.join(QChar(u'\0'));
-    for (QChar& c : identity) {
-        if (c >= u'A' && c <= u'Z')
-            c = c.toLower();
-    }
+    for (QChar& c : identity)
+        c = c.toCaseFolded();
     return identity;
 }
 

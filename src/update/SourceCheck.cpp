@@ -87,7 +87,7 @@ struct WorkerForJob
 QDateTime clsPanelSource::NewestFileTime() const
 {
     if (NewestFile.isEmpty())
-        return QDateTime(QDate(1900, 1, 1), QTime(0, 0));
+        return longAgo();
     const QString path = DestFolder % NewestFile;
     return FileExists(path) ? FileDateTime(path) : Clock::now();
 }
@@ -242,9 +242,9 @@ bool clsPanelSource::chkNewestFile(const std::shared_ptr<Database>& DB)
 bool clsPanelSource::UpdateLastChecked(const std::shared_ptr<Database>& DB, const QDateTime& Dt)
 {
     return trapped(sourceModule, u"UpdateLastChecked"_s, [&] {
-        const QString sql = u"UPDATE LvnPanelSource SET  LastChecked = "_s % dateLiteral(Dt) % u", NewestFile = " %
+        const QString sql = u"UPDATE LvnPanelSource SET  LastChecked = "_s % instantLiteral(Dt) % u", NewestFile = " %
                             textLiteral(NewestFile) % u" WHERE ID = " % QString::number(ID);
-        if (!SQL_Execute(DB, sql, true, sourceModule, u"UpdateLastChecked"_s))
+        if (!SQL_ExecuteOnRow(DB, sql, u"source [%1]"_s.arg(FullPath), sourceModule, u"UpdateLastChecked"_s))
             return false;
         LastChecked = Dt;
         return true;
@@ -255,10 +255,10 @@ bool clsPanelSource::UpdateLastUpdated(const std::shared_ptr<Database>& DB, cons
 {
     return trapped(sourceModule, u"UpdateLastUpdated"_s, [&] {
         const QString sql =
-            u"UPDATE LvnPanelSource SET LastUpdated = "_s % dateLiteral(Dt) % u" WHERE ID = " % QString::number(ID);
+            u"UPDATE LvnPanelSource SET LastUpdated = "_s % instantLiteral(Dt) % u" WHERE ID = " % QString::number(ID);
         // Written twice, of which the second time counts: a file that was busy for a moment is free by then.
         SQL_Execute(DB, sql, true, {}, {});
-        if (!SQL_Execute(DB, sql, true, sourceModule, u"UpdateLastUpdated"_s))
+        if (!SQL_ExecuteOnRow(DB, sql, u"source [%1]"_s.arg(FullPath), sourceModule, u"UpdateLastUpdated"_s))
             return false;
         LastUpdated = Dt;
         return true;

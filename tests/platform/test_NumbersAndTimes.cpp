@@ -121,19 +121,38 @@ TEST(Times, AreCutToSecondsNeverRounded)
 TEST(Times, ReadBackExactlyEvenInTheRepeatedHour)
 {
     const ZoneGuard zone("CET-1CEST,M3.5.0,M10.5.0/3");
-    // 02:30 comes twice on this day; both instants have one text, so both must be one time.
+    // 02:30 comes twice on this day.
     const QDateTime first = QDateTime::fromString(u"2026-10-25T00:30:00Z"_s, Qt::ISODate);
     for (const QDateTime& instant : {first, first.addSecs(3600)}) {
-        const QDateTime kept = wholeSeconds(instant);
-        EXPECT_EQ(dateText(kept), u"2026-10-25 02:30:00"_s);
-        EXPECT_EQ(dateFromText(dateText(kept)), kept);
+        EXPECT_EQ(dateText(instant), u"2026-10-25 02:30:00"_s);
+        EXPECT_EQ(dateFromText(dateText(instant)), first) << "a local text means the earlier one";
+        EXPECT_EQ(dateFromText(instantText(wholeSeconds(instant.addMSecs(999)))), instant);
+    }
+    const QString text = instantText(first);
+    EXPECT_EQ(text, u"2026-10-25 02:30:00+02:00"_s);
+    const ZoneGuard elsewhere("EST5EDT,M3.2.0,M11.1.0");
+    EXPECT_EQ(dateFromText(text), first) << "the project is opened in another zone";
+    EXPECT_EQ(instantText(first), u"2026-10-24 20:30:00-04:00"_s);
+}
+
+TEST(Times, LeftOutByAClockChangeMoveOn)
+{
+    const ZoneGuard zone("CET-1CEST,M3.5.0,M10.5.0/3");
+    EXPECT_EQ(dateText(dateFromText(u"2026-03-29 02:30:00"_s)), u"2026-03-29 03:30:00"_s);
+    // The first day of the year 1900 began in these places when the clocks were put on to their standard time.
+    for (const char* place : {"Europe/Kiev", "Asia/Kabul", "America/Bogota", "Indian/Cocos", "Africa/Lagos"}) {
+        const ZoneGuard there(place);
+        EXPECT_TRUE(longAgo().isValid()) << place;
+        EXPECT_TRUE(dateFromText(dateText(longAgo())).isValid()) << place;
+        EXPECT_TRUE(dateFromText(u"1900-01-01 00:00:00"_s).isValid()) << place;
     }
 }
 
 TEST(Times, TextFormIsFixed)
 {
     EXPECT_EQ(dateText(QDateTime(QDate(1900, 1, 1), QTime(0, 0))), u"1900-01-01 00:00:00"_s);
-    for (const QString& text : {u"2026-11-24"_s, u"24/11/2026 10:30:00"_s, u""_s, u"2026-13-01 00:00:00"_s})
+    for (const QString& text : {u"2026-11-24"_s, u"24/11/2026 10:30:00"_s, u""_s, u"2026-13-01 00:00:00"_s,
+                                u"2026-11-24 10:30:00+1"_s, u"2026-11-24 10:30:00+25:00"_s})
         EXPECT_FALSE(dateFromText(text).isValid()) << text;
 }
 
@@ -151,6 +170,8 @@ TEST(Folders, GetOneDelimiterBehindThem)
     EXPECT_EQ(withDelimiter(u"/a/b"_s), u"/a/b/"_s);
     EXPECT_EQ(withDelimiter(u"/a/b/"_s), u"/a/b/"_s);
     EXPECT_EQ(withDelimiter(u"C:\\data\\"_s), u"C:\\data\\"_s);
+    EXPECT_EQ(withDelimiter(u"C:\\data"_s), u"C:\\data\\"_s) << "a foreign one keeps its own";
+    EXPECT_EQ(withDelimiter(u"data"_s), u"data/"_s);
     EXPECT_EQ(withDelimiter(QString()), u"/"_s);
 }
 

@@ -66,25 +66,6 @@ TEST_F(DashboardRecord, ASavedNameGrowsByABlankEachTime)
     }
 }
 
-TEST_F(DashboardRecord, ApostrophesInNamesAndDescriptions)
-{
-    clsWorkspace dashboard;
-    dashboard.Name = u"Ann's"_s;
-    dashboard.Description = u"it's 'so'"_s;
-    EXPECT_TRUE(dashboard.SaveToDB(db));
-    EXPECT_EQ(rows(u"SELECT ID, Name, Description FROM LvnSavedWorkspace"_s), QStringList(u"1|Ann's|it's 'so'"_s));
-
-    dashboard.Description = u"other"_s;
-    EXPECT_TRUE(dashboard.SaveToDB(db)) << "the result of the statement is not looked at";
-    EXPECT_EQ(user.shown.size(), 1);
-    EXPECT_EQ(rows(u"SELECT Description FROM LvnSavedWorkspace"_s), QStringList(u"it's 'so'"_s));
-
-    dashboard.Name = u"Ann 's"_s;
-    dashboard.Description = u"it's"_s;
-    EXPECT_TRUE(dashboard.SaveToDB(db));
-    EXPECT_EQ(rows(u"SELECT Name, Description FROM LvnSavedWorkspace"_s), QStringList(u"Ann's |it's"_s));
-}
-
 TEST_F(DashboardRecord, LoadingMarksItAsTheNewest)
 {
     const qint32 first = stored(u"first"_s, {1});
@@ -147,16 +128,46 @@ TEST_F(DashboardRecord, DeletingLeavesOtherDashboards)
     EXPECT_EQ(names().size(), 1);
 }
 
-TEST_F(DashboardRecord, ADamagedPanelRowIsToldAndEndsTheLoad)
+TEST_F(DashboardRecord, WhatALoadThatBrokeOffDidNotReadStays)
+{
+    for (const QString& damage : {u"Height = 40000"_s, u"Width = NULL"_s, u"LastViewed = 'never'"_s}) {
+        user.shown.clear();
+        const qint32 id = stored(u"d"_s, {1, 2, 3});
+        const QString panels = u"SELECT * FROM LvnSavedPanel WHERE WorkspaceID = %1"_s.arg(id);
+        const QString damaged = rows(panels)[1].section(u'|', 0, 0);
+        db->Execute(u"UPDATE LvnSavedPanel SET "_s + damage + u" WHERE ID = "_s + damaged);
+        const QStringList before = rows(panels);
+        clsWorkspace dashboard;
+        EXPECT_FALSE(dashboard.LoadFromDB(id, db));
+        ASSERT_EQ(user.shown.size(), 1);
+        EXPECT_TRUE(user.shown[0].contains(u"  The panel with the ID %1 cannot be read."_s.arg(damaged)))
+            << user.shown[0];
+        EXPECT_EQ(dashboard.NumPanels(), 1);
+        EXPECT_TRUE(dashboard.SaveToDB(db));
+        EXPECT_EQ(rows(panels), before);
+        dashboard.Delete(db);
+    }
+}
+
+TEST_F(DashboardRecord, WhatAnotherProgramDidIsNeitherUndoneNorPassedOver)
 {
     const qint32 id = stored(u"d"_s, {1, 2});
-    db->Execute(u"UPDATE LvnSavedPanel SET Height = 40000 WHERE ID = 2"_s);
-    clsWorkspace dashboard;
-    EXPECT_FALSE(dashboard.LoadFromDB(id, db));
-    ASSERT_EQ(user.shown.size(), 1);
-    EXPECT_EQ(
-        user.shown[0],
-        u"Error Source:  clsWorkspace.LoadPanelsFromDB\r\nNumber:  6\r\nDescription:  The number 40,000 is beyond 32,767, the largest that can be kept."_s);
+    clsWorkspace here, there;
+    ASSERT_TRUE(here.LoadFromDB(id, db));
+    ASSERT_TRUE(there.LoadFromDB(id, db));
+    there.AddPanel();
+    there.DelPanel(1, false);
+    ASSERT_TRUE(there.SaveToDB(db));
+    const QString ids = u"SELECT ID FROM LvnSavedPanel ORDER BY ID"_s;
+    EXPECT_EQ(rows(ids), QStringList({u"2"_s, u"3"_s}));
+
+    here.SaveToDB(db);
+    EXPECT_EQ(rows(ids), QStringList({u"2"_s, u"3"_s})) << "what the other added stays";
+    ASSERT_EQ(user.shown.size(), 1) << "what the other deleted is reported";
+    EXPECT_TRUE(user.shown[0].contains(u"The panel [source 1] is no longer in the project"_s)) << user.shown[0];
+    there.Delete(db);
+    here.SaveToDB(db);
+    EXPECT_TRUE(user.shown.value(1).contains(u"The dashboard [d] is no longer in the project"_s));
 }
 
 class PanelRecord : public ProjectFile
@@ -190,11 +201,13 @@ protected:
 
 TEST_F(PanelRecord, IsWrittenAndReadBack)
 {
-    clsWorkspacePanel panel = filled();
-    ASSERT_TRUE(panel.SaveToDB(db, 5));
+    clsWorkspacePanel panel;
+    ASSERT_TRUE(panel.SaveToDB(db, 4));
     EXPECT_EQ(panel.ID, 1);
-    EXPECT_EQ(rows(u"SELECT * FROM LvnSavedPanel"_s), QStringList(u"1|"_s + row));
-
+    EXPECT_EQ(rows(u"SELECT * FROM LvnSavedPanel"_s), QStringList(u"1|4|0||||||||||||1900-01-01 00:00:00|0|0|0|0|-"_s));
+    panel = filled();
+    panel.ID = 1;
+    ASSERT_TRUE(panel.SaveToDB(db, 5));
     clsWorkspacePanel loaded;
     loaded.Content = u"left over"_s;
     ASSERT_TRUE(loaded.LoadFromDB(1, db));
@@ -202,21 +215,17 @@ TEST_F(PanelRecord, IsWrittenAndReadBack)
     loaded.ID = 0;
     ASSERT_TRUE(loaded.SaveToDB(db, 5));
     EXPECT_EQ(loaded.ID, 2);
-    EXPECT_EQ(rows(u"SELECT * FROM LvnSavedPanel WHERE ID = 2"_s), QStringList(u"2|"_s + row));
+    EXPECT_EQ(rows(u"SELECT * FROM LvnSavedPanel"_s), QStringList({u"1|"_s + row, u"2|"_s + row}));
+    ASSERT_TRUE(panel.Delete(db));
+    EXPECT_EQ(rows(u"SELECT ID FROM LvnSavedPanel"_s), QStringList(u"2"_s));
 }
 
-TEST_F(PanelRecord, UpdateWritesEveryColumn)
+TEST_F(PanelRecord, NoIdBeyondSixteenBitsIsGivenOut)
 {
+    db->Execute(u"INSERT INTO LvnSavedPanel (ID, WorkspaceID) VALUES (32767, 5)"_s);
     clsWorkspacePanel panel;
-    ASSERT_TRUE(panel.SaveToDB(db, 4));
-    EXPECT_EQ(rows(u"SELECT * FROM LvnSavedPanel"_s), QStringList(u"1|4|0||||||||||||1900-01-01 00:00:00|0|0|0|0|-"_s));
-    const qint16 id = panel.ID;
-    panel = filled();
-    panel.ID = id;
-    ASSERT_TRUE(panel.SaveToDB(db, 5));
-    EXPECT_EQ(rows(u"SELECT * FROM LvnSavedPanel"_s), QStringList(u"1|"_s + row));
-    ASSERT_TRUE(panel.Delete(db));
-    EXPECT_TRUE(rows(u"SELECT ID FROM LvnSavedPanel"_s).isEmpty());
+    EXPECT_TRUE(failure([&] { panel.SaveToDB(db, 5); }).contains(u"all 32,767 numbers for a panel"_s));
+    EXPECT_EQ(rows(u"SELECT ID FROM LvnSavedPanel"_s), QStringList(u"32767"_s)) << "the new row is taken back";
 }
 
 TEST_F(PanelRecord, LongRunsAreCutBetweenRuns)

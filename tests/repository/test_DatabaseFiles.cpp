@@ -104,6 +104,8 @@ TEST_F(DatabaseFiles, TextsCompareWithoutCase)
     EXPECT_EQ(rows(u"SELECT Name FROM LvnSavedWorkspace WHERE NOT Name IN ('SALES')"_s), QStringList(u"costs"_s));
     EXPECT_EQ(rows(u"SELECT Name FROM LvnSavedWorkspace ORDER BY Name"_s), QStringList({u"costs"_s, u"Sales"_s}));
     EXPECT_EQ(rows(u"SELECT TOP 1 Name FROM LvnSavedWorkspace"_s), QStringList(u"Sales"_s));
+    db->Execute(u"INSERT INTO LvnSavedWorkspace (Name) VALUES ('Übersicht')"_s);
+    EXPECT_EQ(rows(u"SELECT Name FROM LvnSavedWorkspace WHERE Name = 'ÜBERSICHT'"_s), QStringList(u"Übersicht"_s));
 }
 
 TEST_F(DatabaseFiles, FunctionsOfTheDialect)

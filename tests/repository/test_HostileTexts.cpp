@@ -118,7 +118,7 @@ TEST_F(HostileTexts, OfSourcesStayTexts)
         db->Execute(u"INSERT INTO LvnPanelSource (FullPath, LastUpdated, LastChecked, NewestFile, CheckEveryNMin, "
                     "Mask, UpdateType, SourceFolder, DestFolder, OutlookFolder, OutlookSubject, OutlookSender, "
                     "OutlookAttachment, MacroName, CmdLine, AddedParams) VALUES ('', %1, %1, '', 0, '', '', '', '', "
-                    "'', '', '', '', '', '', '')"_s.arg(dateLiteral(Clock::now())));
+                    "'', '', '', '', '', '', '')"_s.arg(instantLiteral(Clock::now())));
     const auto save = [&](Source& source) { return source.SaveToDB(db); };
     checkFields<Source>(u"LvnPanelSource"_s, {}, 2, fields, save);
     db->Execute(u"UPDATE LvnPanelSource SET FullPath = 'y'"_s);

@@ -28,6 +28,14 @@ QByteArray manyRows(const char* insert, int count)
            QByteArray::number(count) + ") " + insert + " FROM n;";
 }
 
+QByteArray manyTables(int count)
+{
+    QByteArray sql;
+    for (int i = 0; i < count; ++i)
+        sql += "CREATE TABLE more" + QByteArray::number(i) + " (a);";
+    return sql;
+}
+
 const HostileRow schemas[] = {
     {"trigger", "CREATE TRIGGER t AFTER INSERT ON LvnSavedWorkspace BEGIN DELETE FROM LvnSystem; END", NotOpened,
      u"holds a trigger (t), which no file of this program does"_s},
@@ -38,6 +46,9 @@ const HostileRow schemas[] = {
     {"virtual table", "CREATE VIRTUAL TABLE v USING fts5(a)", NotOpened, u"holds a virtual table"_s},
     {"generated column", "CREATE TABLE g (a, b GENERATED ALWAYS AS (hex(zeroblob(100000000))))", NotOpened,
      u"a table with expressions"_s},
+    {"generated column in short", "CREATE TABLE g (a, b AS (hex(zeroblob(100000000))))", NotOpened,
+     u"a table with expressions"_s},
+    {"hundreds of tables", manyTables(200), NotOpened, u"holds more than 200 tables"_s},
     {"check with work to do", "CREATE TABLE g (a CHECK (length(randomblob(1000000)) > 0))", NotOpened,
      u"a table with expressions"_s},
     {"index on an expression", "CREATE INDEX i ON LvnSavedPanel(upper(Caption))", NotOpened,

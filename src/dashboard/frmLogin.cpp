@@ -8,6 +8,7 @@
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"
 #include "services/modUtilsLog.h"
+#include "session/ProjectUse.h"
 #include "session/Startup.h"
 
 #include "ui_frmLogin.h"
@@ -108,6 +109,8 @@ void frmLogin::cmdOK_Click()
 void frmLogin::openProject(const QString& fileName)
 {
     if (!ValidateRepository(fileName)) {
+        if (const QString reason = whyNotOpened(fileName); !reason.isEmpty())
+            return prompts().message(reason, Prompts::Icon::Exclamation);
         prompts().message(u"You did not pick a valid project file."_s, Prompts::Icon::Exclamation);
         cmdBrowse_Click();
         return;
@@ -138,6 +141,7 @@ void frmLogin::takeOver(std::shared_ptr<Database>& opened)
     if (gDB)
         SQL_CloseDatabase(gDB, true, objectName(), u"cmdOK_Click"_s);
     gDB = std::move(opened);
+    announceProject(gDB->Name());
     m_windows.showWorkspace();
     prompts().setPointer(Prompts::Pointer::Default);
 }

@@ -36,7 +36,15 @@ qint32 settingOfColor(QRgb color)
 qint16 minutesIn(const QString& file, const QString& key, qint16 otherwise)
 {
     try {
-        return toInt16(GetIniInt(file, optionsSection(), key, otherwise));
+        const qint16 minutes = toInt16(GetIniInt(file, optionsSection(), key, otherwise));
+        if (minutes >= 0)
+            return minutes;
+        LogEvent(
+            u"Main"_s, u"ReadOptions"_s,
+            u"%1 in section [%2] of %3 is negative. %4 minutes are taken instead."_s.arg(key, optionsSection(), file)
+                .arg(otherwise),
+            false);
+        return otherwise;
     } catch (const RuntimeError& error) {
         throw RuntimeError(error.number(), u"%1 in section [%2] of %3 cannot be used. %4"_s.arg(
                                                key, optionsSection(), file, error.description()));

@@ -4,10 +4,12 @@
 #include "platform/ApplicationInfo.h"
 #include "platform/Prompts.h"
 #include "repository/Database.h"
+#include "repository/Dialect.h"
 #include "repository/modUtilsSQL.h"
 #include "services/modUtilsFile.h"
 #include "services/modUtilsINI.h"
 #include "services/modUtilsLog.h"
+#include "session/ProjectUse.h"
 #include "session/modUtilsLogDB.h"
 
 #include <QDir>
@@ -19,18 +21,22 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// A program folder of the user's own is made and gets an empty project when it is not there yet. One that is there
-/// is left as it is: a project missing from it is told, not replaced. Gives the reason of a failure.
+/// is left as it is: a missing project is reported, not replaced. So a folder whose project cannot be made is taken
+/// back, or the next start would find it without. Gives the reason of a failure.
 QString furnishProgramFolder()
 {
     if (FolderExists(programFolder()))
         return {};
     try {
         if (!QDir().mkpath(programFolder()))
-            return u"The folder ["_s + programFolder() + u"] cannot be made."_s;
+            return u"The folder ["_s + programFolder() +
+                   u"] cannot be made. Check the disk and the rights of the "
+                   "folder above it."_s;
         Database::create(GetRepositoryFile());
         SetIniString(GetIniFile(), u"Settings"_s, u"Large Sheets"_s, u"1"_s);
         return {};
     } catch (const RuntimeError& error) {
+        QDir().rmdir(programFolder());
         return error.description();
     }
 }
@@ -42,7 +48,7 @@ bool Main_Start()
     const QString unfurnished = furnishProgramFolder();
     InitLog(GetLogFile(), false, false);
     if (!unfurnished.isEmpty())
-        LogEvent(u"Main"_s, u"Main"_s, unfurnished, false);
+        LogEvent(u"Main"_s, u"Main"_s, unfurnished, true);
     SetHelpFile();
     try {
         if (!GetOptionsSettings())
@@ -82,11 +88,15 @@ bool InitStandard()
         return false;
     }
     if (!InitRepository(gDB, fileName)) {
+        const QString reason = whyNotOpened(fileName);
         LogEvent(u"Main"_s, u"InitStandard"_s,
-                 u"Selected file is not a valid "_s + applicationTitle() + u" project file."_s, true);
+                 reason.isEmpty() ? u"Selected file is not a valid "_s + applicationTitle() + u" project file."_s
+                                  : reason,
+                 true);
         gDB.reset();
         return false;
     }
+    announceProject(fileName);
     return true;
 }
 
@@ -108,6 +118,17 @@ bool ValidateRepository(const QString& FileName)
                                          u"ValidateRepository"_s);
     SQL_CloseDatabase(database, false, u"Utils"_s, u"ValidateRepository"_s);
     return valid;
+}
+
+QString whyNotOpened(const QString& FileName)
+{
+    try {
+        Database::open(FileName, databaseConnect(), Database::Trust::Own, std::chrono::milliseconds(0));
+    } catch (const RuntimeError& error) {
+        if (error.number() == FileInUse || error.number() == FileProtected || error.number() == DiskFull)
+            return error.description();
+    }
+    return {};
 }
 
 QString GetDefaultRepository()

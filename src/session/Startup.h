@@ -9,8 +9,7 @@ class Database;
 
 // Start-up up to the main window, and the settings of installation and project. See modMain.h for the globals.
 
-/// Log, help file, options and project in this order. False when the program cannot go on; the user has then been told
-/// why.
+/// Log, help file, options and project in this order. False when the program cannot go on; boxes have then said why.
 bool Main_Start();
 void Main_Exit();
 
@@ -25,6 +24,9 @@ QString GetRepositoryFile();
 bool InitStandard();
 bool InitRepository(std::shared_ptr<Database>& Database, const QString& FileName);
 bool ValidateRepository(const QString& FileName);
+/// Of a project that was refused: the sentence for its user when it is write-protected, in use by another program or on
+/// a full disk; empty when the file itself is at fault.
+QString whyNotOpened(const QString& FileName);
 QString GetDefaultRepository();
 void SaveDefaultRepository(const QString& FileName);
 

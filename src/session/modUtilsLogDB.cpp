@@ -24,7 +24,7 @@ const QString& logModule()
 
 bool openLogDatabase(std::shared_ptr<Database>& database, const QString& procedure)
 {
-    return SQL_OpenDatabase(database, gLogDBFile, databaseConnect(), false, logModule(), procedure);
+    return SQL_OpenLogDatabase(database, gLogDBFile, databaseConnect(), logModule(), procedure);
 }
 
 } // namespace

@@ -4,6 +4,9 @@
 #include "session/ProgramFolder.h"
 #include "session/modUtilsLogDB.h"
 
+#include <QElapsedTimer>
+#include <sqlite3.h>
+
 namespace lumivane::test {
 
 using namespace Qt::StringLiterals;
@@ -71,6 +74,20 @@ TEST_F(DatabaseLogFile, WithoutADatabaseTheLogSaysWhy)
         EXPECT_TRUE(logged().endsWith(line.toUtf8())) << logged().constData();
     }
     EXPECT_TRUE(user.shown.isEmpty());
+}
+
+TEST_F(DatabaseLogFile, AnotherProgramThatWritesHoldsNothingUp)
+{
+    InitLog(GetLogFile(), true, false);
+    sqlite3* other = nullptr;
+    sqlite3_open(file.toUtf8().constData(), &other);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    QElapsedTimer timer;
+    timer.start();
+    LogEvent(u"Main"_s, u"Start"_s, u"in the file alone"_s, false);
+    EXPECT_LT(timer.elapsed(), 2000);
+    sqlite3_close(other);
+    EXPECT_TRUE(logged().contains("in the file alone"));
 }
 
 TEST_F(DatabaseLogFile, AProjectIsNoLogDatabase)

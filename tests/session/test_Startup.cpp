@@ -4,9 +4,16 @@
 #include "services/modMain.h"
 #include "services/modUtilsINI.h"
 #include "session/ProgramFolder.h"
+#include "session/ProjectUse.h"
 #include "session/Startup.h"
 
 #include <QFileInfo>
+#include <QSysInfo>
+#include <csignal>
+#include <sqlite3.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace lumivane::test {
 
@@ -48,6 +55,56 @@ TEST_F(StartUp, ANewProgramFolderIsFurnished)
     setLargeSheets(false);
 }
 
+TEST_F(StartUp, AFullDiskLeavesNoFolderThatLocksTheUserOut)
+{
+    setProgramFolder(path(u"share/lumivane"_s));
+    gLogToFile = false;
+    signal(SIGXFSZ, SIG_IGN);
+    rlimit before;
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit full{4096, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &full);
+    EXPECT_FALSE(Main_Start());
+    setrlimit(RLIMIT_FSIZE, &before);
+    ASSERT_EQ(user.shown.size(), 3);
+    EXPECT_TRUE(user.shown[0].contains(u"lumivane/.lumivane.lvdu"_s)) << user.shown[0];
+    EXPECT_FALSE(QFileInfo::exists(programFolder()));
+    EXPECT_TRUE(Main_Start()) << "the next start has room";
+    setLargeSheets(false);
+}
+
+TEST_F(StartUp, AProjectThatIsBusySaysSo)
+{
+    Database::create(project);
+    EXPECT_EQ(whyNotOpened(project), QString());
+    sqlite3* other = nullptr;
+    sqlite3_open(project.toUtf8().constData(), &other);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    EXPECT_TRUE(whyNotOpened(project).contains(u"is in use by another program"_s)) << whyNotOpened(project);
+    sqlite3_close(other);
+}
+
+TEST_F(StartUp, TheSecondProgramOnAProjectIsToldOfTheFirst)
+{
+    Database::create(project);
+    {
+        const ProjectUse first(project);
+        EXPECT_EQ(first.other(), QString());
+        EXPECT_TRUE(Main_Start());
+        ASSERT_EQ(user.shown.size(), 1);
+        EXPECT_TRUE(user.shown[0].contains(u" on the computer "_s + QSysInfo::machineHostName() +
+                                           u" since 2026-11-24 10:30:05.\r\n"_s))
+            << user.shown[0];
+    }
+    if (fork() == 0) {
+        new ProjectUse(project);
+        _exit(0); // as a kill does, it ends without clearing up
+    }
+    wait(nullptr);
+    EXPECT_TRUE(InitStandard());
+    EXPECT_EQ(user.shown.size(), 1) << "nobody has it any more";
+}
+
 TEST_F(StartUp, AMissingProjectIsToldTwiceAndNotMade)
 {
     EXPECT_FALSE(Main_Start());
@@ -82,6 +139,8 @@ TEST_F(StartUp, OptionsAreReadAsTheyStandOrHaveDefaults)
     EXPECT_EQ(options(), u"ff0000 1 0 Middle"_s) << "red is the lowest byte";
     EXPECT_TRUE(largeSheets());
     setLargeSheets(false);
+    write(GetIniFile(), "[Options]\nRefresh Frequency=-5\n");
+    EXPECT_EQ(options(), u"ffffff 1 10 Center"_s) << "a pass every -5 minutes is none";
 }
 
 TEST_F(StartUp, OptionsAreWrittenInPlace)

@@ -63,6 +63,7 @@ const QList<Command>& commands()
     static const QString engine = u"[--host embedded|calc] [--metrics file|calc] "_s;
     static const QList<Command> list{
         {u"new-project"_s, u"FILE"_s, projectForm(1, 1), newProjectCommand},
+        {u"new-log"_s, u"FILE"_s, projectForm(1, 1), newLogCommand},
         {u"inspect"_s, engine + u"WORKBOOK"_s, workbookForm({}, 1), inspectCommand},
         {u"render"_s, engine + u"[--scale N] WORKBOOK SHEET RANGE OUT.png"_s, workbookForm({u"scale"_s}, 4),
          renderCommand},

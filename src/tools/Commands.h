@@ -7,6 +7,7 @@ namespace lumivane {
 // The commands of lumivanectl. Each prints its result on the standard output, throws RuntimeError with a sentence for
 // the user where it fails as a whole, and answers the exit status: 0, or 1 where a part of its work failed.
 
+int newLogCommand(const CommandLine& line);      ///< FILE
 int newProjectCommand(const CommandLine& line);  ///< FILE
 int sqlCommand(const CommandLine& line);         ///< PROJECT STATEMENT
 int inspectCommand(const CommandLine& line);     ///< WORKBOOK

@@ -40,9 +40,16 @@ void OpenProject::loadDashboard(const QString& name)
         if (!name.isEmpty() && names.last().compare(name, Qt::CaseInsensitive) != 0)
             continue;
         gWorkspace = std::make_shared<clsWorkspace>();
-        if (!gWorkspace->LoadFromDB(qint32(rows->number(u"ID")), gDB))
+        const qint32 id = rows->number32(u"ID");
+        if (!gWorkspace->LoadFromDB(id, gDB)) {
+            const auto panels =
+                gDB->OpenRecordset(u"SELECT ID FROM LvnSavedPanel WHERE WorkspaceID = "_s + QString::number(id));
             throw RuntimeError(RuntimeError::ApplicationDefined,
-                               u"The dashboard \"%1\" has no panels."_s.arg(names.last()));
+                               (panels->EOF_() ? u"The dashboard \"%1\" has no panels."_s
+                                               : u"The dashboard \"%1\" cannot be read. The message before this one "
+                                                 "says which panel is damaged."_s)
+                                   .arg(names.last()));
+        }
         return;
     }
     if (names.isEmpty())

@@ -47,6 +47,12 @@ int newProjectCommand(const CommandLine& line)
     return 0;
 }
 
+int newLogCommand(const CommandLine& line)
+{
+    Database::create(line.argument(0), Database::Content::ErrorLog);
+    return 0;
+}
+
 int sqlCommand(const CommandLine& line)
 {
     const auto database = Database::open(line.argument(0), databaseConnect());

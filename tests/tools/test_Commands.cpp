@@ -91,6 +91,9 @@ TEST_F(Commands, AProjectIsMadeOnceAndAnswersStatements)
     const QString project = path(u"new.lvdu"_s);
     ASSERT_EQ(call({u"new-project"_s, project}).status, 0);
     EXPECT_EQ(call({u"new-project"_s, project}).status, 1);
+    const QString log = path(u"errors.lvdu"_s);
+    ASSERT_EQ(call({u"new-log"_s, log}).status, 0);
+    EXPECT_EQ(call({u"sql"_s, log, u"SELECT LogNumber FROM TlyS_ErrorLogs"_s}).output, u"[]\n"_s);
     const auto sql = [&](const QString& statement) { return call({u"sql"_s, project, statement}); };
 
     EXPECT_EQ(sql(u"INSERT INTO LvnSystem (PropertyKey, PropertyValue) VALUES ('into','a')"_s).object(),

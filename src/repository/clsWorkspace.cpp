@@ -131,22 +131,38 @@ bool clsWorkspace::SaveToDB(const std::shared_ptr<Database>& Database)
 
 bool clsWorkspace::UpdateDB(const std::shared_ptr<Database>& Database)
 {
-    DelOrphanPanels(Database);
+    // A statement that fails fails the save; the others still keep what they can. Where the file itself cannot be
+    // written, each of them would wait, fail and say so.
+    const bool dropped = DelOrphanPanels(Database);
+    if (!dropped && SQL_FileFailed())
+        return false;
     // The blank in front of the name's closing apostrophe lets a saved name grow by one blank each time, and only an
     // apostrophe behind a blank is made harmless. Stored names are compared by files in use, so both stay.
     QString name = Name;
     name = textLiteral(name.replace(u" '"_s, u"''"_s) + u' ');
-    SQL_ExecuteOnRow(Database,
-                     u"UPDATE LvnSavedWorkspace SET"_s + u" Name = "_s + name + u", "_s + u" Description = "_s +
-                         doubledLiteral(Description) + u","_s + u" LastUpdated = "_s + dateLiteral(Clock::now()) +
-                         u" WHERE ID = "_s + QString::number(ID),
-                     u"dashboard [%1]"_s.arg(Name.trimmed()), workspaceModule(), u"UpdateDB"_s);
+    const bool described =
+        SQL_ExecuteOnRow(Database,
+                         u"UPDATE LvnSavedWorkspace SET"_s + u" Name = "_s + name + u", "_s + u" Description = "_s +
+                             doubledLiteral(Description) + u","_s + u" LastUpdated = "_s + dateLiteral(Clock::now()) +
+                             u" WHERE ID = "_s + QString::number(ID),
+                         u"dashboard [%1]"_s.arg(Name.trimmed()), workspaceModule(), u"UpdateDB"_s);
+    if (!described && SQL_FileFailed())
+        return false;
+    return savePanels(Database) && dropped && described;
+}
+
+bool clsWorkspace::savePanels(const std::shared_ptr<Database>& Database)
+{
+    bool saved = true;
     for (const auto& panel : m_panels) {
-        if (panel)
-            panel->SaveToDB(Database, ID);
+        if (!panel || panel->SaveToDB(Database, ID))
+            continue;
+        saved = false;
+        if (SQL_FileFailed())
+            break;
     }
     rememberRows();
-    return true;
+    return saved;
 }
 
 bool clsWorkspace::InsertDB(const std::shared_ptr<Database>& Database)
@@ -159,18 +175,10 @@ bool clsWorkspace::InsertDB(const std::shared_ptr<Database>& Database)
         return false;
     const auto rs =
         openForWorkspace(Database, u"SELECT ID FROM LvnSavedWorkspace WHERE Name = "_s + name, u"InsertDB"_s);
-    if (!rs)
-        return true;
-    if (rs->EOF_())
+    if (!rs || rs->EOF_())
         return false;
     ID = rs->number32(u"ID");
-    bool saved = true;
-    for (const auto& panel : m_panels) {
-        if (panel && !panel->SaveToDB(Database, ID))
-            saved = false;
-    }
-    rememberRows();
-    return saved;
+    return savePanels(Database);
 }
 
 void clsWorkspace::Delete(const std::shared_ptr<Database>& Database)
@@ -188,7 +196,7 @@ void clsWorkspace::DelPanels(const std::shared_ptr<Database>& Database)
                     u"DelPanels"_s);
 }
 
-void clsWorkspace::DelOrphanPanels(const std::shared_ptr<Database>& Database)
+bool clsWorkspace::DelOrphanPanels(const std::shared_ptr<Database>& Database)
 {
     QStringList ids;
     for (const auto& panel : m_panels) {
@@ -196,20 +204,20 @@ void clsWorkspace::DelOrphanPanels(const std::shared_ptr<Database>& Database)
             ids.append(QString::number(panel->ID));
     }
     if (ids.isEmpty())
-        return;
+        return true;
     const auto foreign = foreignRows(Database);
     if (!foreign)
-        return;
+        return false;
     if (!foreign->isEmpty())
         LogEvent(workspaceModule(), u"DelOrphanPanels"_s,
                  u"The panels %1 of the dashboard [%2] were not loaded here, and stay in the project."_s.arg(
                      foreign->join(u", "_s), Name.trimmed()),
                  false);
     ids += *foreign;
-    runForWorkspace(Database,
-                    u"DELETE FROM LvnSavedPanel WHERE WorkspaceID = "_s + QString::number(ID) + u" AND ID NOT IN ("_s +
-                        ids.join(u',') + u")"_s,
-                    u"DelOrphanPanels"_s);
+    return runForWorkspace(Database,
+                           u"DELETE FROM LvnSavedPanel WHERE WorkspaceID = "_s + QString::number(ID) +
+                               u" AND ID NOT IN ("_s + ids.join(u',') + u")"_s,
+                           u"DelOrphanPanels"_s);
 }
 
 std::optional<QStringList> clsWorkspace::foreignRows(const std::shared_ptr<Database>& Database) const

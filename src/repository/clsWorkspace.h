@@ -33,6 +33,8 @@ public:
     /// A panel that cannot be read ends the load: neither it nor those behind it come into the dashboard, and saving it
     /// leaves their rows alone.
     bool LoadFromDB(qint32 WorkspaceID, const std::shared_ptr<Database>& Database);
+    /// False when a part of it could not be stored, which has then been shown. Stops at the first failure that lies in
+    /// the file; a statement that fails alone keeps nothing else from being stored.
     bool SaveToDB(const std::shared_ptr<Database>& Database);
     /// Removes the rows of the dashboard and its panels; sources and cached pictures stay.
     void Delete(const std::shared_ptr<Database>& Database);
@@ -41,8 +43,9 @@ private:
     bool LoadPanelsFromDB(const std::shared_ptr<Database>& Database);
     bool UpdateDB(const std::shared_ptr<Database>& Database);
     bool InsertDB(const std::shared_ptr<Database>& Database);
+    bool savePanels(const std::shared_ptr<Database>& Database);
     void DelPanels(const std::shared_ptr<Database>& Database);
-    void DelOrphanPanels(const std::shared_ptr<Database>& Database);
+    bool DelOrphanPanels(const std::shared_ptr<Database>& Database);
     qint16 CountPanels(const std::shared_ptr<Database>& Database);
 
     /// Rows of this dashboard that it has neither read nor written: they are not its own to delete.

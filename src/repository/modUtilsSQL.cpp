@@ -13,6 +13,13 @@ namespace {
 
 const QString ownModule = u"UtilsSQL"_s;
 constexpr std::chrono::milliseconds projectPatience = std::chrono::seconds(5);
+bool fileFailed = false; ///< by the last procedure
+
+bool isFailureOfFile(int number)
+{
+    return number == FileInUse || number == FileProtected || number == DiskFull || number == NotAProject ||
+           number == ObjectClosed;
+}
 
 /// Who asks for a database, and how a failure is reported.
 struct SqlCaller
@@ -36,6 +43,7 @@ struct SqlCaller
     {
         try {
             work();
+            fileFailed = false;
             return true;
         } catch (const RuntimeError& error) {
             LogError(ownModule, procedure, error.number(), text() + before + error.description() + behind, false);
@@ -46,6 +54,7 @@ struct SqlCaller
                               (quotesStatement ? u"The project file could not be read or changed in one place. The "
                                                  "log file beside the project says in which."_s
                                                : error.description()));
+            fileFailed = isFailureOfFile(error.number()); // now: the log may have a database too
             return false;
         }
     }
@@ -133,6 +142,11 @@ bool SQL_OpenRecordset(const std::shared_ptr<Database>& Database, std::shared_pt
         requireSet(Database);
         Recordset = Database->OpenRecordset(SQL);
     });
+}
+
+bool SQL_FileFailed()
+{
+    return fileFailed;
 }
 
 } // namespace lumivane

@@ -29,5 +29,8 @@ void SQL_CloseDatabase(std::shared_ptr<Database>& Database, bool ShowError, cons
                        const QString& CallerProc);
 bool SQL_OpenRecordset(const std::shared_ptr<Database>& Database, std::shared_ptr<Recordset>& Recordset,
                        const QString& SQL, bool ShowError, const QString& CallerModule, const QString& CallerProc);
+/// Whether the last of these procedures failed because of the file (in use, protected, damaged, closed, no room), so
+/// that the next statement would wait as long and fail as well.
+bool SQL_FileFailed();
 
 } // namespace lumivane

@@ -66,6 +66,20 @@ TEST_F(DashboardRecord, ASavedNameGrowsByABlankEachTime)
     }
 }
 
+TEST_F(DashboardRecord, ASaveThatFailsInPartIsNoSaveAndStopsWhereTheFileFails)
+{
+    clsWorkspace dashboard;
+    ASSERT_TRUE(dashboard.LoadFromDB(stored(u"d"_s, {1, 2, 3}), db));
+    dashboard.Panels(1)->SheetName = u"Bob's"_s;
+    dashboard.Panels(2)->Comments = u"kept"_s;
+    EXPECT_FALSE(dashboard.SaveToDB(db));
+    EXPECT_EQ(rows(u"SELECT Comments FROM LvnSavedPanel"_s), QStringList({{}, u"kept"_s, {}}));
+    db->Close();
+    user.shown.clear();
+    EXPECT_FALSE(dashboard.SaveToDB(db));
+    EXPECT_EQ(user.shown.size(), 1) << "one box, not one for each statement";
+}
+
 TEST_F(DashboardRecord, LoadingMarksItAsTheNewest)
 {
     const qint32 first = stored(u"first"_s, {1});

@@ -5,8 +5,8 @@
 #include "host/Host.h"
 #include "host/embedded/EmbeddedHost.h"
 #include "platform/ApplicationInfo.h"
+#include "platform/Failures.h"
 #include "platform/Prompts.h"
-#include "platform/RuntimeError.h"
 #include "services/modUtilsLog.h"
 #include "session/Startup.h"
 #include "viewer/WorkbookWindows.h"
@@ -15,7 +15,7 @@
 
 namespace {
 
-/// The last net: an error that no command trapped is logged and told, and the program goes on.
+/// The last net: an error that no command trapped is logged and shown, and the program goes on.
 class LumivaneApplication : public QApplication
 {
 public:
@@ -25,7 +25,8 @@ public:
     {
         try {
             return QApplication::notify(receiver, event);
-        } catch (const lumivane::RuntimeError& error) {
+        } catch (const std::exception& failure) {
+            const lumivane::RuntimeError error = lumivane::describedFailure(failure);
             lumivane::LogError(QStringLiteral("Main"), QStringLiteral("notify"), error.number(), error.description(),
                                true);
         }

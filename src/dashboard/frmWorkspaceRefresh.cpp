@@ -41,7 +41,7 @@ void frmWorkspace::Workspace_CheckUpdates()
             checkPanels();
             m_lastCheck->setText(u"Last check "_s + Clock::now().toString(u"HH:mm"_s));
         });
-    } catch (const RuntimeError&) {
+    } catch (const std::exception&) {
         // A pass ends without a word; the next one comes soon enough.
     }
     IsBusy = false;

@@ -2,8 +2,8 @@
 
 #include "host/Host.h"
 #include "platform/ApplicationInfo.h"
+#include "platform/Failures.h"
 #include "platform/Prompts.h"
-#include "platform/RuntimeError.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
@@ -424,7 +424,8 @@ bool PanelPipeline::trapped(const QString& procedure, const std::function<bool()
         problem.clear();
     try {
         return steps();
-    } catch (const RuntimeError& error) {
+    } catch (const std::exception& failure) {
+        const RuntimeError error = describedFailure(failure);
         problem = error.description();
         LogError(panelModule, procedure, error.number(), error.description(), true);
         return false;

@@ -23,6 +23,7 @@
 #include <QGuiApplication>
 #include <QMdiArea>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QSignalBlocker>
 
@@ -41,6 +42,18 @@ QRect pixelRect(const TwipsRect& rect)
     return {toPixels(rect.left), toPixels(rect.top), toPixels(rect.width), toPixels(rect.height)};
 }
 
+/// The last pixel of the dashboard at which a panel can still be stored, and the greatest length of one.
+int farthestPixel()
+{
+    return qMin(twipsLimit() / twipsPerPixel, QWIDGETSIZE_MAX);
+}
+
+QPoint withinReach(const QPoint& place)
+{
+    const int far = farthestPixel();
+    return {qBound(-far, place.x(), far), qBound(-far, place.y(), far)};
+}
+
 qint16 captionWidth(const QString& text)
 {
     return toInt16(toTwips(QFontMetricsF(PanelStyle::captionFont()).horizontalAdvance(text)));
@@ -55,6 +68,7 @@ frmPanel::frmPanel(std::function<bool()> editMode, QWidget* parent)
     setObjectName(u"frmPanel"_s);
     setAttribute(Qt::WA_DeleteOnClose, false);
     setSystemMenu(nullptr); // it offers to close the window
+    setMaximumSize(farthestPixel(), farthestPixel());
     buildParts();
     m_pipeline.applyView = [this](clsWorkspacePanel& Panel) { Panel_ApplyView(Panel); };
     m_sizeSettled.setSingleShot(true);
@@ -99,6 +113,7 @@ bool frmPanel::Panel_Load(XLInstance& XLInst, bool Refresh)
     IsDirty = false;
     const auto panel = record();
     prepareDrawing();
+    const QScopedValueRollback loading(m_loading, true);
     const bool loaded = m_pipeline.Panel_Load(XLInst, panel, Refresh);
     // Without a picture there is room for the reason all the same.
     if (!loaded && m_pipeline.picTemp.image.isNull() && panel && panel->pWidth > 0 && panel->pHeight > 0)
@@ -113,6 +128,7 @@ bool frmPanel::Panel_Reload(XLInstance& XLInst)
 {
     IsLoad = true;
     prepareDrawing();
+    const QScopedValueRollback loading(m_loading, true);
     keepWindowSize();
     const bool drawn = m_pipeline.Panel_Reload(XLInst, record());
     showNotice();
@@ -337,6 +353,8 @@ void frmPanel::markDirty()
 {
     if (!IsLoad)
         IsDirty = true;
+    else if (!m_loading)
+        Q_EMIT placed();
 }
 
 PanelMeasures frmPanel::measures() const
@@ -456,7 +474,9 @@ void frmPanel::setPlace(float left, float top)
 
 void frmPanel::setWindowSize(float width, float height)
 {
-    resize(toPixels(width), toPixels(height));
+    // A minimized panel is given its view when it is restored, in the size that it had.
+    if (!isMinimized())
+        resize(toPixels(width), toPixels(height));
 }
 
 void frmPanel::rememberGeometry()
@@ -484,6 +504,10 @@ void frmPanel::resizeEvent(QResizeEvent* event)
 void frmPanel::moveEvent(QMoveEvent* event)
 {
     QMdiSubWindow::moveEvent(event);
+    if (const QPoint kept = withinReach(pos() + scrolledBy()) - scrolledBy(); kept != pos() && !isMinimized()) {
+        move(kept);
+        return;
+    }
     // Scrolling the dashboard moves its windows too; their place on it stays.
     if (isVisible() && !isMinimized() && m_restored.isValid() &&
         geometry().translated(scrolledBy()).topLeft() != m_restored.topLeft())
@@ -523,13 +547,6 @@ void frmPanel::mouseMoveEvent(QMouseEvent* event)
     QMdiSubWindow::mouseMoveEvent(event);
     if (m_editMode() && event->buttons() == Qt::LeftButton && !event->modifiers().testFlag(Qt::AltModifier))
         snapToNeighbours();
-}
-
-void frmPanel::mouseReleaseEvent(QMouseEvent* event)
-{
-    QMdiSubWindow::mouseReleaseEvent(event);
-    if (m_editMode() && m_pressed.isValid() && geometry() != m_pressed && !isMinimized())
-        Q_EMIT placed();
 }
 
 void frmPanel::snapToNeighbours()

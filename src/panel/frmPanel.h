@@ -83,7 +83,8 @@ Q_SIGNALS:
     void doubleClicked();
     /// The panel has been resized so far that its picture should be drawn anew.
     void pictureOutgrown();
-    /// In layout mode, the mouse has given the window another place or size.
+    /// The user has changed place, size or view while IsLoad is left over from a reload that drew nothing, so that
+    /// IsDirty does not record it.
     void placed();
 
 protected:
@@ -94,7 +95,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     void buildParts();
@@ -131,6 +131,7 @@ private:
     PanelPipeline m_pipeline;
     QRect m_restored; ///< geometry on the dashboard when last neither minimized nor being moved by scrolling
     QRect m_pressed;  ///< geometry when the mouse went down on title or border; none of a minimized panel
+    bool m_loading = false;
     bool m_unloading = false;
 
     QWidget* m_client = nullptr;

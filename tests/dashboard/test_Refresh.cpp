@@ -162,6 +162,21 @@ TEST_F(Refresh, RefreshWithoutAPanelDoesNothing)
     EXPECT_TRUE(m_library.events.isEmpty());
 }
 
+TEST_F(Refresh, AMinimizedPanelKeepsItsSizeWhenItsPictureChanges)
+{
+    frmPanel& panel = *window().panelWindows().first();
+    panel.Panel_Crop();
+    panel.resize(333, 222);
+    panel.showMinimized();
+    const QSize minimized = panel.size();
+    touch(path(), 3600);
+    window().Workspace_CheckUpdates();
+    EXPECT_GT(openings(path()), 0);
+    EXPECT_EQ(panel.size(), minimized);
+    panel.showNormal();
+    EXPECT_EQ(panel.size(), QSize(333, 222));
+}
+
 TEST_F(Refresh, ArrangingKeepsSizesOfACascadeAndFillsTheGroundWithTiles)
 {
     for (const frmPanel* panel : window().panelWindows())

@@ -63,19 +63,35 @@ int showBox(Prompts::Icon icon, const BoxQuestion& question)
     return answer;
 }
 
-} // namespace
-
-QString QtPrompts::lastFolder()
+/// The folder that the last file was chosen in, also by an earlier run; empty when it is gone.
+QString lastFolder()
 {
     const QString folder = GetIniString(GetIniFile(), folderSection, folderKey, QString());
     return QDir(folder).exists() ? folder : QString();
 }
 
-void QtPrompts::rememberFolder(const QString& folder)
+void rememberFolder(const QString& folder)
 {
     if (folder != lastFolder())
         SetIniString(GetIniFile(), folderSection, folderKey, folder);
 }
+
+QString chooseFile(const Prompts::FileQuestion& question, QFileDialog::AcceptMode mode)
+{
+    QFileDialog dialog(QApplication::activeWindow(), question.title,
+                       question.startFolder.isEmpty() ? lastFolder() : question.startFolder, question.filter);
+    dialog.setAcceptMode(mode);
+    if (mode == QFileDialog::AcceptOpen)
+        dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setDefaultSuffix(question.suffix);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    const QString file = dialog.selectedFiles().first();
+    rememberFolder(QFileInfo(file).absolutePath());
+    return QDir::toNativeSeparators(file);
+}
+
+} // namespace
 
 void QtPrompts::message(const QString& text, Icon icon)
 {
@@ -103,25 +119,12 @@ Prompts::Answer QtPrompts::askYesNoCancel(const QString& text)
 
 QString QtPrompts::openFile(const FileQuestion& question)
 {
-    const QString start = question.startFolder.isEmpty() ? lastFolder() : question.startFolder;
-    const QString file =
-        QFileDialog::getOpenFileName(QApplication::activeWindow(), question.title, start, question.filter);
-    if (!file.isEmpty())
-        rememberFolder(QFileInfo(file).absolutePath());
-    return QDir::toNativeSeparators(file);
+    return chooseFile(question, QFileDialog::AcceptOpen);
 }
 
 QString QtPrompts::saveFile(const FileQuestion& question)
 {
-    QFileDialog dialog(QApplication::activeWindow(), question.title,
-                       question.startFolder.isEmpty() ? lastFolder() : question.startFolder, question.filter);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(question.suffix);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return {};
-    const QString file = dialog.selectedFiles().first();
-    rememberFolder(QFileInfo(file).absolutePath());
-    return QDir::toNativeSeparators(file);
+    return chooseFile(question, QFileDialog::AcceptSave);
 }
 
 QString QtPrompts::browseForFolder(const QString& title, const QString& startFolder)

@@ -18,11 +18,6 @@ public:
     std::optional<QColor> chooseColor(const QColor& start) override;
     void setPointer(Pointer pointer) override;
     void doEvents() override;
-
-private:
-    /// Where the last file or folder was chosen, in an earlier run too; empty when that folder is gone.
-    static QString lastFolder();
-    static void rememberFolder(const QString& folder);
 };
 
 } // namespace lumivane

@@ -6,7 +6,7 @@
 
 namespace lumivane {
 
-/// Everything that the program asks of or tells its user outside its own windows. The program answers with boxes,
+/// Everything that the program asks its user or says outside its own windows. The program answers with boxes,
 /// tests with a script; no code below the windows opens a box by itself.
 class Prompts
 {
@@ -20,7 +20,7 @@ public:
         QString title;
         QString filter;      ///< as in "Project files (*.lvdu)"; several are separated by ";;"
         QString startFolder; ///< empty: where the last file was chosen
-        QString suffix = {}; ///< of a file to be written, added to a name without one
+        QString suffix = {}; ///< added to a name that is typed without one
     };
 
     virtual ~Prompts() = default;

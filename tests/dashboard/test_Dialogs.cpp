@@ -8,11 +8,11 @@
 
 #include <QClipboard>
 #include <QFileDialog>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QtTest/QTest>
 
 using namespace lumivane;
 using namespace Qt::StringLiterals;
@@ -37,18 +37,6 @@ protected:
         return names;
     }
 };
-
-TEST_F(OpenDialog, OffersTheNewestFirstAndPreselectsItAmongSeveral)
-{
-    storeDashboard(u"Morning"_s, {});
-    storeDashboard(u"Evening"_s, {});
-    frmOpenWorkspace dialog{QString()};
-    EXPECT_EQ(offered(dialog), (QStringList{u"Evening"_s, u"Morning"_s}));
-    EXPECT_EQ(dialog.windowTitle(), u"Open a dashboard"_s);
-    EXPECT_EQ(part<QLabel>(dialog, u"lblSource"_s).text(), u"Select a &dashboard to open:"_s);
-    part<QPushButton>(dialog, u"cmdOK"_s).click();
-    EXPECT_EQ(dialog.WorkspaceID, gWorkspace->ID);
-}
 
 TEST_F(OpenDialog, ASingleDashboardMustBePicked)
 {
@@ -81,32 +69,7 @@ TEST_F(OpenDialog, WithoutDashboardsItSaysSoAndDoesNotOpen)
                                         "dashboard."_s});
 }
 
-TEST_F(OpenDialog, TheCommandLoadsTheChoiceThroughTheList)
-{
-    storeDashboard(u"Morning"_s, {u"One"_s});
-    storeDashboard(u"Evening"_s, {u"Two"_s});
-    start();
-    test::whenShown<frmOpenWorkspace>([](frmOpenWorkspace& dialog) {
-        part<QComboBox>(dialog, u"cmbSource"_s).setCurrentIndex(1);
-        part<QPushButton>(dialog, u"cmdOK"_s).click();
-    });
-    window().mnuWorkspaceOpen_Click();
-    EXPECT_EQ(list().currentText(), u"Morning"_s);
-    EXPECT_EQ(panelCaptions(), QStringList{u"One"_s});
-    EXPECT_FALSE(window().IsBusy);
-}
-
-class SaveDialog : public test::DashboardFixture
-{
-protected:
-    static void type(QWidget& box, const QString& text)
-    {
-        for (const QChar c : text) {
-            QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
-            QCoreApplication::sendEvent(&box, &press);
-        }
-    }
-};
+using SaveDialog = test::DashboardFixture;
 
 TEST_F(SaveDialog, SaysWhatItIsFor)
 {
@@ -163,7 +126,7 @@ TEST_F(SaveDialog, FiltersWhatIsTypedButNotWhatIsPasted)
 {
     frmSaveWorkspace dialog(u"SaveAs"_s, QString());
     auto& name = part<QLineEdit>(dialog, u"txtName"_s);
-    type(name, u"a'b\"c*d+e-f"_s);
+    QTest::keyClicks(&name, u"a'b\"c*d+e-f"_s);
     EXPECT_EQ(name.text(), u"abcde-f"_s);
     QApplication::clipboard()->setText(u"'*"_s);
     name.paste();
@@ -243,6 +206,14 @@ TEST_F(FileQuestions, BeginWhereTheLastFileWasChosenInAnEarlierRunToo)
     EXPECT_EQ(QtPrompts().openFile({u"Open"_s, u"All (*)"_s, QString()}), book);
     EXPECT_EQ(begunAt, m_folder.path());
     EXPECT_EQ(stored(), books);
+}
+
+TEST_F(FileQuestions, TakeANameThatIsTypedWithoutItsExtension)
+{
+    const QString book = addBook(u"Sales.xlsx"_s);
+    QString begunAt;
+    choose(book.chopped(5), begunAt);
+    EXPECT_EQ(QtPrompts().openFile({u"Open"_s, u"Workbooks (*.xlsx)"_s, QString(), u"xlsx"_s}), book);
 }
 
 // ---- windows side by side ----

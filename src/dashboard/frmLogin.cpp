@@ -11,6 +11,8 @@
 #include "session/ProjectUse.h"
 #include "session/Startup.h"
 
+#include <QScopeGuard>
+
 #include "ui_frmLogin.h"
 
 namespace lumivane {
@@ -126,24 +128,26 @@ void frmLogin::openProject(const QString& fileName)
                           Prompts::Icon::Exclamation);
         return;
     }
+    if (!takeOver(opened))
+        return;
     SaveDefaultRepository(fileName);
-    takeOver(opened);
     accept();
 }
 
-void frmLogin::takeOver(std::shared_ptr<Database>& opened)
+bool frmLogin::takeOver(std::shared_ptr<Database>& opened)
 {
+    const auto pointer = qScopeGuard([] { prompts().setPointer(Prompts::Pointer::Default); });
     prompts().setPointer(Prompts::Pointer::Hourglass);
-    // The window that goes may ask to save its dashboard, which belongs into the project that is still open. Where its
-    // user stays on it, the projects change all the same, and it is only brought forward.
-    if (Mode == u"switch")
-        m_windows.unloadWorkspace();
+    // The window that goes may ask to save its dashboard, which belongs into the project that is still open. A
+    // dashboard that stayed over another project would be saved into that one's rows.
+    if (Mode == u"switch" && !m_windows.unloadWorkspace())
+        return false;
     if (gDB)
         SQL_CloseDatabase(gDB, true, objectName(), u"cmdOK_Click"_s);
     gDB = std::move(opened);
     announceProject(gDB->Name());
     m_windows.showWorkspace();
-    prompts().setPointer(Prompts::Pointer::Default);
+    return true;
 }
 
 } // namespace lumivane

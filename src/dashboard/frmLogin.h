@@ -37,8 +37,9 @@ private:
     void cmdBrowse_Click();
     void cmdOK_Click();
     void openProject(const QString& fileName);
-    /// Puts the new project in the place of the old one, in the session and on the screen.
-    void takeOver(std::shared_ptr<Database>& opened);
+    /// Puts the new project in the place of the old one, in the session and on the screen. False when the user stays
+    /// with the old one because of unsaved work; nothing has changed then.
+    bool takeOver(std::shared_ptr<Database>& opened);
 
     ProgramWindows& m_windows;
     const std::unique_ptr<Ui::frmLogin> ui;

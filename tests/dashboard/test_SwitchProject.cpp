@@ -154,19 +154,6 @@ TEST_F(SwitchProject, AFileThatIsNoProjectIsToldAndAnotherIsAskedFor)
     }
 }
 
-TEST_F(SwitchProject, OKNeedsAText)
-{
-    login();
-    path().setText(u"  "_s);
-    EXPECT_FALSE(button(u"cmdOK"_s).isEnabled());
-    button(u"cmdBrowse"_s).click();
-    EXPECT_FALSE(button(u"cmdOK"_s).isEnabled()) << "cancelled";
-    m_user.files = {other};
-    button(u"cmdBrowse"_s).click();
-    EXPECT_EQ(path().text(), other);
-    EXPECT_TRUE(button(u"cmdOK"_s).isEnabled());
-}
-
 TEST_F(SwitchProject, CancelKeepsTheProjectOpen)
 {
     login();
@@ -186,58 +173,32 @@ TEST_F(SwitchProject, OutsideASwitchCancelClosesTheProject)
     EXPECT_FALSE(gDB);
 }
 
-TEST_F(SwitchProject, UnsavedWorkStopsTheCommandWhenItsUserCancels)
+TEST_F(SwitchProject, UnsavedWorkIsAskedForBeforeAnythingChanges)
 {
-    makeWindowDirty();
-    m_user.answers = {Answer::Cancel};
-    windows.workspace()->menus().mnuWorkspaceSwitchRepository->trigger();
-    EXPECT_FALSE(windows.login());
-}
-
-struct LateWorkRow
-{
-    const char* name;
-    Answer answer;
-    bool loaded;  ///< the window, with the new project
-    QString left; ///< of the panel stored in the old project
-};
-
-void PrintTo(const LateWorkRow& row, std::ostream* out)
-{
-    *out << row.name;
-}
-
-class LateWork : public SwitchProject, public testing::WithParamInterface<LateWorkRow>
-{
-};
-
-TEST_P(LateWork, IsAskedForAndBelongsIntoTheOldProject)
-{
-    const LateWorkRow& row = GetParam();
+    const QString ours = programFile(u"lumivane.lvdu"_s);
     const frmWorkspace* before = windows.workspace();
     login();
-    windows.workspace()->panelWindows().first()->setPlace(600, 450);
+    before->panelWindows().first()->setPlace(600, 450);
     makeWindowDirty();
-    m_user.answers = {row.answer};
     path().setText(other);
+    m_user.answers = {Answer::Cancel, Answer::Yes};
     button(u"cmdOK"_s).click();
-
     EXPECT_EQ(m_user.asked, QStringList{u"Save changes to Morning?"_s});
-    EXPECT_EQ(gDB->Name(), other) << "whatever was answered";
-    EXPECT_EQ(windows.workspace() != before, row.loaded);
-    EXPECT_TRUE(windows.workspace()->isVisible());
-    EXPECT_EQ(leftOf(programFile(u"lumivane.lvdu"_s)), row.left);
-    EXPECT_EQ(leftOf(other), u"150"_s);
+    EXPECT_EQ(gDB->Name(), ours);
+    EXPECT_TRUE(gDB->isOpen());
+    EXPECT_EQ(windows.workspace(), before);
+    EXPECT_EQ(captions(), QStringList{u"One"_s});
+    EXPECT_EQ(GetDefaultRepository(), QString());
+    EXPECT_TRUE(windows.login()->isVisible());
+
+    button(u"cmdOK"_s).click();
+    EXPECT_EQ(gDB->Name(), other);
     activate();
-    EXPECT_EQ(captions(), QStringList{row.loaded ? u"Two"_s : u"One"_s});
+    EXPECT_EQ(captions(), QStringList{u"Two"_s});
+    EXPECT_EQ(leftOf(ours), u"600"_s);
+    EXPECT_EQ(leftOf(other), u"150"_s);
     EXPECT_EQ(ended.count(), 0);
 }
-
-INSTANTIATE_TEST_SUITE_P(Answers, LateWork,
-                         testing::Values(LateWorkRow{"yes", Answer::Yes, true, u"600"_s},
-                                         LateWorkRow{"no", Answer::No, true, u"150"_s},
-                                         LateWorkRow{"cancel", Answer::Cancel, false, u"150"_s}),
-                         [](const auto& row) { return row.param.name; });
 
 TEST_F(SwitchProject, AWindowThatIsGoneIsNotActivatedAnyMore)
 {

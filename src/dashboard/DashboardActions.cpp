@@ -11,6 +11,7 @@
 #include <QMenuBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <QWheelEvent>
 
 namespace lumivane {
 
@@ -25,6 +26,22 @@ struct EntryText
     QString icon;    ///< file name without folder and suffix
     QString hint;    ///< shown in the status bar
     QKeySequence shortcut = {};
+};
+
+/// The list of dashboards. A wheel that passes over it does not load another one.
+class DashboardList : public QComboBox
+{
+public:
+    DashboardList() { setFocusPolicy(Qt::StrongFocus); }
+
+protected:
+    void wheelEvent(QWheelEvent* event) override
+    {
+        if (hasFocus())
+            QComboBox::wheelEvent(event);
+        else
+            event->ignore();
+    }
 };
 
 QAction* addEntry(QMenu& menu, const EntryText& entry)
@@ -43,14 +60,14 @@ QMenu* addSubmenu(QMenu& menu, const QString& name, const QString& caption)
     return submenu;
 }
 
-/// The same switch in several menus: the first one has the keys, which the others only tell.
+/// The same switch in several menus: the first one has the keys, which the others only show.
 QAction* addLayoutEntry(QMenu& menu, const QString& name, bool hasKeys)
 {
     const QKeySequence keys(Qt::CTRL | Qt::Key_L);
-    const QString told = hasKeys ? QString() : u'\t' + keys.toString(QKeySequence::NativeText);
+    const QString shownKeys = hasKeys ? QString() : u'\t' + keys.toString(QKeySequence::NativeText);
     QAction* action =
-        addEntry(menu, {name, u"&Layout Mode"_s + told, u"layout"_s, u"Line up panels and give them the same size"_s,
-                        hasKeys ? keys : QKeySequence()});
+        addEntry(menu, {name, u"&Layout Mode"_s + shownKeys, u"layout"_s,
+                        u"Line up panels and give them the same size"_s, hasKeys ? keys : QKeySequence()});
     action->setCheckable(true);
     return action;
 }
@@ -149,6 +166,8 @@ void DashboardActions::buildPanelMenu(QMainWindow& window)
     mnuPanelDrillbackProperties =
         addEntry(menu, {u"mnuPanelDrillbackProperties"_s, u"De&fine Data Source..."_s, u"define-data-source"_s,
                         u"Say which document the data behind the figures comes from"_s});
+    // Nothing is kept of such a definition yet, and nothing is shown by it.
+    mnuPanelDrillbackProperties->setVisible(false);
     menu.addSeparator();
     mnuPanelCaption =
         addEntry(menu, {u"mnuPanelCaption"_s, u"&Caption..."_s, u"caption"_s,
@@ -277,7 +296,7 @@ void DashboardActions::buildToolbar(QMainWindow& window)
     addToolButton(*picToolbar, *mnuWorkspacePaste, u"cmdWorkspacePaste"_s, u"Paste"_s);
     picToolbar->addSeparator();
 
-    cmbWorkspaces = new QComboBox;
+    cmbWorkspaces = new DashboardList;
     cmbWorkspaces->setObjectName(u"cmbWorkspaces"_s);
     cmbWorkspaces->setToolTip(u"Open Workspace"_s);
     cmbWorkspaces->setStatusTip(u"The dashboard on screen; choose another one to switch"_s);

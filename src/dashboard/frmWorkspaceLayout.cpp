@@ -118,8 +118,9 @@ void frmWorkspace::leaveLayoutMode()
 void frmWorkspace::showLayoutMode()
 {
     const DashboardActions& a = m_actions;
-    if (EditMode)
-        a.mnuMultiPanel->setTitle(u"&Panel"_s);
+    // Of the two, the one that is seen has the letter: a menu bar lets hidden menus keep theirs.
+    a.mnuPanel->setTitle(EditMode ? u"Panel"_s : u"&Panel"_s);
+    a.mnuMultiPanel->setTitle(EditMode ? u"&Panel"_s : u"Panel"_s);
     a.mnuPanel->menuAction()->setVisible(!EditMode);
     a.mnuMultiPanel->menuAction()->setVisible(EditMode);
     for (QAction* toggle : {a.mnuWorkspaceLayout, a.mnuPanelLayout, a.mnuMultiLayout})

@@ -109,7 +109,7 @@ QStringList menuFaults(const QList<QAction*>& entries)
     Mnemonics letters;
     QStringList faults;
     for (const QAction* entry : entries) {
-        if (entry->isSeparator())
+        if (entry->isSeparator() || !entry->isVisible())
             continue;
         letters.add(entry->text());
         if (entry->menu())

@@ -1,5 +1,4 @@
 #include "assist/frmCaption.h"
-#include "assist/frmDrillback.h"
 #include "dashboard/DashboardFixture.h"
 #include "host/Host.h"
 #include "panel/ShownDialog.h"
@@ -11,7 +10,6 @@
 
 #include <QFile>
 #include <QLineEdit>
-#include <QMap>
 #include <QMdiArea>
 #include <QMenu>
 #include <QtTest/QTest>
@@ -272,75 +270,10 @@ TEST_F(PanelCommands, TheDataSourceCanBeViewedWhereItIsDefinedForTheSheet)
     define(u"Data"_s);
     EXPECT_TRUE(canBeViewed());
     window().menus().mnuPanelDrillback->trigger();
+    EXPECT_FALSE(window().menus().mnuPanelDrillbackProperties->isVisible()) << "nothing would be kept of it";
     gWorkspace->Panels(1)->SheetName = u"Bob's"_s;
     EXPECT_FALSE(canBeViewed());
     EXPECT_TRUE(m_user.shown.isEmpty()) << "a menu must not tell failures while it opens";
-}
-
-TEST_F(PanelCommands, DefiningADataSourceAsksForADocumentAndStaysOpen)
-{
-    storeDashboard(u"Morning"_s, {u"One"_s});
-    start();
-    frmPanel& panel = activate(u"One"_s);
-    panel.IsDirty = false;
-    for (const char* mask : {"'sales*.xlsx'", "NULL", "'costs*.xlsx'"})
-        gDB->Execute(u"INSERT INTO LvnSourceDoc(Mask) VALUES (%1)"_s.arg(QLatin1StringView(mask)));
-    whenShown<frmDrillback>([&](frmDrillback& dialog) {
-        auto& documents = control<QComboBox>(dialog, u"cmbSourceDoc"_s);
-        EXPECT_EQ(documents.count(), 2);
-        EXPECT_EQ(documents.itemText(0), u"costs*.xlsx"_s);
-        clickOn(dialog, u"cmdOK"_s);
-        EXPECT_EQ(m_user.shown, QStringList{u"No document source selected."_s});
-        documents.setCurrentIndex(1);
-        clickOn(dialog, u"cmdOK"_s);
-        EXPECT_TRUE(dialog.isVisible());
-        EXPECT_EQ(m_user.shown.size(), 1);
-    });
-    window().menus().mnuPanelDrillbackProperties->trigger();
-    EXPECT_EQ(rowCount(u"LvnDrillback"_s), 0);
-    EXPECT_FALSE(panel.IsDirty);
-
-    gWorkspace->Panels(1)->SourceID = -1;
-    window().menus().mnuPanelDrillbackProperties->trigger();
-    EXPECT_EQ(m_user.shown.last(), u"Invalid Source ID."_s);
-}
-
-TEST_F(PanelCommands, EachEntryOfTheMenuHasALetterOfItsOwn)
-{
-    start();
-    QMap<QChar, QString> letters;
-    for (const QAction* entry : window().menus().mnuPanel->actions()) {
-        if (entry->isSeparator())
-            continue;
-        const qsizetype sign = entry->text().indexOf(u'&');
-        ASSERT_GE(sign, 0) << entry->text().toStdString();
-        QString& owner = letters[entry->text()[sign + 1].toLower()];
-        EXPECT_EQ(owner, QString()) << entry->text().toStdString();
-        owner = entry->text();
-    }
-}
-
-TEST_F(PanelCommands, DeletingClosesTheGapInRecordsAndWindows)
-{
-    storeDashboard(u"Morning"_s, {u"One"_s, u"Two"_s, u"Three"_s});
-    start();
-    activate(u"Two"_s);
-    m_user.confirmations = {false, true};
-
-    window().menus().mnuPanelDelete->trigger();
-    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 3);
-    EXPECT_FALSE(window().IsModified);
-    EXPECT_EQ(m_user.asked, QStringList{u"You are about to delete the active panel.  You will not be able to undelete."
-                                        "\r\nDo you want to continue?"_s});
-
-    window().menus().mnuPanelDelete->trigger();
-    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"Caption = 'Two'"_s), 0) << "the row goes before any save";
-    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 2);
-    EXPECT_TRUE(window().IsModified);
-    EXPECT_FALSE(window().IsBusy);
-    EXPECT_EQ(gWorkspace->Panels(2)->Caption, u"Three"_s);
-    EXPECT_EQ(activate(u"Three"_s).Index, 2);
-    EXPECT_EQ(activate(u"One"_s).Index, 1);
 }
 
 TEST_F(PanelCommands, TheDeleteKeyWorksOnThePanelAloneAndTheLastPanelTakesTheMenuAlong)

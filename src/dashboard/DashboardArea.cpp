@@ -74,10 +74,10 @@ void DashboardArea::setHint(const QString& sentence, const QList<QPair<QString, 
     m_hintWanted = std::move(wanted);
     m_sentence = sentence;
     m_keys = keys;
-    QStringList told{sentence};
+    QStringList description{sentence};
     for (const auto& [key, effect] : keys)
-        told.append(key + u": "_s + effect);
-    setAccessibleDescription(told.join(u". "_s));
+        description.append(key + u": "_s + effect);
+    setAccessibleDescription(description.join(u". "_s));
     viewport()->update();
 }
 

@@ -25,7 +25,7 @@ private:
     void showOptions(const QColor& background);
     void cmdWorkspaceColor_Click();
     void cmdOK_Click();
-    /// The frequency typed, once it passes; otherwise the user has been told.
+    /// The frequency typed, once it passes; otherwise a box has said why.
     bool ValidateForm(double& frequency);
     void refuse(const QString& text);
     QColor swatchColor() const;

@@ -39,7 +39,7 @@ void frmWorkspace::showWorkbook(const QString& file)
     const auto& visible = hostFactory().visibleInstance;
     if (!visible)
         return;
-    // What is wrong with a file is nothing to log: the user picked it and is told.
+    // What is wrong with a file is nothing to log: the user picked it, and reads it in a box.
     try {
         if (const auto instance = visible()) {
             instance->Open(file);

@@ -41,7 +41,8 @@ protected:
 
     /// Runs the steps, which call `goOn` now and then.
     void work(const QString& what, Cancel cancel, const std::function<void()>& steps);
-    /// Shows the progress and lets events run; false once the user has cancelled. A total of 0: nobody knows.
+    /// Shows the progress and lets events run; false once the user has cancelled. A total of 0 stands for an unknown
+    /// one.
     bool goOn(qint64 done, qint64 total);
     bool wasCancelled() const { return m_isCancelled; }
     /// What stays to be read in the dialog; empty: nothing.

@@ -35,7 +35,7 @@ CommandLine::CommandLine(const QStringList& words, const CommandForm& form)
     if (m_arguments.size() < form.leastArguments)
         throw UsageError(u"Something is missing."_s);
     if (m_arguments.size() > form.mostArguments)
-        throw UsageError(u"%1 is one too many."_s.arg(m_arguments.at(form.mostArguments)));
+        throw UsageError(u"There is no place for the argument \"%1\"."_s.arg(m_arguments.at(form.mostArguments)));
 }
 
 double CommandLine::number(const QString& name, double otherwise, double least, double most) const

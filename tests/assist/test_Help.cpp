@@ -59,16 +59,6 @@ TEST_F(HelpCommands, EachPlaceAsksForItsTopic)
     EXPECT_EQ(seen, topics);
 }
 
-TEST_F(HelpCommands, TheGuideOpensOnlyWhereItIs)
-{
-    start();
-    window().menus().mnuHelpLearningGuide->trigger();
-    EXPECT_TRUE(seen.isEmpty() && m_user.shown.isEmpty());
-    makeFile(u"lumivane_Learning_Guide.pdf"_s);
-    window().menus().mnuHelpLearningGuide->trigger();
-    EXPECT_EQ(seen, QStringList{QUrl::fromLocalFile(programFile(u"lumivane_Learning_Guide.pdf"_s)).toString()});
-}
-
 TEST_F(HelpCommands, TheTipLeadsToTheGuideWhereItIs)
 {
     const auto guide = [](const QDialog& tip) { return tip.findChild<QPushButton*>(u"cmdGuide"_s); };
@@ -81,17 +71,6 @@ TEST_F(HelpCommands, TheTipLeadsToTheGuideWhereItIs)
     guide(tip)->click();
     EXPECT_EQ(seen, QStringList{QUrl::fromLocalFile(learningGuideFile()).toString()});
     EXPECT_TRUE(m_user.shown.isEmpty());
-}
-
-TEST_F(HelpCommands, TheWebSiteIsOfferedOnceItIsKnown)
-{
-    start();
-    EXPECT_FALSE(window().menus().mnuHelpWeb->isVisible());
-    SetIniString(GetIniFile(), u"Settings"_s, u"Web Site"_s, u"https://example.org/"_s);
-    start();
-    EXPECT_TRUE(window().menus().mnuHelpWeb->isVisible());
-    window().menus().mnuHelpWeb->trigger();
-    EXPECT_EQ(seen, QStringList{u"https://example.org/"_s});
 }
 
 } // namespace

@@ -93,23 +93,6 @@ TEST_F(CopyMove, ACopyOnAnotherDashboardIsStoredThereAtOnce)
     EXPECT_EQ(window().panelWindows().size(), 2);
 }
 
-TEST_F(CopyMove, ACopyOnTheSameDashboardIsStoredWithIt)
-{
-    copyTo(u"Morning"_s);
-    EXPECT_EQ(panelCaptions(), (QStringList{u"Two"_s, u"One"_s, u"Two"_s}));
-    ASSERT_EQ(gWorkspace->NumPanels(), 3);
-    EXPECT_EQ(gWorkspace->Panels(3)->ID, 0);
-    EXPECT_EQ(window().panelWindows().last()->Index, 3);
-    EXPECT_FALSE(window().panelWindows().last()->picture().image.isNull());
-    EXPECT_EQ(window().panelWindows().last()->pos(), window().panelWindows().first()->pos());
-    EXPECT_TRUE(window().IsModified);
-    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 3) << "nothing is stored before the dashboard is";
-
-    window().mnuWorkspaceSave_Click();
-    EXPECT_EQ(storedOn(u"Morning "_s), (QStringList{u"One"_s, u"Two"_s, u"Two"_s}));
-    EXPECT_EQ(storedOn(u"Evening"_s), QStringList{u"Three"_s});
-}
-
 TEST_F(CopyMove, ACopyNotSavedIsGoneOnReload)
 {
     copyTo(u"Morning"_s);
@@ -167,16 +150,6 @@ TEST_F(CopyMove, AMoveThatCannotBeStoredLeavesThePanel)
     EXPECT_EQ(gWorkspace->NumPanels(), 2);
 }
 
-TEST_F(CopyMove, CancelChangesNothing)
-{
-    for (QAction* command : {window().menus().mnuPanelCopy, window().menus().mnuPanelMove}) {
-        run(command, QString());
-        EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 3);
-        EXPECT_EQ(gWorkspace->NumPanels(), 2);
-        EXPECT_FALSE(window().IsModified);
-    }
-}
-
 TEST_F(CopyMove, ChangesAreSavedFirstAndCancelEndsTheCommand)
 {
     window().IsModified = true;
@@ -191,27 +164,6 @@ TEST_F(CopyMove, ChangesAreSavedFirstAndCancelEndsTheCommand)
     m_user.answers = {Answer::Yes};
     copyTo(u"Evening"_s);
     EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"Comments = 'changed'"_s), 2);
-}
-
-TEST_F(CopyMove, WithoutAnotherDashboardAMoveSaysSo)
-{
-    list().setCurrentText(u"Evening"_s);
-    m_user.confirmations = {true};
-    window().mnuWorkspaceDelete_Click();
-    activate(u"Two"_s);
-    window().menus().mnuPanelMove->trigger();
-    EXPECT_EQ(m_user.shown, QStringList{u"There are no saved dashboards to select from.  Please save at least one "
-                                        "dashboard."_s});
-    EXPECT_EQ(window().panelWindows().size(), 2);
-}
-
-TEST_F(CopyMove, WithoutAPanelNothingIsAsked)
-{
-    window().mnuWorkspaceNew_Click();
-    m_user.asked.clear();
-    window().menus().mnuPanelCopy->trigger();
-    window().menus().mnuPanelMove->trigger();
-    EXPECT_TRUE(m_user.asked.isEmpty());
 }
 
 } // namespace

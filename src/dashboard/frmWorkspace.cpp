@@ -7,6 +7,7 @@
 #include "panel/Twips.h"
 #include "panel/frmPanel.h"
 #include "platform/ApplicationInfo.h"
+#include "platform/Failures.h"
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
 #include "platform/ShownText.h"
@@ -14,6 +15,7 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
+#include "services/ProgramFiles.h"
 #include "services/modMain.h"
 #include "services/modUtilsLog.h"
 
@@ -50,7 +52,7 @@ frmWorkspace::frmWorkspace(QWidget* parent) : QMainWindow(parent), m_actions(*th
 
 frmWorkspace::~frmWorkspace()
 {
-    // The ground tells about windows that become active while it is taken apart.
+    // The ground sends signals for windows that become active while it is taken apart.
     disconnect(m_area, nullptr, this, nullptr);
 }
 
@@ -150,9 +152,13 @@ void frmWorkspace::unloadForMissingDatabase()
 
 void frmWorkspace::closeEvent(QCloseEvent* event)
 {
-    bool OK = true;
-    command(u"Form_QueryUnload"_s, [&] { PromptSave(false, OK); });
-    if (!OK) {
+    Saved saved = Saved::Failed;
+    command(u"Form_QueryUnload"_s, [&] { saved = askToSave(false); });
+    if (saved == Saved::Failed && ConfirmAction(u"The dashboard '"_s + gWorkspace->Name +
+                                                u"' could not be saved. Do you want to close it all the same and "
+                                                "lose its changes?"_s))
+        saved = Saved::Yes;
+    if (saved != Saved::Yes) {
         event->ignore();
         return;
     }
@@ -184,7 +190,8 @@ void frmWorkspace::command(const QString& procedure, const std::function<void()>
 {
     try {
         runToItsEnd(steps);
-    } catch (const RuntimeError& error) {
+    } catch (const std::exception& failure) {
+        const RuntimeError error = describedFailure(failure);
         IsBusy = false;
         prompts().setPointer(Prompts::Pointer::Default);
         LogError(objectName(), procedure, error.number(), error.description(), true);
@@ -234,8 +241,8 @@ void frmWorkspace::showPanelMenu(const QPoint& globalPosition)
 
 void frmWorkspace::showWorkspaceMenu(const QPoint& position, const QPoint& globalPosition)
 {
-    ClickX = toTwips(position.x());
-    ClickY = toTwips(position.y());
+    ClickX = toTwips(position.x() + m_area->horizontalScrollBar()->value());
+    ClickY = toTwips(position.y() + m_area->verticalScrollBar()->value());
     m_actions.mnuWorkspace->popup(globalPosition);
 }
 
@@ -252,7 +259,7 @@ void frmWorkspace::arrangePanels(QVector<QRect> (*places)(const QRect&, int))
 
 void frmWorkspace::cascadePanels()
 {
-    // In the order in which they lie, so that the topmost stays it. Sizes are part of a panel's view and stay.
+    // In the order in which they lie, so that the topmost one stays on top. Sizes belong to a panel's view and stay.
     QList<QMdiSubWindow*> windows = m_area->subWindowList(QMdiArea::StackingOrder);
     windows.removeIf([](const QMdiSubWindow* window) { return window->isMinimized(); });
     if (windows.isEmpty())

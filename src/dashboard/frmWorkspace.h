@@ -33,10 +33,10 @@ class frmWorkspace : public QMainWindow
 public:
     bool EditMode = false;        ///< layout mode
     bool IsBusy = false;          ///< a command or a pass runs; only the pass looks at it
-    bool IsModified = false;      ///< the dashboard has changes that no panel's IsDirty tells
+    bool IsModified = false;      ///< the dashboard has changes that no panel's IsDirty records
     bool IsFirstActivate = false; ///< the work of the first activation is still to do
     qint16 TickCount = 0;         ///< minutes counted
-    float ClickX = 0;             ///< where the right button last went on the ground, in twips
+    float ClickX = 0;             ///< where the right button last went on the ground, in twips of the dashboard
     float ClickY = 0;
 
     explicit frmWorkspace(QWidget* parent = nullptr);
@@ -62,8 +62,10 @@ public:
     void cmbWorkspaces_Load();
     void cmbWorkspaces_Click();
     void Workspace_LoadPanels(qint32 WorkspaceID, bool& OK);
-    void Workspace_Save();
-    /// OK is false when the user cancelled. `FromCombo`: the list already stands on another dashboard.
+    /// False when a part of the dashboard could not be stored; it then counts as changed.
+    bool Workspace_Save();
+    /// OK is false when the dashboard must stay: the user cancelled, gave no name, or it could not be saved.
+    /// `FromCombo`: the list already stands on another dashboard.
     void PromptSave(bool FromCombo, bool& OK);
 
     // Panel windows.
@@ -153,7 +155,13 @@ private:
     /// Runs a command's steps and traps what they throw.
     void command(const QString& procedure, const std::function<void()>& steps);
     void runToItsEnd(const std::function<void()>& steps);
-    void saveUnderNewName(const QString& Mode, bool asCopy);
+    enum class Saved { Yes, Cancelled, Failed };
+    /// Asks whether changes are to be saved, and does so. Yes where nothing is left to be saved.
+    Saved askToSave(bool FromCombo);
+    Saved saveDashboard();
+    Saved saveUnderNewName(const QString& Mode, bool asCopy);
+    /// Stands the list on a dashboard without loading it.
+    void showInList(qint32 WorkspaceID);
     /// Runs a command of the active panel, a member of frmPanel or steps with it, with passes held off meanwhile.
     /// Nothing happens without a panel. `procedure` names the entry in the log.
     void runPanelCommand(const QString& procedure, const std::function<void(frmPanel&)>& member);
@@ -188,7 +196,7 @@ private:
     void copyWithinDashboard(frmPanel& panel);
     void moveToDashboard(frmPanel& panel, qint32 target);
     QString dashboardName(qint32 WorkspaceID) const;
-    void tellTransfer(const QString& text);
+    void reportTransfer(const QString& text);
 
     frmPanel* activePanel() const;
     frmPanel* newPanelWindow(qint16 Index);

@@ -6,8 +6,8 @@
 #include "dashboard/frmSaveWorkspace.h"
 #include "panel/frmPanel.h"
 #include "platform/Checked.h"
+#include "platform/Failures.h"
 #include "platform/Prompts.h"
-#include "platform/RuntimeError.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
@@ -26,6 +26,33 @@
 namespace lumivane {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What makes a dashboard in memory the one that is stored.
+class StoredIdentity
+{
+public:
+    explicit StoredIdentity(const clsWorkspace& dashboard) : m_name(dashboard.Name), m_id(dashboard.ID)
+    {
+        for (int i = 1; i <= dashboard.NumPanels(); ++i)
+            m_panels.append(dashboard.Panels(i)->ID);
+    }
+    void giveBackTo(clsWorkspace& dashboard) const
+    {
+        dashboard.Name = m_name;
+        dashboard.ID = m_id;
+        for (int i = 1; i <= dashboard.NumPanels(); ++i)
+            dashboard.Panels(i)->ID = m_panels[i - 1];
+    }
+
+private:
+    QString m_name;
+    qint32 m_id;
+    QList<qint16> m_panels;
+};
+
+} // namespace
 
 void frmWorkspace::mnuWorkspaceNew_Click()
 {
@@ -71,13 +98,20 @@ void frmWorkspace::mnuWorkspaceOpen_Click()
 
 void frmWorkspace::mnuWorkspaceSave_Click()
 {
-    command(u"mnuWorkspaceSave_Click"_s, [this] {
+    saveDashboard();
+}
+
+frmWorkspace::Saved frmWorkspace::saveDashboard()
+{
+    Saved saved = Saved::Failed;
+    command(u"mnuWorkspaceSave_Click"_s, [&] {
         StorePanelPositions();
         if (gWorkspace->ID > 0)
-            Workspace_Save();
+            saved = Workspace_Save() ? Saved::Yes : Saved::Failed;
         else
-            mnuWorkspaceSaveAs_Click();
+            saved = saveUnderNewName(u"SaveAs"_s, true);
     });
+    return saved;
 }
 
 void frmWorkspace::mnuWorkspaceSaveAs_Click()
@@ -90,15 +124,16 @@ void frmWorkspace::mnuWorkspaceRename_Click()
     command(u"mnuWorkspaceRename_Click"_s, [this] { saveUnderNewName(u"Rename"_s, false); });
 }
 
-void frmWorkspace::saveUnderNewName(const QString& Mode, bool asCopy)
+frmWorkspace::Saved frmWorkspace::saveUnderNewName(const QString& Mode, bool asCopy)
 {
     IsBusy = true;
     frmSaveWorkspace dialog(Mode, gWorkspace->Name, this);
     dialog.exec();
     if (dialog.WorkspaceName.isEmpty()) {
         IsBusy = false;
-        return;
+        return Saved::Cancelled;
     }
+    const StoredIdentity before(*gWorkspace);
     gWorkspace->Name = dialog.WorkspaceName;
     if (asCopy) {
         // All rows are inserted anew, and those of the dashboard it came from stay as they are.
@@ -106,20 +141,36 @@ void frmWorkspace::saveUnderNewName(const QString& Mode, bool asCopy)
         for (int i = 1; i <= gWorkspace->NumPanels(); ++i)
             gWorkspace->Panels(i)->ID = 0;
     }
-    Workspace_Save();
+    const bool saved = Workspace_Save();
+    if (gWorkspace->ID < 1)
+        before.giveBackTo(*gWorkspace); // it has no row of its own
     IsBusy = false;
+    return saved ? Saved::Yes : Saved::Failed;
 }
 
-void frmWorkspace::Workspace_Save()
+bool frmWorkspace::Workspace_Save()
 {
     IsBusy = true;
-    if (gWorkspace->SaveToDB(gDB)) {
+    const bool saved = gWorkspace->SaveToDB(gDB);
+    if (saved) {
         ClearDirty();
-        cmbWorkspaces_Load();
-        ComboSelectByData(*m_actions.cmbWorkspaces, gWorkspace->ID);
         SetFormCaption(gWorkspace->Name);
+    } else {
+        IsModified = true;
+    }
+    // A dashboard that was stored in part has its row, and so its entry.
+    if (saved || (gWorkspace->ID > 0 && m_actions.cmbWorkspaces->findData(gWorkspace->ID) < 0)) {
+        cmbWorkspaces_Load();
+        showInList(gWorkspace->ID);
     }
     IsBusy = false;
+    return saved;
+}
+
+void frmWorkspace::showInList(qint32 WorkspaceID)
+{
+    const QSignalBlocker standing(m_actions.cmbWorkspaces);
+    ComboSelectByData(*m_actions.cmbWorkspaces, WorkspaceID);
 }
 
 void frmWorkspace::mnuWorkspaceDelete_Click()
@@ -172,11 +223,11 @@ void frmWorkspace::cmbWorkspaces_Click()
         bool OK = false;
         PromptSave(true, OK);
         if (!OK) {
-            ComboSelectByData(list, gWorkspace->ID);
+            showInList(gWorkspace->ID);
             IsBusy = false;
             return;
         }
-        // Read anew: the prompt may have rebuilt the list, and may have loaded this dashboard already.
+        IsBusy = true;
         bool loaded = false;
         Workspace_LoadPanels(ComboSelectedData(list), loaded);
         if (loaded)
@@ -189,11 +240,13 @@ void frmWorkspace::cmbWorkspaces_Click()
 
 void frmWorkspace::PromptSave(bool FromCombo, bool& OK)
 {
-    OK = true;
-    if (!gWorkspace)
-        return;
-    if (!AnyPanelDirty() && !IsModified)
-        return;
+    OK = askToSave(FromCombo) == Saved::Yes;
+}
+
+frmWorkspace::Saved frmWorkspace::askToSave(bool FromCombo)
+{
+    if (!gWorkspace || (!AnyPanelDirty() && !IsModified))
+        return Saved::Yes;
     if (gWorkspace->Name.isEmpty())
         gWorkspace->Name = u"Untitled"_s;
 
@@ -201,21 +254,21 @@ void frmWorkspace::PromptSave(bool FromCombo, bool& OK)
     const qint32 chosen = ComboSelectedData(list);
     switch (prompts().askYesNoCancel(u"Save changes to "_s + gWorkspace->Name + u'?')) {
     case Prompts::Answer::Cancel:
-        OK = false;
-        break;
+        return Saved::Cancelled;
     case Prompts::Answer::Yes:
-        mnuWorkspaceSave_Click();
-        if (FromCombo)
-            ComboSelectByData(list, chosen);
+        if (const Saved saved = saveDashboard(); saved != Saved::Yes)
+            return saved;
         break;
     case Prompts::Answer::No:
         ClearDirty();
-        IsFirstActivate = true;
         cmbWorkspaces_Load();
-        ComboSelectByData(list, chosen);
-        IsFirstActivate = false;
-        break;
+        showInList(chosen);
+        return Saved::Yes;
     }
+    // The list has been rebuilt, and stands on what was saved.
+    if (FromCombo)
+        showInList(chosen);
+    return Saved::Yes;
 }
 
 void frmWorkspace::Workspace_LoadPanels(qint32 WorkspaceID, bool& OK)
@@ -237,7 +290,8 @@ void frmWorkspace::Workspace_LoadPanels(qint32 WorkspaceID, bool& OK)
         Excel_Exit(XLInst);
         SetFormCaption(gWorkspace->Name);
         OK = true;
-    } catch (const RuntimeError& error) {
+    } catch (const std::exception& failure) {
+        const RuntimeError error = describedFailure(failure);
         LogError(objectName(), u"Workspace_LoadPanels"_s, error.number(), error.description(), true);
     }
     prompts().setPointer(Prompts::Pointer::Default);
@@ -315,10 +369,15 @@ void frmWorkspace::StorePanelPositions()
         const auto record = gWorkspace->Panels(panel->Index);
         if (!record)
             throw RuntimeError(RuntimeError::ObjectNotSet);
-        record->pLeft = toInt16(panel->Left());
-        record->pTop = toInt16(panel->Top());
-        record->pHeight = toInt16(panel->Height());
-        record->pWidth = toInt16(panel->Width());
+        try {
+            record->pLeft = toInt16(panel->Left());
+            record->pTop = toInt16(panel->Top());
+            record->pHeight = toInt16(panel->Height());
+            record->pWidth = toInt16(panel->Width());
+        } catch (const RuntimeError& error) {
+            throw RuntimeError(error.number(), u"Panel '"_s + record->Caption + u"' cannot be stored where it is. "_s +
+                                                   error.description());
+        }
     }
 }
 

@@ -87,7 +87,7 @@ void frmWorkspace::copyToDashboard(frmPanel& panel, qint32 target)
         stored = record->SaveToDB(gDB, target);
     }
     if (stored)
-        tellTransfer(
+        reportTransfer(
             u"\u201c%1\u201d has been copied to \u201c%2\u201d."_s.arg(record->Caption, dashboardName(target)));
 }
 
@@ -113,7 +113,7 @@ void frmWorkspace::copyWithinDashboard(frmPanel& panel)
     IsModified = true;
     const QList<frmPanel*> windows = panelWindows();
     if (std::any_of(windows.begin(), windows.end(), [&](const frmPanel* window) { return window->Index == Index; }))
-        tellTransfer(u"The copy of \u201c%1\u201d lies on the panel it was made of."_s.arg(original->Caption));
+        reportTransfer(u"The copy of \u201c%1\u201d lies on the panel it was made of."_s.arg(original->Caption));
 }
 
 void frmWorkspace::moveToDashboard(frmPanel& panel, qint32 target)
@@ -122,7 +122,7 @@ void frmWorkspace::moveToDashboard(frmPanel& panel, qint32 target)
     if (!record->SaveToDB(gDB, target))
         return;
     Panel_Remove(panel, false);
-    tellTransfer(u"\u201c%1\u201d has been moved to \u201c%2\u201d."_s.arg(record->Caption, dashboardName(target)));
+    reportTransfer(u"\u201c%1\u201d has been moved to \u201c%2\u201d."_s.arg(record->Caption, dashboardName(target)));
 }
 
 QString frmWorkspace::dashboardName(qint32 WorkspaceID) const
@@ -131,7 +131,7 @@ QString frmWorkspace::dashboardName(qint32 WorkspaceID) const
     return list.itemText(list.findData(WorkspaceID)).trimmed();
 }
 
-void frmWorkspace::tellTransfer(const QString& text)
+void frmWorkspace::reportTransfer(const QString& text)
 {
     statusBar()->showMessage(text, transferMessageTime);
 }

@@ -1,6 +1,8 @@
 #include "dashboard/DashboardFixture.h"
 #include "dashboard/frmSaveWorkspace.h"
+#include "host/Host.h"
 #include "panel/frmPanel.h"
+#include "platform/Checked.h"
 #include "repository/Database.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
@@ -9,6 +11,7 @@
 #include <QAction>
 #include <QFile>
 #include <QMenu>
+#include <QWheelEvent>
 
 using namespace lumivane;
 using namespace Qt::StringLiterals;
@@ -37,18 +40,6 @@ TEST_F(Start, OpensTheDashboardSeenLastWithAWindowForEachPanel)
     EXPECT_TRUE(panelMenuEnabled());
     EXPECT_FALSE(window().AnyPanelDirty() || window().IsModified || window().IsBusy || window().IsFirstActivate);
     EXPECT_EQ(m_user.pointer, Prompts::Pointer::Default);
-}
-
-TEST_F(Start, AnEmptyProjectGetsAnUntitledDashboard)
-{
-    start();
-    EXPECT_EQ(listed(), QStringList{u"Untitled"_s});
-    EXPECT_EQ(list().currentIndex(), 0);
-    EXPECT_EQ(window().windowTitle(), u"Lumivane - Untitled"_s);
-    EXPECT_TRUE(window().IsModified);
-    EXPECT_FALSE(panelMenuEnabled());
-    EXPECT_TRUE(m_tip.startsWith(u"To create a dashboard, copy ranges of cells or charts from Excel spreadsheets, "_s));
-    EXPECT_FALSE(window().IsBusy || window().IsFirstActivate);
 }
 
 TEST_F(Start, ADashboardWithoutPanelsLoadsWithThePanelMenuDisabled)
@@ -109,8 +100,6 @@ TEST_P(SavePrompt, AsksOnlyForChangesAndDoesAsAnswered)
 
 const PromptRow promptRows[] = {
     {"nothing_changed", false, false, Answer::Yes, false, true, false, false},
-    {"panel_changed_yes", true, false, Answer::Yes, true, true, true, false},
-    {"panel_changed_no", true, false, Answer::No, true, true, false, false},
     {"panel_changed_cancel", true, false, Answer::Cancel, true, false, false, true},
     {"dashboard_changed_yes", false, true, Answer::Yes, true, true, true, false},
     {"dashboard_changed_no", false, true, Answer::No, true, true, false, false},
@@ -130,17 +119,6 @@ TEST_F(Lifecycle, NoDropsTheEntriesOfDashboardsNeverStored)
     EXPECT_EQ(listed(), QStringList{u"Morning"_s});
 }
 
-TEST_F(Lifecycle, YesAndThenNoNameDropsTheWork)
-{
-    start();
-    m_user.answers = {Answer::Yes};
-    test::whenShown<frmSaveWorkspace>([](frmSaveWorkspace& dialog) { dialog.reject(); });
-    bool OK = false;
-    window().PromptSave(false, OK);
-    EXPECT_TRUE(OK);
-    EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 0);
-}
-
 // ---- the list ----
 
 class Switching : public Lifecycle
@@ -154,53 +132,39 @@ protected:
     }
 };
 
-TEST_F(Switching, LoadsTheChosenDashboard)
-{
-    list().setCurrentIndex(1);
-    EXPECT_EQ(window().windowTitle(), u"Lumivane - Morning"_s);
-    EXPECT_EQ(panelCaptions(), QStringList{u"One"_s});
-    EXPECT_FALSE(window().IsBusy);
-}
-
-TEST_F(Switching, CancelStaysAndPutsTheListBack)
-{
-    makeDirty();
-    list().setCurrentIndex(1);
-    EXPECT_EQ(m_user.asked, QStringList{u"Save changes to Evening?"_s});
-    EXPECT_EQ(list().currentText(), u"Evening"_s);
-    EXPECT_EQ(panelCaptions(), QStringList{u"Two"_s});
-    EXPECT_TRUE(window().AnyPanelDirty());
-}
-
-TEST_F(Switching, CancelPutsTheListBackToADashboardNeverStored)
+TEST_F(Switching, ADashboardWithoutANameStaysWhicheverWayItIsNotSaved)
 {
     window().mnuWorkspaceNew_Click();
-    list().setCurrentIndex(1);
-    EXPECT_EQ(list().currentText(), u"Untitled"_s);
-    EXPECT_EQ(gWorkspace->ID, 0);
+    for (const Answer answer : {Answer::Cancel, Answer::Yes}) {
+        m_user.asked.clear();
+        m_user.answers = {answer};
+        if (answer == Answer::Yes)
+            test::whenShown<frmSaveWorkspace>([](frmSaveWorkspace& dialog) { dialog.reject(); });
+        list().setCurrentIndex(1);
+        EXPECT_EQ(m_user.asked, QStringList{u"Save changes to Untitled?"_s}) << "asked once";
+        EXPECT_EQ(list().currentText(), u"Untitled"_s);
+        EXPECT_EQ(gWorkspace->ID, 0);
+        EXPECT_TRUE(window().IsModified);
+    }
 }
 
-TEST_F(Switching, YesStoresTheOldOneAndLoadsTheChosenOne)
+TEST_F(Switching, TheChosenDashboardIsLoadedOnceAfterASave)
 {
-    window().panelWindows().first()->setPlace(600, 450);
     makeDirty();
     m_user.answers = {Answer::Yes};
     list().setCurrentIndex(1);
-    EXPECT_EQ(m_user.asked.size(), 1);
-    EXPECT_EQ(stored(u"SELECT * FROM LvnSavedPanel WHERE Caption = 'Two'"_s, u"Left"_s), u"600"_s);
     EXPECT_EQ(list().currentText().trimmed(), u"Morning"_s);
     EXPECT_EQ(panelCaptions(), QStringList{u"One"_s});
-    EXPECT_FALSE(window().AnyPanelDirty());
+    EXPECT_EQ(workersStarted(), 1);
 }
 
-TEST_F(Switching, NoLoadsTheChosenOneAndStoresNothing)
+TEST_F(Switching, AWheelThatPassesOverTheListLoadsNothing)
 {
-    window().panelWindows().first()->setPlace(600, 450);
-    makeDirty();
-    m_user.answers = {Answer::No};
-    list().setCurrentIndex(1);
-    EXPECT_EQ(stored(u"SELECT * FROM LvnSavedPanel WHERE Caption = 'Two'"_s, u"Left"_s), u"150"_s);
-    EXPECT_EQ(panelCaptions(), QStringList{u"One"_s});
+    window().panelWindows().first()->setFocus();
+    QWheelEvent wheel({5, 5}, list().mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&list(), &wheel);
+    EXPECT_EQ(list().currentIndex(), 0);
 }
 
 TEST_F(Switching, WithoutAHostTheRecordIsThereAndTheHourglassStays)
@@ -236,18 +200,6 @@ TEST_F(Lifecycle, EachNewAddsAnEntryWhileAnEarlierOneStands)
     EXPECT_FALSE(window().IsBusy);
 }
 
-TEST_F(Lifecycle, ANewDashboardIsStoredUnderTheNameGiven)
-{
-    start();
-    answerName(u"  Noon "_s);
-    window().mnuWorkspaceSave_Click();
-    EXPECT_EQ(stored(u"SELECT * FROM LvnSavedWorkspace"_s, u"Name"_s), u"Noon"_s);
-    EXPECT_EQ(listed(), QStringList{u"Noon"_s});
-    EXPECT_EQ(list().currentIndex(), 0);
-    EXPECT_EQ(window().windowTitle(), u"Lumivane - Noon"_s);
-    EXPECT_FALSE(window().IsModified);
-}
-
 TEST_F(Lifecycle, SaveAsCopiesAllRowsWithTheOldPlaces)
 {
     storeDashboard(u"Morning"_s, {u"One"_s, u"Two"_s});
@@ -265,19 +217,6 @@ TEST_F(Lifecycle, SaveAsCopiesAllRowsWithTheOldPlaces)
     EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"[Left] = 600"_s), 2);
 }
 
-TEST_F(Lifecycle, ASavedNameGrowsByABlankAndStillIsTheSameDashboard)
-{
-    storeDashboard(u"Morning"_s, {u"One"_s});
-    start();
-    const qint32 id = gWorkspace->ID;
-    answerName(u"Evening"_s);
-    window().mnuWorkspaceRename_Click();
-    EXPECT_EQ(gWorkspace->ID, id);
-    EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 1);
-    EXPECT_EQ(stored(u"SELECT * FROM LvnSavedWorkspace"_s, u"Name"_s), u"Evening "_s);
-    EXPECT_EQ(window().windowTitle(), u"Lumivane - Evening"_s);
-}
-
 TEST_F(Lifecycle, ACancelledNameChangesNothing)
 {
     storeDashboard(u"Morning"_s, {u"One"_s});
@@ -291,38 +230,79 @@ TEST_F(Lifecycle, ACancelledNameChangesNothing)
     }
 }
 
-TEST_F(Lifecycle, DeleteAsksAndGoesOnToTheNextDashboard)
-{
-    storeDashboard(u"Morning"_s, {u"One"_s});
-    storeDashboard(u"Evening"_s, {u"Two"_s});
-    start();
-    window().mnuWorkspaceDelete_Click();
-    EXPECT_EQ(m_user.asked, QStringList{u"Are you sure you want to delete 'Evening'?"_s});
-    EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 2);
+// ---- what could not be saved ----
 
-    m_user.confirmations = {true};
-    window().mnuWorkspaceDelete_Click();
-    EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 1);
-    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 1);
-    EXPECT_EQ(window().windowTitle(), u"Lumivane - Morning"_s);
+class FailedSave : public Lifecycle
+{
+protected:
+    void SetUp() override
+    {
+        storeDashboard(u"Evening"_s, {u"Two"_s});
+        storeDashboard(u"Morning"_s, {u"One"_s});
+    }
+    /// Answers that changes are to be saved, and whether the window is closed all the same.
+    bool close(bool allTheSame)
+    {
+        m_user.shown.clear();
+        m_user.answers = {Answer::Yes};
+        m_user.confirmations = {allTheSame};
+        return window().close();
+    }
+};
+
+TEST_F(FailedSave, KeepsTheDashboardUntilItsUserGivesItUp)
+{
+    start();
+    gWorkspace->Panels(1)->SheetName = u"Bob's"_s; // is no text that a statement can hold
+    makeDirty();
+    m_user.answers = {Answer::Yes};
+    list().setCurrentText(u"Evening"_s);
     EXPECT_EQ(panelCaptions(), QStringList{u"One"_s});
+    EXPECT_EQ(list().currentText(), u"Morning"_s);
+    EXPECT_TRUE(window().AnyPanelDirty());
+
+    EXPECT_FALSE(close(false));
+    EXPECT_TRUE(m_user.asked.last().startsWith(u"The dashboard 'Morning' could not be saved."_s));
+    EXPECT_TRUE(close(true));
 }
 
-TEST_F(Lifecycle, DeletingTheLastOneLeavesAnUntitledOneThatIsPromptedFor)
+TEST_F(FailedSave, NamesThePanelThatStandsTooFarOut)
 {
-    storeDashboard(u"Morning"_s, {u"One"_s});
+    setLargeSheets(true);
     start();
-    m_user.confirmations = {true};
-    window().mnuWorkspaceDelete_Click();
-    EXPECT_EQ(listed(), QStringList{u"Untitled"_s});
-    EXPECT_FALSE(window().menus().mnuWorkspaceDelete->isEnabled());
-    EXPECT_TRUE(window().panelWindows().isEmpty());
-    m_user.asked.clear();
-    window().close();
-    EXPECT_EQ(m_user.asked, QStringList{u"Save changes to Untitled?"_s});
+    window().panelWindows().first()->setPlace(45000, 450);
+    setLargeSheets(false);
+    EXPECT_FALSE(close(false));
+    ASSERT_EQ(m_user.shown.size(), 1);
+    EXPECT_TRUE(m_user.shown[0].contains(u"Panel 'One' cannot be stored where it is."_s));
+}
+
+TEST_F(FailedSave, UnderAnotherNameLeavesTheDashboardThatItWas)
+{
+    start();
+    const qint32 id = gWorkspace->ID;
+    gDB->Close();
+    answerName(u"Copy"_s);
+    window().mnuWorkspaceSaveAs_Click();
+    EXPECT_EQ(gWorkspace->Name, u"Morning"_s);
+    EXPECT_EQ(gWorkspace->ID, id);
+    EXPECT_GT(gWorkspace->Panels(1)->ID, 0);
+    EXPECT_TRUE(window().IsModified);
 }
 
 // ---- panels that do not load ----
+
+TEST_F(Lifecycle, MemoryThatRunsOutEndsTheCommandAlone)
+{
+    start();
+    HostFactory factory = m_library.factory();
+    factory.visibleInstance = []() -> std::shared_ptr<Application> { throw std::bad_alloc(); };
+    setHostFactory(factory);
+    m_user.files = {u"huge.xlsx"_s};
+    window().mnuWorkspaceWorkbook_Click();
+    ASSERT_EQ(m_user.shown.size(), 1);
+    EXPECT_TRUE(m_user.shown[0].contains(u"There is not enough memory for this."_s));
+}
 
 class UnloadablePanel : public Lifecycle
 {
@@ -355,18 +335,6 @@ TEST_F(UnloadablePanel, GoesWithItsRowAndLaterWindowsAreRenumbered)
 }
 
 // ---- the end ----
-
-TEST_F(Lifecycle, ClosingAsksAndCancelStays)
-{
-    storeDashboard(u"Morning"_s, {u"One"_s});
-    start();
-    makeDirty();
-    EXPECT_FALSE(window().close());
-    EXPECT_TRUE(window().isVisible());
-    EXPECT_TRUE(window().AnyPanelDirty());
-    m_user.answers = {Answer::No};
-    EXPECT_TRUE(window().close());
-}
 
 TEST_F(Lifecycle, TheWindowComesBackWhereItWas)
 {

@@ -177,14 +177,18 @@ def go_through(departure, program):
         seen(f'{button} before {departure.name}')
 
 
-def lose_a_name(program):
-    """Yes, and then no name: the dashboard is still not saved, but whoever wants to leave it gets away."""
+def give_no_name(program):
+    """Yes, and then no name: the dashboard is not saved, and stays. It can still be given up."""
     key('ctrl+n')
     main = main_window(program, 'Untitled')
     choose_dashboard(program, main, 'South')
     program.answer('Save changes to Untitled?', 'Yes')
-    program.wait_window('Save dashboard As')
+    dialog = program.wait_window('Save dashboard As')
     key('Escape')
+    program.wait_gone(dialog)
+    main = main_window(program, 'Untitled')
+    wait_for(lambda: dashboard_list(main).title, 'Untitled', 'the list on the dashboard that stays')
+    choose_dashboard(program, main, 'South')
     program.answer('Save changes to Untitled?', 'No')
     main_window(program, 'South')
     assert stored_dashboards(program) == ['North', 'South']
@@ -228,7 +232,7 @@ def test(a_desk):
     choose_dashboard(program, main, 'North')
     for way in (ByNew, ByOpen, ByList, ByRefresh, ByClose):
         go_through(way(program), program)
-    lose_a_name(program)
+    give_no_name(program)
     delete(program)
 
 

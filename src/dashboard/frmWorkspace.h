@@ -169,7 +169,8 @@ private:
     void refreshActivePanel(frmPanel& panel);
     void checkPanels();
     void sharpenPanel(frmPanel& panel);
-    void openPanelWindows(XLInstance& XLInst, bool Refresh);
+    void openPanelWindows(XLInstance& XLInst, bool Refresh, const clsWorkspacePanel* leftOut = nullptr);
+    bool loadMarked(frmPanel& panel, XLInstance& XLInst, bool Refresh);
 
     // Layout mode.
     using MarkedStep = std::function<void(frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base)>;

@@ -2,6 +2,7 @@
 
 #include "controls/modUtilsControls.h"
 #include "dashboard/DashboardArea.h"
+#include "dashboard/LoadMark.h"
 #include "dashboard/frmOpenWorkspace.h"
 #include "dashboard/frmSaveWorkspace.h"
 #include "panel/frmPanel.h"
@@ -286,10 +287,16 @@ void frmWorkspace::Workspace_LoadPanels(qint32 WorkspaceID, bool& OK)
         // Without a host the record stands alone, and the program shows that it has not come to an end.
         if (!Excel_Init(XLInst))
             return;
-        openPanelWindows(XLInst, false);
+        const auto leftOut = gWorkspace->PanelsByID(LoadMark::takeLeftOver(gDB->Name()));
+        openPanelWindows(XLInst, false, leftOut.get());
         Excel_Exit(XLInst);
         SetFormCaption(gWorkspace->Name);
         OK = true;
+        if (leftOut)
+            prompts().message(u"The program ended while it loaded panel '"_s + leftOut->Caption +
+                                  u"'. This time the dashboard is shown without that panel. It is tried again when "
+                                  "the dashboard is loaded the next time."_s,
+                              Prompts::Icon::Exclamation);
     } catch (const std::exception& failure) {
         const RuntimeError error = describedFailure(failure);
         LogError(objectName(), u"Workspace_LoadPanels"_s, error.number(), error.description(), true);
@@ -298,12 +305,12 @@ void frmWorkspace::Workspace_LoadPanels(qint32 WorkspaceID, bool& OK)
     IsBusy = false;
 }
 
-void frmWorkspace::openPanelWindows(XLInstance& XLInst, bool Refresh)
+void frmWorkspace::openPanelWindows(XLInstance& XLInst, bool Refresh, const clsWorkspacePanel* leftOut)
 {
     // Last to first, so that the first panel ends up on top.
     for (qint16 i = gWorkspace->NumPanels(); i >= 1; --i) {
         const auto panel = gWorkspace->Panels(i);
-        if (panel && panel->ID >= 1)
+        if (panel && panel->ID >= 1 && panel.get() != leftOut)
             Panel_LoadWindow(XLInst, i, Refresh);
     }
 }
@@ -314,7 +321,7 @@ void frmWorkspace::Panel_LoadWindow(XLInstance& XLInst, qint16 Index, bool Refre
     frmPanel* panel = newPanelWindow(Index);
     panel->setPlace(record->pLeft, record->pTop);
     prompts().setPointer(Prompts::Pointer::Hourglass);
-    if (panel->Panel_Load(XLInst, Refresh)) {
+    if (loadMarked(*panel, XLInst, Refresh)) {
         panel->IsLoad = true;
         panel->show();
         panel->IsLoad = false;
@@ -327,6 +334,12 @@ void frmWorkspace::Panel_LoadWindow(XLInstance& XLInst, qint16 Index, bool Refre
             panel->Unload();
     }
     prompts().setPointer(Prompts::Pointer::Default);
+}
+
+bool frmWorkspace::loadMarked(frmPanel& panel, XLInstance& XLInst, bool Refresh)
+{
+    const LoadMark mark(gDB->Name(), gWorkspace->Panels(panel.Index)->ID);
+    return panel.Panel_Load(XLInst, Refresh);
 }
 
 bool frmWorkspace::Panel_Remove(frmPanel& panel, bool delFromDB)

@@ -1,4 +1,5 @@
 #include "dashboard/DashboardFixture.h"
+#include "dashboard/LoadMark.h"
 #include "dashboard/frmSaveWorkspace.h"
 #include "host/Host.h"
 #include "panel/frmPanel.h"
@@ -302,6 +303,25 @@ TEST_F(Lifecycle, MemoryThatRunsOutEndsTheCommandAlone)
     window().mnuWorkspaceWorkbook_Click();
     ASSERT_EQ(m_user.shown.size(), 1);
     EXPECT_TRUE(m_user.shown[0].contains(u"There is not enough memory for this."_s));
+}
+
+TEST_F(Lifecycle, APanelThatEndedTheProgramIsLeftOutOnce)
+{
+    storeDashboard(u"Morning"_s, {u"One"_s, u"Two"_s});
+    const int culprit = gWorkspace->Panels(1)->ID;
+    const auto captionsAfterTheEnd = [&](const QString& project) {
+        new LoadMark(project, culprit); // never ends its load
+        start();
+        return panelCaptions();
+    };
+    EXPECT_EQ(captionsAfterTheEnd(programFile(u"other.lvdu"_s)).size(), 2) << "a panel of another project";
+    EXPECT_TRUE(m_user.shown.isEmpty());
+    EXPECT_EQ(captionsAfterTheEnd(gDB->Name()), QStringList{u"Two"_s});
+    ASSERT_EQ(m_user.shown.size(), 1);
+    EXPECT_TRUE(m_user.shown[0].startsWith(u"The program ended while it loaded panel 'One'."_s));
+    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 2);
+    start();
+    EXPECT_EQ(panelCaptions().size(), 2);
 }
 
 class UnloadablePanel : public Lifecycle

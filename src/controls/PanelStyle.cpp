@@ -3,6 +3,7 @@
 #include <QFontDatabase>
 #include <QPainter>
 #include <QStyleOption>
+#include <algorithm>
 
 namespace lumivane {
 
@@ -63,6 +64,24 @@ void drawNoticeSign(QPainter& painter, const QRect& title)
     painter.drawPolygon(QPolygonF({QPointF(place.center().x(), place.top()), place.bottomRight(), place.bottomLeft()}));
     painter.drawLine(place.center() - QPointF(0, 1), place.center() + QPointF(0, 2));
     painter.drawPoint(place.center() + QPointF(0, 4.2));
+}
+
+struct CaptionPlace
+{
+    QString text;
+    QRect place;
+};
+
+/// A caption is centred by the blanks in front of it. They give way to the sign and to the button before the text does.
+CaptionPlace captionPlace(const QString& caption, QRect room, int signRoom)
+{
+    const QFontMetrics metrics(PanelStyle::captionFont());
+    const QString text = caption.trimmed();
+    const qsizetype blanks = caption.indexOf(text);
+    const int left = room.left() + metrics.horizontalAdvance(caption.first(blanks));
+    const int last = room.right() + 1 - metrics.horizontalAdvance(text);
+    room.setLeft(std::max(room.left() + signRoom, std::min(left, last)));
+    return {metrics.elidedText(text, Qt::ElideRight, room.width()), room};
 }
 
 void fillEdges(QPainter& painter, const QRect& rect, const PanelColors& colors, bool withBottom)
@@ -172,12 +191,10 @@ void PanelStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
     fillEdges(*painter, title->rect, colors, false);
     painter->setPen(colors.text);
     painter->setFont(captionFont());
-    QRect label = subControlRect(control, title, SC_TitleBarLabel, widget);
     const bool hasNotice = widget && widget->property(noticeProperty).toBool();
-    if (hasNotice)
-        label.setLeft(label.left() + noticeSign + titlePadding);
-    painter->drawText(label, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                      QFontMetrics(captionFont()).elidedText(title->text, Qt::ElideRight, label.width()));
+    const CaptionPlace caption = captionPlace(title->text, subControlRect(control, title, SC_TitleBarLabel, widget),
+                                              hasNotice ? noticeSign + titlePadding : 0);
+    painter->drawText(caption.place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, caption.text);
 
     painter->setRenderHint(QPainter::Antialiasing);
     if (hasNotice)

@@ -33,9 +33,11 @@ CommandLine::CommandLine(const QStringList& words, const CommandForm& form)
         if (!m_options.contains(name))
             throw UsageError(u"The option --%1 is missing."_s.arg(name));
     if (m_arguments.size() < form.leastArguments)
-        throw UsageError(u"Something is missing."_s);
+        throw UsageError(u"This command needs more arguments: %1 at least, not %2."_s.arg(form.leastArguments)
+                             .arg(m_arguments.size()));
     if (m_arguments.size() > form.mostArguments)
-        throw UsageError(u"There is no place for the argument \"%1\"."_s.arg(m_arguments.at(form.mostArguments)));
+        throw UsageError(
+            u"There are too many arguments: %1 is not expected."_s.arg(m_arguments.at(form.mostArguments)));
 }
 
 double CommandLine::number(const QString& name, double otherwise, double least, double most) const

@@ -10,6 +10,7 @@
 #include "services/modMain.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPixmap>
 
 namespace lumivane {
@@ -22,26 +23,38 @@ constexpr int mostPixels = 8192; ///< a panel dragged far away must not cost gig
 /// Large enough for any stored place, so that no panel is moved or cut while the windows are made.
 constexpr QSize generousArea(4400, 4400);
 
-QRect placeAllPanels(DashboardArea& area, QStringList& failedPanels)
+/// The part of the dashboard that has been drawn so far.
+class Canvas
 {
-    XLInstance worker;
-    Excel_Init(worker);
-    QRect reached;
-    // The window makes its panels from the last to the first; later ones lie on top.
-    for (int index = gWorkspace->NumPanels(); index >= 1; --index) {
-        const auto record = gWorkspace->Panels(index);
-        auto* panel = new frmPanel([] { return false; });
-        panel->Index = qint16(index);
-        area.addSubWindow(panel);
-        if (!panel->Panel_Load(worker, false))
-            failedPanels.append(record->Caption);
-        panel->setPlace(record->pLeft, record->pTop);
-        panel->show();
-        reached |= panel->geometry();
+public:
+    explicit Canvas(const QColor& ground) : m_ground(ground) { reach({1, 1}); }
+
+    /// In front of what has been drawn before.
+    void add(frmPanel& panel)
+    {
+        const QRect place = panel.geometry().intersected(QRect(0, 0, mostPixels, mostPixels));
+        reach(QSize(place.right() + 1, place.bottom() + 1));
+        QPainter(&m_image).drawPixmap(place.topLeft(), panel.grab(place.translated(-panel.pos())));
     }
-    Excel_Exit(worker);
-    return reached;
-}
+
+    const QImage& image() const { return m_image; }
+
+private:
+    void reach(QSize size)
+    {
+        size += QSize(dashboardMargin, dashboardMargin);
+        size = size.boundedTo({mostPixels, mostPixels}).expandedTo(m_image.size());
+        if (size == m_image.size())
+            return;
+        QImage larger(size, QImage::Format_RGB32);
+        larger.fill(m_ground);
+        QPainter(&larger).drawImage(0, 0, m_image);
+        m_image = larger;
+    }
+
+    QColor m_ground;
+    QImage m_image;
+};
 
 } // namespace
 
@@ -49,18 +62,32 @@ DashboardPicture drawDashboard()
 {
     DashboardPicture result;
     DashboardArea area;
-    area.setFrameShape(QFrame::NoFrame);
-    area.setBackground(QColor::fromRgb(gDashboardColor));
     area.resize(generousArea);
     area.show();
+    QApplication::processEvents(); // it is activated now, and not while there is a panel that would look chosen
     gSources->ClearFlags();
-    QRect reached = placeAllPanels(area, result.failedPanels);
-    area.setActiveSubWindow(nullptr);
-    QApplication::processEvents();
-    reached |= QRect(0, 0, 1, 1);
-    reached.adjust(0, 0, dashboardMargin, dashboardMargin);
-    reached.setSize(reached.size().boundedTo({mostPixels, mostPixels}));
-    result.image = area.viewport()->grab(reached).toImage();
+    Canvas canvas(QColor::fromRgb(gDashboardColor));
+    XLInstance worker;
+    Excel_Init(worker);
+    // The window makes its panels from the last to the first; later ones lie on top. Each goes when it has been drawn:
+    // the pictures of many large ranges do not fit into the memory together.
+    for (int index = gWorkspace->NumPanels(); index >= 1; --index) {
+        const auto record = gWorkspace->Panels(index);
+        auto* panel = new frmPanel([] { return false; });
+        panel->Index = qint16(index);
+        area.addSubWindow(panel);
+        if (!panel->Panel_Load(worker, false))
+            result.failedPanels.append(record->Caption);
+        panel->setPlace(record->pLeft, record->pTop);
+        panel->show();
+        area.setActiveSubWindow(nullptr);
+        QApplication::processEvents();
+        canvas.add(*panel);
+        area.removeSubWindow(panel);
+        delete panel;
+    }
+    Excel_Exit(worker);
+    result.image = canvas.image();
     return result;
 }
 

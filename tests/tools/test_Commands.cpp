@@ -47,8 +47,8 @@ TEST_P(RefusedCalls, TellWhatIsWrong)
 INSTANTIATE_TEST_SUITE_P(Tools, RefusedCalls, testing::ValuesIn(textTable<4>(R"(
     nothing                |                                                | 2 | usage: lumivanectl locate WORKBOOK SHEET --pic-range
     unknown command        | reload                                         | 2 | There is no command reload.
-    missing argument       | new-project                                    | 2 | usage: lumivanectl new-project FILE
-    too many arguments     | inspect,a.xlsx,b.xlsx                          | 2 | There is no place for the argument "b.xlsx".
+    missing argument       | new-project                                    | 2 | This command needs more arguments: 1 at least, not 0.
+    too many arguments     | inspect,a.xlsx,b.xlsx                          | 2 | There are too many arguments: b.xlsx is not expected.
     unknown option         | inspect,--all,a.xlsx                           | 2 | There is no option --all.
     option without value   | inspect,a.xlsx,--host                          | 2 | The option --host needs a value.
     unknown choice         | inspect,--metrics,exact,a.xlsx                 | 2 | takes file or calc, not exact.

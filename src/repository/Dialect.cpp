@@ -1,6 +1,7 @@
 #include "repository/Dialect.h"
 
 #include "platform/Clock.h"
+#include "platform/DayZero.h"
 #include "platform/RuntimeError.h"
 #include "platform/Wildcards.h"
 #include "repository/Tokens.h"
@@ -264,7 +265,7 @@ QString storedDate(const QString& text)
     const bool hasTime = match.hasCaptured(7);
     if (!match.hasMatch() || !(hasDate || hasTime))
         return {};
-    QDate date(1899, 12, 30);
+    QDate date = dayZero();
     if (match.hasCaptured(1))
         date = QDate(part(1), part(2), part(3));
     else if (match.hasCaptured(4))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/content/WorkbookContent.h"
+#include "platform/CellArea.h"
 #include "platform/Result.h"
 
 namespace lumivane {

@@ -1,6 +1,7 @@
 #include "engine/format/FormatDate.h"
 
 #include "engine/format/FormatLocale.h"
+#include "platform/DayZero.h"
 
 #include <QDate>
 #include <algorithm>
@@ -28,7 +29,7 @@ CalendarDay calendarDay(qint64 serial)
         return {1900, 1, 0, weekday};
     if (serial == 60)
         return {1900, 2, 29, weekday};
-    const QDate date = QDate(1899, 12, serial < 60 ? 31 : 30).addDays(serial);
+    const QDate date = dayZero().addDays(serial < 60 ? serial + 1 : serial);
     return {date.year(), date.month(), date.day(), weekday};
 }
 

@@ -1,8 +1,9 @@
 #include "engine/format/FormatLocale.h"
 
+#include "engine/format/IndexedColors.h"
+
 #include <QLocale>
 #include <algorithm>
-#include <iterator>
 
 using namespace Qt::StringLiterals;
 
@@ -73,14 +74,6 @@ std::optional<quint32> formatColor(const QString& name)
         {u"black", 0xff000000},   {u"blue", 0xff0000ff}, {u"cyan", 0xff00ffff},  {u"green", 0xff00ff00},
         {u"magenta", 0xffff00ff}, {u"red", 0xffff0000},  {u"white", 0xffffffff}, {u"yellow", 0xffffff00},
     };
-    // The 56 colours that formats count from 1.
-    static const quint32 numbered[] = {0x000000, 0xffffff, 0xff0000, 0x00ff00, 0x0000ff, 0xffff00, 0xff00ff, 0x00ffff,
-                                       0x800000, 0x008000, 0x000080, 0x808000, 0x800080, 0x008080, 0xc0c0c0, 0x808080,
-                                       0x9999ff, 0x993366, 0xffffcc, 0xccffff, 0x660066, 0xff8080, 0x0066cc, 0xccccff,
-                                       0x000080, 0xff00ff, 0xffff00, 0x00ffff, 0x800080, 0x800000, 0x008080, 0x0000ff,
-                                       0x00ccff, 0xccffff, 0xccffcc, 0xffff99, 0x99ccff, 0xff99cc, 0xcc99ff, 0xffcc99,
-                                       0x3366ff, 0x33cccc, 0x99cc00, 0xffcc00, 0xff9900, 0xff6600, 0x666699, 0x969696,
-                                       0x003366, 0x339966, 0x003300, 0x333300, 0x993300, 0x993366, 0x333399, 0x333333};
     const QString lower = name.toLower();
     for (const auto& [known, color] : names)
         if (lower == QStringView(known))
@@ -89,9 +82,9 @@ std::optional<quint32> formatColor(const QString& name)
         return {};
     bool isNumber = false;
     const int number = QStringView(lower).sliced(5).trimmed().toInt(&isNumber);
-    if (!isNumber || number < 1 || number > static_cast<int>(std::size(numbered)))
+    if (!isNumber || number < 1 || number > static_cast<int>(indexedColors.size()))
         return {};
-    return 0xff000000u | numbered[number - 1];
+    return 0xff000000u | indexedColors[static_cast<size_t>(number - 1)];
 }
 
 } // namespace lumivane::engine

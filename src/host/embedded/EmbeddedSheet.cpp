@@ -1,6 +1,7 @@
 #include "host/embedded/EmbeddedSheet.h"
 
 #include "engine/show/CellSearch.h"
+#include "platform/DayZero.h"
 #include "platform/FindOrder.h"
 #include "platform/RuntimeError.h"
 

@@ -27,6 +27,9 @@ std::optional<CellArea> areaFrom(std::string_view address);
 
 std::optional<ErrorCode> errorFrom(std::string_view text); ///< "#DIV/0!" and its like
 
+/// An ISO date, time or both as a serial number of days; none when it is not one.
+std::optional<double> serialFromIso(std::string_view text, bool date1904);
+
 QString textFrom(std::string_view utf8);
 
 } // namespace lumivane::engine

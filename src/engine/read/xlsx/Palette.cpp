@@ -1,5 +1,6 @@
 #include "engine/read/xlsx/Palette.h"
 
+#include "engine/format/IndexedColors.h"
 #include "engine/read/package/AttributeValues.h"
 #include "engine/read/package/SmallParts.h"
 
@@ -13,17 +14,6 @@ namespace {
 
 constexpr QRgb opaque = 0xff000000;
 
-/// The table that holds where a workbook brings none of its own.
-constexpr QRgb customaryColors[] = {
-    0x000000, 0xffffff, 0xff0000, 0x00ff00, 0x0000ff, 0xffff00, 0xff00ff, 0x00ffff, // 0 to 7, again from 8
-    0x000000, 0xffffff, 0xff0000, 0x00ff00, 0x0000ff, 0xffff00, 0xff00ff, 0x00ffff, //
-    0x800000, 0x008000, 0x000080, 0x808000, 0x800080, 0x008080, 0xc0c0c0, 0x808080, //
-    0x9999ff, 0x993366, 0xffffcc, 0xccffff, 0x660066, 0xff8080, 0x0066cc, 0xccccff, //
-    0x000080, 0xff00ff, 0xffff00, 0x00ffff, 0x800080, 0x800000, 0x008080, 0x0000ff, //
-    0x00ccff, 0xccffff, 0xccffcc, 0xffff99, 0x99ccff, 0xff99cc, 0xcc99ff, 0xffcc99, //
-    0x3366ff, 0x33cccc, 0x99cc00, 0xffcc00, 0xff9900, 0xff6600, 0x666699, 0x969696, //
-    0x003366, 0x339966, 0x003300, 0x333300, 0x993300, 0x993366, 0x333399, 0x333333, //
-};
 constexpr int windowText = 64, windowBackground = 65;
 
 std::optional<QRgb> hexColor(std::string_view text)
@@ -80,8 +70,11 @@ Palette::Palette()
     : m_theme{0xff000000, 0xffffffff, 0xff1f497d, 0xffeeece1, 0xff4f81bd, 0xffc0504d,
               0xff9bbb59, 0xff8064a2, 0xff4bacc6, 0xfff79646, 0xff0000ff, 0xff800080}
 {
-    for (const QRgb color : customaryColors)
-        m_indexed.push_back(color | opaque);
+    // The numbers 0 to 7 and again 8 to 15 are the first eight colours.
+    m_indexed.assign(indexedColors.begin(), indexedColors.begin() + 8);
+    m_indexed.insert(m_indexed.end(), indexedColors.begin(), indexedColors.end());
+    for (QRgb& color : m_indexed)
+        color |= opaque;
 }
 
 void Palette::readTheme(pugi::xml_node theme)

@@ -13,13 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Windows-1252 from 0x80 to 0x9f; 0 where it has nothing. All else in it is as in Latin 1.
-constexpr char16_t windowsLetters[] = {
-    0x20ac, 0,      0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021, 0x02c6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0x017d, 0,      0,      0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
-    0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0,      0x017e, 0x0178,
-};
-
 [[noreturn]] void failBinary()
 {
     throw Fault{u"it is neither a workbook nor text"_s, ReadCause::NotAWorkbook};
@@ -30,23 +23,26 @@ bool isTextByte(unsigned char byte)
     return byte >= 0x20 || (byte >= '\t' && byte <= '\r');
 }
 
-std::string fromWindows1252(const std::string& bytes)
+/// Decodes piece by piece, so that a large text is not held in a third form in between.
+std::string decoded(std::string_view bytes, QStringDecoder decoder)
 {
-    QString text(static_cast<qsizetype>(bytes.size()), Qt::Uninitialized);
-    std::transform(bytes.begin(), bytes.end(), text.begin(), [](char byte) {
-        const auto code = static_cast<unsigned char>(byte);
-        const char16_t letter = code >= 0x80 && code < 0xa0 ? windowsLetters[code - 0x80] : code;
-        return letter ? QChar(letter) : QChar(QChar::ReplacementCharacter);
-    });
-    return text.toStdString();
+    constexpr size_t piece = 1 << 20;
+    std::string text;
+    text.reserve(bytes.size());
+    for (; !bytes.empty(); bytes.remove_prefix(std::min(piece, bytes.size()))) {
+        const QString part = decoder(QByteArrayView(bytes.data(), qsizetype(std::min(piece, bytes.size()))));
+        if (part.contains(QChar::Null))
+            failBinary();
+        text += part.toStdString();
+    }
+    return text;
 }
 
-std::string fromUtf16(std::string_view bytes, QStringConverter::Encoding encoding)
+/// Where Qt comes without the tables of Windows-1252, Latin 1 is next to it.
+QStringDecoder windowsDecoder()
 {
-    const QString text = QStringDecoder(encoding)(QByteArrayView(bytes.data(), qsizetype(bytes.size())));
-    if (text.contains(QChar::Null))
-        failBinary();
-    return text.toStdString();
+    QStringDecoder decoder("windows-1252");
+    return decoder.isValid() ? std::move(decoder) : QStringDecoder(QStringConverter::Latin1);
 }
 
 } // namespace
@@ -55,9 +51,9 @@ std::string decodedText(std::string bytes)
 {
     const std::string_view view(bytes);
     if (view.starts_with("\xff\xfe"))
-        return fromUtf16(view.substr(2), QStringConverter::Utf16LE);
+        return decoded(view.substr(2), QStringDecoder(QStringConverter::Utf16LE));
     if (view.starts_with("\xfe\xff"))
-        return fromUtf16(view.substr(2), QStringConverter::Utf16BE);
+        return decoded(view.substr(2), QStringDecoder(QStringConverter::Utf16BE));
     if (!std::all_of(bytes.begin(), bytes.end(),
                      [](char byte) { return isTextByte(static_cast<unsigned char>(byte)); }))
         failBinary();
@@ -65,7 +61,7 @@ std::string decodedText(std::string bytes)
         bytes.erase(0, 3);
     if (QByteArrayView(bytes.data(), qsizetype(bytes.size())).isValidUtf8())
         return bytes;
-    return fromWindows1252(bytes);
+    return decoded(bytes, windowsDecoder());
 }
 
 char detectSeparator(std::string_view utf8)

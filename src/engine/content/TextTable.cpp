@@ -40,10 +40,8 @@ void TextTable::setRuns(int index, std::vector<TextRun> runs)
 
 qint64 TextTable::bytes() const
 {
-    qint64 sum = qint64(m_bytes.capacity() + m_ends.capacity() * sizeof(quint32));
-    for (const auto& entry : m_runs)
-        sum += qint64(sizeof(entry) + entry.second.size() * sizeof(TextRun));
-    return sum;
+    return qint64(m_bytes.capacity() + m_ends.capacity() * sizeof(quint32) + m_runs.capacity() * sizeof(m_runs[0]) +
+                  m_runCount * sizeof(TextRun));
 }
 
 } // namespace lumivane::engine

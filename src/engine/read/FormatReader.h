@@ -19,8 +19,9 @@ public:
 
     /// All but the sheets. A format whose sheets cannot be read apart from the rest puts them into `sheets`.
     virtual WorkbookContent readWorkbook(SheetList& sheets) = 0;
-    /// One of the sheets of `workbook`, which is what readWorkbook gave.
-    virtual std::shared_ptr<const SheetContent> readSheet(const WorkbookContent& workbook, int index) = 0;
+    /// One of the sheets of `workbook`, which is what readWorkbook gave. It may take `maxBytes` in memory.
+    virtual std::shared_ptr<const SheetContent> readSheet(const WorkbookContent& workbook, int index,
+                                                          qint64 maxBytes) = 0;
 };
 
 } // namespace lumivane::engine

@@ -1,6 +1,7 @@
 #include "engine/read/WorkbookFile.h"
 
 #include "engine/read/Formats.h"
+#include "engine/read/RowBuilder.h"
 
 namespace lumivane::engine {
 
@@ -40,7 +41,7 @@ std::shared_ptr<const SheetContent> WorkbookFile::readSheet(int index)
     std::shared_ptr<const SheetContent> sheet;
     Fault fault;
     try {
-        sheet = m_reader->readSheet(*m_content, index);
+        sheet = m_reader->readSheet(*m_content, index, maxWorkbookBytes - bytes());
     } catch (const Fault& found) {
         fault = found;
     }

@@ -23,7 +23,12 @@ std::string bytesOf(const QString& path)
         throw Fault{u"it cannot be opened (%1)"_s.arg(file.errorString()), ReadCause::NotOpened};
     if (file.size() > maxTextFile)
         throw Fault{u"it is a text of more than %1 MB"_s.arg(maxTextFile >> 20), ReadCause::TooLarge};
-    return file.read(file.size()).toStdString();
+    std::string bytes(static_cast<size_t>(file.size()), '\0');
+    const qint64 count = file.read(bytes.data(), file.size());
+    if (count < 0)
+        throw Fault{u"it cannot be read (%1)"_s.arg(file.errorString()), ReadCause::NotOpened};
+    bytes.resize(static_cast<size_t>(count));
+    return bytes;
 }
 
 } // namespace
@@ -32,44 +37,39 @@ CsvReader::CsvReader(const QString& path) : m_path(path), m_year(Clock::now().da
 
 WorkbookContent CsvReader::readWorkbook(SheetList& sheets)
 {
-    m_sheet = std::make_shared<SheetContent>();
-    m_sheet->sizedByTexts = true;
+    const auto sheet = std::make_shared<SheetContent>();
+    sheet->sizedByTexts = true;
+    m_rows.emplace(*sheet, maxWorkbookBytes);
     readFields(decodedText(bytesOf(m_path)));
     WorkbookContent workbook;
     workbook.sheets.push_back({QFileInfo(m_path).completeBaseName(), true, false});
     workbook.styles = std::move(m_styles);
-    sheets = {std::move(m_sheet)};
+    sheets = {sheet};
     return workbook;
 }
 
 void CsvReader::readFields(std::string_view text)
 {
     CsvFields fields(text, detectSeparator(text));
-    std::vector<Cell>& cells = m_sheet->cells;
-    int row = 0, lastColumn = 0, firstColumn = maxColumn;
-    for (row = 1; fields.nextLine(); ++row) {
-        if (row > maxRow)
-            throw Fault{u"it has more than %1 lines"_s.arg(maxRow)};
+    for (int number = 1; fields.nextLine(); ++number) {
+        if (number > maxRow)
+            throw Fault{u"it has more than %1 lines"_s.arg(maxRow), ReadCause::TooLarge};
         RowContent line;
-        line.row = row;
-        line.firstCell = static_cast<quint32>(cells.size());
+        line.row = number;
+        m_rows->startRow(line);
         std::string_view field;
         for (int column = 1; fields.nextField(field); ++column) {
+            if (column > maxColumn)
+                throw Fault{u"line %1 has more than %2 fields"_s.arg(number).arg(maxColumn), ReadCause::TooLarge};
             if (field.empty())
                 continue;
-            if (column > maxColumn)
-                throw Fault{u"line %1 has more than %2 fields"_s.arg(row).arg(maxColumn)};
             Cell cell = cellFrom(field);
             cell.column = static_cast<quint16>(column);
-            cells.push_back(cell);
-            firstColumn = std::min(firstColumn, column);
-            lastColumn = std::max(lastColumn, column);
+            m_rows->append(cell);
         }
-        if (cells.size() > line.firstCell)
-            m_sheet->rows.push_back(line);
+        m_rows->endRow();
     }
-    if (!m_sheet->rows.empty())
-        m_sheet->used = CellArea{m_sheet->rows.front().row, firstColumn, m_sheet->rows.back().row, lastColumn};
+    m_rows->finish();
 }
 
 Cell CsvReader::cellFrom(std::string_view field)
@@ -78,7 +78,7 @@ Cell CsvReader::cellFrom(std::string_view field)
     const std::optional<CsvValue> value = csvValue(field, m_year);
     if (!value) {
         cell.kind = CellKind::SheetText;
-        cell.text = static_cast<quint64>(m_sheet->texts.append(field));
+        cell.text = m_rows->appendText(field);
         if (field.find('\n') != field.npos)
             cell.style = linesStyle();
         return cell;
@@ -118,7 +118,7 @@ quint32 CsvReader::linesStyle()
     return m_linesStyle;
 }
 
-std::shared_ptr<const SheetContent> CsvReader::readSheet(const WorkbookContent&, int)
+std::shared_ptr<const SheetContent> CsvReader::readSheet(const WorkbookContent&, int, qint64)
 {
     throw Fault{u"its sheet was read with the file"_s};
 }

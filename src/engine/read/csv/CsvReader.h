@@ -1,8 +1,10 @@
 #pragma once
 
 #include "engine/read/FormatReader.h"
+#include "engine/read/RowBuilder.h"
 
 #include <map>
+#include <optional>
 
 namespace lumivane::engine {
 
@@ -15,7 +17,7 @@ public:
 
     WorkbookContent readWorkbook(SheetList& sheets) override;
     /// Never needed, as readWorkbook gives the only sheet.
-    std::shared_ptr<const SheetContent> readSheet(const WorkbookContent& workbook, int index) override;
+    std::shared_ptr<const SheetContent> readSheet(const WorkbookContent& workbook, int index, qint64 maxBytes) override;
 
 private:
     void readFields(std::string_view text);
@@ -25,7 +27,7 @@ private:
 
     const QString m_path;
     const int m_year; ///< of dates without one
-    std::shared_ptr<SheetContent> m_sheet;
+    std::optional<RowBuilder> m_rows;
     StyleTable m_styles;
     std::map<const char16_t*, quint32> m_formats;
     quint32 m_linesStyle = 0; ///< 0: not made yet

@@ -1,6 +1,5 @@
 #include "engine/read/xlsx/SheetReader.h"
 
-#include "engine/content/DateSerial.h"
 #include "engine/read/MergedAreas.h"
 #include "engine/read/ReadError.h"
 #include "engine/read/xlsx/RichText.h"
@@ -17,9 +16,6 @@ using Token = XmlScanner::Token;
 namespace {
 
 constexpr size_t maxMerges = 200000;
-constexpr size_t maxCells = 40'000'000;
-constexpr size_t maxRowEntries = 4'000'000; ///< more than the sheet has rows, as some may come twice
-
 constexpr size_t maxUnread = 100000;
 
 QString conditionalFormats()
@@ -57,7 +53,7 @@ bool plainPlace(std::string_view text, int& row, int& column)
 } // namespace
 
 SheetReader::SheetReader(ByteStream& bytes, const SheetSurroundings& surroundings, SheetContent& content)
-    : m_surroundings(surroundings), m_content(content), m_xml(bytes)
+    : m_surroundings(surroundings), m_content(content), m_rows(content, surroundings.maxBytes), m_xml(bytes)
 {
 }
 
@@ -69,9 +65,7 @@ void SheetReader::read()
     // The rest must be well-formed, too, and the stream checks its sum at its end.
     while (m_xml.next() != Token::Finish)
         ;
-    if (!m_ordered)
-        sortCells();
-    measure();
+    m_rows.finish();
 }
 
 /// Right after a Start: calls `handle` with the key of each element in it, right after that one's Start. It must
@@ -138,8 +132,8 @@ void SheetReader::readDimension()
     if (const std::optional<CellArea> area = areaFrom(m_xml.attribute("ref"))) {
         constexpr quint64 usualCellBytes = 24;
         const quint64 wanted = quint64(area->rows()) * quint64(area->columns());
-        m_content.cells.reserve(std::min(wanted, m_surroundings.partSize / usualCellBytes));
-        m_content.rows.reserve(std::min(quint64(area->rows()), m_surroundings.partSize / (10 * leastCellBytes)));
+        m_rows.reserve(std::min(quint64(area->rows()), m_surroundings.partSize / (10 * leastCellBytes)),
+                       std::min(wanted, m_surroundings.partSize / usualCellBytes));
     }
     m_xml.skip();
 }
@@ -290,36 +284,11 @@ void SheetReader::readRow()
     if (!hasStyle)
         row.style = -1;
     row.hidden = row.hidden || (row.height == 0 && row.customHeight);
-    startRow(number);
-    row.row = number;
-    row.firstCell = m_content.rows.back().firstCell;
-    m_content.rows.back() = row;
-    m_row = number;
+    row.row = m_row = m_cellRow = number;
     m_column = 0;
+    m_rows.startRow(row);
     forChildren([this](quint64 name) { name == nameKey("c") ? readCell() : m_xml.skip(); });
-    dropEmptyRow();
-}
-
-void SheetReader::startRow(int row)
-{
-    if (!m_content.rows.empty() && m_content.rows.back().row >= row)
-        m_ordered = false;
-    if (m_content.rows.size() >= maxRowEntries)
-        throw Fault{u"it has more than %1 rows"_s.arg(maxRowEntries)};
-    RowContent entry;
-    entry.row = row;
-    entry.firstCell = static_cast<quint32>(m_content.cells.size());
-    m_content.rows.push_back(entry);
-    m_cellRow = row;
-}
-
-/// A row that says nothing need not be kept.
-void SheetReader::dropEmptyRow()
-{
-    const RowContent& row = m_content.rows.back();
-    if (row.firstCell == m_content.cells.size() && row.height < 0 && row.style < 0 && !row.hidden &&
-        !row.customHeight && !row.collapsed && row.outlineLevel == 0)
-        m_content.rows.pop_back();
+    m_rows.endRow();
 }
 
 SheetReader::CellStart SheetReader::cellStart()
@@ -351,9 +320,12 @@ SheetReader::CellStart SheetReader::cellStart()
         throw Fault{u"row %1 has more cells than a sheet has columns"_s.arg(row)};
     // A cell that names another row than the one it stands in belongs where it says.
     if (row != m_cellRow) {
-        dropEmptyRow();
-        startRow(row);
+        m_rows.endRow();
+        RowContent other;
+        other.row = m_cellRow = row;
+        m_rows.startRow(other);
     }
+    m_column = column;
     start.cell.column = static_cast<quint16>(column);
     return start;
 }
@@ -371,7 +343,7 @@ void SheetReader::readCell()
     }
     if (!raw.empty() || start.type == "str")
         setValue(start, raw);
-    appendCell(start.cell);
+    m_rows.append(start.cell);
 }
 
 /// The cell's elements one by one, for all that are not just a value.
@@ -394,7 +366,7 @@ void SheetReader::finishCell(CellStart& start)
             start.cell.kind = CellKind::SheetText;
             start.cell.text =
                 static_cast<quint64>(readRichText(m_xml, m_surroundings.palette, m_content.texts, m_buffer));
-            return;
+            return m_rows.checkTexts();
         default:
             return m_xml.skip();
         }
@@ -405,7 +377,7 @@ void SheetReader::finishCell(CellStart& start)
         setValue(start, m_value);
     else if (formula && start.cell.kind == CellKind::Blank)
         start.cell.kind = CellKind::Uncomputed;
-    appendCell(start.cell);
+    m_rows.append(start.cell);
 }
 
 void SheetReader::setValue(CellStart& start, std::string_view raw)
@@ -419,7 +391,7 @@ void SheetReader::setValue(CellStart& start, std::string_view raw)
         m_buffer.assign(raw);
         resolveEscapes(m_buffer);
         cell.kind = CellKind::SheetText;
-        cell.text = static_cast<quint64>(m_content.texts.append(m_buffer));
+        cell.text = m_rows.appendText(m_buffer);
     } else if (start.type == "b") {
         cell.kind = CellKind::Boolean;
         cell.number = flagFrom(raw, false) ? 1 : 0;
@@ -477,16 +449,6 @@ void SheetReader::failCell(const Cell& cell, const char* what, std::string_view 
 {
     const QString address = columnLetters(cell.column) + QString::number(m_cellRow);
     throw Fault{u"cell %1 holds %2: \"%3\""_s.arg(address, QLatin1StringView(what), textFrom(value.substr(0, 100)))};
-}
-
-void SheetReader::appendCell(const Cell& cell)
-{
-    if (cell.column <= m_column && m_content.rows.back().firstCell < m_content.cells.size())
-        m_ordered = false;
-    m_column = cell.column;
-    if (m_content.cells.size() >= maxCells)
-        throw Fault{u"it has more than %1 cells"_s.arg(maxCells)};
-    m_content.cells.push_back(cell);
 }
 
 void SheetReader::readMerges()
@@ -558,60 +520,6 @@ void SheetReader::addUnread(const QString& what, std::string_view areas)
         if (area && m_content.unread.size() < maxUnread)
             m_content.unread.push_back({what, *area});
         areas.remove_prefix(std::min(end + 1, areas.size()));
-    }
-}
-
-/// Puts rows and cells that stood in no order into theirs. Of several cells in one place the last one holds, of
-/// several entries of a row, too.
-void SheetReader::sortCells()
-{
-    std::vector<size_t> order(m_content.rows.size());
-    for (size_t i = 0; i < order.size(); ++i)
-        order[i] = i;
-    std::stable_sort(order.begin(), order.end(),
-                     [this](size_t a, size_t b) { return m_content.rows[a].row < m_content.rows[b].row; });
-    std::vector<Cell> cells;
-    cells.reserve(m_content.cells.size());
-    std::vector<RowContent> rows;
-    std::vector<Cell> line;
-    for (size_t i = 0; i < order.size();) {
-        RowContent row = m_content.rows[order[i]];
-        row.firstCell = static_cast<quint32>(cells.size());
-        line.clear();
-        for (const int number = row.row; i < order.size() && m_content.rows[order[i]].row == number; ++i) {
-            const auto [first, last] = m_content.rowCells(order[i]);
-            line.insert(line.end(), first, last);
-            const RowContent& entry = m_content.rows[order[i]];
-            // An entry made only because a cell named this row says nothing about it.
-            if (entry.height >= 0 || entry.style >= 0 || entry.hidden || entry.outlineLevel || entry.collapsed) {
-                row = entry;
-                row.firstCell = static_cast<quint32>(cells.size());
-            }
-        }
-        std::stable_sort(line.begin(), line.end(), [](const Cell& a, const Cell& b) { return a.column < b.column; });
-        for (size_t j = 0; j < line.size(); ++j) {
-            if (j + 1 == line.size() || line[j + 1].column != line[j].column)
-                cells.push_back(line[j]);
-        }
-        rows.push_back(row);
-    }
-    m_content.cells = std::move(cells);
-    m_content.rows = std::move(rows);
-}
-
-void SheetReader::measure()
-{
-    std::optional<CellArea>& used = m_content.used;
-    for (size_t i = 0; i < m_content.rows.size(); ++i) {
-        const auto [first, last] = m_content.rowCells(i);
-        if (first == last)
-            continue;
-        const int row = m_content.rows[i].row, left = first->column, right = (last - 1)->column;
-        if (!used)
-            used = CellArea{row, left, row, right};
-        used->lastRow = row;
-        used->firstColumn = std::min(used->firstColumn, left);
-        used->lastColumn = std::max(used->lastColumn, right);
     }
 }
 

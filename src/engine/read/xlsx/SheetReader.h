@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/content/SheetContent.h"
+#include "engine/read/RowBuilder.h"
 #include "engine/read/package/AttributeValues.h"
 #include "engine/read/package/XmlScanner.h"
 #include "engine/read/xlsx/Palette.h"
@@ -13,7 +14,8 @@ struct SheetSurroundings
     const Palette& palette;
     int sharedTexts = 0; ///< how many there are
     bool date1904 = false;
-    quint64 partSize = 0; ///< of the sheet's part in bytes, against which its claims are held; 0: unknown
+    quint64 partSize = 0;               ///< of the sheet's part in bytes, against which its claims are held; 0: unknown
+    qint64 maxBytes = maxWorkbookBytes; ///< for the sheet in memory
 };
 
 /// Reads one sheet's part in a single pass. Throws Fault when anything in it is broken: never half a sheet.
@@ -43,8 +45,6 @@ private:
     void readColumn();
     void readRows();
     void readRow();
-    void startRow(int row);
-    void dropEmptyRow();
     void readCell();
     CellStart cellStart();
     void finishCell(CellStart& start);
@@ -52,24 +52,21 @@ private:
     void setNumber(Cell& cell, std::string_view raw);
     void setDate(Cell& cell, std::string_view raw);
     void setSharedText(Cell& cell, std::string_view raw);
-    void appendCell(const Cell& cell);
     void readMerges();
     void readTableParts();
     void readExtensions();
     void addUnread(const QString& what, std::string_view areas);
-    void sortCells();
-    void measure();
     template <class Handle>
     void forChildren(Handle handle);
     [[noreturn]] void failCell(const Cell& cell, const char* what, std::string_view value) const;
 
     const SheetSurroundings m_surroundings;
     SheetContent& m_content;
+    RowBuilder m_rows;
     XmlScanner m_xml;
-    int m_row = 0;    ///< of the row being read
-    int m_column = 0; ///< of the cell read last
-    int m_cellRow = 0;
-    bool m_ordered = true;
+    int m_row = 0;     ///< of the <row> being read
+    int m_column = 0;  ///< of the cell read last
+    int m_cellRow = 0; ///< where that cell belongs, which need not be the row it stands in
     bool m_viewRead = false;
     std::string m_value;
     std::string m_buffer;

@@ -139,7 +139,7 @@ void XlsxReader::readTexts(const Package& package, const std::vector<Relationshi
     }
 }
 
-std::shared_ptr<const SheetContent> XlsxReader::readSheet(const WorkbookContent& workbook, int index)
+std::shared_ptr<const SheetContent> XlsxReader::readSheet(const WorkbookContent& workbook, int index, qint64 maxBytes)
 {
     const Package package(m_path);
     const std::string& part = m_parts[static_cast<size_t>(index)];
@@ -148,7 +148,7 @@ std::shared_ptr<const SheetContent> XlsxReader::readSheet(const WorkbookContent&
         throw Fault{u"its part \"%1\" is missing from the file"_s.arg(textFrom(part))};
     auto content = std::make_shared<SheetContent>();
     const auto stream = package.open(*entry);
-    SheetReader reader(*stream, {m_palette, workbook.texts.size(), workbook.date1904, entry->size}, *content);
+    SheetReader reader(*stream, {m_palette, workbook.texts.size(), workbook.date1904, entry->size, maxBytes}, *content);
     reader.read();
     followReferences(package, part, reader.drawingId(), reader.tableIds(), *content);
     return content;

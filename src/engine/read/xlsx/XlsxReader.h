@@ -14,7 +14,7 @@ public:
     explicit XlsxReader(const QString& path);
 
     WorkbookContent readWorkbook(SheetList& sheets) override;
-    std::shared_ptr<const SheetContent> readSheet(const WorkbookContent& workbook, int index) override;
+    std::shared_ptr<const SheetContent> readSheet(const WorkbookContent& workbook, int index, qint64 maxBytes) override;
 
 private:
     void readWorkbookPart(pugi::xml_node workbook, const std::vector<Relationship>& relationships,

@@ -66,10 +66,10 @@ void definePanel(clsWorkspacePanel& panel, const PanelPlan& plan, Worksheet& she
     panel.SheetName = plan.sheet;
     panel.Caption = plan.caption;
     panel.ViewType = plan.view;
-    panel.pLeft = toInt16(plan.window.left() * twipsPerPixel);
-    panel.pTop = toInt16(plan.window.top() * twipsPerPixel);
-    panel.pWidth = toInt16(plan.window.width() * twipsPerPixel);
-    panel.pHeight = toInt16(plan.window.height() * twipsPerPixel);
+    panel.pLeft = toStoredTwips(plan.window.left() * twipsPerPixel);
+    panel.pTop = toStoredTwips(plan.window.top() * twipsPerPixel);
+    panel.pWidth = toStoredTwips(plan.window.width() * twipsPerPixel);
+    panel.pHeight = toStoredTwips(plan.window.height() * twipsPerPixel);
     panel.RelativeTo = plan.rule;
     panel.ContentMatch = u"bottom="_s + RealBottomRight(sheet);
     if (!plan.anchor.isEmpty())

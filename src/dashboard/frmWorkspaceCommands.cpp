@@ -383,10 +383,10 @@ void frmWorkspace::StorePanelPositions()
         if (!record)
             throw RuntimeError(RuntimeError::ObjectNotSet);
         try {
-            record->pLeft = toInt16(panel->Left());
-            record->pTop = toInt16(panel->Top());
-            record->pHeight = toInt16(panel->Height());
-            record->pWidth = toInt16(panel->Width());
+            record->pLeft = toStoredTwips(panel->Left());
+            record->pTop = toStoredTwips(panel->Top());
+            record->pHeight = toStoredTwips(panel->Height());
+            record->pWidth = toStoredTwips(panel->Width());
         } catch (const RuntimeError& error) {
             throw RuntimeError(error.number(), u"Panel '"_s + record->Caption + u"' cannot be stored where it is. "_s +
                                                    error.description());

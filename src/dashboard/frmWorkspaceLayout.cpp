@@ -43,13 +43,13 @@ QPoint nudgeDirection(int key)
 void takeWidth(frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base)
 {
     panel.setWindowSize(base.Width(), panel.Height());
-    record.pWidth = toInt16(panel.Width());
+    record.pWidth = toStoredTwips(panel.Width());
 }
 
 void takeHeight(frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base)
 {
     panel.setWindowSize(panel.Width(), base.Height());
-    record.pHeight = toInt16(panel.Height());
+    record.pHeight = toStoredTwips(panel.Height());
 }
 
 /// Crop view is the one in which a panel can be given any size and keeps it.
@@ -188,7 +188,7 @@ void frmWorkspace::mnuAlignLeft_Click()
 {
     changeMarkedPanels(u"mnuAlignLeft_Click"_s, [](frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base) {
         panel.setPlace(base.Left(), panel.Top());
-        record.pLeft = toInt16(panel.Left());
+        record.pLeft = toStoredTwips(panel.Left());
     });
 }
 
@@ -196,7 +196,7 @@ void frmWorkspace::mnuAlignRight_Click()
 {
     changeMarkedPanels(u"mnuAlignRight_Click"_s, [](frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base) {
         panel.setPlace(base.Left() + base.Width() - panel.Width(), panel.Top());
-        record.pLeft = toInt16(panel.Left());
+        record.pLeft = toStoredTwips(panel.Left());
     });
 }
 
@@ -204,7 +204,7 @@ void frmWorkspace::mnuAlignTop_Click()
 {
     changeMarkedPanels(u"mnuAlignTop_Click"_s, [](frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base) {
         panel.setPlace(panel.Left(), base.Top());
-        record.pTop = toInt16(panel.Top());
+        record.pTop = toStoredTwips(panel.Top());
     });
 }
 
@@ -212,7 +212,7 @@ void frmWorkspace::mnuAlignBottom_Click()
 {
     changeMarkedPanels(u"mnuAlignBottom_Click"_s, [](frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base) {
         panel.setPlace(panel.Left(), base.Top() + base.Height() - panel.Height());
-        record.pTop = toInt16(panel.Top());
+        record.pTop = toStoredTwips(panel.Top());
     });
 }
 
@@ -272,8 +272,8 @@ void frmWorkspace::nudgeMarkedPanels(const QPoint& pixels)
             if (!panel->IsMarked || panel->isMinimized() || !record)
                 continue;
             panel->setPlace(panel->Left() + toTwips(pixels.x()), panel->Top() + toTwips(pixels.y()));
-            record->pLeft = toInt16(panel->Left());
-            record->pTop = toInt16(panel->Top());
+            record->pLeft = toStoredTwips(panel->Left());
+            record->pTop = toStoredTwips(panel->Top());
             IsModified = true;
         }
     });

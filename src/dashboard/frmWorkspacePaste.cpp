@@ -66,8 +66,8 @@ void frmWorkspace::Panel_New(bool IsCustom)
     IsBusy = true;
     frmPanel* panel = newPanelWindow(gWorkspace->AddPanel());
     const auto record = gWorkspace->Panels(panel->Index);
-    record->pLeft = toInt16(panel->Left());
-    record->pTop = toInt16(panel->Top());
+    record->pLeft = toStoredTwips(panel->Left());
+    record->pTop = toStoredTwips(panel->Top());
     record->IsCustom = IsCustom ? u"Y"_s : u"N"_s;
     if (panel->Panel_Paste()) {
         panel->setPlace(ClickX, ClickY);

@@ -17,8 +17,6 @@ namespace {
 
 const QString excelModule = u"modUtilsExcel"_s;
 
-/// The last column that addresses of panels may name, "IV".
-constexpr int maxTrackedColumn = 256;
 constexpr int invalidProcedureCall = 5;
 constexpr int cannotCreateObject = 429;
 
@@ -228,18 +226,25 @@ bool CopyOpenWorkbook(const std::shared_ptr<Workbook>& wb, const QString& path)
     }
 }
 
+QString LastFilledCell(Worksheet& ws)
+{
+    const auto contents = ws.contentArea();
+    if (!contents)
+        throw RuntimeError(RuntimeError::ApplicationDefined,
+                           u"The sheet [%1] of [%2] has no cells with contents."_s.arg(ws.Name(), ws.WorkbookName()));
+    return ws.Cells(toRow(contents->lastRow), toColumn(contents->lastColumn)).Address();
+}
+
 QString RealBottomRight(Worksheet& ws)
 {
+    QString reason = u"No contents found"_s;
     try {
-        if (const auto contents = ws.contentArea()) {
-            const qint16 row = toInt16(contents->lastRow);
-            const qint16 column = toInt16(contents->lastColumn);
-            return ws.Cells(row, column).Address();
-        }
-    } catch (const RuntimeError&) {
-        // Rows beyond 16 bits end as an empty sheet does.
+        if (ws.contentArea())
+            return LastFilledCell(ws);
+    } catch (const RuntimeError& failure) {
+        reason = failure.description();
     }
-    logMissing(u"RealBottomRight"_s, u"No contents found"_s);
+    logMissing(u"RealBottomRight"_s, reason);
     return {};
 }
 
@@ -247,20 +252,26 @@ QString ColLetter(int column)
 {
     if (column < 1)
         throw RuntimeError(invalidProcedureCall, u"There is no column %1."_s.arg(column));
-    return column > maxTrackedColumn ? QString() : columnLetters(column);
+    return column > columnLimit() ? QString() : columnLetters(column);
+}
+
+QString TrackedLetters(int column)
+{
+    const QString letters = ColLetter(column);
+    if (letters.isEmpty())
+        throwBeyondColumns(column);
+    return letters;
 }
 
 QString TrackedAddress(const CellArea& area)
 {
-    if (area.firstColumn > maxTrackedColumn)
-        throw RuntimeError(RuntimeError::Overflow, u"The columns of a panel end with IV."_s);
-    return ColLetter(area.firstColumn) % QString::number(area.firstRow) % u':' % ColLetter(area.lastColumn) %
+    return TrackedLetters(area.firstColumn) % QString::number(area.firstRow) % u':' % TrackedLetters(area.lastColumn) %
            QString::number(area.lastRow);
 }
 
-qint16 ColNumber(Worksheet& ws, const QString& letters)
+int ColNumber(Worksheet& ws, const QString& letters)
 {
-    return letters.isEmpty() ? qint16(0) : toInt16(ws.Range(letters % u':' % letters).Column());
+    return letters.isEmpty() ? 0 : toColumn(ws.Range(letters % u':' % letters).Column());
 }
 
 QString RangeCorner(const QString& address, const QString& corner)
@@ -271,35 +282,35 @@ QString RangeCorner(const QString& address, const QString& corner)
     return corner == "botRight"_L1 ? address.mid(colon + 1) : address.left(colon);
 }
 
-QString OffsetRows(Worksheet& ws, const QString& rng, qint16 RowOff)
+QString OffsetRows(Worksheet& ws, const QString& rng, int RowOff)
 {
     const SheetRange range = ws.Range(rng);
-    const qint16 first = toInt16(range.Row() + RowOff);
-    const qint16 last = toInt16(range.RowsCount() + first - 1);
+    const int first = toRow(range.Row() + RowOff);
+    const int last = toRow(range.RowsCount() + first - 1);
     return QString::number(first) % u':' % QString::number(last);
 }
 
-QString OffsetCols(Worksheet& ws, const QString& rng, qint16 ColOff)
+QString OffsetCols(Worksheet& ws, const QString& rng, int ColOff)
 {
     const SheetRange range = ws.Range(rng);
-    const qint16 first = toInt16(range.Column() + ColOff);
-    const qint16 last = toInt16(range.ColumnsCount() + first - 1);
-    return ColLetter(first) % u':' % ColLetter(last);
+    const int first = toColumn(range.Column() + ColOff);
+    const int last = toColumn(range.ColumnsCount() + first - 1);
+    return TrackedLetters(first) % u':' % TrackedLetters(last);
 }
 
 QString MoveRange(Worksheet& ws, const QString& aRng, const QString& botRng, const QString& newCell)
 {
     const SheetRange to = ws.Range(newCell);
     const SheetRange from = ws.Range(botRng);
-    const qint16 dRow = toInt16(to.Row() - from.Row());
-    const qint16 dCol = toInt16(to.Column() - from.Column());
+    const int dRow = toRow(to.Row() - from.Row());
+    const int dCol = toColumn(to.Column() - from.Column());
     const SheetRange corner = ws.Range(RangeCorner(aRng, u"topLeft"_s));
     const SheetRange range = ws.Range(aRng);
 
-    const qint16 top = std::max<qint16>(toInt16(corner.Row() + dRow), 1);
-    const qint16 bottom = std::max<qint16>(toInt16(range.RowsCount() + top - 1), 1);
-    const qint16 left = std::max<qint16>(toInt16(corner.Column() + dCol), 1);
-    const qint16 right = std::max<qint16>(toInt16(range.ColumnsCount() + left - 1), 1);
+    const int top = std::max(toRow(corner.Row() + dRow), 1);
+    const int bottom = std::max(toRow(range.RowsCount() + top - 1), 1);
+    const int left = std::max(toColumn(corner.Column() + dCol), 1);
+    const int right = std::max(toColumn(range.ColumnsCount() + left - 1), 1);
     return TrackedAddress({top, left, bottom, right});
 }
 

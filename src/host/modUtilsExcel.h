@@ -29,18 +29,21 @@ bool Excel_Launch(const QString& path, const QString& sheet);
 bool CopyOpenWorkbook(const std::shared_ptr<Workbook>& wb, const QString& path);
 
 /// Address of the crossing of the last row and the last column with contents, "$H$40"; empty (and logged) for a sheet
-/// without any.
+/// without any and for one with contents beyond the rows that a panel may use.
 QString RealBottomRight(Worksheet& ws);
-/// Letters of columns 1 to 256; empty above, throws RuntimeError below 1.
+/// The same for whoever cannot go on without it: throws a sentence where that is empty.
+QString LastFilledCell(Worksheet& ws);
+/// Letters of columns 1 to columnLimit(); empty above, throws RuntimeError below 1.
 QString ColLetter(int column);
-/// "B17:F32", in letters of the tracked columns. A right edge beyond "IV" has none and leaves an address that nothing
-/// accepts; a left edge beyond throws, since without any letters the text would name whole rows.
+/// The same for whoever writes them into an address: throws a sentence above columnLimit().
+QString TrackedLetters(int column);
+/// "B17:F32", in letters of the columns that a panel may use.
 QString TrackedAddress(const CellArea& area);
-qint16 ColNumber(Worksheet& ws, const QString& letters);
+int ColNumber(Worksheet& ws, const QString& letters);
 /// One end of an address: "topLeft" or "botRight".
 QString RangeCorner(const QString& address, const QString& corner);
-QString OffsetRows(Worksheet& ws, const QString& rng, qint16 RowOff);
-QString OffsetCols(Worksheet& ws, const QString& rng, qint16 ColOff);
+QString OffsetRows(Worksheet& ws, const QString& rng, int RowOff);
+QString OffsetCols(Worksheet& ws, const QString& rng, int ColOff);
 /// The rectangle `aRng` moved by the distance from `botRng` to `newCell`, size kept, clamped at row and column 1.
 QString MoveRange(Worksheet& ws, const QString& aRng, const QString& botRng, const QString& newCell);
 void ParseAnchorAddress(const QString& address, bool& rowFixed, bool& colFixed);

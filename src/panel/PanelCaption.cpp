@@ -35,12 +35,12 @@ QString panelCaptionText(const QString& caption, PanelMark mark, const std::opti
     return text + u"   ("_s + QLocale::c().toString(*stamp, ofToday ? u"hh:mm AP"_s : u"MMM d"_s) + u')';
 }
 
-int centringBlanks(float clientWidth, qint16 textWidth, qint16 hundredBlanksWidth)
+int centringBlanks(float clientWidth, int textWidth, int hundredBlanksWidth)
 {
     if (hundredBlanksWidth == 0)
         return 0;
-    const qint16 gap = toInt16(clientWidth / 2.0 - textWidth / 2.0);
-    return toInt16(100.0 / hundredBlanksWidth * gap);
+    const int gap = toStoredTwips(clientWidth / 2.0 - textWidth / 2.0);
+    return toStoredTwips(100.0 / hundredBlanksWidth * gap);
 }
 
 } // namespace lumivane

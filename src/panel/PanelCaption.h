@@ -16,6 +16,6 @@ QString panelCaptionText(const QString& caption, PanelMark mark, const std::opti
 
 /// How many blanks put the text into the middle of a window caption, which can only be left-aligned. Widths are twips
 /// in the caption font. 0 or less: none are needed.
-int centringBlanks(float clientWidth, qint16 textWidth, qint16 hundredBlanksWidth);
+int centringBlanks(float clientWidth, int textWidth, int hundredBlanksWidth);
 
 } // namespace lumivane

@@ -3,7 +3,6 @@
 #include "platform/Checked.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace lumivane {
 
@@ -14,9 +13,9 @@ ScrollBarPlace scrollBarFor(float pictureLength, float frameLength, float barThi
 {
     ScrollBarPlace bar;
     bar.visible = true;
-    bar.largeChange = toInt16(frameLength * 0.8);
-    bar.smallChange = toInt16(bar.largeChange / 10.0);
-    bar.max = toInt16((pictureLength + barThickness - frameLength) * 1.1);
+    bar.largeChange = toStoredTwips(frameLength * 0.8);
+    bar.smallChange = toStoredTwips(bar.largeChange / 10.0);
+    bar.max = toStoredTwips((pictureLength + barThickness - frameLength) * 1.1);
     return bar;
 }
 
@@ -64,7 +63,7 @@ TwipsSize windowInProportion(const PanelMeasures& measures, const TwipsSize& pic
 
 bool canBeKept(const TwipsSize& window)
 {
-    constexpr float longest = std::numeric_limits<qint16>::max();
+    const double longest = twipsLimit();
     return window.width <= longest && window.height <= longest;
 }
 

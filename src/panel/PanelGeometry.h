@@ -4,8 +4,8 @@
 
 namespace lumivane {
 
-// Where the parts of a panel window lie in each of its views. All lengths are twips; numbers that are kept as 16-bit
-// ones throw RuntimeError 6 where they do not fit.
+// Where the parts of a panel window lie in each of its views. All lengths are twips; numbers that are kept throw
+// RuntimeError 6 beyond twipsLimit().
 
 struct TwipsSize
 {
@@ -32,9 +32,9 @@ struct ScrollBarPlace
 {
     bool visible = false;
     TwipsRect place;
-    qint16 max = 0;
-    qint16 largeChange = 0;
-    qint16 smallChange = 0;
+    int max = 0;
+    int largeChange = 0;
+    int smallChange = 0;
     bool operator==(const ScrollBarPlace&) const = default;
 };
 

@@ -281,7 +281,7 @@ bool PanelPipeline::captureRange(XLInstance& XLInst, const std::shared_ptr<Works
     Panel->parseContentMatch(bottom, anchor, content);
     if (!bottom.isEmpty() && IsPaste) {
         const QString recorded = sheet->Range(bottom).Address();
-        if (recorded != sheet->Range(RealBottomRight(*sheet)).Address())
+        if (recorded != LastFilledCell(*sheet))
             return failWithBox(staleWorkbookText(), Prompts::Icon::Critical);
     }
     Panel->GetAdjRange(*sheet);

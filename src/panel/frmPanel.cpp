@@ -54,9 +54,9 @@ QPoint withinReach(const QPoint& place)
     return {qBound(-far, place.x(), far), qBound(-far, place.y(), far)};
 }
 
-qint16 captionWidth(const QString& text)
+int captionWidth(const QString& text)
 {
-    return toInt16(toTwips(QFontMetricsF(PanelStyle::captionFont()).horizontalAdvance(text)));
+    return toStoredTwips(toTwips(QFontMetricsF(PanelStyle::captionFont()).horizontalAdvance(text)));
 }
 
 } // namespace
@@ -179,8 +179,8 @@ void frmPanel::keepWindowSize()
     const auto panel = record();
     if (!panel || panel->ContentType != u"P" || !canBeKept({Width(), Height()}))
         return;
-    panel->pWidth = toInt16(Width());
-    panel->pHeight = toInt16(Height());
+    panel->pWidth = toStoredTwips(Width());
+    panel->pHeight = toStoredTwips(Height());
 }
 
 bool frmPanel::Panel_Paste()
@@ -221,8 +221,8 @@ void frmPanel::Panel_Autosize()
         setWindowSize(wanted.width, wanted.height);
     layOut(autosizeLayout(measures(), picture), false);
     if (const auto panel = record(); panel && !picture.isEmpty()) {
-        panel->pWidth = toInt16(Width());
-        panel->pHeight = toInt16(Height());
+        panel->pWidth = toStoredTwips(Width());
+        panel->pHeight = toStoredTwips(Height());
     }
     SetCaption();
     markDirty();
@@ -293,7 +293,7 @@ void frmPanel::SetCaption()
         stamp = source->NewestFileTime();
     QString text = panelCaptionText(shownName(panel->Caption), mark, stamp, Clock::now());
     setAccessibleName(text);
-    // A text wider than the panel is not centred, and may be wider than a number of 16 bits.
+    // A text wider than the panel is not centred, and may be wider than a length that is kept.
     const float textWidth = toTwips(QFontMetricsF(PanelStyle::captionFont()).horizontalAdvance(text));
     if (gCaptionAlignment != u"Left" && textWidth < ScaleWidth()) {
         const int blanks = centringBlanks(ScaleWidth(), captionWidth(text), captionWidth(QString(100, u' ')));

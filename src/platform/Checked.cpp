@@ -35,13 +35,6 @@ QString grouped(double number)
     return std::abs(number) < 1e15 ? QLocale(QLocale::English).toString(qint64(number)) : plainNumber(number);
 }
 
-QString largeSheetsHint()
-{
-    return largeSheetsOn
-               ? QString()
-               : u" More is possible with Large Sheets=1 in section [Settings] of %1.INI."_s.arg(executableName());
-}
-
 QString rowSentence(double number)
 {
     const QString limit = grouped(rowLimit());
@@ -86,6 +79,13 @@ void setLargeSheets(bool on)
 bool largeSheets()
 {
     return largeSheetsOn;
+}
+
+QString largeSheetsHint()
+{
+    return largeSheetsOn
+               ? QString()
+               : u" More is possible with Large Sheets=1 in section [Settings] of %1.INI."_s.arg(executableName());
 }
 
 int rowLimit()

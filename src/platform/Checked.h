@@ -15,6 +15,9 @@ namespace lumivane {
 void setLargeSheets(bool on);
 bool largeSheets();
 
+/// What to add to a sentence that names one of these limits: how more is possible; empty with Large Sheets.
+QString largeSheetsHint();
+
 int rowLimit();    ///< 32,767, or the last row of a sheet
 int columnLimit(); ///< 256 ("IV"), or the last column of a sheet ("XFD")
 int twipsLimit();  ///< 32,767, or what 32 bits hold

@@ -42,7 +42,7 @@ SheetRange findInColumn(Worksheet& ws, const QString& anchor, const QString& val
     const SheetRange used = ws.UsedRange();
     const int lastRow = used.RowsCount() + used.Row() - 1;
     const SheetRange searched = ws.Range(ws.Cells(1, column), ws.Cells(lastRow, column));
-    return ws.Cells(toInt16(findValue(ws, searched, value, SearchOrder::ByRows).Row()), column);
+    return ws.Cells(toRow(findValue(ws, searched, value, SearchOrder::ByRows).Row()), column);
 }
 
 SheetRange findInRow(Worksheet& ws, const QString& anchor, const QString& value)
@@ -51,29 +51,29 @@ SheetRange findInRow(Worksheet& ws, const QString& anchor, const QString& value)
     const SheetRange used = ws.UsedRange();
     const int lastColumn = used.ColumnsCount() + used.Column() - 1;
     const SheetRange searched = ws.Range(ws.Cells(row, 1), ws.Cells(row, lastColumn));
-    return ws.Cells(row, toInt16(findValue(ws, searched, value, SearchOrder::ByColumns).Column()));
+    return ws.Cells(row, toColumn(findValue(ws, searched, value, SearchOrder::ByColumns).Column()));
 }
 
 /// Row and column come from two searches. With several hits the cell at their crossing need not hold the value; stored
 /// definitions rely on that cell all the same.
 SheetRange findOnSheet(Worksheet& ws, const QString& value)
 {
-    const qint16 row = toInt16(findValue(ws, ws.Cells(), value, SearchOrder::ByRows).Row());
-    const qint16 column = toInt16(findValue(ws, ws.Cells(), value, SearchOrder::ByColumns).Column());
+    const int row = toRow(findValue(ws, ws.Cells(), value, SearchOrder::ByRows).Row());
+    const int column = toColumn(findValue(ws, ws.Cells(), value, SearchOrder::ByColumns).Column());
     return ws.Cells(row, column);
 }
 
 struct Distance
 {
-    qint16 rows = 0;
-    qint16 columns = 0;
+    int rows = 0;
+    int columns = 0;
 };
 
 Distance distance(Worksheet& ws, const QString& from, const QString& to)
 {
     const SheetRange target = ws.Range(to);
     const SheetRange start = ws.Range(from);
-    return {toInt16(target.Row() - start.Row()), toInt16(target.Column() - start.Column())};
+    return {toRow(target.Row() - start.Row()), toColumn(target.Column() - start.Column())};
 }
 
 /// The form that says what the next search may change: the part with a sign stays.
@@ -147,7 +147,7 @@ QString clsWorkspacePanel::FromBottomRight(Worksheet& ws)
 {
     QString bottom, anchor, content;
     parseContentMatch(bottom, anchor, content);
-    const QString current = RealBottomRight(ws);
+    const QString current = LastFilledCell(ws);
     if (bottom.size() < shortestCellText)
         bottom = current;
     const QString found = MoveRange(ws, movRange, bottom, current);

@@ -84,7 +84,7 @@ void warnIfTooLong(const QString& runs, const QString& warning)
 
 QString columnKey(int first, int last)
 {
-    return ColLetter(first) % u':' % ColLetter(last);
+    return TrackedLetters(first) % u':' % TrackedLetters(last);
 }
 
 QString rowKey(int first, int last)
@@ -118,12 +118,12 @@ bool clsWorkspacePanel::SplitPaneRanges(Worksheet& UserWS, const QString& RangeD
         throw RuntimeError(RuntimeError::SubscriptOutOfRange);
     const SheetRange first = UserWS.Range(parts[1]);
     const auto fixRows = [&] {
-        pFixRowFirst = toInt16(first.area().firstRow);
-        pFixRowLast = toInt16(first.area().lastRow);
+        pFixRowFirst = toRow(first.area().firstRow);
+        pFixRowLast = toRow(first.area().lastRow);
     };
     const auto fixColumns = [&] {
-        pFixColFirst = ColLetter(first.area().firstColumn);
-        pFixColLast = ColLetter(first.area().lastColumn);
+        pFixColFirst = TrackedLetters(first.area().firstColumn);
+        pFixColLast = TrackedLetters(first.area().lastColumn);
     };
 
     if (parts.size() == 3) {
@@ -153,18 +153,16 @@ bool clsWorkspacePanel::SplitPaneRanges(Worksheet& UserWS, const QString& RangeD
     return true;
 }
 
-void clsWorkspacePanel::GetHeights(Worksheet& WSheet, qint16 start, qint16 last)
+void clsWorkspacePanel::GetHeights(Worksheet& WSheet, int start, int last)
 {
     appendRuns(
         RowHeights, start, last, [&](int row) { return WSheet.rowHeight(row); },
         [](int row) { return QString::number(row); });
 }
 
-void clsWorkspacePanel::GetWidths(Worksheet& WSheet, qint16 start, qint16 last)
+void clsWorkspacePanel::GetWidths(Worksheet& WSheet, int start, int last)
 {
-    // Runs of columns without letters could never be laid on a sheet again.
-    if (ColLetter(last).isEmpty())
-        throw RuntimeError(RuntimeError::Overflow, u"The columns of a panel end with IV."_s);
+    TrackedLetters(last); // runs of columns without letters could never be laid on a sheet again
     appendRuns(
         ColWidths, start, last, [&](int column) { return WSheet.columnWidth(column); },
         [](int column) { return ColLetter(column); });
@@ -173,14 +171,14 @@ void clsWorkspacePanel::GetWidths(Worksheet& WSheet, qint16 start, qint16 last)
 void clsWorkspacePanel::SaveHeightsWidths(Worksheet& UserWS)
 {
     const CellArea moving = UserWS.Range(movRange).area();
-    GetHeights(UserWS, toInt16(moving.firstRow), toInt16(moving.lastRow));
+    GetHeights(UserWS, toRow(moving.firstRow), toRow(moving.lastRow));
     if (pFixRowFirst > 0) {
         RowHeights += u'`';
         GetHeights(UserWS, pFixRowFirst, pFixRowLast);
     }
     warnIfTooLong(RowHeights, u"Too many different row heights. Some hidden rows may appear in the future."_s);
 
-    GetWidths(UserWS, toInt16(moving.firstColumn), toInt16(moving.lastColumn));
+    GetWidths(UserWS, toColumn(moving.firstColumn), toColumn(moving.lastColumn));
     if (!pFixColFirst.isEmpty()) {
         ColWidths += u'`';
         GetWidths(UserWS, ColNumber(UserWS, pFixColFirst), ColNumber(UserWS, pFixColLast));
@@ -199,7 +197,7 @@ QString clsWorkspacePanel::adjRange(Worksheet& ws)
 void clsWorkspacePanel::CalcAdjPicRange(Worksheet& ws)
 {
     CellArea joined = ws.Range(pAdjMovRange).area();
-    toInt16(joined.lastRow); // rows beyond 16 bits fail here
+    toRow(joined.lastRow); // rows beyond the limit fail here
 
     // A gap of a single row or column is left in the picture; panels in use are laid out with it.
     if (!pFixColFirst.isEmpty()) {
@@ -217,8 +215,8 @@ void clsWorkspacePanel::CalcAdjPicRange(Worksheet& ws)
             ws.Range(rowKey(1, pFixRowFirst - 1)).setRowHeight(0);
         if (pFixRowLast + 1 < joined.firstRow - 1)
             ws.Range(rowKey(pFixRowLast + 1, joined.firstRow - 1)).setRowHeight(0);
-        joined.firstRow = std::min<int>(joined.firstRow, pFixRowFirst);
-        joined.lastRow = std::max<int>(joined.lastRow, pFixRowLast);
+        joined.firstRow = std::min(joined.firstRow, pFixRowFirst);
+        joined.lastRow = std::max(joined.lastRow, pFixRowLast);
     }
     pAdjPicRange = TrackedAddress(joined);
 }

@@ -51,10 +51,10 @@ bool clsWorkspacePanel::LoadFromRecSet(const std::shared_ptr<Database>&, const s
     pColOff = 0;
 
     ID = toInt16(double(rs->number(u"ID")));
-    pLeft = toInt16(double(rs->number(u"Left")));
-    pTop = toInt16(double(rs->number(u"Top")));
-    pWidth = toInt16(double(rs->number(u"Width")));
-    pHeight = toInt16(double(rs->number(u"Height")));
+    pLeft = toStoredTwips(double(rs->number(u"Left")));
+    pTop = toStoredTwips(double(rs->number(u"Top")));
+    pWidth = toStoredTwips(double(rs->number(u"Width")));
+    pHeight = toStoredTwips(double(rs->number(u"Height")));
     SourceID = rs->number32(u"SourceID");
 
     rs->read(u"Comments", Comments);
@@ -165,15 +165,16 @@ void clsWorkspacePanel::ParsePicRange()
     if (!movRange.isEmpty())
         return;
     const QStringList parts = PicRange.split(u'`');
-    movRange = parts[0];
     if (const QString rows = parts.value(1); !rows.isEmpty()) {
-        pFixRowFirst = toInt16(leadingNumber(rows.section(u':', 0, 0)));
-        pFixRowLast = toInt16(leadingNumber(rows.section(u':', 1)));
+        pFixRowFirst = toRow(leadingNumber(rows.section(u':', 0, 0)));
+        pFixRowLast = toRow(leadingNumber(rows.section(u':', 1)));
     }
     if (const QString columns = parts.value(2); !columns.isEmpty()) {
         pFixColFirst = columns.section(u':', 0, 0);
         pFixColLast = columns.section(u':', 1);
     }
+    // Last: where the fixed parts cannot be used, a second try must not take them for none.
+    movRange = parts[0];
 }
 
 } // namespace lumivane

@@ -29,8 +29,8 @@ public:
     QString ColWidths;    ///< runs such as "A:C=8.43" joined by back-quotes, characters
     QString RelativeTo;   ///< "top", "bottom", "contents"
     QString ContentMatch; ///< "bottom=", "anchor=", "content=" clauses joined by back-quotes
-    qint16 pLeft = 0, pTop = 0, pWidth = 0, pHeight = 0; ///< window on the dashboard, twips
-    QString ViewType;                                    ///< "A" autosize, "C" crop, "Z" zoom to fit
+    int pLeft = 0, pTop = 0, pWidth = 0, pHeight = 0; ///< window on the dashboard, twips
+    QString ViewType;                                 ///< "A" autosize, "C" crop, "Z" zoom to fit
     QDateTime LastViewed = longAgo();
     QString Caption;
 
@@ -64,8 +64,8 @@ public:
     const QString& adjMovRange() const { return pAdjMovRange; }
     /// Takes the user's selection and panes; tells the user why when it refuses.
     bool PasteRange(Worksheet& UserWS, const QString& RangeDefs);
-    void GetHeights(Worksheet& WSheet, qint16 start, qint16 last);
-    void GetWidths(Worksheet& WSheet, qint16 start, qint16 last);
+    void GetHeights(Worksheet& WSheet, int start, int last);
+    void GetWidths(Worksheet& WSheet, int start, int last);
     /// Joins fixed and moving parts on the sheet, lays the stored heights and widths, and gives the rectangle to draw.
     QString adjRange(Worksheet& ws);
     void adjHeightWidths(Worksheet& ws);
@@ -76,8 +76,8 @@ public:
     /// for a watched cell that holds no number.
     void lightCells(Worksheet& ws, const std::shared_ptr<Database>& DB) const;
 
-    qint16 rowOffset() const { return pRowOff; }
-    qint16 columnOffset() const { return pColOff; }
+    int rowOffset() const { return pRowOff; }
+    int columnOffset() const { return pColOff; }
 
 private:
     bool InsertDB(const std::shared_ptr<Database>& DB, qint32 WorkspaceID);
@@ -88,9 +88,9 @@ private:
     void ShiftHeightsWidths(Worksheet& ws);
     QString watchedCell(qint32 row, qint32 col, const QString& action, Worksheet& ws) const;
 
-    qint16 pFixRowFirst = 0, pFixRowLast = 0;
+    int pFixRowFirst = 0, pFixRowLast = 0;
     QString pFixColFirst, pFixColLast;
-    qint16 pRowOff = 0, pColOff = 0;
+    int pRowOff = 0, pColOff = 0;
     QString pAdjPicRange;
 
     friend struct PanelProbe; // tests look at the fixed fields

@@ -59,7 +59,7 @@ QString movedCell(qint64 row, qint64 column)
     if (row < 1 || row > maxRow || column > maxColumn)
         throw RuntimeError(RuntimeError::ApplicationDefined,
                            u"The watched cell in row %1 and column %2 is beyond the sheet."_s.arg(row).arg(column));
-    return ColLetter(static_cast<int>(column)) % QString::number(row);
+    return TrackedLetters(static_cast<int>(column)) % QString::number(row);
 }
 
 } // namespace

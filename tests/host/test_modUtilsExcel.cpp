@@ -1,6 +1,7 @@
 #include "host/modUtilsExcel.h"
 
 #include "platform/Prompts.h"
+#include "support/LargeSheets.h"
 #include "support/LogCapture.h"
 #include "support/PlainSheet.h"
 #include "support/ScriptedPrompts.h"
@@ -254,7 +255,13 @@ TEST(RealBottomRight, EndsWithAnEmptyTextWhereNothingCanBeNamed)
     EXPECT_EQ(RealBottomRight(sheet), u"$B$32767"_s);
     sheet.put(u"A32768"_s, u"beyond"_s);
     EXPECT_EQ(RealBottomRight(sheet), QString());
-    EXPECT_EQ(log.entries, QStringList(2, u"Event modUtilsExcel.RealBottomRight: No contents found"_s));
+    EXPECT_EQ(log.entries,
+              QStringList({u"Event modUtilsExcel.RealBottomRight: No contents found"_s,
+                           u"Event modUtilsExcel.RealBottomRight: Row 32,768 is beyond row 32,767, the last that a "
+                           "panel may use. More is possible with Large Sheets=1 in section [Settings] of "
+                           "lumivane.INI."_s}));
+    const LargeSheets unlimited;
+    EXPECT_EQ(RealBottomRight(sheet), u"$B$32768"_s);
 }
 
 TEST(ColLetter, EndsAtIV)
@@ -264,6 +271,7 @@ TEST(ColLetter, EndsAtIV)
     EXPECT_EQ(ColLetter(256), u"IV"_s);
     EXPECT_EQ(ColLetter(257), QString());
     EXPECT_THROW(ColLetter(0), RuntimeError);
+    EXPECT_THROW(TrackedLetters(257), RuntimeError);
 
     PlainSheet sheet(u"Data"_s);
     EXPECT_EQ(ColNumber(sheet, u"iv"_s), 256);
@@ -290,7 +298,7 @@ TEST(MoveRange, KeepsTheSize)
         single cell                   | $B$5       | A1    | A2     | B6:B6
         not at all                    | A1:B2      | A1    | A1     | A1:B2
         last column with letters      | IU1:IU2    | A1    | B1     | IV1:IV2
-        right edge beyond the letters | IU1:IV2    | A1    | B1     | IV1:2
+        right edge beyond the letters | IU1:IV2    | A1    | B1     | 6
         wholly beyond the letters     | IV1:IV2    | A1    | B1     | 6
         last row of 16 bits           | A1:A2      | A1    | A32766 | A32766:A32767
         bottom overflows              | A1:A3      | A1    | A32766 | 6

@@ -1,5 +1,6 @@
 #include "panel/PanelGeometry.h"
 
+#include "support/LargeSheets.h"
 #include "support/ThrownError.h"
 
 #include <gtest/gtest.h>
@@ -74,10 +75,13 @@ TEST(CropView, PlacesFramePictureAndBars)
     }
 }
 
-TEST(CropView, RefusesAScrollRangeBeyondSixteenBits)
+TEST(CropView, RefusesAScrollRangeBeyondTheLimit)
 {
     EXPECT_EQ(cropLayout(usualWindow(), {3000, 33705}).vertical.max, 32753);
     EXPECT_EQ(test::failureOf([] { cropLayout(usualWindow(), {3000, 33720}); }).number, RuntimeError::Overflow);
+    const test::LargeSheets unlimited;
+    EXPECT_EQ(cropLayout(usualWindow(), {3000, 33720}).vertical.max, 32769);
+    EXPECT_TRUE(canBeKept({60000, 60000}));
 }
 
 TEST(AutosizeView, AddsTitleAndBordersToThePicture)

@@ -1,6 +1,7 @@
 #include "SheetFile.h"
 
 #include "repository/clsWorkspacePanel.h"
+#include "support/LargeSheets.h"
 #include "support/LogCapture.h"
 #include "support/TextTable.h"
 #include "support/ThrownError.h"
@@ -104,6 +105,21 @@ TEST(Locating, FollowsContents)
             found)
             << name;
     EXPECT_EQ(located(panelOf(u"$C$5:$H$20``"_s, u"contents"_s, u"bottom=$A$1"_s), u"C9=Total"_s), u"$C$5:$H$20 0 0"_s);
+}
+
+TEST(Locating, GoesToTheEndOfLargeSheets)
+{
+    const clsWorkspacePanel fixedRows = panelOf(u"A1:B2`40000:40001`"_s, u"top"_s, {});
+    EXPECT_EQ(located(fixedRows, {}), u"6"_s);
+    const LargeSheets unlimited;
+    EXPECT_EQ(located(fixedRows, {}), u"A1:B2 0 0"_s);
+    for (const auto& [name, picRange, rule, match, cells, found] : textTable<6>(R"(
+        last cell        | $B$39990:$F$40000`` | bottom   | bottom=$H$40000 | KN40010=x     | KH40000:KL40010 10 292
+        bottom overflows | A1:A3``             | bottom   | bottom=A1       | A1048575=x    | 6
+        column           | $C$40000:$D$40001`` | contents | bottom=`anchor=$C40000`content=x | C1048000=x | C1048000:D1048001 1008000 0 $C1048000
+        row              | $C$5:$D$9``         | contents | bottom=`anchor=C$5`content=x | XFC5=x | XFC5:XFD9 0 16380 XFC$5
+        right overflows  | $C$5:$D$9``         | contents | bottom=`anchor=C$5`content=x | XFD5=x | $C$5:$D$9 0 0 C$5)"))
+        EXPECT_EQ(located(panelOf(picRange, rule, match), cells), found) << name;
 }
 
 TEST(Adjusting, MakesThePlaceFoundTheStoredOne)

@@ -2,6 +2,7 @@
 
 #include "platform/Prompts.h"
 #include "repository/clsWorkspacePanel.h"
+#include "support/LargeSheets.h"
 #include "support/LogCapture.h"
 #include "support/ScriptedPrompts.h"
 #include "support/TextTable.h"
@@ -119,14 +120,14 @@ TEST_F(PasteRange, WarnsBeyond255Characters)
 QString heights(Worksheet& sheet, int last)
 {
     clsWorkspacePanel panel;
-    panel.GetHeights(sheet, 1, static_cast<qint16>(last));
+    panel.GetHeights(sheet, 1, last);
     return panel.RowHeights;
 }
 
 QString widths(Worksheet& sheet, int last)
 {
     clsWorkspacePanel panel;
-    panel.GetWidths(sheet, 1, static_cast<qint16>(last));
+    panel.GetWidths(sheet, 1, last);
     return panel.ColWidths;
 }
 
@@ -191,17 +192,34 @@ TEST(JoinedPanes, SqueezeWhatLiesBetweenAndLayTheStoredSizes)
                               "sheet \"Data\" of workbook \"Report.xlsx\"."_s);
 }
 
-TEST(JoinedPanes, BeyondIVFailInsteadOfShowingWholeRows)
+TEST(JoinedPanes, BeyondIVOrSixteenBitsNameTheLimit)
 {
     const auto sheet = evenSheet();
     EXPECT_EQ(join(*sheet, u"$IV$5:$IV$9``"_s), u"IV5:IV9"_s);
-    EXPECT_THROW(join(*sheet, u"$IW$5:$IX$9``"_s), RuntimeError);
-    EXPECT_EQ(join(*sheet, u"$IV$5:$IW$9``"_s), u"IV5:9"_s) << "an address that nothing accepts";
-    EXPECT_THROW(join(*sheet, u"$A$32767:$A$32768``"_s), RuntimeError);
-
+    EXPECT_TRUE(
+        failureOf([&] { join(*sheet, u"$IV$5:$IW$9``"_s); }).text.startsWith(u"Column 257 is beyond column IV"));
+    EXPECT_TRUE(
+        failureOf([&] { join(*sheet, u"A32767:A32768"_s); }).text.startsWith(u"Row 32,768 is beyond row 32,767"));
     clsWorkspacePanel panel;
     EXPECT_THROW(panel.PasteRange(*sheet, u"$IV$5:$IW$9`$IA$1:$IZ$40"_s), RuntimeError);
     EXPECT_EQ(panel.ColWidths, QString());
+}
+
+TEST(JoinedPanes, ReachToTheEndOfLargeSheets)
+{
+    const LargeSheets unlimited;
+    const auto sheet = openSheet(u"XFD40007=x"_s);
+    clsWorkspacePanel panel;
+    panel.RelativeTo = u"top"_s;
+    ASSERT_TRUE(panel.PasteRange(*sheet, u"$XFC$40001:$XFD$40007`$A$1:$B$2`$C$1:$XFD$2`$A$39990:$B$40007`"
+                                         "$C$39990:$XFD$40007"_s));
+    EXPECT_EQ(panel.PicRange, u"$XFC$40001:$XFD$40007`1:2`A:B"_s);
+    EXPECT_TRUE(panel.RowHeights.startsWith(u"40001:40007="_s)) << panel.RowHeights;
+    EXPECT_TRUE(panel.ColWidths.startsWith(u"XFC:XFD="_s)) << panel.ColWidths;
+    panel.GetAdjRange(*sheet);
+    EXPECT_EQ(panel.adjRange(*sheet), u"A1:XFD40007"_s);
+    EXPECT_EQ(sheet->rowHeight(3) + sheet->rowHeight(40000) + sheet->columnWidth(3) + sheet->columnWidth(16382), 0);
+    EXPECT_GT(sheet->rowHeight(40001) * sheet->columnWidth(16383), 0);
 }
 
 } // namespace

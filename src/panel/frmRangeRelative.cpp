@@ -40,7 +40,7 @@ std::shared_ptr<const clsWorkspacePanel> movedDefinition(const clsWorkspacePanel
     if (moved->rowOffset() == 0 && moved->columnOffset() == 0)
         return nullptr;
     moved->AdjustAll(ws);
-    moved->ContentMatch = u"bottom=" % RealBottomRight(ws);
+    moved->ContentMatch = u"bottom=" % LastFilledCell(ws);
     return moved;
 }
 
@@ -149,9 +149,10 @@ void frmRangeRelative::PrepAnchorChoice()
     prompts().setPointer(Prompts::Pointer::Default);
     if (failure) {
         LogError(objectName(), u"PrepAnchorChoice"_s, failure->number(), failure->description(), false);
-        prompts().message(m_path % u" could not be opened, or did not contain the worksheet '" % m_panel->SheetName %
-                              u"'.  This panel's Range Location cannot be set.",
-                          Prompts::Icon::Exclamation);
+        const QString notOpened = m_path % u" could not be opened, or did not contain the worksheet '" %
+                                  m_panel->SheetName % u"'.  This panel's Range Location cannot be set.";
+        const bool isLimit = failure->number() == RuntimeError::Overflow;
+        prompts().message(isLimit ? failure->description() : notOpened, Prompts::Icon::Exclamation);
         return;
     }
     if (ui->cmbAnchor->count() > 0)

@@ -3,8 +3,10 @@
 #include "host/Host.h"
 #include "host/modUtilsExcel.h"
 #include "platform/Checked.h"
+#include "platform/RuntimeError.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace lumivane {
 
@@ -12,7 +14,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int placesInAColumn = 1000;
+qint64 placesInAColumn()
+{
+    return largeSheets() ? maxRow + 1 : 1000;
+}
+
+qint64 placeOf(int row, int column)
+{
+    const qint64 place = column * placesInAColumn() + row;
+    if (!largeSheets() && place > std::numeric_limits<qint16>::max())
+        throw RuntimeError(RuntimeError::Overflow,
+                           u"Values beyond the first 32 columns of the range cannot be offered."_s % largeSheetsHint());
+    return place;
+}
 
 bool hasDecimals(const QString& value)
 {
@@ -44,14 +58,14 @@ void collectAnchorChoices(const SheetRange& range, std::vector<AnchorChoice>& ch
                 continue;
             const QString value = cell.ValueText();
             if (!value.isEmpty() && !hasDecimals(value))
-                choices.push_back(
-                    {value, toInt16(toInt16(c * placesInAColumn) + i), shownInstead(range.sheet(), cell, value)});
+                choices.push_back({value, placeOf(i, c), shownInstead(range.sheet(), cell, value)});
         }
     }
 }
 
-AnchorCell::AnchorCell(qint16 place, int firstRow, int firstColumn)
-    : column(ColLetter(place / placesInAColumn + firstColumn - 1)), row(place % placesInAColumn + firstRow - 1)
+AnchorCell::AnchorCell(qint64 place, int firstRow, int firstColumn)
+    : column(ColLetter(int(place / placesInAColumn()) + firstColumn - 1)),
+      row(int(place % placesInAColumn()) + firstRow - 1)
 {
 }
 

@@ -11,9 +11,9 @@ class SheetRange;
 struct AnchorChoice
 {
     QString value;
-    /// Column x 1000 + row, both counted inside the range from 1, in 16 bits: there is room for 32 columns, and rows
-    /// beyond 999 count as rows of later columns.
-    qint16 place = 0;
+    /// Column and row, both counted inside the range from 1, in one number. Without Large Sheets it is column x 1000 +
+    /// row in 16 bits: there is room for 32 columns, and rows beyond 999 count as rows of later columns.
+    qint64 place = 0;
     /// What the sheet shows of a number that its own digits do not tell, as of a date; empty for all other values.
     QString shown = {};
     bool operator==(const AnchorChoice&) const = default;
@@ -31,7 +31,7 @@ struct AnchorCell
     int row = 0;
 
     /// `firstRow` and `firstColumn` are those of the range on the sheet.
-    AnchorCell(qint16 place, int firstRow, int firstColumn);
+    AnchorCell(qint64 place, int firstRow, int firstColumn);
     /// As a stored rule names it: "$C5" where its column is searched, "C$5" where its row is.
     QString anchor(bool columnFixed) const;
 };

@@ -206,7 +206,8 @@ TEST_F(RangeLocation, ARangeOfMoreThan32ColumnsOffersItsFirstOnes)
     m_record->PicRange = u"$B$2:$AI$4``"_s;
     open([&](frmRangeRelative& dialog) {
         rules(dialog).setCurrentIndex(2);
-        EXPECT_EQ(m_user.shown, QStringList{notOpened(m_path)});
+        ASSERT_EQ(m_user.shown.size(), 1);
+        EXPECT_TRUE(m_user.shown[0].contains(u"32 columns"));
         ASSERT_TRUE(asksForValue(dialog));
         EXPECT_EQ(values(dialog).count(), 6);
         EXPECT_EQ(values(dialog).currentIndex(), -1);

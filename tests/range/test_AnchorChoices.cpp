@@ -1,5 +1,6 @@
 #include "range/AnchorChoices.h"
 
+#include "support/LargeSheets.h"
 #include "support/PlainSheet.h"
 #include "support/TextTable.h"
 #include "support/ThrownError.h"
@@ -88,24 +89,25 @@ TEST(AnchorChoices, PlacesEndWithThe32ndColumn)
     EXPECT_EQ(choices, (std::vector<AnchorChoice>{{u"a"_s, 1001}, {u"last"_s, 32767}}));
 }
 
-TEST(AnchorChoices, RowsBeyond999CountAsRowsOfLaterColumns)
-{
-    PlainSheet sheet(u"Data"_s);
-    sheet.put(u"A1500"_s, u"deep"_s);
-    EXPECT_EQ(choicesIn(sheet, u"A1:B2000"_s), u"deep@2500"_s);
-    EXPECT_EQ(AnchorCell(2500, 1, 1).anchor(true), u"$B500"_s);
-}
-
 TEST(AnchorChoices, AreCellsOfTheSheet)
 {
-    const std::tuple<qint16, int, int, QString, QString> rows[] = {{1001, 1, 1, u"$A1"_s, u"A$1"_s},
-                                                                   {3012, 5, 25, u"$AA16"_s, u"AA$16"_s},
-                                                                   {32767, 1, 225, u"$IV767"_s, u"IV$767"_s}};
+    // Rows beyond 999 count as rows of later columns.
+    const std::tuple<int, int, int, QString, QString> rows[] = {{1001, 1, 1, u"$A1"_s, u"A$1"_s},
+                                                                {2500, 1, 1, u"$B500"_s, u"B$500"_s},
+                                                                {3012, 5, 25, u"$AA16"_s, u"AA$16"_s},
+                                                                {32767, 1, 225, u"$IV767"_s, u"IV$767"_s}};
     for (const auto& [place, firstRow, firstColumn, inColumn, inRow] : rows) {
         const AnchorCell cell(place, firstRow, firstColumn);
         EXPECT_EQ(cell.anchor(true), inColumn);
         EXPECT_EQ(cell.anchor(false), inRow);
     }
+    const LargeSheets unlimited;
+    PlainSheet sheet(u"Data"_s);
+    sheet.put(u"XFD1048576"_s, u"last"_s);
+    std::vector<AnchorChoice> choices;
+    collectAnchorChoices(sheet.Range(u"XEA1048000:XFD1048576"_s), choices);
+    ASSERT_EQ(choices.size(), 1u);
+    EXPECT_EQ(AnchorCell(choices[0].place, 1048000, sheet.Range(u"XEA1"_s).Column()).anchor(true), u"$XFD1048576"_s);
 }
 
 } // namespace

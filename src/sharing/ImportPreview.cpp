@@ -1,6 +1,8 @@
 #include "sharing/ImportPreview.h"
 
 #include "platform/ApplicationInfo.h"
+#include "platform/CellArea.h"
+#include "platform/Checked.h"
 #include "platform/ShownText.h"
 #include "repository/Database.h"
 #include "repository/SqlText.h"
@@ -36,12 +38,19 @@ struct NumberColumn
     QString name;
     qint64 least;
     qint64 most;
+    QString hint = {}; ///< how more is possible
 };
 
 template <class Number>
 NumberColumn numberColumn(const QString& name)
 {
     return {name, std::numeric_limits<Number>::min(), std::numeric_limits<Number>::max()};
+}
+
+/// A place or size of a panel on its dashboard.
+NumberColumn twipsColumn(const QString& name)
+{
+    return {name, -qint64(twipsLimit()) - 1, twipsLimit(), largeSheetsHint()};
 }
 
 /// Rows of one table of the shared file, in the words of the user.
@@ -68,10 +77,13 @@ bool isPlainText(const QString& text)
     return true;
 }
 
-void refuseValue(const CheckedTable& table, Recordset& rows, const QString& column, const QString& fault)
+void refuseValue(const CheckedTable& table, Recordset& rows, const QString& column, const QString& fault,
+                 const QString& hint = {})
 {
-    throw PreviewRefusal{u"The %1 %2 of the shared file cannot be imported: its column %3 %4. Ask for a new export of "
-                         "it."_s.arg(table.noun, shortened(rows.text(u"ID")), column, fault)};
+    const QString wayOut = hint.isEmpty() ? u" Ask for a new export of it."_s : hint;
+    throw PreviewRefusal{u"The %1 %2 of the shared file cannot be imported: its column %3 %4."_s.arg(
+                             table.noun, shortened(rows.text(u"ID")), column, fault) %
+                         wayOut};
 }
 
 void checkNumber(const CheckedTable& table, Recordset& rows, const NumberColumn& column)
@@ -85,7 +97,7 @@ void checkNumber(const CheckedTable& table, Recordset& rows, const NumberColumn&
     } catch (const RuntimeError&) {
     }
     refuseValue(table, rows, column.name,
-                u"holds [%1], which is no number that fits"_s.arg(shortened(rows.text(column.name))));
+                u"holds [%1], which is no number that fits"_s.arg(shortened(rows.text(column.name))), column.hint);
 }
 
 void checkValue(const CheckedTable& table, Recordset& rows, const QString& column)
@@ -144,17 +156,31 @@ void checkDashboards(Database& shared, const QString& ids, const SharingProgress
     });
 }
 
+/// A panel from an installation with Large Sheets may lie where this one cannot follow it.
+void checkRange(const CheckedTable& table, Recordset& row)
+{
+    if (row.text(u"ContentType") == u"C" || row.text(u"ContentType") == u"P")
+        return; // a name
+    for (const QString& part : row.text(u"PicRange").split(u'`')) {
+        const auto area = CellArea::parse(part);
+        const bool wholeRows = area && area->columns() == maxColumn;
+        const bool wholeColumns = area && area->rows() == maxRow;
+        if (area && ((!wholeColumns && area->lastRow > rowLimit()) || (!wholeRows && area->lastColumn > columnLimit())))
+            refuseValue(table, row, u"PicRange"_s,
+                        u"holds [%1], which lies beyond the cells that a panel may use"_s.arg(shortened(part)),
+                        largeSheetsHint());
+    }
+}
+
 qint64 checkPanels(Database& shared, const QString& ids, const SharingProgress& progress)
 {
-    return checkTable(
-        shared,
-        {u"panel"_s,
-         u"SELECT * FROM LvnSavedPanel WHERE WorkspaceID IN ("_s + ids + u')',
-         mostPanels,
-         {numberColumn<qint32>(u"WorkspaceID"_s), numberColumn<qint32>(u"SourceID"_s), numberColumn<qint16>(u"Top"_s),
-          numberColumn<qint16>(u"Left"_s), numberColumn<qint16>(u"Height"_s), numberColumn<qint16>(u"Width"_s),
-          numberColumn<qint32>(u"Ndx"_s)}},
-        progress, [](Recordset&) {});
+    const CheckedTable table{u"panel"_s,
+                             u"SELECT * FROM LvnSavedPanel WHERE WorkspaceID IN ("_s + ids + u')',
+                             mostPanels,
+                             {numberColumn<qint32>(u"WorkspaceID"_s), numberColumn<qint32>(u"SourceID"_s),
+                              twipsColumn(u"Top"_s), twipsColumn(u"Left"_s), twipsColumn(u"Height"_s),
+                              twipsColumn(u"Width"_s), numberColumn<qint32>(u"Ndx"_s)}};
+    return checkTable(shared, table, progress, [&](Recordset& row) { checkRange(table, row); });
 }
 
 void checkSource(const CheckedTable& table, Recordset& row)

@@ -36,7 +36,7 @@ CommandForm locateForm()
 {
     CommandForm form;
     form.required = {u"pic-range"_s, u"relative-to"_s, u"content-match"_s};
-    form.options = form.required;
+    form.options = form.required + QStringList{u"home"_s};
     form.flags = {u"adjust"_s};
     form.leastArguments = form.mostArguments = 2;
     return form;
@@ -70,7 +70,8 @@ const QList<Command>& commands()
         {u"render-chart"_s, engine + u"[--scale N] WORKBOOK SHEET NAME OUT.png"_s, workbookForm({u"scale"_s}, 4),
          renderChartCommand},
         {u"locate"_s,
-         u"WORKBOOK SHEET --pic-range TEXT --relative-to top|bottom|contents --content-match TEXT [--adjust]"_s,
+         u"[--home DIR] WORKBOOK SHEET --pic-range TEXT --relative-to top|bottom|contents --content-match TEXT "
+         "[--adjust]"_s,
          locateForm(), locateCommand},
         {u"refresh"_s, u"[--home DIR] PROJECT [DASHBOARD]"_s, projectForm(1, 2, {u"home"_s}), refreshCommand},
         {u"snapshot"_s, u"[--home DIR] PROJECT DASHBOARD OUT.png"_s, projectForm(3, 3, {u"home"_s}), snapshotCommand},

@@ -57,6 +57,12 @@ int snapshotCommand(const CommandLine& line)
     project.loadDashboard(line.argument(1));
     const DashboardPicture picture = drawDashboard();
     writePicture(picture.image, line.argument(2));
+    if (!picture.cutPanels.isEmpty())
+        throw RuntimeError(RuntimeError::ApplicationDefined,
+                           u"The picture ends at %1 x %2 pixels, so these panels are not or not wholly on it: %3."_s
+                               .arg(picture.image.width())
+                               .arg(picture.image.height())
+                               .arg(picture.cutPanels.join(u", "_s)));
     if (!picture.failedPanels.isEmpty())
         throw RuntimeError(RuntimeError::ApplicationDefined,
                            u"No current picture could be had for: %1."_s.arg(picture.failedPanels.join(u", "_s)));

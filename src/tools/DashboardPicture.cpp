@@ -20,7 +20,7 @@ namespace {
 constexpr int dashboardMargin = 12;
 constexpr int mostPixels = 8192; ///< a panel dragged far away must not cost gigabytes
 
-/// Large enough for any stored place, so that no panel is moved or cut while the windows are made.
+/// Large enough for any place of 16 bits, so that no panel is moved or cut while the windows are made.
 constexpr QSize generousArea(4400, 4400);
 
 /// The part of the dashboard that has been drawn so far.
@@ -80,6 +80,8 @@ DashboardPicture drawDashboard()
             result.failedPanels.append(record->Caption);
         panel->setPlace(record->pLeft, record->pTop);
         panel->show();
+        if (panel->geometry().right() >= mostPixels || panel->geometry().bottom() >= mostPixels)
+            result.cutPanels.append(record->Caption);
         area.setActiveSubWindow(nullptr);
         QApplication::processEvents();
         canvas.add(*panel);

@@ -9,6 +9,7 @@ struct DashboardPicture
 {
     QImage image;
     QStringList failedPanels; ///< captions of the panels that say on the picture why they are not up to date
+    QStringList cutPanels;    ///< captions of those that reach beyond the picture, which is bounded
 };
 
 /// The dashboard in gWorkspace as the program's window shows it, as large as its panels reach. Panels are loaded the

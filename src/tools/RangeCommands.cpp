@@ -1,8 +1,10 @@
 #include "engine/draw/SheetPainter.h"
 #include "engine/read/WorkbookFile.h"
 #include "host/Host.h"
+#include "platform/ApplicationInfo.h"
 #include "platform/RuntimeError.h"
 #include "repository/clsWorkspacePanel.h"
+#include "session/Startup.h"
 #include "tools/Commands.h"
 #include "tools/Output.h"
 #include "tools/WorkbookArguments.h"
@@ -60,6 +62,9 @@ int renderChartCommand(const CommandLine& line)
 
 int locateCommand(const CommandLine& line)
 {
+    if (const QString home = line.option(u"home"_s); !home.isEmpty())
+        setProgramFolder(home);
+    GetOptionsSettings(); // says how far panels may reach
     const OpenSheet opened(line.argument(0), line.argument(1));
     clsWorkspacePanel panel;
     panel.ContentType = u"S"_s;

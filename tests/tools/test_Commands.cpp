@@ -45,7 +45,7 @@ TEST_P(RefusedCalls, TellWhatIsWrong)
 }
 
 INSTANTIATE_TEST_SUITE_P(Tools, RefusedCalls, testing::ValuesIn(textTable<4>(R"(
-    nothing                |                                                | 2 | usage: lumivanectl locate WORKBOOK SHEET --pic-range
+    nothing                |                                                | 2 | usage: lumivanectl locate [--home DIR] WORKBOOK SHEET
     unknown command        | reload                                         | 2 | There is no command reload.
     missing argument       | new-project                                    | 2 | This command needs more arguments: 1 at least, not 0.
     too many arguments     | inspect,a.xlsx,b.xlsx                          | 2 | There are too many arguments: b.xlsx is not expected.
@@ -61,6 +61,7 @@ INSTANTIATE_TEST_SUITE_P(Tools, RefusedCalls, testing::ValuesIn(textTable<4>(R"(
     no sheet               | render,@/small.xlsx,Sheet1,A1,@/x.png          | 1 | no sheet "Sheet1"; its sheets are: Data.
     nothing to see         | render,@/small.xlsx,Data,A3:B3,@/x.png         | 1 | small.xlsx
     no folder for picture  | render,@/small.xlsx,Data,A1,@/none/x.png       | 1 | /none/x.png cannot be written
+    beyond 16 bits         | locate,@/small.xlsx,Data,--pic-range,A1`1:40000`,--relative-to,top,--content-match,x | 1 | Row 40,000 is beyond row 32,767
     no chart               | render-chart,@/small.xlsx,Data,Chart 1,@/x.png | 1 | Chart 1
     other engine           | inspect,--host,calc,@/small.xlsx               | 1 | The engine "calc" is not built into
     overwriting            | new-project,@/foreign.lvdu                     | 1 | foreign.lvdu

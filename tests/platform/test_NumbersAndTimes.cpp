@@ -156,15 +156,6 @@ TEST(Times, TextFormIsFixed)
         EXPECT_FALSE(dateFromText(text).isValid()) << text;
 }
 
-TEST(Clock, CanBeFixedAndLetGo)
-{
-    const QDateTime time(QDate(2001, 2, 3), QTime(4, 5, 6, 700));
-    Clock::setFixed(time);
-    EXPECT_EQ(dateText(Clock::now()), u"2001-02-03 04:05:06"_s);
-    Clock::setFixed({});
-    EXPECT_GT(Clock::now(), time.addYears(1));
-}
-
 TEST(Folders, GetOneDelimiterBehindThem)
 {
     EXPECT_EQ(withDelimiter(u"/a/b"_s), u"/a/b/"_s);
@@ -173,22 +164,6 @@ TEST(Folders, GetOneDelimiterBehindThem)
     EXPECT_EQ(withDelimiter(u"C:\\data"_s), u"C:\\data\\"_s) << "a foreign one keeps its own";
     EXPECT_EQ(withDelimiter(u"data"_s), u"data/"_s);
     EXPECT_EQ(withDelimiter(QString()), u"/"_s);
-}
-
-TEST(Folders, ProgramFolderCanBeSetAndHasNoDelimiter)
-{
-    setProgramFolder(u"/tmp/x//y/"_s);
-    EXPECT_EQ(programFolder(), u"/tmp/x/y"_s);
-    setProgramFolder({});
-    EXPECT_FALSE(programFolder().endsWith(u'/'));
-    EXPECT_NE(programFolder(), u"/tmp/x/y"_s);
-}
-
-TEST(RuntimeErrors, CarryTheirTextForTheOutside)
-{
-    const RuntimeError error(1004, u"Größe"_s);
-    EXPECT_STREQ(error.what(), u"Größe"_s.toUtf8().constData());
-    EXPECT_EQ(RuntimeError(RuntimeError::FileNotFound).number(), 53);
 }
 
 } // namespace lumivane

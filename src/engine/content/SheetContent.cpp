@@ -10,22 +10,36 @@ std::pair<const Cell*, const Cell*> SheetContent::rowCells(size_t rowIndex) cons
     return {cells.data() + rows[rowIndex].firstCell, cells.data() + end};
 }
 
-const RowContent* SheetContent::findRow(int row) const
+std::span<const Cell> SheetContent::cellsIn(size_t rowIndex, int firstColumn, int lastColumn) const
+{
+    const auto before = [](const Cell& cell, int column) { return cell.column < column; };
+    const auto [first, last] = rowCells(rowIndex);
+    // Whole rows are walked over often.
+    const Cell* begin = firstColumn <= 1 ? first : std::lower_bound(first, last, firstColumn, before);
+    const Cell* end = lastColumn >= maxColumn ? last : std::lower_bound(begin, last, lastColumn + 1, before);
+    return {begin, end};
+}
+
+size_t SheetContent::rowIndexFrom(int row) const
 {
     const auto place =
         std::lower_bound(rows.begin(), rows.end(), row, [](const RowContent& r, int wanted) { return r.row < wanted; });
-    return place != rows.end() && place->row == row ? &*place : nullptr;
+    return static_cast<size_t>(place - rows.begin());
+}
+
+const RowContent* SheetContent::findRow(int row) const
+{
+    const size_t index = rowIndexFrom(row);
+    return index < rows.size() && rows[index].row == row ? &rows[index] : nullptr;
 }
 
 const Cell* SheetContent::find(int row, int column) const
 {
-    const RowContent* found = findRow(row);
-    if (!found)
+    const size_t index = rowIndexFrom(row);
+    if (index >= rows.size() || rows[index].row != row)
         return nullptr;
-    const auto [first, last] = rowCells(static_cast<size_t>(found - rows.data()));
-    const Cell* place =
-        std::lower_bound(first, last, column, [](const Cell& cell, int wanted) { return cell.column < wanted; });
-    return place != last && place->column == column ? place : nullptr;
+    const auto cell = cellsIn(index, column, column);
+    return cell.empty() ? nullptr : cell.data();
 }
 
 const ColumnContent* SheetContent::findColumn(int column) const
@@ -35,39 +49,11 @@ const ColumnContent* SheetContent::findColumn(int column) const
     return place != columns.end() && place->first <= column ? &*place : nullptr;
 }
 
-void SheetContent::setMerged(std::vector<CellArea> areas)
-{
-    merged = std::move(areas);
-    std::stable_sort(merged.begin(), merged.end(),
-                     [](const CellArea& a, const CellArea& b) { return a.firstRow < b.firstRow; });
-    mergedReach.clear();
-    for (const CellArea& area : merged)
-        mergedReach.push_back(std::max(area.lastRow, mergedReach.empty() ? 0 : mergedReach.back()));
-}
-
-const CellArea* SheetContent::mergedAt(int row, int column) const
-{
-    if (mergedReach.size() != merged.size()) {
-        const auto place = std::find_if(merged.begin(), merged.end(),
-                                        [&](const CellArea& area) { return area.contains(row, column); });
-        return place != merged.end() ? &*place : nullptr;
-    }
-    // From the last that begins at or above the row, back to where none reaches down to it any more.
-    auto place = std::upper_bound(merged.begin(), merged.end(), row,
-                                  [](int wanted, const CellArea& area) { return wanted < area.firstRow; });
-    while (place != merged.begin() && mergedReach[static_cast<size_t>(place - merged.begin()) - 1] >= row) {
-        --place;
-        if (place->contains(row, column))
-            return &*place;
-    }
-    return nullptr;
-}
-
 qint64 SheetContent::bytes() const
 {
     return qint64(cells.capacity() * sizeof(Cell) + rows.capacity() * sizeof(RowContent) +
-                  columns.capacity() * sizeof(ColumnContent) + merged.capacity() * sizeof(CellArea)) +
-           texts.bytes() + qint64(sizeof(*this));
+                  columns.capacity() * sizeof(ColumnContent)) +
+           merged.bytes() + texts.bytes() + qint64(sizeof(*this));
 }
 
 } // namespace lumivane::engine

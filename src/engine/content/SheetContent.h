@@ -2,12 +2,14 @@
 
 #include "engine/content/Cell.h"
 #include "engine/content/Drawings.h"
+#include "engine/content/MergedCells.h"
 #include "engine/content/TextTable.h"
 #include "platform/CellArea.h"
 
 #include <QColor>
 #include <QString>
 #include <optional>
+#include <span>
 #include <vector>
 
 // What one sheet of a file holds, as read and never changed afterwards, so that any number of openings can share it.
@@ -68,8 +70,7 @@ struct SheetContent
     std::vector<Cell> cells;
     std::vector<RowContent> rows;       ///< those stored, ascending
     std::vector<ColumnContent> columns; ///< ascending, not overlapping
-    std::vector<CellArea> merged;       ///< not overlapping
-    std::vector<int> mergedReach;   ///< beside `merged`: the last row of all up to that one; empty without setMerged
+    MergedCells merged;
     std::vector<CellArea> filtered; ///< ranges of auto filters
     std::vector<DrawingContent> drawings;
     std::vector<UnreadLook> unread;
@@ -87,12 +88,13 @@ struct SheetContent
 
     /// The cells of a stored row; empty when the row stores none.
     std::pair<const Cell*, const Cell*> rowCells(size_t rowIndex) const;
+    /// Those between two columns.
+    std::span<const Cell> cellsIn(size_t rowIndex, int firstColumn, int lastColumn) const;
+    /// Index of the first stored row that is this one or comes behind it; the count of rows where there is none.
+    size_t rowIndexFrom(int row) const;
     const RowContent* findRow(int row) const;
     const Cell* find(int row, int column) const;
     const ColumnContent* findColumn(int column) const;
-    /// Sets `merged`, in the order of their first rows and ready to be found fast.
-    void setMerged(std::vector<CellArea> areas);
-    const CellArea* mergedAt(int row, int column) const;
     qint64 bytes() const;
 };
 

@@ -8,18 +8,18 @@ namespace lumivane::engine {
 
 using namespace Qt::StringLiterals;
 
-CellMatcher::CellMatcher(const WorkbookContent& workbook, const SheetContent& sheet, const ShownTexts& texts,
-                         const FindQuestion& question)
-    : m_workbook(workbook), m_sheet(sheet), m_texts(texts), m_sought(question),
-      m_shared(static_cast<size_t>(workbook.texts.size())), m_local(static_cast<size_t>(sheet.texts.size())),
-      m_reach(workbook.styles.numberFormats.size()), m_changesTexts(workbook.styles.numberFormats.size())
+CellMatcher::CellMatcher(const ShownSheet& sheet, const FindQuestion& question)
+    : m_sheet(sheet), m_styles(sheet.workbook().styles), m_sought(question),
+      m_shared(static_cast<size_t>(sheet.workbook().texts.size())),
+      m_local(static_cast<size_t>(sheet.sheet().texts.size())), m_reach(m_styles.numberFormats.size()),
+      m_changesTexts(m_styles.numberFormats.size())
 {
 }
 
 bool CellMatcher::hits(const Cell& cell)
 {
     if (m_sought.anything)
-        return hasContents(m_workbook, m_sheet, cell);
+        return m_sheet.hasContents(cell);
     switch (cell.kind) {
     case CellKind::Number:
         return numberHits(cell);
@@ -28,7 +28,7 @@ bool CellMatcher::hits(const Cell& cell)
         return textHits(cell);
     case CellKind::Boolean:
     case CellKind::Error:
-        return m_sought.hits(m_texts.plain(cell)) || m_sought.hits(m_texts.shown(cell));
+        return m_sought.hits(m_sheet.plain(cell)) || m_sought.hits(m_sheet.shown(cell));
     case CellKind::Blank:
     case CellKind::Uncomputed:
         break;
@@ -39,10 +39,11 @@ bool CellMatcher::hits(const Cell& cell)
 bool CellMatcher::textHits(const Cell& cell)
 {
     const bool shared = cell.kind == CellKind::Text;
-    if (plainTextHits(shared ? m_workbook.texts : m_sheet.texts, shared ? m_shared : m_local, cell.text))
+    if (plainTextHits(shared ? m_sheet.workbook().texts : m_sheet.sheet().texts, shared ? m_shared : m_local,
+                      cell.text))
         return true;
-    const int format = m_workbook.styles.cell(static_cast<int>(cell.style)).numberFormat;
-    return changesTexts(format) && m_sought.hits(m_texts.shown(cell));
+    const int format = m_styles.cell(static_cast<int>(cell.style)).numberFormat;
+    return changesTexts(format) && m_sought.hits(m_sheet.shown(cell));
 }
 
 bool CellMatcher::plainTextHits(const TextTable& table, std::vector<Known>& known, quint64 index) const
@@ -65,14 +66,14 @@ bool CellMatcher::numberHits(const Cell& cell)
 {
     const double value = cell.number;
     if (!m_sought.whole)
-        return m_sought.hits(m_texts.plain(cell)) || m_sought.hits(m_texts.shown(cell));
+        return m_sought.hits(m_sheet.plain(cell)) || m_sought.hits(m_sheet.shown(cell));
 
     // Plain texts have 15 digits, so only a number this near can have the sought one.
     const bool plainPossible =
         m_sought.number && std::abs(value - *m_sought.number) <= std::abs(*m_sought.number) * 1e-14;
-    if (plainPossible && m_sought.hits(m_texts.plain(cell)))
+    if (plainPossible && m_sought.hits(m_sheet.plain(cell)))
         return true;
-    switch (reach(m_workbook.styles.cell(static_cast<int>(cell.style)).numberFormat)) {
+    switch (reach(m_styles.cell(static_cast<int>(cell.style)).numberFormat)) {
     case FormatReach::Never:
         return false;
     case FormatReach::NearNumber:
@@ -82,7 +83,7 @@ bool CellMatcher::numberHits(const Cell& cell)
     case FormatReach::Perhaps:
         break;
     }
-    return m_sought.hits(m_texts.shown(cell));
+    return m_sought.hits(m_sheet.shown(cell));
 }
 
 FormatReach CellMatcher::reach(int numberFormat)
@@ -91,7 +92,7 @@ FormatReach CellMatcher::reach(int numberFormat)
     if (index >= m_reach.size())
         return FormatReach::Perhaps;
     if (!m_reach[index])
-        m_reach[index] = formatReach(m_workbook.styles.numberFormats[index], m_sought);
+        m_reach[index] = formatReach(m_styles.numberFormats[index], m_sought);
     return *m_reach[index];
 }
 
@@ -102,24 +103,10 @@ bool CellMatcher::changesTexts(int numberFormat)
         return true;
     if (!m_changesTexts[index]) {
         // A section for texts names them by "@" or stands fourth.
-        const QString& code = m_workbook.styles.numberFormats[index];
+        const QString& code = m_styles.numberFormats[index];
         m_changesTexts[index] = code != u"@" && (code.contains(u'@') || code.count(u';') >= 3);
     }
     return *m_changesTexts[index];
-}
-
-bool hasContents(const WorkbookContent& workbook, const SheetContent& sheet, const Cell& cell)
-{
-    switch (cell.kind) {
-    case CellKind::Blank:
-        return false;
-    case CellKind::Text:
-        return !workbook.texts.utf8(cell.text).empty();
-    case CellKind::SheetText:
-        return !sheet.texts.utf8(cell.text).empty();
-    default:
-        return true;
-    }
 }
 
 } // namespace lumivane::engine

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/show/FormatReach.h"
-#include "engine/show/ShownTexts.h"
+#include "engine/show/ShownSheet.h"
 #include "platform/FindOrder.h"
 
 #include <optional>
@@ -14,8 +14,7 @@ namespace lumivane::engine {
 class CellMatcher
 {
 public:
-    CellMatcher(const WorkbookContent& workbook, const SheetContent& sheet, const ShownTexts& texts,
-                const FindQuestion& question);
+    CellMatcher(const ShownSheet& sheet, const FindQuestion& question);
 
     bool hits(const Cell& cell);
 
@@ -28,18 +27,13 @@ private:
     FormatReach reach(int numberFormat);
     bool changesTexts(int numberFormat);
 
-    const WorkbookContent& m_workbook;
-    const SheetContent& m_sheet;
-    const ShownTexts& m_texts;
+    const ShownSheet& m_sheet;
+    const StyleTable& m_styles;
     SoughtText m_sought;
     std::vector<Known> m_shared;                     ///< by index of WorkbookContent::texts
     std::vector<Known> m_local;                      ///< by index of SheetContent::texts
     std::vector<std::optional<FormatReach>> m_reach; ///< by number format
     std::vector<std::optional<bool>> m_changesTexts; ///< by number format
 };
-
-/// Whether a cell holds something, a formula that gives an empty text left out. A formula without a stored result
-/// counts: what it would show is not known, but it has something to show.
-bool hasContents(const WorkbookContent& workbook, const SheetContent& sheet, const Cell& cell);
 
 } // namespace lumivane::engine

@@ -98,6 +98,19 @@ SheetBuilder& SheetBuilder::column(int first, int last, double width, bool hidde
     return *this;
 }
 
+SheetBuilder& SheetBuilder::merge(const CellArea& area)
+{
+    std::vector<CellArea> areas = m_sheet->merged.areas();
+    areas.push_back(area);
+    m_sheet->merged = MergedCells(std::move(areas));
+    return *this;
+}
+
+std::shared_ptr<const ShownSheet> SheetBuilder::shown(const SheetOverlay* overlay)
+{
+    return std::make_shared<ShownSheet>(workbook(), content(), overlay);
+}
+
 void SheetBuilder::settle()
 {
     m_sheet->rows.clear();

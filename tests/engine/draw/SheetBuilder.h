@@ -2,6 +2,7 @@
 
 #include "engine/content/SheetContent.h"
 #include "engine/content/WorkbookContent.h"
+#include "engine/show/ShownSheet.h"
 
 #include <map>
 #include <memory>
@@ -43,6 +44,10 @@ public:
     RowContent& row(int row);
     SheetBuilder& column(int first, int last, double width, bool hidden = false);
 
+    SheetBuilder& merge(const CellArea& area);
+
+    /// What the sheet shows as it is now.
+    std::shared_ptr<const ShownSheet> shown(const SheetOverlay* overlay = nullptr);
     std::shared_ptr<const WorkbookContent> workbook();
     std::shared_ptr<const SheetContent> content();
 

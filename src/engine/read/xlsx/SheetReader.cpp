@@ -466,7 +466,7 @@ void SheetReader::readMerges()
         }
         m_xml.skip();
     });
-    m_content.setMerged(withoutOverlaps(found));
+    m_content.merged = MergedCells(withoutOverlaps(found));
 }
 
 void SheetReader::readTableParts()

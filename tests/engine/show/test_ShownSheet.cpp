@@ -1,5 +1,5 @@
 #include "engine/draw/SheetBuilder.h"
-#include "engine/show/ShownTexts.h"
+#include "engine/show/ShownSheet.h"
 #include "support/TextTable.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 namespace lumivane::engine {
 namespace {
 
-TEST(ShownTexts, tellsShownAndPlainTextOfEveryKind)
+TEST(ShownSheet, tellsShownAndPlainTextOfEveryKind)
 {
     SheetBuilder made;
     made.number(1, 1, 1234.5, made.formatStyle(u"#,##0.00"_s))
@@ -20,18 +20,18 @@ TEST(ShownTexts, tellsShownAndPlainTextOfEveryKind)
         .blank(1, 6, 0)
         .number(1, 7, 45296, made.formatStyle(u"yyyy-mm-dd"_s))
         .number(1, 8, -1, made.formatStyle(u"yyyy-mm-dd"_s));
-    const ShownTexts texts(made.workbook(), made.content());
+    const auto texts = made.shown();
     int column = 0;
     for (const auto& [shown, plain] : test::textPairs(R"(
         1,234.50 → 1234.5 | 0.333333333333333 → 0.333333333333333 | <abc> → abc | TRUE → TRUE | #N/A → #N/A | →
         2024-01-05 → 45296 | ######## → -1)")) {
         const Cell* cell = made.content()->find(1, ++column);
-        EXPECT_EQ(texts.shown(*cell), shown) << "column " << column;
-        EXPECT_EQ(texts.plain(*cell), plain) << "column " << column;
+        EXPECT_EQ(texts->shown(*cell), shown) << "column " << column;
+        EXPECT_EQ(texts->plain(*cell), plain) << "column " << column;
     }
 }
 
-TEST(ShownTexts, readsTextsOfTheSheetItself)
+TEST(ShownSheet, readsTextsOfTheSheetItself)
 {
     SheetBuilder made;
     made.sheet().texts.append("of the sheet");
@@ -39,12 +39,12 @@ TEST(ShownTexts, readsTextsOfTheSheetItself)
     Cell own;
     own.kind = CellKind::SheetText;
     own.text = 0;
-    const ShownTexts texts(made.workbook(), made.content());
-    EXPECT_EQ(texts.shown(own), u"of the sheet"_s);
-    EXPECT_EQ(texts.shown(*made.content()->find(1, 1)), u"of the workbook"_s);
+    const auto texts = made.shown();
+    EXPECT_EQ(texts->shown(own), u"of the sheet"_s);
+    EXPECT_EQ(texts->shown(*made.content()->find(1, 1)), u"of the workbook"_s);
 }
 
-TEST(ShownTexts, survivesIndexesOutsideTheTables)
+TEST(ShownSheet, survivesIndexesOutsideTheTables)
 {
     SheetBuilder made;
     made.styles().cells.push_back({});
@@ -53,18 +53,18 @@ TEST(ShownTexts, survivesIndexesOutsideTheTables)
     Cell lost;
     lost.kind = CellKind::Text;
     lost.text = 1000000;
-    const ShownTexts texts(made.workbook(), made.content());
-    EXPECT_EQ(texts.shown(*made.content()->find(1, 1)), u"5"_s);
-    EXPECT_EQ(texts.shown(*made.content()->find(1, 2)), u"6"_s);
-    EXPECT_EQ(texts.shown(lost), QString());
+    const auto texts = made.shown();
+    EXPECT_EQ(texts->shown(*made.content()->find(1, 1)), u"5"_s);
+    EXPECT_EQ(texts->shown(*made.content()->find(1, 2)), u"6"_s);
+    EXPECT_EQ(texts->shown(lost), QString());
 }
 
-TEST(ShownTexts, countsDatesFromTheWorkbooksDay)
+TEST(ShownSheet, countsDatesFromTheWorkbooksDay)
 {
     SheetBuilder made;
     made.setDate1904();
     made.number(1, 1, 43834, made.formatStyle(u"yyyy-mm-dd"_s));
-    EXPECT_EQ(ShownTexts(made.workbook(), made.content()).shown(*made.content()->find(1, 1)), u"2024-01-05"_s);
+    EXPECT_EQ(made.shown()->shown(*made.content()->find(1, 1)), u"2024-01-05"_s);
 }
 
 } // namespace

@@ -24,11 +24,14 @@ std::vector<CellText::Piece> CellText::pieces(int start, int length) const
 {
     std::vector<Piece> result;
     const int end = start + length;
-    for (const Span& span : m_spans) {
-        const int first = std::max(start, span.start);
-        const int last = std::min(end, span.start + span.length);
+    // There may be as many spans as letters, and as many lines.
+    auto span = std::upper_bound(m_spans.begin(), m_spans.end(), start,
+                                 [](int wanted, const Span& entry) { return wanted < entry.start + entry.length; });
+    for (; span != m_spans.end() && span->start < end; ++span) {
+        const int first = std::max(start, span->start);
+        const int last = std::min(end, span->start + span->length);
         if (first < last)
-            result.push_back({first, last - first, &span, &m_fonts->face(span.font, m_shrink)});
+            result.push_back({first, last - first, &*span, &m_fonts->face(span->font, m_shrink)});
     }
     return result;
 }

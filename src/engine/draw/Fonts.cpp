@@ -138,7 +138,7 @@ Fonts::Face Fonts::makeFace(const FontStyle& style, double pixels) const
     font.setBold(style.bold);
     font.setItalic(style.italic);
     font.setKerning(false);
-    if (m_metrics == Metrics::Calc) {
+    if (m_measures.hintedLetters) {
         font.setHintingPreference(QFont::PreferFullHinting);
         const QFont sized(font, device());
         const auto [ascent, descent] = lineExtent(sized);
@@ -181,15 +181,15 @@ double Fonts::Face::advance(QStringView text) const
     return sum;
 }
 
-const Fonts& Fonts::shared(double scale, Metrics metrics)
+const Fonts& Fonts::shared(double scale, const Measures& measures)
 {
-    static thread_local std::map<std::pair<double, Metrics>, Fonts> known;
+    static thread_local std::map<std::pair<double, const Measures*>, Fonts> known;
     // Scales come from screens; a stream of odd ones must not fill the memory. Those of scale 1 measure rows, also in
     // the middle of a picture, and stay.
     constexpr size_t enough = 16;
-    if (known.size() > enough && scale != 1 && !known.contains({scale, metrics}))
+    if (known.size() > enough && scale != 1 && !known.contains({scale, &measures}))
         std::erase_if(known, [](const auto& entry) { return entry.first.first != 1; });
-    return known.try_emplace({scale, metrics}, scale, metrics).first->second;
+    return known.try_emplace({scale, &measures}, scale, measures).first->second;
 }
 
 double widestDigit(const FontStyle& style, double pixelSize)

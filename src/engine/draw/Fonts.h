@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/content/Styles.h"
+#include "engine/draw/Measures.h"
 
 #include <QFont>
 #include <QFontMetricsF>
@@ -15,13 +15,6 @@ namespace lumivane::engine {
 /// The family that is drawn for one that a workbook names: itself where it is installed, otherwise one of the same
 /// widths, otherwise one that has most letters. The one place that decides.
 QString installedFamily(const QString& family);
-
-/// Which sizes texts, rows and columns get: as the program that wrote the file shows them, or as LibreOffice Calc does
-/// (for comparison only).
-enum class Metrics { File, Calc };
-
-/// At this scale hinting hardly changes a measure any more.
-constexpr double outlineScale = 16;
 
 /// Fonts of cells and their measures at one scale, made once and kept: asking the font system is dear.
 class Fonts
@@ -51,10 +44,10 @@ public:
         mutable std::vector<float> m_letters; ///< of those below `firstJoining`; below 0: not yet measured
     };
 
-    explicit Fonts(double scale = 1, Metrics metrics = Metrics::File) : m_scale(scale), m_metrics(metrics) {}
+    Fonts(double scale, const Measures& measures) : m_scale(scale), m_measures(measures) {}
 
     /// Kept for the thread's life, so that a new picture does not start by asking the font system again.
-    static const Fonts& shared(double scale, Metrics metrics);
+    static const Fonts& shared(double scale, const Measures& measures);
 
     /// The face of a style; `shrink` reduces its size. Super- and subscripts are smaller by themselves.
     const Face& face(const FontStyle& style, double shrink = 1) const;
@@ -68,7 +61,7 @@ private:
     Face makeFace(const FontStyle& style, double pixels) const;
 
     double m_scale;
-    Metrics m_metrics;
+    const Measures& m_measures;
     mutable std::map<Key, Face> m_faces;
 };
 

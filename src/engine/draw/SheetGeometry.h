@@ -2,7 +2,7 @@
 
 #include "engine/draw/Fonts.h"
 #include "engine/draw/TextWidths.h"
-#include "engine/show/SheetOverlay.h"
+#include "engine/show/ShownSheet.h"
 
 #include <unordered_map>
 #include <vector>
@@ -14,8 +14,7 @@ namespace lumivane::engine {
 class SheetGeometry
 {
 public:
-    SheetGeometry(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
-                  const SheetOverlay* overlay = nullptr, Metrics metrics = Metrics::File);
+    explicit SheetGeometry(std::shared_ptr<const ShownSheet> sheet, Metrics metrics = Metrics::File);
 
     bool rowHidden(int row) const;
     bool columnHidden(int column) const;
@@ -29,9 +28,9 @@ public:
     double shownColumnWidthCharacters(int column) const;
 
     /// Where the rows `first` to `last` begin, in pixels from the first one's top, and at the end where the last one
-    /// ends. The pixels of scale 1 are multiplied, so that at scale 2 all is exactly twice as large. (With
-    /// Metrics::Calc the end lies before the sum of sizes: Calc cuts each row and column, but not the whole, to
-    /// pixels.)
+    /// ends. The pixels of scale 1 are multiplied, so that at scale 2 all is exactly twice as large. (Where
+    /// edges fall short, the end lies before the sum of sizes: each row and column is cut to pixels, but not the
+    /// whole.)
     std::vector<int> rowEdges(int first, int last, double scale = 1) const;
     std::vector<int> columnEdges(int first, int last, double scale = 1) const;
     /// Their sum at scale 1, without walking over rows that the file does not store.
@@ -55,10 +54,11 @@ private:
     double fittedPixels(int column) const;
     int padding() const;
 
-    std::shared_ptr<const WorkbookContent> m_workbook;
-    std::shared_ptr<const SheetContent> m_sheet;
-    const SheetOverlay* m_overlay;
-    Metrics m_metrics;
+    std::shared_ptr<const ShownSheet> m_shown;
+    const WorkbookContent& m_workbook;
+    const SheetContent& m_sheet;
+    const SheetOverlay& m_overlay;
+    const Measures& m_measures;
     int m_digit = 7;           ///< widest digit of the default font at 96 dpi, in pixels
     double m_digitTwips = 111; ///< as Calc measures it
     double m_defaultColumnPixels = 64;

@@ -15,13 +15,13 @@ int withoutTrailingBlanks(const QString& text, int start, int end)
     return end;
 }
 
-/// Most letters from `start` that fit; at least one, so that every line takes something.
+/// Most letters from `start` that fit; 0 where not even the first does.
 int fittingLetters(int start, int end, double width, const Advance& advance)
 {
     int high = 1; // doubled first, as the line is short and the rest of the text may be long
     while (high < end - start && advance(start, high) <= width)
         high *= 2;
-    int low = 1;
+    int low = 0;
     high = std::min(high, end - start);
     while (low < high) {
         const int middle = (low + high + 1) / 2;
@@ -33,32 +33,39 @@ int fittingLetters(int start, int end, double width, const Advance& advance)
     return low;
 }
 
+/// Where lines may end, ascending. Found once for the whole text: a finder that is asked again for each line walks to
+/// the end of a text without any.
+std::vector<int> lineEnds(const QString& text)
+{
+    std::vector<int> ends;
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Line, text);
+    for (qsizetype next = finder.toNextBoundary(); next > 0; next = finder.toNextBoundary())
+        ends.push_back(static_cast<int>(next));
+    return ends;
+}
+
 /// The lines of one paragraph, [start, end) of the text.
-void breakParagraph(const QString& text, QTextBoundaryFinder& finder, int start, int end, double width,
+void breakParagraph(const QString& text, const std::vector<int>& ends, int start, int end, double width,
                     const Advance& advance, std::vector<TextLine>& lines)
 {
-    if (advance(start, end - start) <= width) {
-        lines.push_back({start, end - start, true});
-        return;
-    }
     int lineStart = start;
-    while (lineStart < end) {
-        int lineEnd = lineStart; // the last break that fits
-        finder.setPosition(lineStart);
-        for (qsizetype next = finder.toNextBoundary(); next > 0; next = finder.toNextBoundary()) {
-            const int stop = std::min(static_cast<int>(next), end);
-            if (advance(lineStart, withoutTrailingBlanks(text, lineStart, stop) - lineStart) > width)
-                break;
-            lineEnd = stop;
-            if (stop == end)
-                break;
+    do {
+        const int fitting = fittingLetters(lineStart, end, width, advance);
+        int lineEnd = lineStart + fitting;
+        while (lineEnd < end && text[lineEnd].isSpace()) // blanks may hang over
+            ++lineEnd;
+        if (lineEnd < end) {
+            const auto behind = std::upper_bound(ends.begin(), ends.end(), lineEnd);
+            if (behind != ends.begin() && behind[-1] > lineStart)
+                lineEnd = behind[-1];
+            else
+                lineEnd = lineStart + fitting;
         }
-        if (lineEnd == lineStart)
-            lineEnd = lineStart + fittingLetters(lineStart, end, width, advance);
+        lineEnd = std::clamp(lineEnd, std::min(lineStart + 1, end), end); // every line takes something
         const bool last = lineEnd >= end;
         lines.push_back({lineStart, (last ? end : withoutTrailingBlanks(text, lineStart, lineEnd)) - lineStart, last});
         lineStart = lineEnd;
-    }
+    } while (lineStart < end);
 }
 
 template <class TakeParagraph>
@@ -81,8 +88,8 @@ void eachParagraph(const QString& text, TakeParagraph take)
 std::vector<TextLine> breakLines(const QString& text, double width, const Advance& advance)
 {
     std::vector<TextLine> lines;
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Line, text);
-    eachParagraph(text, [&](int start, int end) { breakParagraph(text, finder, start, end, width, advance, lines); });
+    const std::vector<int> ends = lineEnds(text);
+    eachParagraph(text, [&](int start, int end) { breakParagraph(text, ends, start, end, width, advance, lines); });
     return lines;
 }
 

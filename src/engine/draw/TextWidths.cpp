@@ -8,16 +8,13 @@
 namespace lumivane::engine {
 namespace {
 
-constexpr int customaryGeneralChars = 11;
 constexpr double tolerance = 0.01; // pixels: sums of the same letters in another order
 
 } // namespace
 
-TextWidths::TextWidths(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
-                       const FontStyle& font, Metrics metrics, double most)
-    : m_sheet(sheet), m_workbook(workbook), m_texts(workbook, sheet),
-      m_fonts(metrics == Metrics::Calc ? outlineScale : 1, metrics), m_face(m_fonts.face(font)),
-      m_generalChars(metrics == Metrics::Calc ? NumberFormat::unlimited : customaryGeneralChars), m_most(most)
+TextWidths::TextWidths(const ShownSheet& sheet, const FontStyle& font, const Measures& measures, double most)
+    : m_shown(sheet), m_sheet(sheet.sheet()), m_fonts(measures.fittedTextsScale, measures), m_face(m_fonts.face(font)),
+      m_generalChars(measures.generalCharacters), m_most(most)
 {
     for (char16_t letter = u' '; letter < 0x7f; ++letter)
         m_widestLetter = std::max(m_widestLetter, advance(QStringView(&letter, 1)));
@@ -38,22 +35,21 @@ double TextWidths::widest(int column) const
 
 const Cell* TextWidths::cellOf(size_t rowIndex, int column) const
 {
-    const auto [first, last] = m_sheet->rowCells(rowIndex);
+    const auto [first, last] = m_sheet.rowCells(rowIndex);
     if (first == last || column < first->column)
         return nullptr;
     // Mostly no field is empty, and the place follows from the number.
     const int place = column - first->column;
     if (place < last - first && first[place].column == column)
         return first + place;
-    const Cell* found =
-        std::lower_bound(first, last, column, [](const Cell& cell, int wanted) { return cell.column < wanted; });
-    return found != last && found->column == column ? found : nullptr;
+    const auto cell = m_sheet.cellsIn(rowIndex, column, column);
+    return cell.empty() ? nullptr : cell.data();
 }
 
 double TextWidths::measuredColumn(int column) const
 {
     double width = 0;
-    for (size_t i = 0; i < m_sheet->rows.size() && width < m_most; ++i) {
+    for (size_t i = 0; i < m_sheet.rows.size() && width < m_most; ++i) {
         const Cell* cell = cellOf(i, column);
         if (cell && mayBeWider(*cell, width))
             width = std::max(width, textWidth(*cell));
@@ -64,10 +60,10 @@ double TextWidths::measuredColumn(int column) const
 bool TextWidths::mayBeWider(const Cell& cell, double width) const
 {
     if (cell.kind == CellKind::SheetText)
-        return static_cast<double>(m_sheet->texts.utf8(cell.text).size()) * m_widestLetter > width;
+        return static_cast<double>(m_sheet.texts.utf8(cell.text).size()) * m_widestLetter > width;
     if (cell.kind == CellKind::Text)
-        return static_cast<double>(m_workbook->texts.utf8(cell.text).size()) * m_widestLetter > width;
-    if (cell.kind == CellKind::Number && m_workbook->styles.cell(static_cast<int>(cell.style)).numberFormat == 0)
+        return static_cast<double>(m_shown.workbook().texts.utf8(cell.text).size()) * m_widestLetter > width;
+    if (cell.kind == CellKind::Number && m_shown.workbook().styles.cell(static_cast<int>(cell.style)).numberFormat == 0)
         return widestGeneral(cell.number) > width + tolerance;
     return true;
 }
@@ -84,7 +80,7 @@ double TextWidths::widestGeneral(double number) const
 
 double TextWidths::textWidth(const Cell& cell) const
 {
-    const QString text = m_texts.formatted(cell, m_generalChars).text;
+    const QString text = m_shown.formatted(cell, m_generalChars).text;
     double width = 0;
     for (const TextLine& line : splitLines(text))
         width = std::max(width, advance(QStringView(text).mid(line.start, line.length)));

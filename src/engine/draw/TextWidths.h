@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/draw/Fonts.h"
-#include "engine/show/ShownTexts.h"
+#include "engine/show/ShownSheet.h"
 
 #include <unordered_map>
 
@@ -13,8 +13,7 @@ class TextWidths
 {
 public:
     /// All cells are taken to have one font. No width is more than `most` pixels.
-    TextWidths(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
-               const FontStyle& font, Metrics metrics, double most);
+    TextWidths(const ShownSheet& sheet, const FontStyle& font, const Measures& measures, double most);
     TextWidths(const TextWidths&) = delete; // m_face lies in m_fonts
 
     double widest(int column) const; ///< pixels without any padding; 0 for a column without texts
@@ -27,10 +26,9 @@ private:
     double widestGeneral(double number) const;
     double textWidth(const Cell& cell) const;
 
-    std::shared_ptr<const SheetContent> m_sheet;
-    std::shared_ptr<const WorkbookContent> m_workbook;
-    ShownTexts m_texts;
-    Fonts m_fonts; ///< Calc fits columns by the outlines of letters
+    const ShownSheet& m_shown;
+    const SheetContent& m_sheet;
+    Fonts m_fonts;
     const Fonts::Face& m_face;
     int m_generalChars;
     double m_most;

@@ -1,5 +1,6 @@
 #include "engine/draw/VisibleGrid.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace lumivane::engine {
@@ -32,6 +33,12 @@ int VisibleGrid::x(int index) const
 {
     const int logical = m_x[static_cast<size_t>(index)];
     return m_rightToLeft ? m_x.back() - logical : logical;
+}
+
+QRect VisibleGrid::cellRect(int rowIndex, int columnIndex) const
+{
+    const int from = x(columnIndex), to = x(columnIndex + 1);
+    return {std::min(from, to), y(rowIndex), std::abs(to - from), y(rowIndex + 1) - y(rowIndex)};
 }
 
 int VisibleGrid::logicalX(int column) const

@@ -25,6 +25,7 @@ public:
     /// Where the edge before a visible row or column lies; index count: the end.
     int y(int index) const { return m_y[static_cast<size_t>(index)]; }
     int x(int index) const;
+    QRect cellRect(int rowIndex, int columnIndex) const;
     /// Place of cells, inside or outside the area, hidden ones without extent.
     QRect rect(const CellArea& cells) const;
 

@@ -16,7 +16,7 @@ inline constexpr int cellWidth = 64, cellHeight = 20; // of the default font
 inline QImage draw(SheetBuilder& made, int rows, int columns, double scale = 1, const SheetOverlay* overlay = nullptr)
 {
     made.sheet().view.gridLines = false;
-    return SheetPainter(made.workbook(), made.content(), overlay).image({1, 1, rows, columns}, scale);
+    return SheetPainter(made.shown(overlay)).image({1, 1, rows, columns}, scale);
 }
 
 /// The smallest rectangle round what is not white within a part of the picture; empty if there is nothing.

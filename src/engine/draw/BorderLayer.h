@@ -1,7 +1,6 @@
 #pragma once
 
-#include "engine/draw/VisibleGrid.h"
-#include "engine/show/SheetCells.h"
+#include "engine/draw/Scene.h"
 
 class QPainter;
 
@@ -9,10 +8,10 @@ namespace lumivane::engine {
 
 /// Draws the borders of an area: each edge once, with the stronger of the two lines that its cells ask for, and in
 /// stretches as long as the line stays the same, so that dashes run on.
-class SheetBorders
+class BorderLayer
 {
 public:
-    SheetBorders(const SheetCells& cells, const VisibleGrid& grid) : m_cells(cells), m_grid(grid) {}
+    explicit BorderLayer(const Scene& scene) : m_scene(scene) {}
     void paint(QPainter& painter) const;
 
 private:
@@ -25,8 +24,7 @@ private:
     BorderLine line(Qt::Orientation orientation, const CellPlace& before, const CellPlace& after) const;
     const BorderStyle& borderOf(const CellPlace& place) const;
 
-    const SheetCells& m_cells;
-    const VisibleGrid& m_grid;
+    const Scene& m_scene;
 };
 
 } // namespace lumivane::engine

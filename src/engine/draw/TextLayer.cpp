@@ -1,4 +1,4 @@
-#include "engine/draw/SheetTexts.h"
+#include "engine/draw/TextLayer.h"
 
 #include <QPainter>
 #include <QtMath>
@@ -11,7 +11,7 @@ namespace lumivane::engine {
 namespace {
 
 constexpr int stackedLetters = 255;
-constexpr int customaryDigits = 11; // the most that General shows, however wide the cell
+constexpr int customaryDigits = 11; // of a number that is turned
 constexpr double fitTolerance = 1;  // pixels at scale 1: signs and points are less exact than digits
 
 bool isTextKind(CellKind kind)
@@ -19,14 +19,13 @@ bool isTextKind(CellKind kind)
     return kind == CellKind::Text || kind == CellKind::SheetText;
 }
 
-Horizontal shownAlignment(const CellStyle& style, CellKind kind, const NumberFormat& format, Metrics metrics)
+Horizontal shownAlignment(const CellStyle& style, CellKind kind, const NumberFormat& format, const Measures& measures)
 {
     if (style.horizontal != Horizontal::General)
         return style.horizontal;
     if (isTextKind(kind) || (kind == CellKind::Number && format.isText()))
         return Horizontal::Left;
-    // Calc does not set booleans and errors apart from numbers.
-    return kind == CellKind::Number || metrics == Metrics::Calc ? Horizontal::Right : Horizontal::Center;
+    return kind == CellKind::Number ? Horizontal::Right : measures.logicalValues;
 }
 
 /// By its own setting, else by its first letter.
@@ -43,26 +42,21 @@ bool takesSeveralLines(const CellStyle& style)
 
 } // namespace
 
-SheetTexts::SheetTexts(const SheetCells& cells, const SheetGeometry& geometry, const VisibleGrid& grid,
-                       const Fonts& fonts, Metrics metrics)
-    : m_cells(cells), m_geometry(geometry), m_grid(grid), m_fonts(fonts), m_metrics(metrics),
-      m_padding(2 * grid.scale()), m_blank(fonts.face(geometry.font(cells.workbook().styles.cell(0))).advance(u" "))
+TextLayer::TextLayer(const Scene& scene)
+    : m_scene(scene), m_padding(2 * scene.grid.scale()),
+      m_blank(scene.fonts.face(scene.geometry.font(scene.sheet.workbook().styles.cell(0))).advance(u" "))
 {
-}
-
-void SheetTexts::place()
-{
-    for (int index = 0; index < m_grid.rowCount(); ++index)
-        placeRow(m_grid.row(index));
+    for (int index = 0; index < m_scene.grid.rowCount(); ++index)
+        placeRow(m_scene.grid.row(index));
     placeMerged();
 }
 
-void SheetTexts::placeRow(int row)
+void TextLayer::placeRow(int row)
 {
-    const CellArea& area = m_grid.area();
-    for (int index = 0; index < m_grid.columnCount(); ++index) {
-        const int column = m_grid.column(index);
-        if (m_cells.kind(row, column) != CellKind::Blank && !m_cells.mergedAt(row, column))
+    const CellArea& area = m_scene.grid.area();
+    for (int index = 0; index < m_scene.grid.columnCount(); ++index) {
+        const int column = m_scene.grid.column(index);
+        if (m_scene.sheet.kind(row, column) != CellKind::Blank && !m_scene.sheet.mergedAt(row, column))
             placeCell(row, column, CellArea::cell(row, column));
     }
     // Texts outside the area may run into it.
@@ -72,66 +66,69 @@ void SheetTexts::placeRow(int row)
         placeNeighbour(row, area.lastColumn, 1);
 }
 
-void SheetTexts::placeNeighbour(int row, int column, int step)
+void TextLayer::placeNeighbour(int row, int column, int step)
 {
-    const int neighbour = m_cells.nextFilled(row, column, step);
-    if (neighbour == 0 || !isTextKind(m_cells.kind(row, neighbour)) || m_grid.area().contains(row, neighbour))
+    const int neighbour = m_scene.sheet.nextFilled(row, column, step);
+    if (neighbour == 0 || !isTextKind(m_scene.sheet.kind(row, neighbour)) ||
+        m_scene.grid.area().contains(row, neighbour))
         return;
-    if (!m_geometry.columnHidden(neighbour) && !m_cells.mergedAt(row, neighbour))
+    if (!m_scene.geometry.columnHidden(neighbour) && !m_scene.sheet.mergedAt(row, neighbour))
         placeCell(row, neighbour, CellArea::cell(row, neighbour));
 }
 
-void SheetTexts::placeMerged()
+void TextLayer::placeMerged()
 {
-    for (const CellArea& merged : m_cells.sheet().merged)
-        if (intersect(merged, m_grid.area()) && m_cells.kind(merged.firstRow, merged.firstColumn) != CellKind::Blank)
+    for (const CellArea& merged : m_scene.sheet.sheet().merged)
+        if (intersect(merged, m_scene.grid.area()) &&
+            m_scene.sheet.kind(merged.firstRow, merged.firstColumn) != CellKind::Blank)
             placeCell(merged.firstRow, merged.firstColumn, merged);
 }
 
-bool SheetTexts::isFree(int row, int column) const
+bool TextLayer::isFree(int row, int column) const
 {
-    return column >= 1 && column <= maxColumn && m_cells.kind(row, column) == CellKind::Blank &&
-           !m_cells.mergedAt(row, column);
+    return column >= 1 && column <= maxColumn && m_scene.sheet.kind(row, column) == CellKind::Blank &&
+           !m_scene.sheet.mergedAt(row, column);
 }
 
-void SheetTexts::placeCell(int row, int column, const CellArea& area)
+void TextLayer::placeCell(int row, int column, const CellArea& area)
 {
-    const CellStyle& style = m_cells.style(row, column);
-    const CellKind kind = m_cells.kind(row, column);
+    const CellStyle& style = m_scene.sheet.style(row, column);
+    const CellKind kind = m_scene.sheet.kind(row, column);
     const bool single = area.rows() == 1 && area.columns() == 1;
-    const Place place{row,
-                      column,
-                      area,
-                      style,
-                      kind,
-                      m_grid.rect(area),
-                      shownAlignment(style, kind, m_cells.texts().format(m_cells.styleIndex(row, column)), m_metrics),
-                      single && isTextKind(kind)};
+    const Place place{
+        row,
+        column,
+        area,
+        style,
+        kind,
+        m_scene.grid.rect(area),
+        shownAlignment(style, kind, m_scene.sheet.format(m_scene.sheet.styleIndex(row, column)), m_scene.measures),
+        single && isTextKind(kind)};
     if (place.rect.isEmpty())
         return;
     if (isTextKind(kind))
         placeText(place);
-    else if (kind != CellKind::Number || m_cells.sheet().view.showZeros || m_cells.number(row, column) != 0)
+    else if (kind != CellKind::Number || m_scene.sheet.sheet().view.showZeros || m_scene.sheet.number(row, column) != 0)
         placeNumber(place);
 }
 
-double SheetTexts::indent(const Place& place) const
+double TextLayer::indent(const Place& place) const
 {
     const bool indented = place.horizontal == Horizontal::Left || place.horizontal == Horizontal::Right ||
                           place.horizontal == Horizontal::Distributed;
     // Three blanks, in whole pixels of scale 1.
-    return indented ? std::floor(3 * m_blank / m_grid.scale()) * m_grid.scale() * place.style.indent : 0;
+    return indented ? std::floor(3 * m_blank / m_scene.grid.scale()) * m_scene.grid.scale() * place.style.indent : 0;
 }
 
-double SheetTexts::innerWidth(const Place& place) const
+double TextLayer::innerWidth(const Place& place) const
 {
     const int sides = place.horizontal == Horizontal::Distributed ? 2 : 1;
     return place.rect.width() - 2 * m_padding - sides * indent(place);
 }
 
-CellText SheetTexts::make(const Place& place, const FormattedText& formatted, double shrink) const
+CellText TextLayer::make(const Place& place, const FormattedText& formatted, double shrink) const
 {
-    const FontStyle& cellFont = m_geometry.font(place.style);
+    const FontStyle& cellFont = m_scene.geometry.font(place.style);
     FontStyle font = cellFont;
     const auto colored = [&](FontStyle style) {
         if (formatted.color)
@@ -141,7 +138,7 @@ CellText SheetTexts::make(const Place& place, const FormattedText& formatted, do
     std::vector<CellText::Span> spans;
     const int size = static_cast<int>(formatted.text.size());
     int start = 0;
-    if (const std::vector<TextRun>* runs = m_cells.runs(place.row, place.column))
+    if (const std::vector<TextRun>* runs = m_scene.sheet.runs(place.row, place.column))
         for (const TextRun& run : *runs) {
             const int next = std::clamp(run.start, start, size);
             if (next > start)
@@ -151,22 +148,21 @@ CellText SheetTexts::make(const Place& place, const FormattedText& formatted, do
         }
     if (start < size || spans.empty())
         spans.push_back({start, size - start, colored(font)});
-    CellText text(m_fonts, formatted.text, std::move(spans), shrink);
-    if (m_metrics == Metrics::File)
-        text.setLeading(m_grid.scale()); // a row is as many times higher as it holds lines
+    CellText text(m_scene.fonts, formatted.text, std::move(spans), shrink);
+    text.setLeading(m_scene.measures.leading * m_scene.grid.scale());
     return text;
 }
 
-void SheetTexts::placeNumber(const Place& place)
+void TextLayer::placeNumber(const Place& place)
 {
     if (place.style.rotation != 0)
         return placeText(place);
     const double width = innerWidth(place);
     std::optional<CellText> text = fittedNumber(place, width);
     if (!text) {
-        const double hash = m_fonts.face(m_geometry.font(place.style)).advance(u"#");
-        // Calc always writes three.
-        const int count = m_metrics == Metrics::Calc ? 3 : std::max(1, static_cast<int>(width / hash));
+        const double hash = m_scene.fonts.face(m_scene.geometry.font(place.style)).advance(u"#");
+        const int fixed = m_scene.measures.signsForNumber;
+        const int count = fixed > 0 ? fixed : std::max(1, static_cast<int>(width / hash));
         FormattedText hashes;
         hashes.text = QString(count, u'#');
         text = make(place, hashes);
@@ -176,17 +172,17 @@ void SheetTexts::placeNumber(const Place& place)
 }
 
 /// The number as its format gives it, General with fewer digits where it must be; none if it does not fit.
-std::optional<CellText> SheetTexts::fittedNumber(const Place& place, double width) const
+std::optional<CellText> TextLayer::fittedNumber(const Place& place, double width) const
 {
-    const int most = m_metrics == Metrics::Calc ? NumberFormat::unlimited : customaryDigits;
-    FormattedText formatted = m_cells.formatted(place.row, place.column, most);
+    const int most = m_scene.measures.generalCharacters;
+    FormattedText formatted = m_scene.sheet.formatted(place.row, place.column, most);
     if (formatted.isError)
         return {};
     CellText text = make(place, formatted);
     text.layOutInOne();
     if (formatted.fillPosition >= 0)
         text = filledText(place, formatted, width);
-    if (text.width() <= width + fitTolerance * m_grid.scale())
+    if (text.width() <= width + fitTolerance * m_scene.grid.scale())
         return text;
     if (place.style.shrinkToFit) {
         text = make(place, formatted, shrunk(place, text, width));
@@ -196,21 +192,21 @@ std::optional<CellText> SheetTexts::fittedNumber(const Place& place, double widt
     if (!formatted.isGeneral)
         return {};
     for (int chars = std::min<int>(most, static_cast<int>(formatted.text.size())) - 1; chars > 0; --chars) {
-        formatted = m_cells.formatted(place.row, place.column, chars);
+        formatted = m_scene.sheet.formatted(place.row, place.column, chars);
         text = make(place, formatted);
         text.layOutInOne();
-        if (text.width() <= width + fitTolerance * m_grid.scale())
+        if (text.width() <= width + fitTolerance * m_scene.grid.scale())
             return text;
     }
     return {};
 }
 
 /// The text with its fill repeated as often as the width has room for.
-CellText SheetTexts::filledText(const Place& place, FormattedText formatted, double width) const
+CellText TextLayer::filledText(const Place& place, FormattedText formatted, double width) const
 {
     CellText text = make(place, formatted);
     text.layOutInOne();
-    const double one = m_fonts.face(m_geometry.font(place.style)).advance(QString(formatted.fill));
+    const double one = m_scene.fonts.face(m_scene.geometry.font(place.style)).advance(QString(formatted.fill));
     const double room = width - text.width();
     if (room > 0 && one > 0) {
         const int count = std::min(static_cast<int>(room / one), 2000);
@@ -221,13 +217,13 @@ CellText SheetTexts::filledText(const Place& place, FormattedText formatted, dou
     return text;
 }
 
-double SheetTexts::shrunk(const Place& place, const CellText& text, double width) const
+double TextLayer::shrunk(const Place& place, const CellText& text, double width) const
 {
     return std::clamp(width / std::max(text.width(), 1.0), 0.05, 1.0);
 }
 
 /// For "fill": the text as many whole times as it fits.
-CellText SheetTexts::repeated(const Place& place, const CellText& text, double width) const
+CellText TextLayer::repeated(const Place& place, const CellText& text, double width) const
 {
     const int count = std::clamp(static_cast<int>(width / std::max(text.width(), 1.0)), 1, 2000);
     FormattedText many;
@@ -237,9 +233,9 @@ CellText SheetTexts::repeated(const Place& place, const CellText& text, double w
     return result;
 }
 
-void SheetTexts::placeText(Place place)
+void TextLayer::placeText(Place place)
 {
-    const FormattedText formatted = m_cells.formatted(place.row, place.column, customaryDigits);
+    const FormattedText formatted = m_scene.sheet.formatted(place.row, place.column, customaryDigits);
     if (formatted.text.isEmpty())
         return;
     if (place.style.horizontal == Horizontal::General && isTextKind(place.kind) &&
@@ -269,13 +265,13 @@ void SheetTexts::placeText(Place place)
     }
 }
 
-void SheetTexts::placeLines(const Place& place, CellText text)
+void TextLayer::placeLines(const Place& place, CellText text)
 {
     text.layOut(std::max(innerWidth(place), 1.0));
     add(place, std::move(text), place.rect);
 }
 
-void SheetTexts::placeStacked(const Place& place, const CellText& text)
+void TextLayer::placeStacked(const Place& place, const CellText& text)
 {
     FormattedText letters;
     for (const QChar c : text.text()) {
@@ -283,14 +279,15 @@ void SheetTexts::placeStacked(const Place& place, const CellText& text)
             letters.text += u'\n';
         letters.text += c;
     }
-    CellText stacked(m_fonts, letters.text, {{0, static_cast<int>(letters.text.size()), text.spans().front().font}});
+    CellText stacked(m_scene.fonts, letters.text,
+                     {{0, static_cast<int>(letters.text.size()), text.spans().front().font}});
     stacked.layOut(0);
     add(place, std::move(stacked), place.rect);
     if (place.style.horizontal == Horizontal::General)
         m_placed.back().horizontal = Horizontal::Center;
 }
 
-void SheetTexts::placeRotated(const Place& place, CellText text)
+void TextLayer::placeRotated(const Place& place, CellText text)
 {
     const double radians = qDegreesToRadians(double(place.style.rotation));
     const double sine = std::fabs(std::sin(radians));
@@ -304,20 +301,20 @@ void SheetTexts::placeRotated(const Place& place, CellText text)
     const bool upright = std::abs(place.style.rotation) == 90;
     if (!upright) { // slanted texts lean over their neighbours
         placed.clip.setLeft(0);
-        placed.clip.setRight(m_grid.size().width());
+        placed.clip.setRight(m_scene.grid.size().width());
     }
 }
 
-CellArea SheetTexts::acrossArea(const Place& place) const
+CellArea TextLayer::acrossArea(const Place& place) const
 {
     CellArea area = place.area;
     while (isFree(place.row, area.lastColumn + 1) &&
-           m_cells.style(place.row, area.lastColumn + 1).horizontal == Horizontal::CenterAcross)
+           m_scene.sheet.style(place.row, area.lastColumn + 1).horizontal == Horizontal::CenterAcross)
         ++area.lastColumn;
     return area;
 }
 
-void SheetTexts::placeAcross(const Place& place, CellText text)
+void TextLayer::placeAcross(const Place& place, CellText text)
 {
     const CellArea area = acrossArea(place);
     Place across{place.row,
@@ -325,7 +322,7 @@ void SheetTexts::placeAcross(const Place& place, CellText text)
                  area,
                  place.style,
                  place.kind,
-                 m_grid.rect(area),
+                 m_scene.grid.rect(area),
                  Horizontal::Center,
                  area.columns() == 1 && place.mayRunOver};
     for (int column = area.firstColumn; column < area.lastColumn; ++column)
@@ -334,7 +331,7 @@ void SheetTexts::placeAcross(const Place& place, CellText text)
 }
 
 /// The cell's place and those of the free cells that its text runs over.
-QRect SheetTexts::reach(const Place& place, double width)
+QRect TextLayer::reach(const Place& place, double width)
 {
     const double needed = width + m_padding + indent(place);
     QRect result = place.rect;
@@ -346,13 +343,13 @@ QRect SheetTexts::reach(const Place& place, double width)
     else
         right = needed - place.rect.width();
 
-    const int rightStep = m_grid.rightToLeft() ? -1 : 1;
+    const int rightStep = m_scene.grid.rightToLeft() ? -1 : 1;
     const auto extend = [&](int step, double wanted, bool toRight) {
         int column = place.column;
         while (wanted > 0 && isFree(place.row, column + step)) {
-            if (toRight ? result.right() > m_grid.size().width() : result.left() < 0)
+            if (toRight ? result.right() > m_scene.grid.size().width() : result.left() < 0)
                 break;
-            const int next = m_grid.rect(CellArea::cell(place.row, column + step)).width();
+            const int next = m_scene.grid.rect(CellArea::cell(place.row, column + step)).width();
             m_runOver.insert({place.row, std::min(column, column + step)});
             column += step;
             wanted -= next;
@@ -364,7 +361,7 @@ QRect SheetTexts::reach(const Place& place, double width)
     return result;
 }
 
-void SheetTexts::add(const Place& place, CellText text, QRectF box)
+void TextLayer::add(const Place& place, CellText text, QRectF box)
 {
     const double before = m_padding + (place.horizontal != Horizontal::Right ? indent(place) : 0);
     const double after =
@@ -379,15 +376,15 @@ void SheetTexts::add(const Place& place, CellText text, QRectF box)
                         place.horizontal == Horizontal::Distributed, !isTextKind(place.kind)});
 }
 
-void SheetTexts::paint(QPainter& painter) const
+void TextLayer::paint(QPainter& painter) const
 {
-    const QRect picture(QPoint(0, 0), m_grid.size());
+    const QRect picture(QPoint(0, 0), m_scene.grid.size());
     for (const Placed& placed : m_placed)
         if (placed.clip.intersects(picture))
             paintText(painter, placed);
 }
 
-void SheetTexts::paintText(QPainter& painter, const Placed& placed) const
+void TextLayer::paintText(QPainter& painter, const Placed& placed) const
 {
     painter.save();
     painter.setClipRect(placed.clip, Qt::IntersectClip);
@@ -405,9 +402,9 @@ void SheetTexts::paintText(QPainter& painter, const Placed& placed) const
             x = box.right() - boundsWidth;
         else if (placed.horizontal != Horizontal::Left)
             x = box.center().x() - boundsWidth / 2;
-        double y = box.bottom() - m_grid.scale() - boundsHeight;
+        double y = box.bottom() - m_scene.grid.scale() - boundsHeight;
         if (placed.vertical == Vertical::Top)
-            y = box.top() + m_grid.scale();
+            y = box.top() + m_scene.grid.scale();
         else if (placed.vertical != Vertical::Bottom)
             y = box.center().y() - boundsHeight / 2;
         painter.translate(std::round(x + boundsWidth / 2), std::round(y + boundsHeight / 2));
@@ -419,7 +416,7 @@ void SheetTexts::paintText(QPainter& painter, const Placed& placed) const
     painter.restore();
 }
 
-void SheetTexts::paintLines(QPainter& painter, const Placed& placed, const QRectF& box) const
+void TextLayer::paintLines(QPainter& painter, const Placed& placed, const QRectF& box) const
 {
     const CellText& text = placed.text;
     const double room = box.height() - text.height();
@@ -427,12 +424,13 @@ void SheetTexts::paintLines(QPainter& painter, const Placed& placed, const QRect
     double y = box.top();
     double gap = 0;
     if (placed.vertical == Vertical::Bottom)
-        y += m_metrics == Metrics::File ? room : room - m_grid.scale();
+        y += room - m_scene.measures.belowText * m_scene.grid.scale();
     else if (placed.vertical == Vertical::Center || (placed.vertical == Vertical::Distributed && lines == 1))
         y += std::floor(room / 2);
     else if (placed.vertical != Vertical::Top && lines > 1)
         gap = std::max(room, 0.0) / (lines - 1);
 
+    const QRectF shown = painter.clipBoundingRect();
     for (int line = 0; line < lines; ++line) {
         const double width = text.lineWidth(line);
         const double free = box.width() - width;
@@ -447,8 +445,11 @@ void SheetTexts::paintLines(QPainter& painter, const Placed& placed, const QRect
             x += free / 2;
         stroke.accountingFrom = placed.wholeCellUnderline ? box.left() - x : 0;
         stroke.accountingTo = placed.wholeCellUnderline ? box.right() - x : width;
-        text.draw(painter, line, {std::round(x), y}, stroke);
-        y += text.lineHeight(line) + gap;
+        // Underlines and piled-up accents leave their line, but not by far.
+        const double height = text.lineHeight(line);
+        if (y - 4 * height < shown.bottom() && y + 5 * height > shown.top())
+            text.draw(painter, line, {std::round(x), y}, stroke);
+        y += height + gap;
     }
 }
 

@@ -1,22 +1,18 @@
 #pragma once
 
 #include "engine/draw/CellText.h"
-#include "engine/draw/VisibleGrid.h"
-#include "engine/show/SheetCells.h"
+#include "engine/draw/Scene.h"
 
 #include <set>
 
 namespace lumivane::engine {
 
-/// The texts of an area, each placed in its cell and as far beyond it as its neighbours are empty. Placing comes before
-/// drawing, since gridlines end where a text runs over them.
-class SheetTexts
+/// The texts of an area, each placed in its cell and as far beyond it as its neighbours are empty. They are placed when
+/// the layer is made, since gridlines, which are painted first, end where a text runs over them.
+class TextLayer
 {
 public:
-    SheetTexts(const SheetCells& cells, const SheetGeometry& geometry, const VisibleGrid& grid, const Fonts& fonts,
-               Metrics metrics);
-
-    void place();
+    explicit TextLayer(const Scene& scene);
     void paint(QPainter& painter) const;
     /// A text runs over the edge between this column and the next one.
     bool runsOver(int row, int column) const { return m_runOver.contains({row, column}); }
@@ -71,11 +67,7 @@ private:
     void paintText(QPainter& painter, const Placed& placed) const;
     void paintLines(QPainter& painter, const Placed& placed, const QRectF& box) const;
 
-    const SheetCells& m_cells;
-    const SheetGeometry& m_geometry;
-    const VisibleGrid& m_grid;
-    const Fonts& m_fonts;
-    Metrics m_metrics;
+    const Scene& m_scene;
     double m_padding;
     double m_blank; ///< width of a blank in the default font
     std::vector<Placed> m_placed;

@@ -1,5 +1,6 @@
 #include "engine/draw/SheetGeometry.h"
 #include "engine/read/WorkbookFile.h"
+#include "engine/read/WorkbookReader.h"
 #include "engine/show/ShownTexts.h"
 #include "tools/Commands.h"
 #include "tools/Output.h"
@@ -72,8 +73,9 @@ class SheetDescription
 public:
     SheetDescription(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
                      Metrics metrics)
-        : m_sheet(std::move(sheet)), m_texts(workbook, m_sheet), m_geometry(workbook, m_sheet, nullptr, metrics),
-          m_used(m_sheet->used.value_or(CellArea::cell(1, 1))), m_covered(cutTo(m_used, mostRows, mostColumns))
+        : m_sheet(std::move(sheet)), m_shown(std::make_shared<ShownSheet>(workbook, m_sheet)),
+          m_geometry(m_shown, metrics), m_used(m_sheet->used.value_or(CellArea::cell(1, 1))),
+          m_covered(cutTo(m_used, mostRows, mostColumns))
     {
     }
 
@@ -90,7 +92,7 @@ private:
     bool filtered(int row) const;
 
     std::shared_ptr<const SheetContent> m_sheet;
-    ShownTexts m_texts;
+    std::shared_ptr<ShownSheet> m_shown;
     SheetGeometry m_geometry;
     CellArea m_used, m_covered;
 };
@@ -112,20 +114,9 @@ QJsonObject SheetDescription::json() const
 
 void SheetDescription::addLastShown(QJsonObject& json) const
 {
-    int lastRow = 0, lastColumn = 0;
-    for (size_t i = 0; i < m_sheet->rows.size(); ++i) {
-        const auto [begin, end] = m_sheet->rowCells(i);
-        for (const Cell* cell = end; cell-- != begin;) {
-            if (cell->column <= lastColumn && m_sheet->rows[i].row <= lastRow)
-                break;
-            if (m_texts.shown(*cell).isEmpty())
-                continue;
-            lastRow = std::max(lastRow, m_sheet->rows[i].row);
-            lastColumn = std::max(lastColumn, int(cell->column));
-        }
-    }
-    json.insert(u"last_row"_s, lastRow ? QJsonValue(lastRow) : QJsonValue());
-    json.insert(u"last_column"_s, lastColumn ? QJsonValue(columnLetters(lastColumn)) : QJsonValue());
+    const auto last = m_shown->extent([this](const Cell& cell) { return !m_shown->shown(cell).isEmpty(); });
+    json.insert(u"last_row"_s, last ? QJsonValue(last->lastRow) : QJsonValue());
+    json.insert(u"last_column"_s, last ? QJsonValue(columnLetters(last->lastColumn)) : QJsonValue());
 }
 
 void SheetDescription::addSizes(QJsonObject& json) const
@@ -160,16 +151,11 @@ bool SheetDescription::filtered(int row) const
 QJsonObject SheetDescription::cells() const
 {
     QJsonObject result;
-    for (size_t i = 0; i < m_sheet->rows.size(); ++i) {
-        const int row = m_sheet->rows[i].row;
-        if (row < m_covered.firstRow || row > m_covered.lastRow)
-            continue;
-        const auto [begin, end] = m_sheet->rowCells(i);
-        for (const Cell* cell = begin; cell != end; ++cell)
-            if (m_covered.contains(row, cell->column))
-                if (const QString text = m_texts.shown(*cell); !text.isEmpty())
-                    result.insert(CellArea::cell(row, cell->column).relative(), text);
-    }
+    const auto& rows = m_sheet->rows;
+    for (size_t i = m_sheet->rowIndexFrom(m_covered.firstRow); i < rows.size() && rows[i].row <= m_covered.lastRow; ++i)
+        for (const Cell& cell : m_sheet->cellsIn(i, m_covered.firstColumn, m_covered.lastColumn))
+            if (const QString text = m_shown->shown(cell); !text.isEmpty())
+                result.insert(CellArea::cell(rows[i].row, cell.column).relative(), text);
     return result;
 }
 

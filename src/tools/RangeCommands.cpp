@@ -34,7 +34,8 @@ QImage comparisonPicture(const QString& path, const QString& sheetName, const Ce
     const auto sheet =
         std::make_shared<engine::SheetContent>(*file->sheet(sheetIndex(*file->content(), path, sheetName)));
     sheet->view.gridLines = false;
-    return engine::SheetPainter(file->content(), sheet, nullptr, engine::Metrics::Calc).image(area, scale);
+    return engine::SheetPainter(std::make_shared<engine::ShownSheet>(file->content(), sheet), engine::Metrics::Calc)
+        .image(area, scale);
 }
 
 } // namespace

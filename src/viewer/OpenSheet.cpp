@@ -1,5 +1,7 @@
 #include "viewer/OpenSheet.h"
 
+#include "engine/draw/DrawingPlace.h"
+
 #include <QStringList>
 #include <algorithm>
 #include <bit>
@@ -11,7 +13,6 @@ using namespace engine;
 
 namespace {
 
-constexpr double emuPerPixel = 9525;
 constexpr double twipsPerScreenPixel = 15;
 // A stored split counts from the window's corner, headers of the usual size included.
 constexpr int splitHeaderHeight = 20;
@@ -38,11 +39,6 @@ SheetAxis columnsOf(const ViewedSheet& sheet)
     return SheetAxis(
         maxColumn, std::max(1, geometry.columnPixels(maxColumn)),
         [&geometry](int first, int last, double scale) { return geometry.columnEdges(first, last, scale); });
-}
-
-int scaledEmu(qint64 emu, double scale)
-{
-    return static_cast<int>(std::lround(std::clamp(static_cast<double>(emu) / emuPerPixel * scale, -1e6, 1e6)));
 }
 
 } // namespace
@@ -214,11 +210,9 @@ QRect OpenSheet::drawingRect(int pane, int drawing) const
     const DrawingContent& content = m_sheet->content().drawings[static_cast<size_t>(drawing)];
     const QRect cells = rectIn(pane, content.anchor);
     const QRect lastCell = rectIn(pane, CellArea::cell(content.anchor.lastRow, content.anchor.lastColumn));
-    const QPoint start =
-        cells.topLeft() + QPoint(scaledEmu(content.startX, scale()), scaledEmu(content.startY, scale()));
-    if (content.width >= 0 && content.height >= 0)
-        return QRect(start, QSize(scaledEmu(content.width, scale()), scaledEmu(content.height, scale())));
-    const QPoint end = lastCell.topLeft() + QPoint(scaledEmu(content.endX, scale()), scaledEmu(content.endY, scale()));
+    const Stretch across = drawingColumns(content, cells.left(), lastCell.left(), scale());
+    const Stretch down = drawingRows(content, cells.top(), lastCell.top(), scale());
+    const QPoint start(qRound(across.begin), qRound(down.begin)), end(qRound(across.end), qRound(down.end));
     return QRect(start, QSize(std::max(1, end.x() - start.x()), std::max(1, end.y() - start.y())));
 }
 

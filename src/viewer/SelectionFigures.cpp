@@ -51,15 +51,13 @@ SelectionFigures figuresOf(const ViewedSheet& sheet, const std::vector<CellArea>
     const std::vector<bool> hidden = hiddenColumns(sheet);
     const auto& rows = sheet.content().rows;
     for (const CellArea& area : areas) {
-        auto row = std::lower_bound(rows.begin(), rows.end(), area.firstRow,
-                                    [](const RowContent& r, int wanted) { return r.row < wanted; });
-        for (; row != rows.end() && row->row <= area.lastRow; ++row) {
-            if (sheet.geometry().rowHidden(row->row))
+        for (size_t i = sheet.content().rowIndexFrom(area.firstRow); i < rows.size() && rows[i].row <= area.lastRow;
+             ++i) {
+            if (sheet.geometry().rowHidden(rows[i].row))
                 continue;
-            const auto [begin, end] = sheet.content().rowCells(static_cast<size_t>(row - rows.begin()));
-            for (const Cell* cell = begin; cell != end; ++cell) {
-                if (cell->column >= area.firstColumn && cell->column <= area.lastColumn && !hidden[cell->column])
-                    countCell(*cell, figures);
+            for (const Cell& cell : sheet.content().cellsIn(i, area.firstColumn, area.lastColumn)) {
+                if (!hidden[cell.column])
+                    countCell(cell, figures);
             }
         }
     }
@@ -71,7 +69,7 @@ QString figuresText(const ViewedSheet& sheet, const SelectionFigures& figures)
     if (figures.count < 2)
         return {};
     QStringList parts;
-    const auto shown = [&](double number) { return sheet.texts().shown(number, figures.style); };
+    const auto shown = [&](double number) { return sheet.shown().shownNumber(number, figures.style); };
     if (figures.numbers > 0)
         parts << u"Average: "_s + shown(figures.sum / static_cast<double>(figures.numbers));
     parts << u"Count: %L1"_s.arg(figures.count);

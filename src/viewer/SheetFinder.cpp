@@ -3,8 +3,6 @@
 #include "engine/show/CellMatcher.h"
 #include "platform/FindOrder.h"
 
-#include <algorithm>
-
 namespace lumivane {
 
 using namespace engine;
@@ -16,8 +14,8 @@ class FindWalk
 {
 public:
     FindWalk(const ViewedSheet& sheet, const QString& text)
-        : m_sheet(sheet), m_matcher(sheet.workbook(), sheet.content(), sheet.texts(),
-                                    FindQuestion{text, LookAt::Part, SearchDirection::Next, SearchOrder::ByRows})
+        : m_sheet(sheet),
+          m_matcher(sheet.shown(), FindQuestion{text, LookAt::Part, SearchDirection::Next, SearchOrder::ByRows})
     {
     }
 
@@ -25,10 +23,10 @@ public:
     std::optional<CellSpot> inRow(size_t rowIndex, int firstColumn, int lastColumn, bool forward)
     {
         const int row = m_sheet.content().rows[rowIndex].row;
-        const auto [begin, end] = m_sheet.content().rowCells(rowIndex);
-        for (qsizetype i = 0; i < end - begin; ++i) {
-            const Cell& cell = forward ? begin[i] : end[-1 - i];
-            if (cell.column < firstColumn || cell.column > lastColumn || !m_matcher.hits(cell))
+        const auto cells = m_sheet.content().cellsIn(rowIndex, firstColumn, lastColumn);
+        for (size_t i = 0; i < cells.size(); ++i) {
+            const Cell& cell = forward ? cells[i] : cells[cells.size() - 1 - i];
+            if (!m_matcher.hits(cell))
                 continue;
             if (!m_sheet.geometry().rowHidden(row) && !m_sheet.geometry().columnHidden(cell.column))
                 return CellSpot{row, cell.column};
@@ -50,10 +48,8 @@ std::optional<CellSpot> findText(const ViewedSheet& sheet, const QString& text, 
         return std::nullopt;
     FindWalk walk(sheet, text);
     const size_t count = rows.size();
-    const auto place = std::lower_bound(rows.begin(), rows.end(), from.row,
-                                        [](const RowContent& row, int wanted) { return row.row < wanted; });
-    const size_t start = static_cast<size_t>(place - rows.begin());
-    const bool startIsStored = place != rows.end() && place->row == from.row;
+    const size_t start = sheet.content().rowIndexFrom(from.row);
+    const bool startIsStored = start < count && rows[start].row == from.row;
 
     // The rest of the row at hand first, its beginning last.
     if (startIsStored) {

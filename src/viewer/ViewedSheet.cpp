@@ -21,8 +21,9 @@ int stepOf(Direction direction)
 } // namespace
 
 ViewedSheet::ViewedSheet(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet)
-    : m_workbook(std::move(workbook)), m_sheet(std::move(sheet)), m_texts(m_workbook, m_sheet),
-      m_painter(m_workbook, m_sheet), m_used(findUsed()), m_lastFilled(findLastFilled())
+    : m_workbook(std::move(workbook)), m_sheet(std::move(sheet)),
+      m_shown(std::make_shared<ShownSheet>(m_workbook, m_sheet)), m_painter(m_shown), m_used(findUsed()),
+      m_lastFilled(findLastFilled())
 {
 }
 
@@ -49,35 +50,24 @@ CellArea ViewedSheet::findUsed() const
 
 CellSpot ViewedSheet::findLastFilled() const
 {
-    CellSpot last;
-    for (size_t i = 0; i < m_sheet->rows.size(); ++i) {
-        const auto [begin, end] = m_sheet->rowCells(i);
-        for (const Cell* cell = end; cell != begin; --cell) {
-            if (cell[-1].kind == CellKind::Blank)
-                continue;
-            last.row = m_sheet->rows[i].row;
-            last.column = std::max(last.column, int(cell[-1].column));
-            break;
-        }
-    }
-    return last;
+    const auto extent = m_shown->extent([](const Cell& cell) { return cell.kind != CellKind::Blank; });
+    return extent ? CellSpot{extent->lastRow, extent->lastColumn} : CellSpot();
 }
 
 bool ViewedSheet::filled(int row, int column) const
 {
-    const Cell* cell = m_sheet->find(row, column);
-    return cell && cell->kind != CellKind::Blank;
+    return m_shown->kind(row, column) != CellKind::Blank;
 }
 
 QString ViewedSheet::shownText(int row, int column) const
 {
     const Cell* cell = m_sheet->find(row, column);
-    return cell ? m_texts.shown(*cell) : QString();
+    return cell ? m_shown->shown(*cell) : QString();
 }
 
 CellArea ViewedSheet::mergedAround(const CellSpot& cell) const
 {
-    const CellArea* merged = m_sheet->mergedAt(cell.row, cell.column);
+    const CellArea* merged = m_shown->mergedAt(cell.row, cell.column);
     return merged ? *merged : CellArea::cell(cell.row, cell.column);
 }
 
@@ -100,16 +90,11 @@ CellArea ViewedSheet::widened(CellArea area) const
 
 bool ViewedSheet::anyFilled(const CellArea& area) const
 {
-    const auto isBefore = [](const RowContent& row, int wanted) { return row.row < wanted; };
-    auto row = std::lower_bound(m_sheet->rows.begin(), m_sheet->rows.end(), area.firstRow, isBefore);
-    for (; row != m_sheet->rows.end() && row->row <= area.lastRow; ++row) {
-        const auto [begin, end] = m_sheet->rowCells(static_cast<size_t>(row - m_sheet->rows.begin()));
-        const Cell* cell =
-            std::lower_bound(begin, end, area.firstColumn, [](const Cell& c, int wanted) { return c.column < wanted; });
-        for (; cell != end && cell->column <= area.lastColumn; ++cell) {
-            if (cell->kind != CellKind::Blank)
-                return true;
-        }
+    for (size_t i = m_sheet->rowIndexFrom(area.firstRow);
+         i < m_sheet->rows.size() && m_sheet->rows[i].row <= area.lastRow; ++i) {
+        const auto cells = m_sheet->cellsIn(i, area.firstColumn, area.lastColumn);
+        if (std::any_of(cells.begin(), cells.end(), [](const Cell& cell) { return cell.kind != CellKind::Blank; }))
+            return true;
     }
     return false;
 }

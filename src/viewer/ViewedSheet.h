@@ -3,7 +3,6 @@
 #include "engine/content/SheetContent.h"
 #include "engine/content/WorkbookContent.h"
 #include "engine/draw/SheetPainter.h"
-#include "engine/show/ShownTexts.h"
 
 namespace lumivane {
 
@@ -26,7 +25,7 @@ public:
 
     const engine::WorkbookContent& workbook() const { return *m_workbook; }
     const engine::SheetContent& content() const { return *m_sheet; }
-    const engine::ShownTexts& texts() const { return m_texts; }
+    const engine::ShownSheet& shown() const { return *m_shown; }
     const engine::SheetPainter& painter() const { return m_painter; }
     const engine::SheetGeometry& geometry() const { return m_painter.geometry(); }
 
@@ -61,7 +60,7 @@ private:
 
     std::shared_ptr<const engine::WorkbookContent> m_workbook;
     std::shared_ptr<const engine::SheetContent> m_sheet;
-    engine::ShownTexts m_texts;
+    std::shared_ptr<engine::ShownSheet> m_shown;
     engine::SheetPainter m_painter;
     CellArea m_used;
     CellSpot m_lastFilled;

@@ -114,7 +114,7 @@ QList<frmWorkbook*> windowsWithWorkbook()
 
 ViewerInstance::ViewerInstance()
 {
-    Visible = true;
+    ViewerInstance::setVisible(true);
 }
 
 std::shared_ptr<Workbook> ViewerInstance::Open(const QString& path, bool)

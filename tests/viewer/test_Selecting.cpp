@@ -181,6 +181,7 @@ TEST(Freezing, KeepsWhatIsSeenAboveAndBeforeTheCell)
 TEST(Drawings, AreHitWhereTheyLieAtAnyScale)
 {
     OpenSheet sheet(viewedSheet(smallWorkbook()));
+    EXPECT_TRUE(sheet.sheet().used().contains(13, 9)) << "drawings are in use";
     for (const int zoom : {50, 100, 200}) {
         sheet.setZoom(zoom);
         sheet.setSize({2000, 2000});

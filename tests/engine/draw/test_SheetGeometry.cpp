@@ -21,7 +21,7 @@ TEST(SheetGeometry, turnsStoredWidthsIntoPixelsAndCharacters)
     for (const auto& [name, stored, pixels, characters] : rows) {
         SheetBuilder made;
         made.column(1, 1, stored);
-        const SheetGeometry geometry(made.workbook(), made.content());
+        const SheetGeometry geometry(made.shown());
         EXPECT_EQ(geometry.columnPixels(1), pixels) << name;
         EXPECT_DOUBLE_EQ(geometry.columnWidthCharacters(1), characters) << name;
     }
@@ -37,7 +37,7 @@ TEST(SheetGeometry, givesColumnsTheirDefaultWidth)
         SheetBuilder made;
         made.sheet().defaultColumnWidth = stored;
         made.sheet().baseColumnWidth = base;
-        EXPECT_EQ(SheetGeometry(made.workbook(), made.content()).columnPixels(500), pixels) << name;
+        EXPECT_EQ(SheetGeometry(made.shown()).columnPixels(500), pixels) << name;
     }
 }
 
@@ -47,7 +47,7 @@ TEST(SheetGeometry, readsBackTheCharactersThatAJobSets)
     for (const double width : {0.5, 1.0, 8.43, 12.71, 30.14, 100.0}) {
         SheetOverlay overlay;
         overlay.columnWidths[1] = width;
-        EXPECT_NEAR(SheetGeometry(made.workbook(), made.content(), &overlay).columnWidthCharacters(1), width, 0.005);
+        EXPECT_NEAR(SheetGeometry(made.shown(&overlay)).columnWidthCharacters(1), width, 0.005);
     }
 }
 
@@ -63,9 +63,7 @@ TEST(SheetGeometry, hidesRowsAndColumns)
     overlay.rowHeights[4] = 0;
     overlay.rowHeights[1] = 12;
     overlay.columnWidths[3] = 0;
-    const auto workbook = made.workbook();
-    const auto sheet = made.content();
-    const SheetGeometry stored(workbook, sheet);
+    const SheetGeometry stored(made.shown());
     EXPECT_EQ(stored.rowHeightPoints(1), 0);
     EXPECT_EQ(stored.shownRowHeightPoints(1), 30);
     EXPECT_EQ(stored.rowPixels(1), 0);
@@ -75,7 +73,7 @@ TEST(SheetGeometry, hidesRowsAndColumns)
     EXPECT_EQ(stored.shownColumnPixels(1), 70);
     EXPECT_TRUE(stored.columnHidden(2));
     EXPECT_EQ(stored.columnWidthCharacters(2), 0);
-    const SheetGeometry changed(workbook, sheet, &overlay);
+    const SheetGeometry changed(made.shown(&overlay));
     EXPECT_EQ(changed.rowHeightPoints(1), 12) << "a height shows a hidden row again";
     EXPECT_TRUE(changed.rowHidden(4));
     EXPECT_TRUE(changed.columnHidden(3));
@@ -89,7 +87,7 @@ TEST(SheetGeometry, sumsUpWithoutWalkingOverEveryRow)
     made.row(5).hidden = true;
     SheetOverlay overlay;
     overlay.rowHeights[7] = 60;
-    const SheetGeometry geometry(made.workbook(), made.content(), &overlay);
+    const SheetGeometry geometry(made.shown(&overlay));
     EXPECT_EQ(geometry.rowsPixels(1, 10), 20 * 7 + 40 + 0 + 80);
     EXPECT_EQ(geometry.rowsPixels(1, maxRow), 20ll * (maxRow - 3) + 120);
     EXPECT_EQ(geometry.rowEdges(1, 3), (std::vector<int>{0, 20, 60, 80}));
@@ -102,7 +100,7 @@ TEST(SheetGeometry, doublesEdgesExactlyAtScaleTwo)
     made.column(1, 1, 9.140625).column(2, 2, 3.3).column(3, 3, 17.77);
     made.row(1).height = 14.4F;
     made.row(2).height = 17.3F;
-    const SheetGeometry geometry(made.workbook(), made.content());
+    const SheetGeometry geometry(made.shown());
     const auto doubled = [](std::vector<int> edges) {
         for (int& edge : edges)
             edge *= 2;
@@ -130,8 +128,8 @@ TEST(SheetGeometry, growsRowsThatStoreNoHeight)
         .text(9, 1, QString(500, u'\n'), wrapped);
     made.row(10).height = 1e9F;
     made.row(5).height = 20;
-    made.sheet().merged.push_back({7, 1, 7, 2});
-    const SheetGeometry geometry(made.workbook(), made.content());
+    made.merge({7, 1, 7, 2});
+    const SheetGeometry geometry(made.shown());
     EXPECT_EQ(geometry.rowHeightPoints(1), 15);
     EXPECT_GE(geometry.rowHeightPoints(2), 22);
     EXPECT_LE(geometry.rowHeightPoints(2), 25);
@@ -144,7 +142,7 @@ TEST(SheetGeometry, growsRowsThatStoreNoHeight)
     EXPECT_EQ(geometry.rowHeightPoints(9), 409.5) << "no row is higher";
     EXPECT_EQ(geometry.rowHeightPoints(10), 409.5);
     made.sheet().customDefaultHeight = true;
-    EXPECT_EQ(SheetGeometry(made.workbook(), made.content()).rowHeightPoints(4), 15);
+    EXPECT_EQ(SheetGeometry(made.shown()).rowHeightPoints(4), 15);
 }
 
 TEST(SheetGeometry, sizesATextFileByItsTexts)
@@ -161,7 +159,7 @@ TEST(SheetGeometry, sizesATextFileByItsTexts)
     SheetOverlay overlay;
     overlay.columnWidths[7] = 20;
     for (const Metrics metrics : {Metrics::File, Metrics::Calc}) {
-        const SheetGeometry geometry(made.workbook(), made.content(), &overlay, metrics);
+        const SheetGeometry geometry(made.shown(&overlay), metrics);
         EXPECT_GT(geometry.columnPixels(1), 60);
         EXPECT_LT(geometry.columnPixels(1), 90) << "by the widest text, not the longest nor their sum";
         EXPECT_EQ(geometry.columnPixels(2), geometry.columnPixels(1)) << "by the widest line";
@@ -180,7 +178,7 @@ TEST(SheetGeometry, hidesRowsNotStoredWhereTheSheetSaysSo)
     SheetBuilder made;
     made.sheet().defaultRowsHidden = true;
     made.number(2, 1, 1);
-    const SheetGeometry geometry(made.workbook(), made.content());
+    const SheetGeometry geometry(made.shown());
     EXPECT_TRUE(geometry.rowHidden(1));
     EXPECT_FALSE(geometry.rowHidden(2));
     EXPECT_EQ(geometry.rowsPixels(1, 1000), 20);
@@ -191,7 +189,7 @@ TEST(SheetGeometry, measuresAsCalcDoesWhenAsked)
     SheetBuilder made;
     made.column(1, 1, 20);
     made.row(1).height = 14.4F;
-    const SheetGeometry geometry(made.workbook(), made.content(), nullptr, Metrics::Calc);
+    const SheetGeometry geometry(made.shown(), Metrics::Calc);
     EXPECT_EQ(geometry.columnPixels(1), 148);
     EXPECT_EQ(geometry.columnPixels(2), 64);
     EXPECT_DOUBLE_EQ(geometry.rowHeightPoints(1), 14.25) << "cut to whole pixels";
@@ -225,6 +223,23 @@ TEST(TextLines, breaksWhereALineIsFull)
         EXPECT_EQ(lines.join(u'/'), expected) << name;
     }
     EXPECT_EQ(breakLines(u"a\r\nb"_s, 100, [](int, int) { return 10.0; })[0].length, 1) << "without the line's end";
+}
+
+TEST(TextLines, measuresEachPartOfALongTextAFewTimes)
+{
+    constexpr int size = 200000;
+    const std::pair<QString, int> rows[] = {{QString(size, u'x'), size / 3 + 1},
+                                            {u"ab cd "_s.repeated(size / 6), size / 3},
+                                            {u"x"_s + QString(size, u' '), 1}};
+    for (const auto& [text, count] : rows) {
+        qint64 measured = 0;
+        const auto lines = breakLines(text, 30, [&](int, int length) {
+            measured += length;
+            return length * 10.0;
+        });
+        EXPECT_NEAR(double(lines.size()), count, 2);
+        EXPECT_LT(measured, 40ll * size);
+    }
 }
 
 TEST(TextLines, knowsLastLinesOfParagraphs)

@@ -29,7 +29,7 @@ TEST(SheetPainter, isAsLargeAsWhatIsVisible)
     made.row(2).hidden = true;
     made.row(3).height = 30;
     made.column(2, 2, 10, true);
-    const SheetPainter painter(made.workbook(), made.content());
+    const SheetPainter painter(made.shown());
     EXPECT_EQ(painter.size({1, 1, 3, 3}), QSize(128, 60));
     EXPECT_EQ(painter.image({1, 1, 3, 3}).size(), QSize(128, 60));
     EXPECT_EQ(painter.image({1, 1, 3, 3}, 2).size(), QSize(256, 120));
@@ -69,15 +69,18 @@ TEST(SheetPainter, drawsPatternsAndGradients)
     made.blank(1, 1, made.fillStyle({Pattern::Gray125, black, white, 0}))
         .blank(1, 2, made.fillStyle({Pattern::MediumGray, black, white, 0}))
         .blank(1, 3, made.fillStyle({Pattern::LightHorizontal, red, blue, 0}))
-        .blank(1, 4, made.fillStyle({Pattern::Gradient, black, white, 0}));
-    const QImage image = draw(made, 1, 4);
+        .blank(1, 4, made.fillStyle({Pattern::Gradient, black, white, 0}))
+        .blank(1, 5, made.fillStyle({Pattern::Gradient, black, white, 90}));
+    const QImage image = draw(made, 1, 5);
     EXPECT_EQ(countColor(image.copy(cellRect(1, 1)), black), cellWidth * cellHeight / 8);
     EXPECT_EQ(countColor(image.copy(cellRect(1, 2)), black), cellWidth * cellHeight / 2);
     EXPECT_EQ(countColor(image.copy(cellRect(1, 3)), red), cellWidth * cellHeight / 4);
     EXPECT_LT(qGray(image.pixel(3 * cellWidth + 2, 10)), 16);
     EXPECT_NEAR(qGray(image.pixel(3 * cellWidth + 32, 10)), 128, 8);
     EXPECT_GT(qGray(image.pixel(4 * cellWidth - 3, 10)), 240);
-    const QImage even = SheetPainter(made.workbook(), made.content(), nullptr, Metrics::Calc).image({1, 1, 1, 3});
+    EXPECT_LT(qGray(image.pixel(5 * cellWidth - 3, 1)), 32) << "downwards, not across";
+    EXPECT_GT(qGray(image.pixel(4 * cellWidth + 2, 18)), 223);
+    const QImage even = SheetPainter(made.shown(), Metrics::Calc).image({1, 1, 1, 3});
     EXPECT_EQ(even.pixel(10, 10), qRgb(223, 223, 223)) << "an eighth of black";
     EXPECT_EQ(even.pixel(140, 10), qRgb(63, 0, 191));
 }
@@ -87,9 +90,8 @@ TEST(SheetPainter, drawsGridLinesWhereNothingCoversThem)
     SheetBuilder made;
     made.sheet().view.gridColor = blue;
     made.blank(2, 2, made.solidStyle(red)).text(1, 1, u"a text that runs into the next cell"_s);
-    made.sheet().merged.push_back({3, 1, 3, 2});
-    const auto workbook = made.workbook();
-    const QImage image = SheetPainter(workbook, made.content()).image({1, 1, 4, 4});
+    made.merge({3, 1, 3, 2});
+    const QImage image = SheetPainter(made.shown()).image({1, 1, 4, 4});
     EXPECT_EQ(image.pixel(3 * cellWidth - 1, 10), blue) << "right edge of C1";
     EXPECT_EQ(image.pixel(3 * cellWidth - 2, 10), white);
     EXPECT_EQ(image.pixel(200, cellHeight - 1), blue) << "lower edge of D1";
@@ -98,9 +100,9 @@ TEST(SheetPainter, drawsGridLinesWhereNothingCoversThem)
     EXPECT_EQ(image.pixel(2 * cellWidth - 1, 30), red);
     EXPECT_NE(image.pixel(cellWidth - 1, 50), blue) << "within a merged area";
     EXPECT_EQ(image.pixel(2 * cellWidth - 1, 50), blue) << "at its end";
-    EXPECT_EQ(countColor(SheetPainter(workbook, made.content(), nullptr, Metrics::Calc).image({1, 1, 4, 4}), blue), 0);
+    EXPECT_EQ(countColor(SheetPainter(made.shown(), Metrics::Calc).image({1, 1, 4, 4}), blue), 0);
     made.sheet().view.gridLines = false;
-    EXPECT_EQ(countColor(SheetPainter(workbook, made.content()).image({1, 1, 4, 4}), blue), 0);
+    EXPECT_EQ(countColor(SheetPainter(made.shown()).image({1, 1, 4, 4}), blue), 0);
 }
 
 TEST(BorderLines, theHeavierOrDarkerLineShows)
@@ -192,7 +194,7 @@ TEST(SheetPainter, drawsNoBordersInsideMergedAreas)
     for (int row = 1; row <= 2; ++row)
         for (int column = 1; column <= 2; ++column)
             made.blank(row, column, boxed);
-    made.sheet().merged.push_back({1, 1, 2, 2});
+    made.merge({1, 1, 2, 2});
     const QImage image = draw(made, 2, 2);
     EXPECT_TRUE(ink(image, QRect(1, 1, 2 * cellWidth - 2, 2 * cellHeight - 2)).isNull());
     EXPECT_EQ(countColor(image, black), 4 * (cellWidth + cellHeight) - 4);
@@ -219,9 +221,9 @@ TEST(SheetPainter, drawsAPartLikeTheSamePartOfTheWhole)
         .text(2, 5, u"one from the right that runs to the left"_s,
               made.style([](CellStyle& style) { style.horizontal = Horizontal::Right; }))
         .text(3, 2, u"merged over three cells"_s);
-    made.sheet().merged.push_back({3, 2, 3, 4});
+    made.merge({3, 2, 3, 4});
     made.sheet().view.gridLines = false;
-    const SheetPainter painter(made.workbook(), made.content());
+    const SheetPainter painter(made.shown());
     const QImage whole = painter.image({1, 1, 3, 5});
     const QImage part = painter.image({1, 3, 3, 3});
     ASSERT_FALSE(ink(part, cellRect(1, 1)).isNull());

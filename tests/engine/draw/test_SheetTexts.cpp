@@ -1,4 +1,5 @@
 #include "Pictures.h"
+#include "support/TextTable.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -73,7 +74,7 @@ TEST(SheetTexts, stopAtWhateverIsInTheNextCell)
     SheetBuilder emptyText, blankText, merged, styled;
     emptyText.text(1, 1, longText).text(1, 2, QString());
     blankText.text(1, 1, longText).text(1, 2, u" "_s);
-    merged.text(1, 1, longText).sheet().merged.push_back({1, 2, 2, 2});
+    merged.text(1, 1, longText).merge({1, 2, 2, 2});
     styled.text(1, 1, longText).blank(1, 2, alignedStyle(styled, Horizontal::Right));
     for (SheetBuilder* const made : {&emptyText, &blankText, &merged})
         EXPECT_EQ(inkedColumns(drawTexts(*made)), "#..");
@@ -202,6 +203,43 @@ TEST(SheetTexts, turn)
     EXPECT_NEAR(turned(45).height(), turned(45).width(), 4);
 }
 
+TEST(SheetTexts, beginWhereTheyAreTurnedTo)
+{
+    // The first letter is the only large one.
+    const std::tuple<qint16, bool, bool> rows[] = {
+        {90, false, true}, {-90, true, true}, {45, false, false}, {-45, true, false}, {255, true, true}};
+    for (const auto& [angle, atTop, upright] : rows) {
+        SheetBuilder made;
+        made.text(1, 1, u"M............"_s, made.style([&](CellStyle& style) {
+            style.rotation = angle;
+            style.vertical = Vertical::Top;
+        }));
+        made.row(1).height = 60;
+        const QImage image = drawTexts(made, 1, 1);
+        const QRect all = ink(image);
+        const QRect upper(all.left(), all.top(), all.width(), all.height() / 2);
+        const QRect lower = upper.translated(0, all.height() / 2);
+        EXPECT_EQ(ink(image, upper).width() > ink(image, lower).width(), atTop) << angle;
+        EXPECT_EQ(all.width() < 14, upright) << angle;
+    }
+}
+
+TEST(SheetTexts, areDrawnInTheSubstituteOfAMissingFont)
+{
+    const auto drawn = [](const QString& family) {
+        SheetBuilder made;
+        FontStyle font;
+        font.family = family;
+        made.text(1, 1, u"Hamburg 2026"_s, made.fontStyle(font));
+        return drawTexts(made);
+    };
+    for (const auto& [missing, substitute] : test::textPairs(R"(
+        Cambria → Caladea | Courier New → Liberation Mono | Arial Narrow → Liberation Sans Narrow
+        Georgia → DejaVu Serif | Garamond → Liberation Serif | Tahoma → Liberation Sans | Consolas → Liberation Mono)"))
+        EXPECT_EQ(drawn(missing), drawn(substitute)) << missing;
+    EXPECT_NE(drawn(u"Cambria"_s), drawn(u"Arial"_s));
+}
+
 TEST(SheetTexts, centreAcrossASelection)
 {
     SheetBuilder made;
@@ -221,7 +259,7 @@ TEST(SheetTexts, standInTheMiddleOfMergedAreas)
 {
     SheetBuilder made;
     made.text(1, 1, u"m"_s, alignedStyle(made, Horizontal::Center, Vertical::Center));
-    made.sheet().merged.push_back({1, 1, 3, 3});
+    made.merge({1, 1, 3, 3});
     const QRect found = ink(drawTexts(made, 3, 3));
     EXPECT_NEAR(found.center().x(), 3 * cellWidth / 2, 2);
     EXPECT_NEAR(found.center().y(), 3 * cellHeight / 2, 4);
@@ -344,11 +382,16 @@ TEST(SheetTexts, surviveHostileContent)
     FontStyle huge, tiny;
     huge.points = 1e9;
     tiny.points = 1e-9;
+    std::vector<TextRun> letterRuns;
+    for (int start = 0; start < 32767; ++start)
+        letterRuns.push_back({start, start % 2 ? FontStyle{} : tiny});
     made.text(1, 1, QString(32767, u'x'), made.style([](CellStyle& style) { style.wrap = true; }))
         .text(1, 2, QString(32767, u'x'))
         .text(2, 1, u"x"_s, made.fontStyle(huge))
         .text(2, 2, u"x"_s, made.fontStyle(tiny))
-        .text(3, 1, QString(3000, u'\n'), made.style([](CellStyle& style) { style.rotation = 255; }))
+        .text(3, 1, QString(32767, u'x'), made.style([](CellStyle& style) { style.rotation = 255; }))
+        .text(5, 1, u"x"_s + QString(32766, u'\u0301'), made.style([](CellStyle& style) { style.wrap = true; }))
+        .richText(5, 2, QString(32767, u'x'), letterRuns, made.style([](CellStyle& style) { style.wrap = true; }))
         .number(3, 2, std::nan(""))
         .number(3, 3, 1e308 * 10)
         .richText(4, 1, u"abc"_s, {{-5, FontStyle{}}, {2, FontStyle{}}, {1, FontStyle{}}, {99, FontStyle{}}})
@@ -356,7 +399,7 @@ TEST(SheetTexts, surviveHostileContent)
     made.styles().cells.push_back({});
     made.styles().cells.back().font = made.styles().cells.back().fill = made.styles().cells.back().border = 4711;
     made.text(4, 3, u"x"_s, static_cast<int>(made.styles().cells.size()) - 1);
-    EXPECT_FALSE(drawTexts(made, 4, 3).isNull());
+    EXPECT_FALSE(drawTexts(made, 5, 3).isNull());
 }
 
 } // namespace

@@ -51,6 +51,22 @@ HostFactory& theHostFactory()
 
 } // namespace
 
+QString undrawnSentence(const std::vector<Undrawn>& undrawn)
+{
+    QStringList phrases;
+    for (const Undrawn& entry : undrawn) {
+        if (entry.kind == Undrawn::Kind::Drawing)
+            phrases.append(u"the %1 \"%2\""_s.arg(entry.what, entry.name));
+        else if (entry.kind == Undrawn::Kind::Formulas)
+            phrases.append(entry.count == 1
+                               ? u"the result of a formula, which the file does not store"_s
+                               : u"the results of %1 formulas, which the file does not store"_s.arg(entry.count));
+        else
+            phrases.append(entry.what);
+    }
+    return phrases.isEmpty() ? QString() : u"Not shown here: %1."_s.arg(phrases.join(u", "_s));
+}
+
 SheetRange SheetRange::Cells(int i, int j) const
 {
     return m_sheet->Cells(m_area.firstRow + i - 1, m_area.firstColumn + j - 1);

@@ -53,6 +53,28 @@ private:
     CellArea m_area;
 };
 
+/// One thing that a picture of cells lacks.
+struct Undrawn
+{
+    enum class Kind {
+        Drawing,  ///< a `what` ("chart", "picture") with a name
+        Look,     ///< of cells: `what` as in "the look of the table "Sales""
+        Formulas, ///< as many as `count`, whose results the file does not store
+        Part,     ///< `what` of the file could not be read
+    };
+    Kind kind;
+    QString what;
+    QString name = {};
+    qint64 count = 1;
+
+    bool operator==(const Undrawn&) const = default;
+};
+/// "Not shown here: the chart "Sales", the results of 2 formulas, which the file does not store."; empty for none.
+QString undrawnSentence(const std::vector<Undrawn>& undrawn);
+
+/// Whether formulas for which the file stores no results count as contents.
+enum class Uncomputed { Count, LeaveOut };
+
 /// A worksheet of an open workbook. Changes stay with this opening of the workbook; the file is never touched.
 class Worksheet
 {
@@ -76,14 +98,21 @@ public:
 
     virtual CellArea usedArea() = 0;
     /// The cells with something to show: area from A1 to the last row and column with contents; none when empty. A
-    /// formula that shows an empty text does not count.
-    virtual std::optional<CellArea> contentArea() = 0;
+    /// formula that shows an empty text does not count. What one without a stored result would show is not known.
+    virtual std::optional<CellArea> contentArea(Uncomputed formulas = Uncomputed::Count) = 0;
+    /// Formulas of an area for which the file stores no results.
+    virtual qint64 uncomputedFormulas(const CellArea&) { return 0; }
 
-    virtual QString shownText(int row, int column) = 0; ///< through the number format; never cut to fit
-    virtual QString valueText(int row, int column) = 0; ///< plain
-    virtual double rowHeight(int row) = 0;              ///< points, 0 if hidden
+    // Areas are read in one call each: an engine may be another program.
+    virtual QStringList shownTexts(const CellArea& area) = 0; ///< row by row, through the number format; never cut
+    virtual QStringList valueTexts(const CellArea& area) = 0; ///< row by row, plain
+    virtual std::vector<double> rowHeights(int first, int last) = 0;   ///< points, 0 if hidden
+    virtual std::vector<double> columnWidths(int first, int last) = 0; ///< characters, 0 if hidden
+    QString shownText(int row, int column) { return shownTexts(CellArea::cell(row, column)).front(); }
+    QString valueText(int row, int column) { return valueTexts(CellArea::cell(row, column)).front(); }
+    double rowHeight(int row) { return rowHeights(row, row).front(); }
+    double columnWidth(int column) { return columnWidths(column, column).front(); }
     virtual void setRowHeight(int firstRow, int lastRow, double points) = 0; ///< 0 hides
-    virtual double columnWidth(int column) = 0;                              ///< characters, 0 if hidden
     virtual void setColumnWidth(int firstColumn, int lastColumn, double characters) = 0;
     virtual void setInteriorColor(int row, int column, QRgb color) = 0;
 
@@ -92,9 +121,9 @@ public:
     virtual std::optional<CellArea> Find(const CellArea& area, const FindQuestion& question) = 0;
 
     virtual QStringList ShapeNames() = 0;
-    /// What of the area a picture of it lacks, one phrase each, as in `the chart "Sales"`; empty when it shows
-    /// everything. Whoever shows the picture has to say so: a picture with a gap must not pass for a whole one.
-    virtual QStringList undrawn(const CellArea& area) { return {}; }
+    /// What of the area a picture of it lacks; empty when it shows everything. Whoever shows the picture has to say so:
+    /// a picture with a gap must not pass for a whole one.
+    virtual std::vector<Undrawn> undrawn(const CellArea&) { return {}; }
 
     virtual void Activate() = 0;
     void Select() { Activate(); }
@@ -166,9 +195,12 @@ class Application
 public:
     virtual ~Application() = default;
 
-    bool DisplayAlerts = true;
-    bool IgnoreRemoteRequests = false;
-    bool Visible = false;
+    bool DisplayAlerts() const { return m_displayAlerts; }
+    virtual void setDisplayAlerts(bool display) { m_displayAlerts = display; }
+    bool IgnoreRemoteRequests() const { return m_ignoreRemoteRequests; }
+    virtual void setIgnoreRemoteRequests(bool ignore) { m_ignoreRemoteRequests = ignore; }
+    bool Visible() const { return m_visible; }
+    virtual void setVisible(bool visible) { m_visible = visible; }
 
     /// Opens a workbook; throws with a sentence that names the file and what is wrong with it.
     virtual std::shared_ptr<Workbook> Open(const QString& path, bool updateLinks = false) = 0;
@@ -181,6 +213,11 @@ public:
     /// Puts the active window in front of those of other programs. Workers have none.
     virtual void BringToFront() {}
     virtual void Quit() = 0;
+
+private:
+    bool m_displayAlerts = true;
+    bool m_ignoreRemoteRequests = false;
+    bool m_visible = false;
 };
 
 /// How workers and the user's instance come into being; set once by the program, by tests to what they need.

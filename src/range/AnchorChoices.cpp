@@ -33,11 +33,11 @@ bool hasDecimals(const QString& value)
     return (value.contains(u'.') || value.contains(u',')) && typedNumber(value);
 }
 
-QString shownInstead(Worksheet& sheet, const SheetRange& cell, const QString& value)
+QString shownInstead(Worksheet& sheet, int row, int column, const QString& value)
 {
     if (!typedNumber(value))
         return {};
-    const QString shown = sheet.shownText(cell.Row(), cell.Column()).trimmed();
+    const QString shown = sheet.shownText(row, column).trimmed();
     return shown == value || typedNumber(shown) ? QString() : shown;
 }
 
@@ -49,16 +49,22 @@ void collectAnchorChoices(const SheetRange& range, std::vector<AnchorChoice>& ch
     const CellArea used = range.sheet().usedArea();
     const int rows = std::min(range.RowsCount(), used.lastRow - range.Row() + 1);
     const int columns = std::min(range.ColumnsCount(), used.lastColumn - range.Column() + 1);
+    if (rows < 1 || columns < 1)
+        return;
+    Worksheet& sheet = range.sheet();
+    const int lastRow = range.Row() + rows - 1, lastColumn = range.Column() + columns - 1;
+    const std::vector<double> widths = sheet.columnWidths(range.Column(), lastColumn);
+    const std::vector<double> heights = sheet.rowHeights(range.Row(), lastRow);
     for (int c = 1; c <= columns; ++c) {
-        if (range.Cells(1, c).ColumnWidth() <= 0)
+        if (widths[static_cast<size_t>(c - 1)] <= 0)
             continue;
+        const int column = range.Column() + c - 1;
+        const QStringList values = sheet.valueTexts({range.Row(), column, lastRow, column});
         for (int i = 1; i <= rows; ++i) {
-            const SheetRange cell = range.Cells(i, c);
-            if (cell.RowHeight() <= 0)
-                continue;
-            const QString value = cell.ValueText();
-            if (!value.isEmpty() && !hasDecimals(value))
-                choices.push_back({value, placeOf(i, c), shownInstead(range.sheet(), cell, value)});
+            const QString& value = values[i - 1];
+            if (heights[static_cast<size_t>(i - 1)] > 0 && !value.isEmpty() && !hasDecimals(value))
+                choices.push_back({value, placeOf(i, c),
+                                   shownInstead(sheet, range.Row() + i - 1, column, value)});
         }
     }
 }

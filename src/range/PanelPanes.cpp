@@ -53,21 +53,22 @@ QString withShiftedKeys(const QString& runs, NewKey newKey)
 }
 
 /// Appends runs of equal sizes. Sizes are compared exactly: only what the user made equal is one run.
-template <class SizeOf, class KeyOf>
-void appendRuns(QString& runs, int first, int last, SizeOf sizeOf, KeyOf keyOf)
+template <class KeyOf>
+void appendRuns(QString& runs, int first, const std::vector<double>& sizes, KeyOf keyOf)
 {
     int start = first;
-    double size = sizeOf(first);
+    const int last = first + static_cast<int>(sizes.size()) - 1;
+    double size = sizes.front();
     const auto run = [&](int end) { return QString(keyOf(start) % u':' % keyOf(end) % u'=' % plainNumber(size)); };
     for (int i = first + 1; i <= last; ++i) {
-        const double next = sizeOf(i);
+        const double next = sizes[static_cast<size_t>(i - first)];
         if (next == size)
             continue;
         runs += run(i - 1) % u'`';
         start = i;
         size = next;
     }
-    runs += run(std::max(first, last));
+    runs += run(last);
 }
 
 bool refusePaste(const QString& reason)
@@ -155,17 +156,15 @@ bool clsWorkspacePanel::SplitPaneRanges(Worksheet& UserWS, const QString& RangeD
 
 void clsWorkspacePanel::GetHeights(Worksheet& WSheet, int start, int last)
 {
-    appendRuns(
-        RowHeights, start, last, [&](int row) { return WSheet.rowHeight(row); },
-        [](int row) { return QString::number(row); });
+    appendRuns(RowHeights, start, WSheet.rowHeights(start, std::max(start, last)),
+               [](int row) { return QString::number(row); });
 }
 
 void clsWorkspacePanel::GetWidths(Worksheet& WSheet, int start, int last)
 {
     TrackedLetters(last); // runs of columns without letters could never be laid on a sheet again
-    appendRuns(
-        ColWidths, start, last, [&](int column) { return WSheet.columnWidth(column); },
-        [](int column) { return ColLetter(column); });
+    appendRuns(ColWidths, start, WSheet.columnWidths(start, std::max(start, last)),
+               [](int column) { return ColLetter(column); });
 }
 
 void clsWorkspacePanel::SaveHeightsWidths(Worksheet& UserWS)

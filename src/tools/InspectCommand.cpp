@@ -1,7 +1,5 @@
 #include "engine/draw/SheetGeometry.h"
 #include "engine/read/WorkbookFile.h"
-#include "engine/read/WorkbookReader.h"
-#include "engine/show/ShownTexts.h"
 #include "tools/Commands.h"
 #include "tools/Output.h"
 #include "tools/WorkbookArguments.h"

@@ -35,10 +35,13 @@ int pixelsOfWidth(double characters)
     return characters <= 0 ? 0 : static_cast<int>(std::lround(characters * 7)) + 5;
 }
 
-double sizeOf(const std::map<int, double>& sizes, int index, double standard)
+std::vector<double> sizesOf(const std::map<int, double>& sizes, int first, int last, double standard)
 {
-    const auto place = sizes.find(index);
-    return place == sizes.end() ? standard : place->second;
+    std::vector<double> result(static_cast<size_t>(last - first + 1), standard);
+    for (const auto& [index, size] : sizes)
+        if (index >= first && index <= last)
+            result[static_cast<size_t>(index - first)] = size;
+    return result;
 }
 
 } // namespace
@@ -101,12 +104,12 @@ QStringList PlainSheet::ShapeNames()
     return m_shapes;
 }
 
-QStringList PlainSheet::undrawn(const CellArea& area)
+std::vector<Undrawn> PlainSheet::undrawn(const CellArea& area)
 {
-    QStringList missing;
+    std::vector<Undrawn> missing;
     for (const auto& [name, place] : m_undrawable) {
         if (intersect(area, place))
-            missing.append(u"the chart \"%1\""_s.arg(name));
+            missing.push_back({Undrawn::Kind::Drawing, u"chart"_s, name});
     }
     return missing;
 }
@@ -134,7 +137,7 @@ CellArea PlainSheet::usedArea()
     return used;
 }
 
-std::optional<CellArea> PlainSheet::contentArea()
+std::optional<CellArea> PlainSheet::contentArea(Uncomputed)
 {
     CellArea contents{1, 1, 0, 0};
     for (const auto& [place, cell] : m_cells) {
@@ -152,21 +155,29 @@ const PlainSheet::PlainCell* PlainSheet::cell(int row, int column) const
     return place == m_cells.end() ? nullptr : &place->second;
 }
 
-QString PlainSheet::shownText(int row, int column)
+QStringList PlainSheet::texts(const CellArea& area, QString PlainCell::*text) const
 {
-    const PlainCell* found = cell(row, column);
-    return found ? found->shown : QString();
+    QStringList result(qsizetype(area.rows()) * area.columns());
+    for (const auto& [place, cell] : m_cells)
+        if (area.contains(place.first, place.second))
+            result[qsizetype(place.first - area.firstRow) * area.columns() + place.second - area.firstColumn] =
+                cell.*text;
+    return result;
 }
 
-QString PlainSheet::valueText(int row, int column)
+QStringList PlainSheet::shownTexts(const CellArea& area)
 {
-    const PlainCell* found = cell(row, column);
-    return found ? found->value : QString();
+    return texts(area, &PlainCell::shown);
 }
 
-double PlainSheet::rowHeight(int row)
+QStringList PlainSheet::valueTexts(const CellArea& area)
 {
-    return sizeOf(m_heights, row, standardHeight);
+    return texts(area, &PlainCell::value);
+}
+
+std::vector<double> PlainSheet::rowHeights(int first, int last)
+{
+    return sizesOf(m_heights, first, last, standardHeight);
 }
 
 void PlainSheet::setRowHeight(int firstRow, int lastRow, double points)
@@ -175,9 +186,9 @@ void PlainSheet::setRowHeight(int firstRow, int lastRow, double points)
         m_heights[row] = points;
 }
 
-double PlainSheet::columnWidth(int column)
+std::vector<double> PlainSheet::columnWidths(int first, int last)
 {
-    return sizeOf(m_widths, column, standardWidth);
+    return sizesOf(m_widths, first, last, standardWidth);
 }
 
 void PlainSheet::setColumnWidth(int firstColumn, int lastColumn, double characters)

@@ -36,12 +36,12 @@ public:
     QString WorkbookName() const override { return m_workbookName; }
     bool Visible() const override { return true; }
     CellArea usedArea() override;
-    std::optional<CellArea> contentArea() override;
-    QString shownText(int row, int column) override;
-    QString valueText(int row, int column) override;
-    double rowHeight(int row) override;
+    std::optional<CellArea> contentArea(Uncomputed formulas = Uncomputed::Count) override;
+    QStringList shownTexts(const CellArea& area) override;
+    QStringList valueTexts(const CellArea& area) override;
+    std::vector<double> rowHeights(int first, int last) override;
     void setRowHeight(int firstRow, int lastRow, double points) override;
-    double columnWidth(int column) override;
+    std::vector<double> columnWidths(int first, int last) override;
     void setColumnWidth(int firstColumn, int lastColumn, double characters) override;
     void setInteriorColor(int row, int column, QRgb color) override;
     std::optional<CellArea> Find(const CellArea& area, const FindQuestion& question) override;
@@ -50,7 +50,7 @@ public:
     /// At 96 dpi; cells with contents in a colour of their text.
     QImage CopyPicture(const CellArea& area, double scale = 1) override;
     QImage CopyShapePicture(const QString& name, double scale = 1) override;
-    QStringList undrawn(const CellArea& area) override;
+    std::vector<Undrawn> undrawn(const CellArea& area) override;
 
     static constexpr double standardHeight = 15;
     static constexpr double standardWidth = 8.43;
@@ -65,6 +65,7 @@ private:
         std::optional<QRgb> color;
     };
     const PlainCell* cell(int row, int column) const;
+    QStringList texts(const CellArea& area, QString PlainCell::*text) const;
 
     QString m_name;
     QString m_workbookName;

@@ -1,5 +1,6 @@
 #include "host/embedded/EmbeddedSheet.h"
 
+#include "engine/draw/DrawingPlace.h"
 #include "engine/show/CellSearch.h"
 #include "platform/DayZero.h"
 #include "platform/FindOrder.h"
@@ -19,49 +20,6 @@ namespace {
 /// Larger pictures are refused: 256 MB of memory for one picture serve nobody.
 constexpr qint64 maxPicturePixels = 64ll << 20;
 constexpr double maxPictureScale = 8;
-
-constexpr double emuPerPixel = 9525;
-
-/// A stretch of the sheet in pixels, along rows or along columns.
-struct Stretch
-{
-    double begin = 0, end = 0;
-    bool overlaps(const Stretch& other) const { return std::max(begin, other.begin) < std::min(end, other.end); }
-};
-
-/// Whether any of a drawing shows on an area. Whatever of it lies on hidden rows or columns is not seen on the screen
-/// either, unless its size is its own.
-bool showsOn(const SheetGeometry& geometry, const DrawingContent& drawing, const CellArea& area)
-{
-    const auto stretch = [](double firstStart, qint64 from, double lastStart, qint64 to, qint64 size) {
-        const double begin = firstStart + static_cast<double>(from) / emuPerPixel;
-        return Stretch{begin, size >= 0 ? begin + static_cast<double>(size) / emuPerPixel
-                                        : lastStart + static_cast<double>(to) / emuPerPixel};
-    };
-    const auto above = [&](int row) { return static_cast<double>(geometry.rowsPixels(1, row - 1)); };
-    const auto before = [&](int column) { return static_cast<double>(geometry.columnsPixels(1, column - 1)); };
-    const CellArea& cells = drawing.anchor;
-    const Stretch down =
-        stretch(above(cells.firstRow), drawing.startY, above(cells.lastRow), drawing.endY, drawing.height);
-    const Stretch across =
-        stretch(before(cells.firstColumn), drawing.startX, before(cells.lastColumn), drawing.endX, drawing.width);
-    return !drawing.hidden && down.overlaps({above(area.firstRow), above(area.lastRow + 1)}) &&
-           across.overlaps({before(area.firstColumn), before(area.lastColumn + 1)});
-}
-
-qint64 countUncomputed(const SheetContent& sheet, const CellArea& area)
-{
-    qint64 count = 0;
-    for (size_t i = 0; i < sheet.rows.size() && sheet.rows[i].row <= area.lastRow; ++i) {
-        if (sheet.rows[i].row < area.firstRow)
-            continue;
-        const auto [begin, end] = sheet.rowCells(i);
-        count += std::count_if(begin, end, [&](const Cell& cell) {
-            return cell.kind == CellKind::Uncomputed && area.contains(sheet.rows[i].row, cell.column);
-        });
-    }
-    return count;
-}
 
 } // namespace
 
@@ -89,20 +47,20 @@ const SheetContent& EmbeddedSheet::content()
     return *m_content;
 }
 
-const ShownTexts& EmbeddedSheet::texts()
+const ShownSheet& EmbeddedSheet::shown()
 {
-    if (!m_texts) {
+    if (!m_shown) {
         content();
-        m_texts = std::make_unique<ShownTexts>(m_workbook, m_content);
+        m_shown = std::make_shared<ShownSheet>(m_workbook, m_content, &m_overlay);
     }
-    return *m_texts;
+    return *m_shown;
 }
 
 const SheetPainter& EmbeddedSheet::painter()
 {
     if (!m_painter) {
-        content();
-        m_painter = std::make_unique<SheetPainter>(m_workbook, m_content, &m_overlay, m_metrics);
+        shown();
+        m_painter = std::make_unique<SheetPainter>(m_shown, m_metrics);
     }
     return *m_painter;
 }
@@ -117,26 +75,48 @@ CellArea EmbeddedSheet::usedArea()
     return content().used.value_or(CellArea::cell(1, 1));
 }
 
-std::optional<CellArea> EmbeddedSheet::contentArea()
+std::optional<CellArea> EmbeddedSheet::contentArea(Uncomputed formulas)
 {
-    return CellSearch(*m_workbook, content(), texts()).contentArea();
+    return shown().extent([&](const Cell& cell) {
+        const bool leftOut = formulas == Uncomputed::LeaveOut && cell.kind == CellKind::Uncomputed;
+        return !leftOut && m_shown->hasContents(cell);
+    });
 }
 
-QString EmbeddedSheet::shownText(int row, int column)
+qint64 EmbeddedSheet::uncomputedFormulas(const CellArea& area)
 {
-    const Cell* cell = content().find(row, column);
-    return cell ? texts().shown(*cell) : QString();
+    return shown().uncomputedFormulas(area);
 }
 
-QString EmbeddedSheet::valueText(int row, int column)
+template <class TextOf>
+QStringList EmbeddedSheet::textsOf(const CellArea& area, TextOf textOf)
 {
-    const Cell* cell = content().find(row, column);
-    return cell ? texts().plain(*cell) : QString();
+    QStringList texts(qsizetype(area.rows()) * area.columns());
+    const auto& rows = content().rows;
+    for (size_t i = m_content->rowIndexFrom(area.firstRow); i < rows.size() && rows[i].row <= area.lastRow; ++i) {
+        const qsizetype first = qsizetype(rows[i].row - area.firstRow) * area.columns() - area.firstColumn;
+        for (const Cell& cell : m_content->cellsIn(i, area.firstColumn, area.lastColumn))
+            texts[first + cell.column] = textOf(cell);
+    }
+    return texts;
 }
 
-double EmbeddedSheet::rowHeight(int row)
+QStringList EmbeddedSheet::shownTexts(const CellArea& area)
 {
-    return painter().geometry().rowHeightPoints(row);
+    return textsOf(area, [this](const Cell& cell) { return shown().shown(cell); });
+}
+
+QStringList EmbeddedSheet::valueTexts(const CellArea& area)
+{
+    return textsOf(area, [this](const Cell& cell) { return shown().plain(cell); });
+}
+
+std::vector<double> EmbeddedSheet::rowHeights(int first, int last)
+{
+    std::vector<double> heights;
+    for (int row = first; row <= last; ++row)
+        heights.push_back(painter().geometry().rowHeightPoints(row));
+    return heights;
 }
 
 void EmbeddedSheet::setRowHeight(int firstRow, int lastRow, double points)
@@ -146,9 +126,12 @@ void EmbeddedSheet::setRowHeight(int firstRow, int lastRow, double points)
     m_painter.reset();
 }
 
-double EmbeddedSheet::columnWidth(int column)
+std::vector<double> EmbeddedSheet::columnWidths(int first, int last)
 {
-    return painter().geometry().columnWidthCharacters(column);
+    std::vector<double> widths;
+    for (int column = first; column <= last; ++column)
+        widths.push_back(painter().geometry().columnWidthCharacters(column));
+    return widths;
 }
 
 void EmbeddedSheet::setColumnWidth(int firstColumn, int lastColumn, double characters)
@@ -166,7 +149,7 @@ void EmbeddedSheet::setInteriorColor(int row, int column, QRgb color)
 
 std::optional<CellArea> EmbeddedSheet::Find(const CellArea& area, const FindQuestion& question)
 {
-    return CellSearch(*m_workbook, content(), texts()).find(area, question);
+    return findCell(shown(), area, question);
 }
 
 QStringList EmbeddedSheet::ShapeNames()
@@ -177,22 +160,22 @@ QStringList EmbeddedSheet::ShapeNames()
     return names;
 }
 
-QStringList EmbeddedSheet::undrawn(const CellArea& area)
+std::vector<Undrawn> EmbeddedSheet::undrawn(const CellArea& area)
 {
-    QStringList missing;
+    std::vector<Undrawn> missing;
     if (!content().problem.isEmpty())
-        missing.append(content().problem);
+        missing.push_back({Undrawn::Kind::Part, content().problem});
     for (const DrawingContent& drawing : content().drawings) {
         if (showsOn(painter().geometry(), drawing, area))
-            missing.append(u"the %1 \"%2\""_s.arg(drawing.kind, drawing.name));
+            missing.push_back({Undrawn::Kind::Drawing, drawing.kind, drawing.name});
     }
     for (const UnreadLook& look : content().unread) {
-        if (intersect(look.area, area) && !missing.contains(look.what))
-            missing.append(look.what);
+        const Undrawn entry{Undrawn::Kind::Look, look.what};
+        if (intersect(look.area, area) && std::find(missing.begin(), missing.end(), entry) == missing.end())
+            missing.push_back(entry);
     }
-    if (const qint64 formulas = countUncomputed(content(), area))
-        missing.append(formulas == 1 ? u"the result of a formula, which the file does not store"_s
-                                     : u"the results of %1 formulas, which the file does not store"_s.arg(formulas));
+    if (const qint64 formulas = uncomputedFormulas(area))
+        missing.push_back({Undrawn::Kind::Formulas, {}, {}, formulas});
     return missing;
 }
 
@@ -206,13 +189,16 @@ QImage EmbeddedSheet::CopyPicture(const CellArea& area, double scale)
         throw RuntimeError(RuntimeError::ApplicationDefined,
                            u"Nothing of the range %1 on %2 is visible: all its rows or columns are hidden."_s.arg(
                                area.relative(), place()));
-    if (qint64(size.width()) * size.height() > maxPicturePixels)
+    const bool drawable = qint64(size.width()) * size.height() <= maxPicturePixels &&
+                          std::max(size.width(), size.height()) <= SheetPainter::maxSide;
+    const QImage picture = drawable ? painter().image(area, scale) : QImage();
+    if (picture.isNull())
         throw RuntimeError(RuntimeError::ApplicationDefined,
                            u"The range %1 on %2 is too large for a picture (%3 x %4 pixels). Select a smaller one."_s
                                .arg(area.relative(), place())
                                .arg(size.width())
                                .arg(size.height()));
-    return painter().image(area, scale);
+    return picture;
 }
 
 QImage EmbeddedSheet::CopyShapePicture(const QString& name, double)

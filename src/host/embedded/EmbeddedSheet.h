@@ -2,7 +2,6 @@
 
 #include "engine/draw/SheetPainter.h"
 #include "engine/read/WorkbookFile.h"
-#include "engine/show/ShownTexts.h"
 #include "host/Host.h"
 
 #include <functional>
@@ -22,17 +21,18 @@ public:
     QString WorkbookName() const override { return m_workbookName; }
     bool Visible() const override;
     CellArea usedArea() override;
-    std::optional<CellArea> contentArea() override;
-    QString shownText(int row, int column) override;
-    QString valueText(int row, int column) override;
-    double rowHeight(int row) override;
+    std::optional<CellArea> contentArea(Uncomputed formulas = Uncomputed::Count) override;
+    qint64 uncomputedFormulas(const CellArea& area) override;
+    QStringList shownTexts(const CellArea& area) override;
+    QStringList valueTexts(const CellArea& area) override;
+    std::vector<double> rowHeights(int first, int last) override;
     void setRowHeight(int firstRow, int lastRow, double points) override;
-    double columnWidth(int column) override;
+    std::vector<double> columnWidths(int first, int last) override;
     void setColumnWidth(int firstColumn, int lastColumn, double characters) override;
     void setInteriorColor(int row, int column, QRgb color) override;
     std::optional<CellArea> Find(const CellArea& area, const FindQuestion& question) override;
     QStringList ShapeNames() override;
-    QStringList undrawn(const CellArea& area) override;
+    std::vector<Undrawn> undrawn(const CellArea& area) override;
     void Activate() override { m_onActivate(); }
     QImage CopyPicture(const CellArea& area, double scale = 1) override;
     QImage CopyShapePicture(const QString& name, double scale = 1) override;
@@ -42,7 +42,9 @@ public:
     const engine::SheetPainter& painter();
 
 private:
-    const engine::ShownTexts& texts();
+    template <class TextOf>
+    QStringList textsOf(const CellArea& area, TextOf textOf);
+    const engine::ShownSheet& shown();
     QString place() const;
 
     std::shared_ptr<engine::WorkbookFile> m_file;
@@ -53,7 +55,7 @@ private:
     const std::function<void()> m_onActivate;
     engine::SheetOverlay m_overlay;
     std::shared_ptr<const engine::SheetContent> m_content;
-    std::unique_ptr<engine::ShownTexts> m_texts;
+    std::shared_ptr<engine::ShownSheet> m_shown;
     std::unique_ptr<engine::SheetPainter> m_painter;
 };
 

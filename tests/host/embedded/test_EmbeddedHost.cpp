@@ -125,6 +125,8 @@ TEST(EmbeddedSheet, RefusesPicturesNobodyCouldLookAt)
                     .startsWith(u"The range A1:CZ9999 on sheet \"Data\" of workbook \"Report.xlsx\" is too large for a "
                                 "picture ("_s));
     EXPECT_TRUE(failure(CellArea::wholeSheet()).contains(u"too large"_s));
+    EXPECT_TRUE(failure(area(u"A1:A1000"_s), 2).contains(u"A1:A1000 on sheet"_s)) << "few pixels, but too high";
+    EXPECT_EQ(sheet->CopyPicture(area(u"A1:A1000"_s)).size(), QSize(64, 999 * 20));
     for (const double scale : {0.0, -1.0, 9.0, std::nan("")})
         EXPECT_TRUE(failure(area(u"A1"_s), scale).contains(u"scale"_s)) << scale;
     EXPECT_EQ(sheet->CopyPicture(area(u"A1:B3"_s), 2).size(), sheet->CopyPicture(area(u"A1:B3"_s)).size() * 2);
@@ -153,13 +155,14 @@ TEST(EmbeddedSheet, TellsWhatAPictureLacks)
         own.open(withDrawing("<row r='7'><c r='A7'><f>B7</f></c><c r='C7'><f>B7</f></c></row>", b2ToD5()))
             ->ActiveSheet();
     EXPECT_EQ(sheet->ShapeNames(), QStringList(u"Sales"_s));
-    EXPECT_EQ(sheet->undrawn(area(u"A1:C7"_s)),
-              QStringList({u"the chart \"Sales\""_s, u"the results of 2 formulas, which the file does not store"_s}));
-    EXPECT_EQ(sheet->undrawn(area(u"B6:C9"_s)),
-              QStringList(u"the result of a formula, which the file does not store"_s));
-    EXPECT_EQ(sheet->undrawn(area(u"E1:F9"_s)), QStringList());
+    const auto missing = [&](const QString& cells) { return undrawnSentence(sheet->undrawn(area(cells))); };
+    EXPECT_EQ(missing(u"A1:C7"_s),
+              u"Not shown here: the chart \"Sales\", the results of 2 formulas, which the file does "
+              "not store."_s);
+    EXPECT_EQ(missing(u"B6:C9"_s), u"Not shown here: the result of a formula, which the file does not store."_s);
+    EXPECT_EQ(missing(u"E1:F9"_s), QString());
     sheet->Rows(u"2:5"_s).setRowHeight(0);
-    EXPECT_EQ(sheet->undrawn(area(u"A1:D6"_s)), QStringList()) << "squeezed away with its rows";
+    EXPECT_EQ(missing(u"A1:D6"_s), QString()) << "squeezed away with its rows";
 }
 
 TEST(EmbeddedSheet, TellsOfConditionalFormatsOnlyWhereTheyHold)
@@ -171,8 +174,9 @@ TEST(EmbeddedSheet, TellsOfConditionalFormatsOnlyWhereTheyHold)
                        oneCell + "<conditionalFormatting sqref='B2:C4'><cfRule type='cellIs'/></conditionalFormatting>",
                        ""}}))
             ->ActiveSheet();
-    EXPECT_EQ(sheet->undrawn(area(u"C4:F9"_s)), QStringList(u"formats that depend on conditions"_s));
-    EXPECT_EQ(sheet->undrawn(area(u"A1:A9"_s)), QStringList());
+    const Undrawn conditions{Undrawn::Kind::Look, u"formats that depend on conditions"_s};
+    EXPECT_EQ(sheet->undrawn(area(u"C4:F9"_s)), std::vector{conditions});
+    EXPECT_TRUE(sheet->undrawn(area(u"A1:A9"_s)).empty());
 }
 
 TEST(EmbeddedSheet, ADrawingIsMissedWhereverAnyOfItWouldShow)
@@ -194,7 +198,7 @@ TEST(EmbeddedSheet, ADrawingIsMissedWhereverAnyOfItWouldShow)
     OwnApplication own;
     for (const auto& [name, anchor, cells, missed] : rows) {
         const auto sheet = own.open(withDrawing("", anchor))->ActiveSheet();
-        EXPECT_EQ(!sheet->undrawn(area(cells)).isEmpty(), missed) << name;
+        EXPECT_EQ(!sheet->undrawn(area(cells)).empty(), missed) << name;
     }
 }
 

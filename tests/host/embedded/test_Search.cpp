@@ -172,6 +172,7 @@ TEST(Search, AFormulaWithoutAResultIsContentsWithoutAText)
     OwnApplication own;
     const auto sheet = own.sheet("<row r=\"2\"><c r=\"B2\"><f>SUM(A1:A9)</f></c><c r=\"C2\" s=\"0\"/></row>");
     EXPECT_EQ(sheet->contentArea(), (CellArea{1, 1, 2, 2}));
+    EXPECT_EQ(sheet->contentArea(Uncomputed::LeaveOut), std::nullopt);
     EXPECT_FALSE(sheet->Find(CellArea::wholeSheet(), {u"0"_s}));
     EXPECT_FALSE(sheet->Find(CellArea::wholeSheet(), {u""_s}));
 }

@@ -283,13 +283,12 @@ void frmWorkspace::Workspace_LoadPanels(qint32 WorkspaceID, bool& OK)
         gWorkspace->LoadFromDB(WorkspaceID, gDB);
         m_actions.mnuPanel->menuAction()->setEnabled(gWorkspace->NumPanels() >= 1);
         gSources->ClearFlags();
-        XLInstance XLInst;
         // Without a host the record stands alone, and the program shows that it has not come to an end.
-        if (!Excel_Init(XLInst))
+        JobWorker worker;
+        if (!worker)
             return;
         const auto leftOut = gWorkspace->PanelsByID(LoadMark::takeLeftOver(gDB->Name()));
-        openPanelWindows(XLInst, false, leftOut.get());
-        Excel_Exit(XLInst);
+        openPanelWindows(worker.instance(), false, leftOut.get());
         SetFormCaption(gWorkspace->Name);
         OK = true;
         if (leftOut)

@@ -104,12 +104,9 @@ void frmWorkspace::copyWithinDashboard(frmPanel& panel)
         return;
     }
     copy->ID = 0;
-    XLInstance XLInst;
     // Without a host the copy has no window, but is stored with the dashboard like any other panel.
-    if (Excel_Init(XLInst)) {
-        Panel_LoadWindow(XLInst, Index, false);
-        Excel_Exit(XLInst);
-    }
+    if (JobWorker worker; worker)
+        Panel_LoadWindow(worker.instance(), Index, false);
     IsModified = true;
     const QList<frmPanel*> windows = panelWindows();
     if (std::any_of(windows.begin(), windows.end(), [&](const frmPanel* window) { return window->Index == Index; }))

@@ -57,11 +57,8 @@ void frmWorkspace::checkPanels()
     for (const QPointer<frmPanel>& panel : panels) {
         if (!panel || !panel->mdiArea())
             continue;
-        XLInstance XLInst;
-        if (!Excel_Init(XLInst))
-            continue;
-        panel->Panel_Reload(XLInst);
-        Excel_Exit(XLInst);
+        if (JobWorker worker; worker)
+            panel->Panel_Reload(worker.instance());
     }
 }
 
@@ -101,12 +98,13 @@ void frmWorkspace::refreshDashboard()
     prompts().setPointer(Prompts::Pointer::Hourglass);
     ClosePanels();
     gSources->ClearFlags();
-    XLInstance XLInst;
-    // Left busy on purpose: passes would find no windows until a later command opens some.
-    if (!Excel_Init(XLInst))
-        return;
-    openPanelWindows(XLInst, true);
-    Excel_Exit(XLInst);
+    {
+        JobWorker worker;
+        // Left busy on purpose: passes would find no windows until a later command opens some.
+        if (!worker)
+            return;
+        openPanelWindows(worker.instance(), true);
+    }
     ClearDirty();
     prompts().setPointer(Prompts::Pointer::Default);
     IsBusy = false;
@@ -134,15 +132,13 @@ void frmWorkspace::mnuPanelRefresh_Click()
 void frmWorkspace::refreshActivePanel(frmPanel& panel)
 {
     prompts().setPointer(Prompts::Pointer::Hourglass);
-    XLInstance XLInst;
-    if (Excel_Init(XLInst)) {
+    if (JobWorker worker; worker) {
         const auto record = gWorkspace->Panels(panel.Index);
         const auto source = record ? record->Source() : nullptr;
         if (!source)
             throw RuntimeError(RuntimeError::ObjectNotSet);
         source->ClearFlags();
-        panel.Panel_Load(XLInst, true);
-        Excel_Exit(XLInst);
+        panel.Panel_Load(worker.instance(), true);
     }
     prompts().setPointer(Prompts::Pointer::Default);
     IsBusy = false;

@@ -89,8 +89,8 @@ bool Excel_Init(XLInstance& XLInst)
             XLInst = hostFactory().worker();
         if (!XLInst)
             throw RuntimeError(cannotCreateObject, u"No spreadsheet engine could be started."_s);
-        XLInst->DisplayAlerts = false;
-        XLInst->IgnoreRemoteRequests = true;
+        XLInst->setDisplayAlerts(false);
+        XLInst->setIgnoreRemoteRequests(true);
         return true;
     } catch (const RuntimeError& failure) {
         XLInst = nullptr;
@@ -105,8 +105,8 @@ void Excel_Exit(XLInstance& XLInst)
         return;
     try {
         CloseWorkbooks(XLInst);
-        XLInst->IgnoreRemoteRequests = false;
-        XLInst->DisplayAlerts = true;
+        XLInst->setIgnoreRemoteRequests(false);
+        XLInst->setDisplayAlerts(true);
         XLInst->Quit();
     } catch (const RuntimeError& failure) {
         logExcelFailure(u"Excel_Exit"_s, failure);
@@ -114,12 +114,22 @@ void Excel_Exit(XLInstance& XLInst)
     XLInst = nullptr;
 }
 
+JobWorker::JobWorker()
+{
+    Excel_Init(m_instance);
+}
+
+JobWorker::~JobWorker()
+{
+    Excel_Exit(m_instance);
+}
+
 void CloseWorkbooks(XLInstance& XLInst)
 {
     if (!XLInst)
         return;
     try {
-        XLInst->DisplayAlerts = false;
+        XLInst->setDisplayAlerts(false);
         for (int i = XLInst->WorkbooksCount(); i >= 1; --i) {
             if (const auto workbook = XLInst->WorkbookItem(i))
                 workbook->Close();
@@ -201,9 +211,9 @@ bool Excel_Launch(const QString& path, const QString& sheet)
         workbook->Activate();
         if (Excel_HasSheet(workbook, sheet))
             workbook->WorksheetByName(sheet)->Select();
-        XLInst->IgnoreRemoteRequests = false;
-        XLInst->DisplayAlerts = true;
-        XLInst->Visible = true;
+        XLInst->setIgnoreRemoteRequests(false);
+        XLInst->setDisplayAlerts(true);
+        XLInst->setVisible(true);
         XLInst->BringToFront();
         return true;
     } catch (const RuntimeError& failure) {

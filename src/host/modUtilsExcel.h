@@ -18,6 +18,21 @@ bool Excel_GetInstance(XLInstance& XLInst);
 bool Excel_Init(XLInstance& XLInst);
 /// Ends a worker: its workbooks close unsaved. Harmless on an empty instance.
 void Excel_Exit(XLInstance& XLInst);
+/// A worker for one job: begun with this object, and ended with it however the job ends.
+class JobWorker
+{
+public:
+    JobWorker();
+    ~JobWorker();
+    JobWorker(const JobWorker&) = delete;
+
+    explicit operator bool() const { return m_instance != nullptr; } ///< false where none could be had; it is logged
+    Application* operator->() const { return m_instance.get(); }
+    XLInstance& instance() { return m_instance; }
+
+private:
+    XLInstance m_instance;
+};
 void CloseWorkbooks(XLInstance& XLInst);
 bool Excel_HasSheet(const std::shared_ptr<Workbook>& wb, const QString& name);
 bool Excel_HasWorkbook(XLInstance& XLInst, const QString& path, bool& otherFolder);

@@ -56,7 +56,7 @@ XLInstance PanelPaste::GetUserExcel()
             refusePasting(u"No Excel instance loaded to paste data from."_s);
         else if (!user)
             refusePasting(u"Excel is not open."_s);
-        else if (!user->Visible)
+        else if (!user->Visible())
             refusePasting(u"Excel is not visible."_s);
         else if (!user->ActiveWorkbook())
             refusePasting(u"No workbook opened."_s);
@@ -154,11 +154,8 @@ bool PanelPaste::pasteChart(const QString& name, const std::shared_ptr<Worksheet
 
 bool PanelPaste::drawFirstPicture(const QString& path, const PanelPipeline::Record& Panel)
 {
-    XLInstance worker;
-    if (!Excel_Init(worker))
-        return false;
-    const auto ending = qScopeGuard([&] { Excel_Exit(worker); });
-    if (!m_pipeline.Panel_LoadExcel(path, path, true, worker, Panel))
+    JobWorker worker;
+    if (!worker || !m_pipeline.Panel_LoadExcel(path, path, true, worker.instance(), Panel))
         return false;
     if (const QString reason = m_pipeline.undrawnReason(); !reason.isEmpty())
         return refusePasting(reason);

@@ -9,25 +9,8 @@ using namespace Qt::StringLiterals;
 
 PanelSheet::PanelSheet(const QString& path, const QString& sheetName)
 {
-    if (!Excel_Init(m_worker))
+    if (!m_worker)
         throw RuntimeError(RuntimeError::ObjectNotSet, u"No spreadsheet engine could be started."_s);
-    try {
-        open(path, sheetName);
-    } catch (...) {
-        Excel_Exit(m_worker);
-        throw;
-    }
-}
-
-PanelSheet::~PanelSheet()
-{
-    m_sheet.reset();
-    m_workbook.reset();
-    Excel_Exit(m_worker);
-}
-
-void PanelSheet::open(const QString& path, const QString& sheetName)
-{
     m_workbook = m_worker->Open(path);
     m_sheet = m_workbook->WorksheetByName(sheetName);
     if (!m_sheet)

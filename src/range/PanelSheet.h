@@ -10,15 +10,11 @@ class PanelSheet
 public:
     /// Throws RuntimeError where the workbook cannot be opened or has no such sheet.
     PanelSheet(const QString& path, const QString& sheetName);
-    ~PanelSheet();
-    Q_DISABLE_COPY_MOVE(PanelSheet)
 
     Worksheet& sheet() const { return *m_sheet; }
 
 private:
-    void open(const QString& path, const QString& sheetName);
-
-    XLInstance m_worker;
+    JobWorker m_worker;
     std::shared_ptr<Workbook> m_workbook;
     std::shared_ptr<Worksheet> m_sheet;
 };

@@ -126,10 +126,9 @@ Result<PanelView> readPanelView(const clsWorkspacePanel& panel, const PanelCells
     const auto source = panel.Source();
     if (!source)
         return Failure{u"Panel has no source defined."_s};
-    XLInstance host;
-    if (!Excel_Init(host))
+    const JobWorker host;
+    if (!host)
         return Failure{u"The workbook engine could not be started."_s};
-    const auto ending = qScopeGuard([&] { Excel_Exit(host); });
     try {
         const auto workbook = host->Open(source->currentPath());
         const auto sheet = workbook->WorksheetByName(panel.SheetName);

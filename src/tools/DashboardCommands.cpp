@@ -19,14 +19,13 @@ namespace {
 /// What a timer's pass does with one panel, in words. A worker of its own serves each panel, as in the program.
 QString refreshPanel(const std::shared_ptr<clsWorkspacePanel>& panel, bool& failed)
 {
-    XLInstance worker;
-    if (!Excel_Init(worker)) {
+    JobWorker worker;
+    if (!worker) {
         failed = true;
         return u"failed: no workbook engine could be started"_s;
     }
     PanelPipeline pipeline;
-    const bool drawn = pipeline.Panel_Reload(worker, panel);
-    Excel_Exit(worker);
+    const bool drawn = pipeline.Panel_Reload(worker.instance(), panel);
     if (drawn)
         return u"drawn anew"_s;
     if (pipeline.problem.isEmpty())

@@ -67,8 +67,7 @@ DashboardPicture drawDashboard()
     QApplication::processEvents(); // it is activated now, and not while there is a panel that would look chosen
     gSources->ClearFlags();
     Canvas canvas(QColor::fromRgb(gDashboardColor));
-    XLInstance worker;
-    Excel_Init(worker);
+    JobWorker worker;
     // The window makes its panels from the last to the first; later ones lie on top. Each goes when it has been drawn:
     // the pictures of many large ranges do not fit into the memory together.
     for (int index = gWorkspace->NumPanels(); index >= 1; --index) {
@@ -76,7 +75,7 @@ DashboardPicture drawDashboard()
         auto* panel = new frmPanel([] { return false; });
         panel->Index = qint16(index);
         area.addSubWindow(panel);
-        if (!panel->Panel_Load(worker, false))
+        if (!panel->Panel_Load(worker.instance(), false))
             result.failedPanels.append(record->Caption);
         panel->setPlace(record->pLeft, record->pTop);
         panel->show();
@@ -88,7 +87,6 @@ DashboardPicture drawDashboard()
         area.removeSubWindow(panel);
         delete panel;
     }
-    Excel_Exit(worker);
     result.image = canvas.image();
     return result;
 }

@@ -73,21 +73,21 @@ private:
 
 void clsPanelSource::AdjustRanges(const std::shared_ptr<Database>& DB, const QString& Path)
 {
-    XLInstance worker;
     std::shared_ptr<Recordset> rows;
     try {
         const QString sql =
             u"SELECT * FROM LvnSavedPanel WHERE SourceID = "_s % QString::number(ID) % u" AND ContentType = 'S'";
-        if (SQL_OpenRecordset(DB, rows, sql, true, {}, {}) && !rows->EOF_() && Excel_Init(worker)) {
-            worker->DisplayAlerts = false;
-            RangeAdjustment adjustment(DB, worker->Open(Path));
-            for (; !rows->EOF_(); rows->MoveNext())
-                adjustment.adjust(rows);
+        if (SQL_OpenRecordset(DB, rows, sql, true, {}, {}) && !rows->EOF_()) {
+            const JobWorker worker;
+            if (worker) {
+                RangeAdjustment adjustment(DB, worker->Open(Path));
+                for (; !rows->EOF_(); rows->MoveNext())
+                    adjustment.adjust(rows);
+            }
         }
     } catch (const RuntimeError& failure) {
         LogError(adjustModule, adjustProcedure, failure.number(), failure.description(), true);
     }
-    Excel_Exit(worker);
     if (rows)
         rows->Close();
 }

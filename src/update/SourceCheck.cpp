@@ -75,13 +75,6 @@ bool askForMissingFolder(QString& folder, const QString& title, const QString& s
     return true;
 }
 
-/// An instance for one job, ended when the job ends, however it ends.
-struct WorkerForJob
-{
-    XLInstance instance;
-    ~WorkerForJob() { Excel_Exit(instance); }
-};
-
 } // namespace
 
 QDateTime clsPanelSource::NewestFileTime() const
@@ -185,11 +178,10 @@ QString clsPanelSource::chkOutlook(QDateTime& Dt)
 QString clsPanelSource::chkRefresh(QDateTime& Dt)
 {
     return trapped(sourceModule, u"chkRefresh"_s, [&]() -> QString {
-        WorkerForJob worker;
-        if (!Excel_Init(worker.instance))
+        const JobWorker worker;
+        if (!worker)
             return {};
-        worker.instance->DisplayAlerts = false;
-        const auto workbook = worker.instance->Open(DestFolder % NewestFile);
+        const auto workbook = worker->Open(DestFolder % NewestFile);
         workbook->RefreshAll();
         workbook->Save();
         Dt = NewestFileTime();

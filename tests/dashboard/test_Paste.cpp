@@ -58,7 +58,7 @@ TEST_P(Paste, MakesAPanelOfTheSelectionOrSaysWhyNot)
     const PasteCase& row = GetParam();
     start();
     const auto user = std::make_shared<UserSpreadsheet>(m_library);
-    user->Visible = row.visible;
+    user->setVisible(row.visible);
     user->Open(addBook(u"Figures.xlsx"_s));
     user->window->selection.kind = row.kind;
     user->window->selection.name = QString::fromLatin1(row.selected);

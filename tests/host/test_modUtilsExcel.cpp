@@ -37,9 +37,9 @@ protected:
 TEST_F(Instances, AWorkerIsKeptUntilItsJobEnds)
 {
     EXPECT_TRUE(Excel_Init(instance));
-    EXPECT_FALSE(instance->DisplayAlerts);
-    EXPECT_TRUE(instance->IgnoreRemoteRequests);
-    EXPECT_FALSE(instance->Visible);
+    EXPECT_FALSE(instance->DisplayAlerts());
+    EXPECT_TRUE(instance->IgnoreRemoteRequests());
+    EXPECT_FALSE(instance->Visible());
     const auto held = instance;
     EXPECT_TRUE(Excel_Init(instance));
     EXPECT_EQ(instance, held);
@@ -48,8 +48,8 @@ TEST_F(Instances, AWorkerIsKeptUntilItsJobEnds)
     instance->Open(u"/reports/Sales.xlsx"_s);
     Excel_Exit(instance);
     EXPECT_EQ(instance, nullptr);
-    EXPECT_TRUE(held->DisplayAlerts);
-    EXPECT_FALSE(held->IgnoreRemoteRequests);
+    EXPECT_TRUE(held->DisplayAlerts());
+    EXPECT_FALSE(held->IgnoreRemoteRequests());
     Excel_Exit(instance);
     EXPECT_EQ(library.events.filter(u"start"_s).size(), 1);
     EXPECT_EQ(library.events.filter(u"close"_s).size(), 2);
@@ -82,22 +82,6 @@ TEST_F(Instances, AMissLeavesALineInTheLog)
     EXPECT_FALSE(Excel_HasShape(sheet, u"Chart 2"_s));
     EXPECT_EQ(log.entries, QStringList({u"Event modUtilsExcel.Excel_HasSheet: Summary not found."_s,
                                         u"Event modUtilsExcel.Excel_HasShape: Chart 2 not found."_s}));
-}
-
-TEST_F(Instances, AWorkbookOfTheSameNameFromElsewhereIsNotTheWorkbook)
-{
-    bool otherFolder = true;
-    EXPECT_FALSE(Excel_HasWorkbook(instance, u"/reports/Sales.xlsx"_s, otherFolder));
-    EXPECT_FALSE(otherFolder);
-
-    ASSERT_TRUE(Excel_Init(instance));
-    instance->Open(u"/reports/Sales.xlsx"_s);
-    EXPECT_TRUE(Excel_HasWorkbook(instance, u"/REPORTS/sales.XLSX"_s, otherFolder));
-    EXPECT_FALSE(otherFolder);
-    EXPECT_FALSE(Excel_HasWorkbook(instance, u"/other/SALES.xlsx"_s, otherFolder));
-    EXPECT_TRUE(otherFolder);
-    EXPECT_FALSE(Excel_HasWorkbook(instance, u"/reports/Costs.xlsx"_s, otherFolder));
-    EXPECT_FALSE(otherFolder);
 }
 
 /// The user's spreadsheet: what is open in it, what is in front, and what it was asked to do.
@@ -135,51 +119,33 @@ protected:
     }
 
     const QString sales = u"/reports/Sales.xlsx"_s, otherSales = u"/archive/SALES.xlsx"_s;
-    const std::shared_ptr<ShowingSpreadsheet> user = std::make_shared<ShowingSpreadsheet>(library);
-    const std::shared_ptr<ShowingSpreadsheet> shown = std::make_shared<ShowingSpreadsheet>(library);
+    std::shared_ptr<ShowingSpreadsheet> user = std::make_shared<ShowingSpreadsheet>(library);
+    std::shared_ptr<ShowingSpreadsheet> shown = std::make_shared<ShowingSpreadsheet>(library);
     ScriptedPrompts answers;
 };
 
-TEST_F(Launching, GoesToTheWorkbookThatTheUserHasOpen)
+TEST_F(Launching, ShowsTheWorkbookWhereTheUserWorks)
 {
-    provide(true, true);
-    user->Open(sales);
-    user->Open(otherSales);
-    EXPECT_TRUE(Excel_Launch(u"/REPORTS/sales.xlsx"_s, u"data"_s));
-    EXPECT_EQ(user->front(), u"/reports/Sales.xlsx!Data"_s);
-    EXPECT_EQ(user->WorkbooksCount(), 2);
-    EXPECT_EQ(user->broughtToFront, 1);
-    EXPECT_EQ(shown->WorkbooksCount(), 0);
-}
-
-TEST_F(Launching, OpensTheWorkbookWhereTheUserWorks)
-{
-    provide(true, true);
-    user->IgnoreRemoteRequests = true;
-    EXPECT_TRUE(Excel_Launch(sales, u"Data"_s));
-    EXPECT_EQ(user->front(), u"/reports/Sales.xlsx!Data"_s);
-    EXPECT_TRUE(user->Visible);
-    EXPECT_TRUE(user->DisplayAlerts);
-    EXPECT_FALSE(user->IgnoreRemoteRequests);
-    EXPECT_FALSE(library.events.contains(u"quit"_s));
-}
-
-TEST_F(Launching, OpensElsewhereBesideAWorkbookOfTheSameName)
-{
-    provide(true, true);
-    user->Open(otherSales);
-    EXPECT_TRUE(Excel_Launch(sales, u"Data"_s));
-    EXPECT_EQ(user->front(), u"/archive/SALES.xlsx!Cover"_s) << "the user's workbook was disturbed";
-    EXPECT_EQ(shown->front(), u"/reports/Sales.xlsx!Data"_s);
+    for (const auto& [name, open, path, sheet, inFront] : textTable<5>(R"(
+        it is open                  | sales other | /REPORTS/sales.xlsx | data    | /reports/Sales.xlsx!Data →
+        nothing is open             |             | /reports/Sales.xlsx | Data    | /reports/Sales.xlsx!Data →
+        another of the name is open | other       | /reports/Sales.xlsx | Data    | /archive/SALES.xlsx!Cover → /reports/Sales.xlsx!Data
+        the sheet is gone           |             | /reports/Sales.xlsx | Summary | /reports/Sales.xlsx!Cover →)")) {
+        user = std::make_shared<ShowingSpreadsheet>(library);
+        shown = std::make_shared<ShowingSpreadsheet>(library);
+        provide(true, true);
+        for (const QString& workbook : open.split(u' ', Qt::SkipEmptyParts))
+            user->Open(workbook == u"sales" ? sales : otherSales);
+        user->setIgnoreRemoteRequests(true);
+        EXPECT_TRUE(Excel_Launch(path, sheet)) << name;
+        EXPECT_EQ(QString(user->front() % u" → " % shown->front()).trimmed(), inFront) << name;
+        EXPECT_EQ(user->broughtToFront + shown->broughtToFront, 1) << name;
+        const auto& used = shown->WorkbooksCount() ? shown : user;
+        EXPECT_TRUE(used->Visible() && used->DisplayAlerts() && !used->IgnoreRemoteRequests()) << name;
+    }
+    EXPECT_EQ(log.entries, QStringList(u"Event modUtilsExcel.Excel_HasSheet: Summary not found."_s));
+    EXPECT_FALSE(library.events.contains(u"quit"_s)) << "the user's workbooks would be gone";
     EXPECT_FALSE(library.events.contains(u"start"_s)) << "a worker has no windows";
-}
-
-TEST_F(Launching, WithoutTheSheetTheWorkbookIsShownAllTheSame)
-{
-    provide(false, true);
-    EXPECT_TRUE(Excel_Launch(sales, u"Summary"_s));
-    EXPECT_EQ(shown->front(), u"/reports/Sales.xlsx!Cover"_s);
-    EXPECT_EQ(log.entries.last(), u"Event modUtilsExcel.Excel_HasSheet: Summary not found."_s);
     EXPECT_TRUE(answers.shown.isEmpty());
 }
 
@@ -237,13 +203,6 @@ TEST(CopyOpenWorkbook, WritesTheWorkbookInPlaceOfTheOldCopyOrLogsWhyNot)
     EXPECT_FALSE(CopyOpenWorkbook(nullptr, file(u"Copy.xlsx"_s)));
     EXPECT_EQ(log.entries.filter(u"Error modUtilsExcel.CopyOpenWorkbook"_s).size(), 3);
     EXPECT_TRUE(log.entries.first().contains(u"that is the workbook itself"_s));
-}
-
-TEST(RealBottomRight, IsTheCrossingOfTheLastRowAndColumnWithContents)
-{
-    PlainSheet sheet(u"Data"_s);
-    sheet.put(u"A40"_s, u"Total"_s).put(u"H1"_s, u"Year"_s).put(u"J50"_s, u""_s).formatted(u"L60"_s);
-    EXPECT_EQ(RealBottomRight(sheet), u"$H$40"_s);
 }
 
 TEST(RealBottomRight, EndsWithAnEmptyTextWhereNothingCanBeNamed)

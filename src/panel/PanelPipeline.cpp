@@ -4,6 +4,8 @@
 #include "platform/ApplicationInfo.h"
 #include "platform/Failures.h"
 #include "platform/Prompts.h"
+#include "platform/RuntimeError.h"
+#include "range/PlaceDoubt.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
@@ -72,8 +74,7 @@ QImage explanationPicture(const QString& sentence, double scale)
 QString undrawnNotice(Worksheet& sheet, const QString& address)
 {
     const auto area = CellArea::parse(address);
-    const QStringList missing = area ? sheet.undrawn(*area) : QStringList();
-    return missing.isEmpty() ? QString() : u"Not shown here: %1."_s.arg(missing.join(u", "_s));
+    return area ? undrawnSentence(sheet.undrawn(*area)) : QString();
 }
 
 } // namespace
@@ -223,6 +224,7 @@ bool PanelPipeline::Panel_LoadExcel(const QString& OpenPath, const QString& Sour
         if (!workbook)
             return false;
         m_undrawn.clear();
+        m_placeDoubt.clear();
         bool drawn = false;
         {
             const auto closing = qScopeGuard([&] { workbook->Close(); });
@@ -245,20 +247,20 @@ bool PanelPipeline::loadFromSheet(XLInstance& XLInst, const std::shared_ptr<Work
     const auto sheet = workbook->WorksheetByName(Panel->SheetName);
     sheet->Select();
     if (Panel->ContentType == u"C")
-        return captureChart(XLInst, workbook, sheet, IsPaste, Panel);
+        return captureChart(workbook, sheet, IsPaste, Panel);
     if (isRangePanel(*Panel))
         return captureRange(XLInst, sheet, SourcePath, IsPaste, Panel);
     return false;
 }
 
-bool PanelPipeline::captureChart(XLInstance& XLInst, const std::shared_ptr<Workbook>& workbook,
-                                 const std::shared_ptr<Worksheet>& sheet, bool IsPaste, const Record& Panel)
+bool PanelPipeline::captureChart(const std::shared_ptr<Workbook>& workbook, const std::shared_ptr<Worksheet>& sheet,
+                                 bool IsPaste, const Record& Panel)
 {
     // An engine may read a sheet only when it is needed. Damage must be told here: the search below would take it for a
     // missing chart.
     sheet->usedArea();
     if (Excel_HasShape(sheet, Panel->PicRange))
-        return Panel_PasteExcel(XLInst, Panel, u"C"_s, Panel->PicRange);
+        return Panel_PasteExcel(*sheet, Panel, u"C"_s, Panel->PicRange);
     if (IsPaste)
         return failWithBox(staleWorkbookText(), Prompts::Icon::Critical);
     return failWithBox(panelLines({u"A chart named "_s + Panel->PicRange + u" was not found in spreadsheet ["_s +
@@ -273,7 +275,7 @@ bool PanelPipeline::captureRange(XLInstance& XLInst, const std::shared_ptr<Works
     if (Panel->IsCustom == u"Y") {
         Panel_LoadCustom(XLInst, *Panel, SourcePath);
         sheet->Select();
-        return captureAdjusted(XLInst, *sheet, Panel);
+        return captureAdjusted(*sheet, Panel);
     }
 
     sheet->Select();
@@ -285,17 +287,19 @@ bool PanelPipeline::captureRange(XLInstance& XLInst, const std::shared_ptr<Works
             return failWithBox(staleWorkbookText(), Prompts::Icon::Critical);
     }
     Panel->GetAdjRange(*sheet);
-    return captureAdjusted(XLInst, *sheet, Panel);
+    m_placeDoubt = placeDoubt(*Panel, *sheet);
+    return captureAdjusted(*sheet, Panel);
 }
 
-bool PanelPipeline::captureAdjusted(XLInstance& XLInst, Worksheet& sheet, const Record& Panel)
+bool PanelPipeline::captureAdjusted(Worksheet& sheet, const Record& Panel)
 {
     const QString range = Panel->adjRange(sheet);
     const QString unmarked = markThresholds(sheet, *Panel);
-    if (!Panel_PasteExcel(XLInst, Panel, u"S"_s, range))
+    if (!Panel_PasteExcel(sheet, Panel, u"S"_s, range))
         return false;
-    if (!unmarked.isEmpty())
-        picTemp.notice = picTemp.notice.isEmpty() ? unmarked : QString(picTemp.notice + u'\n' + unmarked);
+    for (const QString& further : {m_placeDoubt, unmarked})
+        if (!further.isEmpty())
+            picTemp.notice = picTemp.notice.isEmpty() ? further : QString(picTemp.notice + u'\n' + further);
     return true;
 }
 
@@ -322,31 +326,30 @@ void PanelPipeline::Panel_LoadCustom(XLInstance& XLInst, clsWorkspacePanel& Pane
         if (!workbook)
             return;
         const auto closing = qScopeGuard([&] { workbook->Close(); });
-        if (Excel_HasSheet(workbook, Panel.SheetName))
-            Panel.GetAdjRange(*workbook->WorksheetByName(Panel.SheetName));
+        if (!Excel_HasSheet(workbook, Panel.SheetName))
+            return;
+        const auto sheet = workbook->WorksheetByName(Panel.SheetName);
+        Panel.GetAdjRange(*sheet);
+        m_placeDoubt = placeDoubt(Panel, *sheet);
     } catch (const RuntimeError&) {
     }
 }
 
-bool PanelPipeline::Panel_PasteExcel(XLInstance& XLInst, const Record& Panel, const QString& ContentType,
+bool PanelPipeline::Panel_PasteExcel(Worksheet& sheet, const Record& Panel, const QString& ContentType,
                                      const QString& Range)
 {
     return trapped(u"Panel_PasteExcel"_s, [&] {
-        const auto sheet = XLInst ? XLInst->ActiveSheet() : nullptr;
-        if (!sheet)
-            return false;
         if (ContentType == u"C") {
-            if (!sheet->ShapeNames().contains(Range, Qt::CaseInsensitive))
-                return failWithBox(
-                    panelLines({u"A chart named "_s + Range + u" was not found in spreadsheet ["_s + sheet->Name() +
-                                    u"] of workbook ["_s + sheet->WorkbookName() + u"]."_s,
-                                redefineHint, helpHint}),
-                    Prompts::Icon::Exclamation);
-            captureShape(*sheet, Range, *Panel);
+            if (!sheet.ShapeNames().contains(Range, Qt::CaseInsensitive))
+                return failWithBox(panelLines({u"A chart named "_s + Range + u" was not found in spreadsheet ["_s +
+                                                   sheet.Name() + u"] of workbook ["_s + sheet.WorkbookName() + u"]."_s,
+                                               redefineHint, helpHint}),
+                                   Prompts::Icon::Exclamation);
+            captureShape(sheet, Range, *Panel);
         } else if (ContentType == u"S") {
-            const SheetRange cells = sheet->Range(Range);
-            picTemp.image = capture(*Panel, [&](double scale) { return sheet->CopyPicture(cells.area(), scale); });
-            picTemp.notice = undrawnNotice(*sheet, Range);
+            const SheetRange cells = sheet.Range(Range);
+            picTemp.image = capture(*Panel, [&](double scale) { return sheet.CopyPicture(cells.area(), scale); });
+            picTemp.notice = undrawnNotice(sheet, Range);
         }
         Panel->ContentType = ContentType;
         return true;

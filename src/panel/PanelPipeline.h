@@ -48,9 +48,9 @@ public:
     /// OpenPath is read from; SourcePath is the true source file, in which a custom panel's range is located.
     bool Panel_LoadExcel(const QString& OpenPath, const QString& SourcePath, bool IsPaste, XLInstance& XLInst,
                          const Record& Panel);
-    /// Captures from the active sheet of the instance: kind "S" an address, kind "C" a chart or shape by name. A chart
+    /// Captures from a sheet: kind "S" an address, kind "C" a chart or shape by name. A chart
     /// that is there but that the host cannot draw is answered by a picture that says so, never by an empty one.
-    bool Panel_PasteExcel(XLInstance& XLInst, const Record& Panel, const QString& ContentType, const QString& Range);
+    bool Panel_PasteExcel(Worksheet& sheet, const Record& Panel, const QString& ContentType, const QString& Range);
     /// Why picTemp only says what could not be drawn; empty when it is a true picture.
     const QString& undrawnReason() const { return m_undrawn; }
 
@@ -63,14 +63,14 @@ private:
 
     bool loadFromSheet(XLInstance& XLInst, const std::shared_ptr<Workbook>& workbook, const QString& SourcePath,
                        bool IsPaste, const Record& Panel);
-    bool captureChart(XLInstance& XLInst, const std::shared_ptr<Workbook>& workbook,
-                      const std::shared_ptr<Worksheet>& sheet, bool IsPaste, const Record& Panel);
+    bool captureChart(const std::shared_ptr<Workbook>& workbook, const std::shared_ptr<Worksheet>& sheet, bool IsPaste,
+                      const Record& Panel);
     bool captureRange(XLInstance& XLInst, const std::shared_ptr<Worksheet>& sheet, const QString& SourcePath,
                       bool IsPaste, const Record& Panel);
     double wantedScale(const clsWorkspacePanel& Panel, const TwipsSize& picture) const;
     /// `take` gives the picture at a scale, and throws where it cannot.
     QImage capture(const clsWorkspacePanel& Panel, const std::function<QImage(double)>& take);
-    bool captureAdjusted(XLInstance& XLInst, Worksheet& sheet, const Record& Panel);
+    bool captureAdjusted(Worksheet& sheet, const Record& Panel);
     /// Colours the cells that pass a limit of the panel. Answers what kept it from doing so, for the panel's notice.
     QString markThresholds(Worksheet& sheet, const clsWorkspacePanel& Panel);
     void captureShape(Worksheet& sheet, const QString& name, const clsWorkspacePanel& Panel);
@@ -85,6 +85,7 @@ private:
     double m_askedScale = 0; ///< that picTemp was to have; it has less where a picture of that size cannot be
     bool m_drawAnew = false; ///< the cached picture does not count
     QString m_undrawn;       ///< set while picTemp must not be kept as the panel's picture
+    QString m_placeDoubt;    ///< of the range just found, for the notice
 };
 
 } // namespace lumivane

@@ -50,8 +50,11 @@ QString rowsXml(const QString& cells, const QString& heights)
         bool isNumber = false;
         value.toDouble(&isNumber);
         rows[area.firstRow].second[area.firstColumn] =
-            u"<c r='%1'"_s.arg(area.relative()) +
-            (isNumber ? u"><v>%1</v></c>"_s : u" t='inlineStr'><is><t>%1</t></is></c>"_s).arg(value.toHtmlEscaped());
+            u"<c r='%1'"_s.arg(area.relative()) + (isNumber ? u"><v>%1</v></c>"_s
+                                                   : value.startsWith(u'=')
+                                                       ? u"><f>%1</f></c>"_s
+                                                       : u" t='inlineStr'><is><t>%1</t></is></c>"_s)
+                                                      .arg(value.toHtmlEscaped().remove(u'='));
     }
     QString xml;
     for (const auto& [row, content] : rows) {

@@ -1,5 +1,6 @@
 #include "SheetFile.h"
 
+#include "range/PlaceDoubt.h"
 #include "repository/clsWorkspacePanel.h"
 #include "support/LargeSheets.h"
 #include "support/LogCapture.h"
@@ -120,6 +121,22 @@ TEST(Locating, GoesToTheEndOfLargeSheets)
         row              | $C$5:$D$9``         | contents | bottom=`anchor=C$5`content=x | XFC5=x | XFC5:XFD9 0 16380 XFC$5
         right overflows  | $C$5:$D$9``         | contents | bottom=`anchor=C$5`content=x | XFD5=x | $C$5:$D$9 0 0 C$5)"))
         EXPECT_EQ(located(panelOf(picRange, rule, match), cells), found) << name;
+}
+
+TEST(Locating, SaysWhereFormulasWithoutResultsHadASay)
+{
+    for (const auto& [name, rule, match, cells, doubt] : textTable<5>(R"(
+        the last row is known          | bottom   | bottom=$B$9                 | A9=Total A8==B1       |
+        only a formula is in it        | bottom   | bottom=$B$9                 | A8=x B9==SUM(B1)      | yes
+        in the column that is searched | contents | bottom=`anchor=$A5`content=x | A8=x A2==B1          | yes
+        in another column              | contents | bottom=`anchor=$A5`content=x | A8=x B2==B1          |
+        in the row that is searched    | contents | bottom=`anchor=A$8`content=x | A8=x C8==B1          | yes
+        anywhere on the sheet          | contents | bottom=`anchor=A8`content=x  | A8=x C9==B1          | yes
+        nothing is searched            | contents | bottom=`anchor=$A$8`content=x | A8=x C9==B1         |
+        the range never moves          | top      | bottom=                     | A8=x C9==B1           |)")) {
+        const auto sheet = openSheet(QString(cells).replace(u' ', u'|'));
+        EXPECT_EQ(placeDoubt(panelOf(u"A1:B9`"_s, rule, match), *sheet).isEmpty(), doubt.isEmpty()) << name;
+    }
 }
 
 TEST(Adjusting, MakesThePlaceFoundTheStoredOne)

@@ -61,7 +61,7 @@ struct SheetView
 /// Looks of cells that the file describes and that are not read: a picture of these cells may lack them.
 struct UnreadLook
 {
-    QString what; ///< to be put behind "is missing: ", as in "the look of the table "Sales""
+    QString what; ///< as in "Not shown here: the look of the table "Sales""
     CellArea area;
 };
 

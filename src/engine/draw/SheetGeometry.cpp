@@ -159,7 +159,7 @@ double SheetGeometry::cellHeight(const Cell& cell, int row, double line) const
         return line + 2;
     if (m_shown->mergedAt(row, cell.column))
         return line + 2;
-    const QString text = (cell.kind == CellKind::Text ? m_workbook.texts : m_sheet.texts).text(cell.text);
+    const QString text = withFewMarks(m_shown->plain(cell));
     const CellStyle& style = m_workbook.styles.cell(static_cast<int>(cell.style));
     const Fonts::Face& face = Fonts::shared(1, m_measures).face(font(style));
     const double width = shownExactColumnPixels(cell.column) - 2 * cellPadding;

@@ -136,7 +136,8 @@ CellText TextLayer::make(const Place& place, const FormattedText& formatted, dou
         return style;
     };
     std::vector<CellText::Span> spans;
-    const int size = static_cast<int>(formatted.text.size());
+    const QString shown = withFewMarks(formatted.text);
+    const int size = static_cast<int>(shown.size());
     int start = 0;
     if (const std::vector<TextRun>* runs = m_scene.sheet.runs(place.row, place.column))
         for (const TextRun& run : *runs) {
@@ -148,7 +149,7 @@ CellText TextLayer::make(const Place& place, const FormattedText& formatted, dou
         }
     if (start < size || spans.empty())
         spans.push_back({start, size - start, colored(font)});
-    CellText text(m_scene.fonts, formatted.text, std::move(spans), shrink);
+    CellText text(m_scene.fonts, shown, std::move(spans), shrink);
     text.setLeading(m_scene.measures.leading * m_scene.grid.scale());
     return text;
 }

@@ -8,6 +8,8 @@ namespace {
 
 using Advance = std::function<double(int start, int length)>;
 
+constexpr qsizetype mostMarks = 30; // no writing puts more on one letter
+
 int withoutTrailingBlanks(const QString& text, int start, int end)
 {
     while (end > start && text[end - 1].isSpace())
@@ -21,8 +23,10 @@ int fittingLetters(int start, int end, double width, const Advance& advance)
     int high = 1; // doubled first, as the line is short and the rest of the text may be long
     while (high < end - start && advance(start, high) <= width)
         high *= 2;
-    int low = 0;
-    high = std::min(high, end - start);
+    if (high >= end - start && advance(start, end - start) <= width)
+        return end - start;
+    int low = high / 2;
+    high = std::min(high, end - start - 1);
     while (low < high) {
         const int middle = (low + high + 1) / 2;
         if (advance(start, middle) <= width)
@@ -84,6 +88,21 @@ void eachParagraph(const QString& text, TakeParagraph take)
 }
 
 } // namespace
+
+QString withFewMarks(const QString& text)
+{
+    qsizetype row = 0; // marks behind the last letter
+    const auto isOneTooMany = [&row](QChar c) {
+        row = c.unicode() >= 0x300 && c.isMark() ? row + 1 : 0;
+        return row > mostMarks;
+    };
+    if (std::none_of(text.begin(), text.end(), isOneTooMany))
+        return text;
+    row = 0;
+    QString result = text;
+    result.removeIf(isOneTooMany);
+    return result;
+}
 
 std::vector<TextLine> breakLines(const QString& text, double width, const Advance& advance)
 {

@@ -19,6 +19,9 @@ struct TextLine
 std::vector<TextLine> breakLines(const QString& text, double width,
                                  const std::function<double(int start, int length)>& advance);
 
+/// The text without the marks that no letter can carry: a heap of them takes the square of its size to lay out.
+QString withFewMarks(const QString& text);
+
 /// At line feeds only.
 std::vector<TextLine> splitLines(const QString& text);
 

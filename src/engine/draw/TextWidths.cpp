@@ -80,7 +80,7 @@ double TextWidths::widestGeneral(double number) const
 
 double TextWidths::textWidth(const Cell& cell) const
 {
-    const QString text = m_shown.formatted(cell, m_generalChars).text;
+    const QString text = withFewMarks(m_shown.formatted(cell, m_generalChars).text);
     double width = 0;
     for (const TextLine& line : splitLines(text))
         width = std::max(width, advance(QStringView(text).mid(line.start, line.length)));

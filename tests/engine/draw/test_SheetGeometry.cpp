@@ -242,6 +242,12 @@ TEST(TextLines, measuresEachPartOfALongTextAFewTimes)
     }
 }
 
+TEST(TextLines, leaveOutMarksThatNoLetterCarries)
+{
+    const QString accents(30, QChar(0x301));
+    EXPECT_EQ(withFewMarks(u"e"_s + accents + u"\u0301\u0301a\u0301"_s), QString(u"e"_s + accents + u"a\u0301"_s));
+}
+
 TEST(TextLines, knowsLastLinesOfParagraphs)
 {
     const auto lines = breakLines(u"one two\nthree"_s, 30, [](int, int length) { return length * 10.0; });

@@ -102,6 +102,13 @@ void prepareFile(Database::Connection& file, const QString& connect, Database::T
                 "PRAGMA cell_size_check = ON; PRAGMA temp_store = MEMORY;");
 }
 
+/// SQLite may have done so already where it could not go on.
+void rollBack(Database::Connection& file)
+{
+    const UnrestrictedScope scope(file);
+    sqlite3_exec(file.handle, "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
 SqliteStatement prepared(Database::Connection& connection, const QString& statement, const Translation& translation)
 {
     try {
@@ -348,15 +355,25 @@ void Database::Bulk::finish()
 {
     const std::shared_ptr<Connection> file = std::move(m_file);
     m_file.reset();
-    // A full disk may have ended it already.
-    if (!file || !file->handle || sqlite3_get_autocommit(file->handle))
+    if (!file || !file->handle)
         return;
+    // SQLite ends it by itself where it cannot go on.
+    if (sqlite3_get_autocommit(file->handle))
+        file->fail(SQLITE_FULL);
     try {
         file->runOwn("COMMIT");
     } catch (const RuntimeError&) {
-        sqlite3_exec(file->handle, "ROLLBACK", nullptr, nullptr, nullptr);
+        rollBack(*file);
         throw;
     }
+}
+
+void Database::Bulk::takeBack()
+{
+    const std::shared_ptr<Connection> file = std::move(m_file);
+    m_file.reset();
+    if (file && file->handle)
+        rollBack(*file);
 }
 
 Database::Connection& Database::connection() const

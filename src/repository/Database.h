@@ -65,6 +65,8 @@ public:
         Q_DISABLE_COPY_MOVE(Bulk)
         /// Ends it now; throws RuntimeError when nothing of it could be kept.
         void finish();
+        /// Ends it now and leaves the file as it was before. Nothing happens within another bulk, which decides.
+        void takeBack();
 
     private:
         std::shared_ptr<Connection> m_file;

@@ -3,6 +3,7 @@
 #include "platform/ApplicationInfo.h"
 #include "platform/Checked.h"
 #include "platform/Clock.h"
+#include "platform/RuntimeError.h"
 #include "repository/Database.h"
 #include "repository/SqlText.h"
 #include "repository/modUtilsSQL.h"
@@ -173,11 +174,15 @@ void clsPanelSource::ClearBMPs(const std::shared_ptr<Database>& DB)
 {
     const auto rs = openForSource(DB, u"SELECT ID FROM LvnSavedPanel"_s + u" WHERE SourceID = "_s + blankedNumber(ID),
                                   u"ClearBMPs"_s);
+    QString kept;
     for (; rs && !rs->EOF_(); rs->MoveNext()) {
         const QString picture = panelPictureFile(int(rs->number(u"ID")));
-        if (FileExists(picture))
-            QFile::remove(picture);
+        if (FileExists(picture) && !QFile::remove(picture) && kept.isEmpty())
+            kept = picture;
     }
+    if (!kept.isEmpty())
+        throw RuntimeError(RuntimeError::PathAccess, u"The former picture [%1] cannot be removed. Please remove the "
+                                                     "write protection of the file and its folder."_s.arg(kept));
 }
 
 } // namespace lumivane

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/FileStamp.h"
+
 #include <QDateTime>
 #include <QString>
 #include <map>
@@ -37,6 +39,10 @@ public:
     QDateTime CustomDate;   ///< reserved
     bool IsUpdated = false; ///< the fetch step has run in this pass
     bool IsChecked = false; ///< the adopt step has settled in this pass
+    /// Why the last look for a new version came to nothing, as a sentence; empty when it did not. Pictures of an older
+    /// version stand meanwhile, marked as such.
+    QString Problem;
+    bool IsWaiting = false; ///< the problem is only that a file is still being written
 
     // The record (repository/).
     bool LoadFromDB(int SourceID, const std::shared_ptr<Database>& DB);
@@ -65,12 +71,29 @@ public:
 private:
     bool InsertDB(const std::shared_ptr<Database>& DB);
     qint32 GetID(const std::shared_ptr<Database>& DB, const QString& path);
+    /// Throws at its end, naming the first picture that could not be removed.
     void ClearBMPs(const std::shared_ptr<Database>& DB);
     void AdjustRanges(const std::shared_ptr<Database>& DB, const QString& Path);
     bool chkUpdates(const std::shared_ptr<Database>& DB);
     bool chkNewestFile(const std::shared_ptr<Database>& DB);
     bool UpdateLastChecked(const std::shared_ptr<Database>& DB, const QDateTime& Dt);
     bool UpdateLastUpdated(const std::shared_ptr<Database>& DB, const QDateTime& Dt);
+    bool isNewVersion(const QString& candidate, const FileStamp& stamp) const;
+    bool completesTheFetched(const QString& newest) const;
+    bool standsStill(const QString& path, const FileStamp& stamp) const;
+    bool adopt(const std::shared_ptr<Database>& DB, const QString& candidate, const FileStamp& stamp);
+    void waitFor(const QString& path);
+    bool findsNothing(const QString& reason);
+
+    struct SeenFile
+    {
+        QString path;
+        FileStamp stamp;
+    };
+    SeenFile m_current; ///< the current file as it was taken over, or first seen
+    SeenFile m_brought; ///< what the fetch step has just written itself
+    QString m_lost;     ///< the current file that is not there any more
+    bool m_byTimer = false;
 
     friend struct SourceProbe; // tests
 };

@@ -1,6 +1,7 @@
 #include "host/Host.h"
 #include "host/modUtilsExcel.h"
 #include "platform/RuntimeError.h"
+#include "range/RangeFit.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
@@ -38,6 +39,11 @@ public:
             return;
         clsWorkspacePanel panel;
         panel.LoadFromRecSet(m_database, row);
+        clsWorkspacePanel located = panel;
+        if (const QString reason = locateRange(located, *sheet); !reason.isEmpty()) {
+            LogEvent(adjustModule, adjustProcedure, u"%1: %2"_s.arg(panel.Caption, reason), false);
+            return;
+        }
         panel.AdjustAll(*sheet);
         panel.SaveToDB(m_database, static_cast<qint32>(row->number(u"WorkspaceID")));
     }
@@ -66,7 +72,7 @@ private:
 
     const std::shared_ptr<Database> m_database;
     const std::shared_ptr<Workbook> m_workbook;
-    QSet<QString> m_unreadable; ///< sheets of which the user has been told already
+    QSet<QString> m_unreadable; ///< sheets that have been reported already
 };
 
 } // namespace

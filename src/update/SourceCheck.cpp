@@ -12,6 +12,10 @@
 #include "services/modUtilsFile.h"
 #include "services/modUtilsLog.h"
 #include "update/MailIntake.h"
+#include "update/PassReport.h"
+#include "update/Stillness.h"
+
+#include <QFileInfo>
 
 // How a source finds out that its workbook has a new version: one step fetches it into the destination folder, another
 // adopts what lies there. The two are kept apart, so that a file that somebody drops into the folder is adopted too.
@@ -24,13 +28,16 @@ namespace {
 
 const QString sourceModule = u"clsPanelSource"_s;
 
-/// Runs a procedure under the trap of its name: a failure is logged and shown, and the procedure gives nothing.
+/// Runs a procedure of a source under the trap of its name: a failure is logged, shown and kept as the source's
+/// problem, and the procedure gives nothing.
 template <class Procedure>
-auto trapped(const QString& module, const QString& name, Procedure procedure) -> decltype(procedure())
+auto trapped(clsPanelSource& source, const QString& module, const QString& name, Procedure procedure)
+    -> decltype(procedure())
 {
     try {
         return procedure();
     } catch (const RuntimeError& failure) {
+        source.Problem = failure.description();
         LogError(module, name, failure.number(), failure.description(), true);
         return {};
     }
@@ -42,7 +49,7 @@ bool isLater(const QDateTime& time, const QDateTime& than)
     return !than.isValid() || time > than;
 }
 
-/// No file, by the words in which that is told.
+/// No file, by the words in which that is answered.
 bool isNoFile(const QString& path)
 {
     return path.isEmpty() || path == "none"_L1;
@@ -75,6 +82,15 @@ bool askForMissingFolder(QString& folder, const QString& title, const QString& s
     return true;
 }
 
+/// A folder that cannot be listed must not pass for an empty one.
+void requireListable(const QString& folder)
+{
+    const QFileInfo info(folder);
+    if (!info.isReadable() || !info.isExecutable())
+        throw RuntimeError(RuntimeError::PathAccess,
+                           u"The folder [%1] cannot be listed. Please check your rights to read it."_s.arg(folder));
+}
+
 } // namespace
 
 QDateTime clsPanelSource::NewestFileTime() const
@@ -87,7 +103,14 @@ QDateTime clsPanelSource::NewestFileTime() const
 
 bool clsPanelSource::GetLatest(const std::shared_ptr<Database>& DB, bool IsTimer)
 {
-    return trapped(sourceModule, u"GetLatest"_s, [&] {
+    return trapped(*this, sourceModule, u"GetLatest"_s, [&] {
+        if (!IsUpdated && !IsChecked) {
+            Problem.clear();
+            IsWaiting = false;
+        }
+        m_byTimer = IsTimer;
+        if (const QString current = DestFolder % NewestFile; m_current.path != current)
+            m_current = {current, FileStamp::of(current)};
         // Counted from the last update, not from the last look: once overdue, a source is looked at in every pass.
         const bool due = isLater(Clock::now(), LastUpdated.addSecs(qint64(CheckEvery) * 60));
         if ((due || !IsTimer) && !IsUpdated)
@@ -128,8 +151,9 @@ bool clsPanelSource::chkUpdates(const std::shared_ptr<Database>& DB)
             fetched = chkRefresh(time);
     }
     if (!fetched.isEmpty()) {
-        LastUpdated = time;
-        UpdateLastUpdated(DB, time);
+        m_brought = {DestFolder % fetched, FileStamp::of(DestFolder % fetched)};
+        if (!UpdateLastUpdated(DB, time))
+            Problem = u"The project could not be changed, and [%1] will be fetched again."_s.arg(fetched);
     }
     IsUpdated = true;
     return true;
@@ -137,26 +161,40 @@ bool clsPanelSource::chkUpdates(const std::shared_ptr<Database>& DB)
 
 QString clsPanelSource::chkSrcFolder(QDateTime& Dt)
 {
-    return trapped(sourceModule, u"chkSrcFolder"_s, [&]() -> QString {
+    return trapped(*this, sourceModule, u"chkSrcFolder"_s, [&]() -> QString {
+        requireListable(SourceFolder);
         const QString newest = FindNewestFile(SourceFolder % Mask);
         if (isNoFile(newest))
             return {};
+        const FileStamp stamp = FileStamp::of(newest);
         Dt = FileDateTime(newest);
-        if (!isLater(Dt, LastUpdated))
+        const bool completed = completesTheFetched(newest);
+        if (!isLater(Dt, LastUpdated) && !completed)
             return {};
+        if (!standsStill(newest, stamp)) {
+            waitFor(newest);
+            return {};
+        }
         QString name, extension;
         SplitPath(newest, nullptr, &name, &extension);
-        if (namesASeries(Mask) && FileExists(DestFolder % name % u'.' % extension))
+        if (namesASeries(Mask) && !completed && FileExists(DestFolder % name % u'.' % extension))
             name += u'_' % Clock::now().toString(u"yyMMddhhmmss"_s);
         const QString target = DestFolder % name % u'.' % extension;
         if (File_Copy(newest, target))
             return name % u'.' % extension;
+        if (FileStamp::of(newest) != stamp) {
+            waitFor(newest);
+            return {};
+        }
 
         const QString unable = u"Unable to copy "_s % newest % u" to " % DestFolder % u'.';
         const bool retry = ConfirmAction(unable % u"\r\nIf you have the file open in Excel, please close it."
                                                   "\r\nThen click Yes to retry copying the file.");
+        Problem = unable;
         // Without another try the version counts as fetched, or it would be asked about in every pass.
-        if (!retry || File_Copy(newest, target))
+        if (retry && File_Copy(newest, target))
+            Problem.clear();
+        if (!retry || Problem.isEmpty())
             return name % u'.' % extension;
         prompts().message(unable, Prompts::Icon::Exclamation);
         LogEvent(sourceModule, u"chkSrcFolder"_s, u"Error copying "_s % newest % u" to " % DestFolder, false);
@@ -167,7 +205,7 @@ QString clsPanelSource::chkSrcFolder(QDateTime& Dt)
 QString clsPanelSource::chkOutlook(QDateTime& Dt)
 {
     // Logged under the name of the folder check, where readers of logs look for it.
-    return trapped(sourceModule, u"chkSrcFolder"_s, [&]() -> QString {
+    return trapped(*this, sourceModule, u"chkSrcFolder"_s, [&]() -> QString {
         if (!mailIntake())
             return {};
         const QString saved = mailIntake()({OLSubject, OLAttach, OLFolder, LastUpdated, DestFolder}, Dt);
@@ -177,7 +215,7 @@ QString clsPanelSource::chkOutlook(QDateTime& Dt)
 
 QString clsPanelSource::chkRefresh(QDateTime& Dt)
 {
-    return trapped(sourceModule, u"chkRefresh"_s, [&]() -> QString {
+    return trapped(*this, sourceModule, u"chkRefresh"_s, [&]() -> QString {
         const JobWorker worker;
         if (!worker)
             return {};
@@ -196,44 +234,133 @@ QString clsPanelSource::chkExtern(QDateTime&)
 
 bool clsPanelSource::chkNewestFile(const std::shared_ptr<Database>& DB)
 {
-    return trapped(u"modPanelSources"_s, u"chkNewestFile"_s, [&] {
+    bool broken = true;
+    const bool adopted = trapped(*this, u"modPanelSources"_s, u"chkNewestFile"_s, [&] {
         const QString title = u"Select folder to check for files named ["_s % Mask % u']';
         if (askForMissingFolder(DestFolder, title, SourceFolder)) {
             SaveToDB(DB);
             prompts().doEvents();
         } else if (!FolderExists(DestFolder)) {
-            NewestFile.clear();
-            return false;
+            broken = false;
+            return findsNothing(u"The folder [%1] was not found."_s.arg(DestFolder));
         }
+        requireListable(DestFolder);
         const QString candidate = FindNewestFile(DestFolder % Mask);
         if (isNoFile(candidate)) {
-            NewestFile.clear();
-            return false;
+            broken = false;
+            return findsNothing(u"No file named [%1] was found in [%2]."_s.arg(Mask, DestFolder));
         }
-        const QDateTime time = FileDateTime(candidate);
-        const bool newer = isLater(time, NewestFileTime()) || isLater(time, LastChecked);
-        if (FileExists(DestFolder % NewestFile) && !newer) {
-            IsChecked = true;
-            return false;
+        const FileStamp stamp = FileStamp::of(candidate);
+        bool taken = false;
+        if (isNewVersion(candidate, stamp)) {
+            if (standsStill(candidate, stamp))
+                taken = adopt(DB, candidate, stamp);
+            else
+                waitFor(candidate);
         }
+        broken = false;
+        IsChecked = true;
+        return taken;
+    });
+    // One failure a pass is enough: the next panel of the source would only meet it again.
+    if (broken)
+        IsChecked = true;
+    return adopted;
+}
+
+bool clsPanelSource::isNewVersion(const QString& candidate, const FileStamp& stamp) const
+{
+    const QString current = DestFolder % NewestFile;
+    if (!FileExists(current) || isLater(FileDateTime(candidate), LastChecked))
+        return true;
+    // A file that was completed or put back may bear an older time than before.
+    if (candidate == current)
+        return m_current.path == current && m_current.stamp != stamp;
+    return stamp.modified > FileStamp::of(current).modified;
+}
+
+bool clsPanelSource::completesTheFetched(const QString& newest) const
+{
+    // Only a copy that nobody has changed since it was fetched may be replaced without a newer time.
+    const QString copy = DestFolder % fileNameOf(newest);
+    if (!FileExists(copy) || FileDateTime(copy) != LastUpdated)
+        return false;
+    return FileStamp::of(copy).size != FileStamp::of(newest).size || FileDateTime(newest) != LastUpdated;
+}
+
+bool clsPanelSource::standsStill(const QString& path, const FileStamp& stamp) const
+{
+    if (m_brought.path == path && m_brought.stamp == stamp)
+        return true;
+    if (const int rest = untilGrown(stamp); rest > 0) {
+        // The user has asked for it and waits; the timer comes again.
+        if (m_byTimer)
+            return false;
+        pauseFor(rest);
+    }
+    return staysAsItWas(path, stamp);
+}
+
+void clsPanelSource::waitFor(const QString& path)
+{
+    Problem = u"[%1] is still being written. It is taken over as soon as it stays unchanged for a moment."_s.arg(path);
+    IsWaiting = true;
+}
+
+bool clsPanelSource::findsNothing(const QString& reason)
+{
+    if (!NewestFile.isEmpty())
+        m_lost = DestFolder % NewestFile;
+    NewestFile.clear();
+    if (!m_lost.isEmpty())
+        Problem = u"The workbook [%1] was not found."_s.arg(m_lost);
+    else if (!FileExists(FullPath))
+        Problem = reason;
+    return false;
+}
+
+bool clsPanelSource::adopt(const std::shared_ptr<Database>& DB, const QString& candidate, const FileStamp& stamp)
+{
+    const QString formerFile = NewestFile;
+    const QDateTime formerTime = LastChecked;
+    bool changed = false;
+    const HeldMessages held; // the project is locked until all is written
+    // A version that is stored as taken over is not looked at again: it must not be on the disk without its ranges when
+    // the program is ended in between.
+    Database::Bulk together(*DB);
+    try {
         NewestFile = fileNameOf(candidate);
-        {
-            // A version that is stored as taken over is not looked at again: it must not be on the disk without its
-            // ranges when the program is ended in between.
-            Database::Bulk together(*DB);
-            UpdateLastChecked(DB, time);
-            AdjustRanges(DB, DestFolder % NewestFile);
+        if (!UpdateLastChecked(DB, FileDateTime(candidate)))
+            throw RuntimeError(
+                RuntimeError::PathAccess,
+                u"The project could not be changed, and the new version [%1] is not taken over."_s.arg(candidate));
+        AdjustRanges(DB, DestFolder % NewestFile);
+        changed = FileStamp::of(candidate) != stamp;
+        if (!changed) {
             ClearBMPs(DB);
             together.finish();
         }
-        IsChecked = true;
-        return true;
-    });
+    } catch (const RuntimeError&) {
+        together.takeBack();
+        NewestFile = formerFile;
+        LastChecked = formerTime;
+        throw;
+    }
+    if (changed) {
+        together.takeBack();
+        NewestFile = formerFile;
+        LastChecked = formerTime;
+        waitFor(candidate);
+        return false;
+    }
+    m_current = {candidate, stamp};
+    m_lost.clear();
+    return true;
 }
 
 bool clsPanelSource::UpdateLastChecked(const std::shared_ptr<Database>& DB, const QDateTime& Dt)
 {
-    return trapped(sourceModule, u"UpdateLastChecked"_s, [&] {
+    return trapped(*this, sourceModule, u"UpdateLastChecked"_s, [&] {
         const QString sql = u"UPDATE LvnPanelSource SET  LastChecked = "_s % instantLiteral(Dt) % u", NewestFile = " %
                             textLiteral(NewestFile) % u" WHERE ID = " % QString::number(ID);
         if (!SQL_ExecuteOnRow(DB, sql, u"source [%1]"_s.arg(FullPath), sourceModule, u"UpdateLastChecked"_s))
@@ -245,7 +372,7 @@ bool clsPanelSource::UpdateLastChecked(const std::shared_ptr<Database>& DB, cons
 
 bool clsPanelSource::UpdateLastUpdated(const std::shared_ptr<Database>& DB, const QDateTime& Dt)
 {
-    return trapped(sourceModule, u"UpdateLastUpdated"_s, [&] {
+    return trapped(*this, sourceModule, u"UpdateLastUpdated"_s, [&] {
         const QString sql =
             u"UPDATE LvnPanelSource SET LastUpdated = "_s % instantLiteral(Dt) % u" WHERE ID = " % QString::number(ID);
         // Written twice, of which the second time counts: a file that was busy for a moment is free by then.

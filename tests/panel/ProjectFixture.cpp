@@ -10,6 +10,7 @@
 #include "services/ProgramFiles.h"
 #include "services/modMain.h"
 #include "services/modUtilsFile.h"
+#include "update/Stillness.h"
 
 #include <QDir>
 #include <QFile>
@@ -23,6 +24,7 @@ ProjectFixture::ProjectFixture()
     setProgramFolder(m_folder.path());
     setPrompts(&m_user);
     setHostFactory(m_library.factory());
+    setPause([](int) {});
     QDir(m_folder.path()).mkdir(u"books"_s);
     Database::create(programFile(u"lumivane.lvdu"_s));
     gDB = Database::open(programFile(u"lumivane.lvdu"_s), databaseConnect());
@@ -40,6 +42,7 @@ ProjectFixture::~ProjectFixture()
     gDB.reset();
     Clock::setFixed({});
     setHostFactory({});
+    setPause({});
     setPrompts(nullptr);
     setProgramFolder(QString());
 }

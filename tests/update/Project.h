@@ -7,6 +7,7 @@
 #include "support/LogCapture.h"
 #include "support/PlainSheet.h"
 #include "support/TextTable.h"
+#include "update/Stillness.h"
 
 #include <QDir>
 
@@ -21,6 +22,7 @@ protected:
         for (const QString& name : {from, to})
             QDir().mkdir(name);
         setHostFactory(library.factory());
+        setPause([](int) {});
         Clock::setFixed(at(QStringLiteral("10:30:00")));
         source.FullPath = to + QStringLiteral("Sales.xlsx");
         source.Mask = QStringLiteral("Sales.xlsx");
@@ -30,7 +32,11 @@ protected:
         source.CheckEvery = 60;
         source.LastUpdated = source.LastChecked = at(QStringLiteral("08:00:00"));
     }
-    ~ProjectWithSource() override { setHostFactory({}); }
+    ~ProjectWithSource() override
+    {
+        setHostFactory({});
+        setPause({});
+    }
 
     /// A time of that day.
     static QDateTime at(const QString& time) { return {QDate(2026, 11, 24), QTime::fromString(time, Qt::ISODate)}; }

@@ -2,6 +2,7 @@
 
 #include "host/embedded/EmbeddedHost.h"
 #include "support/XlsxWriter.h"
+#include "update/PassReport.h"
 
 using namespace lumivane;
 using namespace lumivane::test;
@@ -136,11 +137,10 @@ TEST_F(Adopting, AWorkbookThatDoesNotOpenLeavesTheRangesAndDropsThePictures)
     EXPECT_TRUE(namesIn(GetPanelsFolder()).isEmpty());
     EXPECT_EQ(log.entries, QStringList(u"Error clsPanelSource.AdjustRanges: (1004) The workbook \"%1Sales.xlsx\" was "
                                        "not found."_s.arg(to)));
-    EXPECT_EQ(user.shown.size(), 1);
     EXPECT_EQ(library.events.last(), u"quit"_s);
 }
 
-TEST_F(Adopting, ADamagedSheetIsToldOnceAndCostsNoPanelItsRange)
+TEST_F(Adopting, ADamagedSheetIsReportedOnceAndCostsNoPanelItsRange)
 {
     const std::string total = "<sheetData><row r=\"9\"><c r=\"C9\" t=\"inlineStr\"><is><t>Total</t></is></c></row>"
                               "</sheetData>";
@@ -171,35 +171,159 @@ TEST_F(Adopting, AFolderWithoutAFittingFileIsLookedAtAgain)
     EXPECT_TRUE(source.GetLatest(db, true));
 }
 
-TEST_F(Adopting, AnApostropheInTheNameKeepsTheOldRowAndTheRunGoesOn)
+TEST_F(Adopting, AVersionThatTheProjectDoesNotTakeIsTakenBack)
 {
     source.UpdateType = u"default"_s;
     source.Mask = u"*.xlsx"_s;
-    const QString name = u"May', UpdateType = 'folder.xlsx"_s;
-    put(to + name, at(u"10:00:00"_s));
+    source.NewestFile = u"April.xlsx"_s;
+    put(to + u"April.xlsx"_s, at(u"09:00:00"_s));
+    const QString candidate = put(to + u"May', UpdateType = 'folder.xlsx"_s, at(u"10:00:00"_s));
+    library.books[candidate] = {PlainSheet(u"Data"_s).put(u"H52"_s, u"1"_s)};
     store();
-    EXPECT_TRUE(source.GetLatest(db, true));
-    EXPECT_EQ(source.NewestFile, name);
+    const auto follows = panel(u"bottom"_s, u"$B$5:$F$20``"_s, u"bottom=$H$40"_s);
+    EXPECT_FALSE(source.GetLatest(db, true));
+    EXPECT_EQ(source.NewestFile, u"April.xlsx"_s) << "memory does not run ahead of the store";
     EXPECT_EQ(stored().UpdateType, u"default"_s) << "a file's name is never a part of the statement";
     EXPECT_EQ(source.LastChecked, at(u"08:00:00"_s));
+    EXPECT_EQ(storedRange(follows.ID), u"$B$5:$F$20``"_s);
+    EXPECT_EQ(namesIn(GetPanelsFolder()).size(), 1);
+    EXPECT_TRUE(source.Problem.contains(candidate)) << source.Problem;
+    const auto boxes = user.shown.size();
+    EXPECT_FALSE(source.GetLatest(db, true) && user.shown.size() != boxes) << "said once a pass";
+}
+
+/// A row: name, time of the file, who asks, whether it changes between the looks, what becomes of it.
+class Stillness : public ProjectWithSource, public testing::WithParamInterface<std::array<QString, 5>>
+{
+};
+
+TEST_P(Stillness, DecidesWhetherAFileIsTakenOver)
+{
+    const auto& [name, time, asked, changes, outcome] = GetParam();
+    source.UpdateType = u"default"_s;
+    const QString path = put(to + u"Sales.xlsx"_s, at(time));
+    int waited = 0;
+    setPause([&](int milliseconds) {
+        waited += milliseconds;
+        if (changes == u"yes")
+            put(path, at(time), "more of the workbook");
+    });
+    store();
+    EXPECT_EQ(source.GetLatest(db, asked == u"timer"), outcome == u"taken");
+    EXPECT_EQ(source.IsWaiting, outcome == u"waits");
+    EXPECT_EQ(stored().NewestFile, outcome == u"taken" ? u"Sales.xlsx"_s : QString());
+    EXPECT_LT(waited, 1500);
+    EXPECT_TRUE(user.shown.isEmpty());
+
+    Clock::setFixed(at(u"10:31:00"_s));
+    setPause([](int) {});
+    source.ClearFlags();
+    source.GetLatest(db, true);
+    EXPECT_EQ(source.NewestFile, u"Sales.xlsx"_s) << "in the next pass at the latest";
+    EXPECT_TRUE(source.Problem.isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Times, Stillness, testing::ValuesIn(textTable<5>(R"(
+    old enough                | 10:29:58 | timer | no  | taken
+    just written              | 10:29:59 | timer | no  | waits
+    just written and awaited  | 10:29:59 | user  | no  | taken
+    written between the looks | 10:00:00 | timer | yes | waits
+    dated ahead               | 10:30:30 | timer | no  | taken)")),
+                         rowName);
+
+TEST_F(Adopting, AFileThatChangesWhileItIsReadIsTakenBack)
+{
+    source.UpdateType = u"default"_s;
+    const QString path = put(to + u"Sales.xlsx"_s, at(u"10:00:00"_s));
+    library.books[path] = {PlainSheet(u"Data"_s).put(u"H52"_s, u"1"_s)};
+    store();
+    const auto follows = panel(u"bottom"_s, u"$B$5:$F$20``"_s, u"bottom=$H$40"_s);
+    const HostFactory plain = library.factory();
+    setHostFactory({[&] {
+                        put(path, at(u"10:00:00"_s), "the rest of the workbook");
+                        return plain.worker();
+                    },
+                    {}});
+    EXPECT_FALSE(source.GetLatest(db, true));
+    EXPECT_TRUE(source.IsWaiting);
+    EXPECT_EQ(storedRange(follows.ID), u"$B$5:$F$20``"_s);
     EXPECT_EQ(stored().NewestFile, QString());
-    EXPECT_TRUE(log.entries.value(0).contains(u"Caller: clsPanelSource.UpdateLastChecked"_s))
-        << log.entries.join(u'\n');
+    EXPECT_EQ(namesIn(GetPanelsFolder()).size(), 1);
 }
 
-TEST_F(Adopting, TheTimeOfTheCurrentVersion)
+TEST_F(Adopting, ACurrentFileThatChangesIsTakenOverWhateverItsTime)
 {
-    EXPECT_EQ(source.NewestFileTime(), QDateTime(QDate(1900, 1, 1), QTime(0, 0)));
+    source.UpdateType = u"default"_s;
     source.NewestFile = u"Sales.xlsx"_s;
-    EXPECT_EQ(source.NewestFileTime(), at(u"10:30:00"_s)) << "a missing file counts as dated now";
-    put(to + u"Sales.xlsx"_s, at(u"09:15:00"_s));
-    EXPECT_EQ(source.NewestFileTime(), at(u"09:15:00"_s));
+    put(to + u"Sales.xlsx"_s, at(u"08:00:00"_s));
+    store();
+    panel(u"top"_s, u"$B$5:$F$20``"_s);
+    EXPECT_FALSE(source.GetLatest(db, true));
+    put(to + u"Sales.xlsx"_s, at(u"07:00:00"_s), "an older one, put back");
+    source.ClearFlags();
+    EXPECT_TRUE(source.GetLatest(db, true));
+    EXPECT_TRUE(namesIn(GetPanelsFolder()).isEmpty());
 }
 
-TEST_F(Adopting, TheWorkingCopyIsNamedByTheSource)
+/// A row: name, rule, stored range, its clauses, a cell of the version that does not fit, one of the next, the range in
+/// that.
+class MisplacedRange : public ProjectWithSource, public testing::WithParamInterface<std::array<QString, 7>>
 {
-    source.ID = 12;
-    EXPECT_EQ(source.Prepped(), path(u"Templates/LVCopy12.xls"_s));
+};
+
+TEST_P(MisplacedRange, IsNotStoredAndTheNextVersionIsRight)
+{
+    const auto& [name, rule, range, match, bad, good, healed] = GetParam();
+    source.UpdateType = u"default"_s;
+    const QString path = to + u"Sales.xlsx"_s;
+    store();
+    const auto follows = panel(rule, range + u"``"_s, QString(match).replace(u'/', u'`'));
+    const auto deliver = [&](const QString& time, const QString& cell) {
+        put(path, at(time));
+        PlainSheet sheet(u"Data"_s);
+        library.books[path] = {cell.isEmpty() ? sheet : sheet.put(cell, u"Total"_s)};
+        source.ClearFlags();
+        EXPECT_TRUE(source.GetLatest(db, true));
+        return storedRange(follows.ID);
+    };
+    EXPECT_EQ(deliver(u"09:00:00"_s, bad), range + u"``");
+    EXPECT_EQ(deliver(u"10:00:00"_s, good), healed + u"``");
+}
+
+INSTANTIATE_TEST_SUITE_P(Rules, MisplacedRange, testing::ValuesIn(textTable<7>(R"(
+    empty sheet          | bottom   | B5:F20 | bottom=$H$40                    |        | H52 | B17:F32
+    beyond the last row  | bottom   | B5:F20 | bottom=$H$40                    | H32768 | H52 | B17:F32
+    beyond the columns   | bottom   | B5:F20 | bottom=$H$40                    | IW1    | H52 | B17:F32
+    above the first row  | bottom   | B5:F20 | bottom=$H$40                    | H35    | H52 | B17:F32
+    left of the sheet    | bottom   | B5:F20 | bottom=$H$40                    | F40    | H52 | B17:F32
+    anchor above the top | contents | B5:F20 | bottom=/anchor=$C9/content=Total| C4     | C12 | B8:F23)")),
+                         rowName);
+
+TEST_F(Adopting, ReportsOfAPassComeInOneBoxAndNeverWhileTheProjectIsLocked)
+{
+    struct Writing : ScriptedPrompts
+    {
+        QString file;
+        void message(const QString& text, Icon icon) override
+        {
+            runRaw(file, "UPDATE LvnPanelSource SET MacroName = MacroName");
+            ScriptedPrompts::message(text, icon);
+        }
+    } writing;
+    writing.file = db->Name();
+    setPrompts(&writing);
+    put(from + u"Sales.xlsx"_s, at(u"10:00:00"_s)); // there is no such book in the host
+    store();
+    panel(u"bottom"_s, u"$B$5:$F$20``"_s, u"bottom=$H$40"_s);
+    {
+        const PassReport pass;
+        EXPECT_TRUE(source.GetLatest(db, true));
+        PassReport::add(u"Another."_s);
+        EXPECT_TRUE(writing.shown.isEmpty());
+    }
+    ASSERT_EQ(writing.shown.size(), 1);
+    EXPECT_TRUE(writing.shown.first().endsWith(u"Sales.xlsx\" was not found.\r\n\r\nAnother."_s))
+        << writing.shown.first();
 }
 
 } // namespace

@@ -17,7 +17,7 @@ class Due : public ProjectWithSource, public testing::WithParamInterface<std::ar
 TEST_P(Due, DecidesWhetherAPassFetches)
 {
     const auto& [name, lastUpdated, checkEvery, asked, fetched] = GetParam();
-    put(from + u"Sales.xlsx"_s, at(u"10:29:59"_s));
+    put(from + u"Sales.xlsx"_s, at(u"10:29:58"_s));
     source.LastUpdated = at(lastUpdated);
     source.CheckEvery = checkEvery.toInt();
     source.IsUpdated = asked == u"again";
@@ -31,7 +31,7 @@ INSTANTIATE_TEST_SUITE_P(Times, Due, testing::ValuesIn(textTable<5>(R"(
     at the very minute not yet          | 09:30:00 | 60         | by the timer | no
     a second later                      | 09:29:59 | 60         | by the timer | yes
     not yet but asked by the user       | 10:00:00 | 60         | by the user  | yes
-    every tick                          | 10:29:58 | 0          | by the timer | yes
+    every tick                          | 10:29:57 | 0          | by the timer | yes
     once a pass                         | 08:00:00 | 60         | again        | no
     frequency beyond 32 bits of seconds | 08:00:00 | 2147483647 | by the timer | no)")),
                          rowName);
@@ -95,7 +95,7 @@ TEST_F(Fetch, ALockedFileIsAskedAboutAndNoCountsAsFetched)
     EXPECT_EQ(stored().LastUpdated, at(u"10:00:00"_s));
 }
 
-TEST_F(Fetch, AnotherTryThatFailsIsToldAndMadeAgainInTheNextPass)
+TEST_F(Fetch, AnotherTryThatFailsIsSaidAndMadeAgainInTheNextPass)
 {
     blockTheTarget();
     user.confirmations = {true};
@@ -168,28 +168,50 @@ INSTANTIATE_TEST_SUITE_P(Types, FolderQuestions, testing::ValuesIn(textTable<6>(
 TEST_F(Fetch, ARefreshOpensTheCurrentFileInAWorkerOfItsOwn)
 {
     source.UpdateType = u"refresh"_s;
-    source.NewestFile = u"Sales.xlsx"_s;
-    const QString path = put(to + u"Sales.xlsx"_s, at(u"09:00:00"_s));
-    library.books[path] = {PlainSheet(u"Data"_s)};
     store();
     source.GetLatest(db, true);
+    EXPECT_EQ(library.events, QStringList({u"start"_s, u"open "_s + to, u"quit"_s})) << "no current file";
+    EXPECT_EQ(user.shown.size(), 1) << "failures are shown, in a timer pass too";
+    EXPECT_EQ(source.LastUpdated, at(u"08:00:00"_s));
+
+    source.NewestFile = u"Sales.xlsx"_s;
+    const QString path = put(to + u"Sales.xlsx"_s, at(u"10:30:00"_s));
+    library.books[path] = {PlainSheet(u"Data"_s)};
+    library.events.clear();
+    source.ClearFlags();
+    EXPECT_TRUE(source.GetLatest(db, true)) << "just written, but by the program itself";
     EXPECT_EQ(library.events.mid(0, 6), QStringList({u"start"_s, u"open "_s + path, u"refresh "_s + path,
                                                      u"save "_s + path, u"close "_s + path, u"quit"_s}));
-    EXPECT_EQ(source.LastUpdated, at(u"09:00:00"_s));
+    EXPECT_EQ(source.LastUpdated, at(u"10:30:00"_s));
 }
 
-TEST_F(Fetch, ARefreshWithoutACurrentFileFailsAndEndsItsWorker)
+/// A row: name, time of the copy in the destination, time and content of the file in the source, whether it is fetched.
+class FetchAgain : public ProjectWithSource, public testing::WithParamInterface<std::array<QString, 5>>
 {
-    source.UpdateType = u"refresh"_s;
+};
+
+TEST_P(FetchAgain, CompletesWhatWasFetchedByHalf)
+{
+    const auto& [name, copied, time, content, after] = GetParam();
+    put(to + u"Sales.csv"_s, at(copied), "half");
+    put(from + u"Sales.csv"_s, at(time), content.toUtf8());
+    source.Mask = u"Sales.csv"_s;
+    source.NewestFile = u"Sales.csv"_s;
+    source.LastUpdated = source.LastChecked = at(u"10:00:00"_s);
+    source.CheckEvery = 0;
     store();
+    panel(u"top"_s, u"$B$5:$F$20``"_s);
     source.GetLatest(db, true);
-    EXPECT_EQ(library.events, QStringList({u"start"_s, u"open "_s + to, u"quit"_s}));
-    EXPECT_EQ(log.entries,
-              QStringList(u"Error clsPanelSource.chkRefresh: (1004) The workbook \"%1\" was not found."_s.arg(to)));
-    EXPECT_EQ(user.shown.size(), 1) << "failures are shown, in a timer pass too";
-    EXPECT_TRUE(source.IsUpdated);
-    EXPECT_EQ(source.LastUpdated, at(u"08:00:00"_s));
+    EXPECT_EQ(read(to + u"Sales.csv"_s), after.toUtf8());
+    EXPECT_EQ(namesIn(GetPanelsFolder()).isEmpty(), after != u"half") << "its picture goes whatever the time";
 }
+
+INSTANTIATE_TEST_SUITE_P(Copies, FetchAgain, testing::ValuesIn(textTable<5>(R"(
+    the same                    | 10:00:00 | 10:00:00 | half  | half
+    completed in the same second| 10:00:00 | 10:00:00 | whole | whole
+    completed with an older time| 10:00:00 | 09:00:00 | whole | whole
+    changed by the user         | 09:59:55 | 09:00:00 | whole | half)")),
+                         rowName);
 
 TEST_F(Fetch, MailIsAskedForByMasksAndItsFileAdopted)
 {
@@ -210,17 +232,6 @@ TEST_F(Fetch, MailIsAskedForByMasksAndItsFileAdopted)
     EXPECT_EQ(asked, QStringList({u"Report*"_s, u"*.xlsx"_s, u"id`Inbox"_s, u"2026-11-24 08:00:00"_s, to}));
     EXPECT_EQ(source.NewestFile, u"Sales.xlsx"_s);
     EXPECT_EQ(stored().LastUpdated, at(u"10:15:00"_s));
-}
-
-TEST_F(Fetch, MailThatFailsIsLoggedUnderTheFolderCheck)
-{
-    source.UpdateType = u"inbox"_s;
-    store();
-    setMailIntake([](const MailQuestion&, QDateTime&) -> QString { throw RuntimeError(7, u"No mail."_s); });
-    EXPECT_FALSE(source.GetLatest(db, true));
-    setMailIntake({});
-    EXPECT_EQ(log.entries, QStringList(u"Error clsPanelSource.chkSrcFolder: (7) No mail."_s));
-    EXPECT_EQ(source.LastUpdated, at(u"08:00:00"_s));
 }
 
 } // namespace

@@ -6,7 +6,11 @@
 #include <QBuffer>
 #include <QFile>
 #include <QImageReader>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QSaveFile>
+#include <QtEndian>
 
 namespace lumivane {
 
@@ -21,7 +25,8 @@ constexpr double dotsPerMetreAtScaleOne = 96 / 0.0254;
 constexpr int pictureMegabytes = 320;
 constexpr qint64 mostPixels = pictureMegabytes * 1024 * 1024 / 4;
 constexpr qint64 longestNotice = 4000;
-const QByteArray noticeMark = "\nlumivane notice\n";
+const QByteArray detailsMark = "\nlumivane picture\n";
+constexpr qint64 mostDetails = 1 << 20; ///< bytes
 
 QImage readPicture(QIODevice& device, const QString& file)
 {
@@ -56,14 +61,55 @@ double scaleOfResolution(int dotsPerMetre)
     return scale > 1 && scale <= 8 ? scale : 1;
 }
 
-QString noticeAtEnd(QFile& device)
+QJsonObject versionJson(const FileVersion& version)
 {
-    const qint64 tail = qMin(device.size(), 4 * longestNotice + noticeMark.size());
-    if (!device.seek(device.size() - tail))
-        return {};
-    const QByteArray bytes = device.read(tail);
-    const qsizetype mark = bytes.lastIndexOf(noticeMark);
-    return mark < 0 ? QString() : QString::fromUtf8(bytes.mid(mark + noticeMark.size()));
+    // Numbers of JSON would lose the last digits.
+    return {{u"path"_s, version.path},
+            {u"size"_s, QString::number(version.size)},
+            {u"modified"_s, QString::number(version.modified)}};
+}
+
+FileVersion versionFrom(const QJsonValue& value)
+{
+    return {value[u"path"].toString(), value[u"size"].toString().toLongLong(),
+            value[u"modified"].toString().toLongLong()};
+}
+
+QByteArray detailsOf(const PanelPicture& picture)
+{
+    const PictureIdentity& identity = picture.identity;
+    const QJsonObject details{{u"notice"_s, picture.notice.left(longestNotice)},
+                              {u"project"_s, identity.project},
+                              {u"definitions"_s, QJsonArray::fromStringList(identity.definitions)},
+                              {u"version"_s, versionJson(identity.version)},
+                              {u"copy"_s, versionJson(identity.copy)},
+                              {u"range"_s, identity.range}};
+    return detailsMark + QJsonDocument(details).toJson(QJsonDocument::Compact);
+}
+
+/// What stands behind the bitmap, whose own header says where it ends.
+std::optional<QJsonObject> detailsBehind(QFile& device)
+{
+    const QByteArray header = device.read(6);
+    if (header.size() < 6 || !header.startsWith("BM") ||
+        !device.seek(qFromLittleEndian<quint32>(header.constData() + 2)))
+        return std::nullopt;
+    const QByteArray bytes = device.read(mostDetails);
+    const QJsonDocument details =
+        bytes.startsWith(detailsMark) ? QJsonDocument::fromJson(bytes.mid(detailsMark.size())) : QJsonDocument();
+    return details.isObject() ? std::optional(details.object()) : std::nullopt;
+}
+
+PictureIdentity identityFrom(const QJsonObject& details)
+{
+    PictureIdentity identity;
+    identity.project = details[u"project"].toString();
+    for (const QJsonValue& definition : details[u"definitions"].toArray())
+        identity.definitions.append(definition.toString());
+    identity.version = versionFrom(details[u"version"]);
+    identity.copy = versionFrom(details[u"copy"]);
+    identity.range = details[u"range"].toString();
+    return identity;
 }
 
 } // namespace
@@ -113,15 +159,30 @@ QString pictureFileFilter()
     return filters.join(u";;"_s);
 }
 
-PanelPicture loadCachedPicture(const QString& file)
+std::optional<PanelPicture> loadCachedPicture(const QString& file)
 {
     QFile device(file);
-    openForReading(device);
-    PanelPicture picture;
-    picture.image = readPicture(device, file);
-    picture.image.setDevicePixelRatio(scaleOfResolution(picture.image.dotsPerMeterX()));
-    picture.notice = noticeAtEnd(device);
-    return picture;
+    if (file.isEmpty() || !device.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const auto details = detailsBehind(device);
+    if (!details || !device.seek(0))
+        return std::nullopt;
+    try {
+        PanelPicture picture{readPicture(device, file), (*details)[u"notice"].toString(), identityFrom(*details)};
+        picture.image.setDevicePixelRatio(scaleOfResolution(picture.image.dotsPerMeterX()));
+        return picture;
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
+}
+
+std::optional<PictureIdentity> cachedIdentity(const QString& file)
+{
+    QFile device(file);
+    if (file.isEmpty() || !device.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const auto details = detailsBehind(device);
+    return details ? std::optional(identityFrom(*details)) : std::nullopt;
 }
 
 void saveCachedPicture(const PanelPicture& picture, const QString& file)
@@ -134,9 +195,9 @@ void saveCachedPicture(const PanelPicture& picture, const QString& file)
 
     QSaveFile device(file);
     bool written = device.open(QIODevice::WriteOnly) && image.save(&device, "BMP");
-    if (written && !picture.notice.isEmpty()) {
-        const QByteArray tail = noticeMark + picture.notice.left(longestNotice).toUtf8();
-        written = device.write(tail) == tail.size();
+    if (written) {
+        const QByteArray details = detailsOf(picture);
+        written = device.write(details) == details.size();
     }
     if (!written || !device.commit())
         throw RuntimeError(pathFileAccessError,

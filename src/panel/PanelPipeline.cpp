@@ -6,16 +6,19 @@
 #include "platform/Prompts.h"
 #include "platform/RuntimeError.h"
 #include "range/PlaceDoubt.h"
+#include "range/RangeFit.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
 #include "services/ProgramFiles.h"
 #include "services/modUtilsFile.h"
 #include "services/modUtilsLog.h"
+#include "update/Stillness.h"
 
 #include <QFile>
 #include <QFontDatabase>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QScopeGuard>
 #include <algorithm>
 #include <cmath>
@@ -81,6 +84,7 @@ QString undrawnNotice(Worksheet& sheet, const QString& address)
 
 bool PanelPipeline::Panel_Load(XLInstance& XLInst, const Record& Panel, bool Refresh)
 {
+    problem.clear();
     return trapped(u"Panel_Load"_s, [&] {
         if (!hasInstance(XLInst, u"Panel_Load"_s))
             return false;
@@ -93,7 +97,7 @@ bool PanelPipeline::Panel_Load(XLInstance& XLInst, const Record& Panel, bool Ref
             QFile::remove(cacheFile);
         source->GetLatest(gDB, false);
         // The check may have moved the stored range on.
-        if (!FileExists(cacheFile))
+        if (!pictureStands(*Panel, *source))
             Panel->LoadFromDB(Panel->ID, gDB);
         return loadContent(XLInst, *source, Panel);
     });
@@ -101,6 +105,7 @@ bool PanelPipeline::Panel_Load(XLInstance& XLInst, const Record& Panel, bool Ref
 
 bool PanelPipeline::Panel_Reload(XLInstance& XLInst, const Record& Panel)
 {
+    problem.clear();
     return trapped(u"Panel_Reload"_s, [&] {
         if (!hasInstance(XLInst, u"Panel_Reload"_s))
             return false;
@@ -109,8 +114,10 @@ bool PanelPipeline::Panel_Reload(XLInstance& XLInst, const Record& Panel)
             return failWithBox(u"Panel has no source defined."_s, Prompts::Icon::Exclamation);
 
         source->GetLatest(gDB, true);
-        if (FileExists(panelPictureFile(Panel->ID)))
+        if (pictureStands(*Panel, *source) && !isOutdone(*source)) {
+            problem = problemOf(*source);
             return false;
+        }
         return loadContent(XLInst, *source, Panel);
     });
 }
@@ -148,6 +155,50 @@ bool PanelPipeline::Panel_Sharpen(XLInstance& XLInst, const Record& Panel)
     return false;
 }
 
+PictureIdentity PanelPipeline::identityOf(const clsWorkspacePanel& Panel, const QString& openPath,
+                                          const QString& sourcePath)
+{
+    return {projectIdentity(),
+            {definitionDigest(Panel)},
+            FileVersion::of(sourcePath),
+            openPath == sourcePath ? FileVersion() : FileVersion::of(openPath),
+            {}};
+}
+
+QString PanelPipeline::openPathOf(const clsWorkspacePanel& Panel, const clsPanelSource& source, const QString& path)
+{
+    return Panel.IsCustom == u"Y" ? source.Prepped() : path;
+}
+
+QString PanelPipeline::problemOf(const clsPanelSource& source)
+{
+    if (!source.Problem.isEmpty() || FileExists(source.currentPath()))
+        return source.Problem;
+    return u"The workbook [%1] was not found."_s.arg(source.currentPath());
+}
+
+bool PanelPipeline::pictureStands(const clsWorkspacePanel& Panel, const clsPanelSource& source)
+{
+    const auto kept = cachedIdentity(panelPictureFile(Panel.ID));
+    const QString path = source.currentPath();
+    return kept && belongs(*kept, identityOf(Panel, openPathOf(Panel, source, path), path), problemOf(source));
+}
+
+bool PanelPipeline::belongs(const PictureIdentity& kept, const PictureIdentity& panel, const QString& sourceProblem)
+{
+    if (kept.project != panel.project || !kept.definitions.contains(panel.definitions.first()))
+        return false;
+    // While the present version cannot be had, the last one stands, and says so.
+    return !sourceProblem.isEmpty() || (kept.version == panel.version && kept.copy == panel.copy);
+}
+
+bool PanelPipeline::isOutdone(const clsPanelSource& source) const
+{
+    // Another program has kept a newer picture of the panel than the one that is shown here.
+    return picTemp.identity.version.size >= 0 && problemOf(source).isEmpty() &&
+           picTemp.identity.version != FileVersion::of(source.currentPath());
+}
+
 bool PanelPipeline::loadContent(XLInstance& XLInst, clsPanelSource& source, const Record& Panel)
 {
     QString path = source.currentPath();
@@ -160,14 +211,16 @@ bool PanelPipeline::loadContent(XLInstance& XLInst, clsPanelSource& source, cons
 
     if (Panel->ContentType == u"P") {
         picTemp = loadPictureFile(path);
+        picTemp.identity.version = FileVersion::of(path);
     } else if (isRangePanel(*Panel) || Panel->ContentType == u"C") {
-        const QString openPath = Panel->IsCustom == u"Y" ? source.Prepped() : path;
-        if (!Panel_LoadExcel(openPath, path, false, XLInst, Panel))
+        if (!Panel_LoadExcel(openPathOf(*Panel, source, path), path, false, XLInst, Panel))
             return false;
     } else if (!Panel_LoadOther(path)) {
         return false;
     }
 
+    if (problem.isEmpty())
+        problem = problemOf(source);
     if (applyView)
         applyView(*Panel);
     return true;
@@ -194,6 +247,7 @@ std::optional<QString> PanelPipeline::recoverFile(clsPanelSource& source, const 
     source.FullPath = chosen;
     source.DestFolder = withDelimiter(FileFolder(chosen));
     source.SaveToDB(gDB);
+    source.Problem.clear();
     return chosen;
 }
 
@@ -214,8 +268,12 @@ bool PanelPipeline::Panel_LoadExcel(const QString& OpenPath, const QString& Sour
             throw RuntimeError(RuntimeError::ObjectNotSet);
 
         const QString cacheFile = Panel->ID > 0 ? panelPictureFile(Panel->ID) : QString();
-        if (!m_drawAnew && !cacheFile.isEmpty() && FileExists(cacheFile)) {
-            picTemp = loadCachedPicture(cacheFile);
+        m_drawing = identityOf(*Panel, OpenPath, SourcePath);
+        const auto source = Panel->Source();
+        const QString sourceProblem = source && !IsPaste ? problemOf(*source) : QString();
+        if (auto kept = m_drawAnew ? std::nullopt : loadCachedPicture(cacheFile);
+            kept && belongs(kept->identity, m_drawing, sourceProblem)) {
+            picTemp = *std::move(kept);
             m_askedScale = picTemp.image.devicePixelRatio();
             return true;
         }
@@ -230,10 +288,26 @@ bool PanelPipeline::Panel_LoadExcel(const QString& OpenPath, const QString& Sour
             const auto closing = qScopeGuard([&] { workbook->Close(); });
             drawn = loadFromSheet(XLInst, workbook, SourcePath, IsPaste, Panel);
         }
-        if (drawn && !cacheFile.isEmpty() && m_undrawn.isEmpty())
+        if (!drawn)
+            return false;
+        picTemp.identity = m_drawing;
+        if (!cacheFile.isEmpty() && m_undrawn.isEmpty() && stoodStill(OpenPath, SourcePath))
             saveCachedPicture(picTemp, cacheFile);
-        return drawn;
+        return true;
     });
+}
+
+bool PanelPipeline::stoodStill(const QString& OpenPath, const QString& SourcePath)
+{
+    const auto same = [](const FileVersion& before, const QString& path) {
+        return before.path.isEmpty() || before == FileVersion::of(path);
+    };
+    if (!same(m_drawing.version, SourcePath) || !same(m_drawing.copy, OpenPath)) {
+        problem = u"[%1] was written to while it was drawn."_s.arg(OpenPath);
+        return false;
+    }
+    // What has just been written may be written on. The next pass draws it again.
+    return untilGrown(FileStamp::of(OpenPath)) == 0;
 }
 
 bool PanelPipeline::loadFromSheet(XLInstance& XLInst, const std::shared_ptr<Workbook>& workbook,
@@ -256,9 +330,10 @@ bool PanelPipeline::loadFromSheet(XLInstance& XLInst, const std::shared_ptr<Work
 bool PanelPipeline::captureChart(const std::shared_ptr<Workbook>& workbook, const std::shared_ptr<Worksheet>& sheet,
                                  bool IsPaste, const Record& Panel)
 {
-    // An engine may read a sheet only when it is needed. Damage must be told here: the search below would take it for a
+    // An engine may read a sheet only when it is needed. Damage must be seen here: the search below would take it for a
     // missing chart.
     sheet->usedArea();
+    m_drawing.range = Panel->PicRange;
     if (Excel_HasShape(sheet, Panel->PicRange))
         return Panel_PasteExcel(*sheet, Panel, u"C"_s, Panel->PicRange);
     if (IsPaste)
@@ -273,9 +348,9 @@ bool PanelPipeline::captureRange(XLInstance& XLInst, const std::shared_ptr<Works
                                  bool IsPaste, const Record& Panel)
 {
     if (Panel->IsCustom == u"Y") {
-        Panel_LoadCustom(XLInst, *Panel, SourcePath);
+        const QString misfit = Panel_LoadCustom(XLInst, *Panel, SourcePath);
         sheet->Select();
-        return captureAdjusted(*sheet, Panel);
+        return captureAdjusted(*sheet, Panel, misfit);
     }
 
     sheet->Select();
@@ -286,20 +361,52 @@ bool PanelPipeline::captureRange(XLInstance& XLInst, const std::shared_ptr<Works
         if (recorded != LastFilledCell(*sheet))
             return failWithBox(staleWorkbookText(), Prompts::Icon::Critical);
     }
-    Panel->GetAdjRange(*sheet);
+    if (IsPaste) {
+        Panel->GetAdjRange(*sheet);
+        m_placeDoubt = placeDoubt(*Panel, *sheet);
+        return captureAdjusted(*sheet, Panel, QString());
+    }
+    const QString misfit = locateRange(*Panel, *sheet);
     m_placeDoubt = placeDoubt(*Panel, *sheet);
-    return captureAdjusted(*sheet, Panel);
+    addStoredDefinition(*Panel, *sheet);
+    return captureAdjusted(*sheet, Panel, misfit);
 }
 
-bool PanelPipeline::captureAdjusted(Worksheet& sheet, const Record& Panel)
+void PanelPipeline::addStoredDefinition(const clsWorkspacePanel& located, Worksheet& sheet)
+{
+    // An adjustment moves the stored definition on and leaves the one on the screen. Where both give the same range of
+    // this version, the picture is right for both.
+    clsWorkspacePanel stored;
+    if (located.ID < 1 || !stored.LoadFromDB(located.ID, gDB))
+        return;
+    const QString digest = definitionDigest(stored);
+    const auto withoutPlace = [](const clsWorkspacePanel& panel) {
+        static const QRegularExpression keys(u"[^`]*="_s);
+        return QStringList{panel.ContentType,
+                           panel.IsCustom,
+                           panel.SheetName,
+                           panel.RelativeTo,
+                           panel.PicRange.section(u'`', 1),
+                           QString(panel.RowHeights).remove(keys),
+                           QString(panel.ColWidths).remove(keys)};
+    };
+    if (m_drawing.definitions.contains(digest) || withoutPlace(stored) != withoutPlace(located))
+        return;
+    if (locateRange(stored, sheet).isEmpty() &&
+        CellArea::parse(stored.adjMovRange()) == CellArea::parse(located.adjMovRange()))
+        m_drawing.definitions.append(digest);
+}
+
+bool PanelPipeline::captureAdjusted(Worksheet& sheet, const Record& Panel, const QString& misfit)
 {
     const QString range = Panel->adjRange(sheet);
+    m_drawing.range = range;
     const QString unmarked = markThresholds(sheet, *Panel);
     if (!Panel_PasteExcel(sheet, Panel, u"S"_s, range))
         return false;
-    for (const QString& further : {m_placeDoubt, unmarked})
-        if (!further.isEmpty())
-            picTemp.notice = picTemp.notice.isEmpty() ? further : QString(picTemp.notice + u'\n' + further);
+    QStringList notices{misfit, picTemp.notice, m_placeDoubt, unmarked};
+    notices.removeAll(QString());
+    picTemp.notice = notices.join(u'\n');
     return true;
 }
 
@@ -317,22 +424,24 @@ QString PanelPipeline::markThresholds(Worksheet& sheet, const clsWorkspacePanel&
     }
 }
 
-void PanelPipeline::Panel_LoadCustom(XLInstance& XLInst, clsWorkspacePanel& Panel, const QString& SourcePath)
+QString PanelPipeline::Panel_LoadCustom(XLInstance& XLInst, clsWorkspacePanel& Panel, const QString& SourcePath)
 {
     // The personal copy was built for display; the range must be found in the true file. What goes wrong here is
     // passed over, and the range is then drawn where it was located last.
     try {
         const auto workbook = XLInst->Open(SourcePath, true);
         if (!workbook)
-            return;
+            return {};
         const auto closing = qScopeGuard([&] { workbook->Close(); });
         if (!Excel_HasSheet(workbook, Panel.SheetName))
-            return;
+            return {};
         const auto sheet = workbook->WorksheetByName(Panel.SheetName);
-        Panel.GetAdjRange(*sheet);
+        const QString misfit = locateRange(Panel, *sheet);
         m_placeDoubt = placeDoubt(Panel, *sheet);
+        return misfit;
     } catch (const RuntimeError&) {
     }
+    return {};
 }
 
 bool PanelPipeline::Panel_PasteExcel(Worksheet& sheet, const Record& Panel, const QString& ContentType,
@@ -422,9 +531,6 @@ bool PanelPipeline::failWithBox(const QString& text, Prompts::Icon icon)
 
 bool PanelPipeline::trapped(const QString& procedure, const std::function<bool()>& steps)
 {
-    // An inner procedure's reason stands until the next attempt as a whole.
-    if (procedure == u"Panel_Load" || procedure == u"Panel_Reload")
-        problem.clear();
     try {
         return steps();
     } catch (const std::exception& failure) {

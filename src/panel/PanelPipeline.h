@@ -19,15 +19,18 @@ class Worksheet;
 /// Gets the picture of one panel: from its cached bitmap, from its workbook, or from a picture file. Works without a
 /// window, so that a dashboard can also be refreshed from a script; a window gives `applyView`.
 ///
-/// The only word between the update engine and this class is the cached file: where there is none, the picture is drawn
-/// anew. Failures are logged and told by `prompts()` as each procedure says, and kept in `problem` for the panel.
+/// The only word between the update engine and this class is the cached file: where there is none that belongs to the
+/// project, the panel's definition and the present version of its workbook, the picture is drawn anew. Failures are
+/// logged and shown by `prompts()` as each procedure says, and kept in `problem` for the panel.
 class PanelPipeline
 {
 public:
     using Record = std::shared_ptr<clsWorkspacePanel>;
 
     PanelPicture picTemp; ///< the full picture in its own size; what it held stays when a load fails
-    QString problem;      ///< why the last load or reload failed; empty when it did not
+    /// Why the picture is not up to date after the last load or reload; empty when it is. A picture may be there all
+    /// the same, of an older version.
+    QString problem;
     /// Run at the end of a successful load or reload, inside its trap.
     std::function<void(clsWorkspacePanel&)> applyView;
 
@@ -56,7 +59,8 @@ public:
 
 private:
     bool loadContent(XLInstance& XLInst, clsPanelSource& source, const Record& Panel);
-    void Panel_LoadCustom(XLInstance& XLInst, clsWorkspacePanel& Panel, const QString& SourcePath);
+    /// Answers what is wrong with the place that was found.
+    QString Panel_LoadCustom(XLInstance& XLInst, clsWorkspacePanel& Panel, const QString& SourcePath);
     bool Panel_LoadOther(const QString& Path) { return true; }
     QString Panel_FindFile();
     std::optional<QString> recoverFile(clsPanelSource& source, const QString& path);
@@ -70,7 +74,20 @@ private:
     double wantedScale(const clsWorkspacePanel& Panel, const TwipsSize& picture) const;
     /// `take` gives the picture at a scale, and throws where it cannot.
     QImage capture(const clsWorkspacePanel& Panel, const std::function<QImage(double)>& take);
-    bool captureAdjusted(Worksheet& sheet, const Record& Panel);
+    bool captureAdjusted(Worksheet& sheet, const Record& Panel, const QString& misfit);
+
+    // What a picture belongs to.
+    static QString openPathOf(const clsWorkspacePanel& Panel, const clsPanelSource& source, const QString& path);
+    static QString problemOf(const clsPanelSource& source);
+    static PictureIdentity identityOf(const clsWorkspacePanel& Panel, const QString& openPath,
+                                      const QString& sourcePath);
+    static bool belongs(const PictureIdentity& kept, const PictureIdentity& panel, const QString& sourceProblem);
+    /// Whether the cached file is a picture of the panel as it is now.
+    static bool pictureStands(const clsWorkspacePanel& Panel, const clsPanelSource& source);
+    bool isOutdone(const clsPanelSource& source) const;
+    void addStoredDefinition(const clsWorkspacePanel& located, Worksheet& sheet);
+    bool stoodStill(const QString& OpenPath, const QString& SourcePath);
+
     /// Colours the cells that pass a limit of the panel. Answers what kept it from doing so, for the panel's notice.
     QString markThresholds(Worksheet& sheet, const clsWorkspacePanel& Panel);
     void captureShape(Worksheet& sheet, const QString& name, const clsWorkspacePanel& Panel);
@@ -86,6 +103,7 @@ private:
     bool m_drawAnew = false; ///< the cached picture does not count
     QString m_undrawn;       ///< set while picTemp must not be kept as the panel's picture
     QString m_placeDoubt;    ///< of the range just found, for the notice
+    PictureIdentity m_drawing; ///< of the picture that is being made
 };
 
 } // namespace lumivane

@@ -42,6 +42,13 @@ QRect pixelRect(const TwipsRect& rect)
     return {toPixels(rect.left), toPixels(rect.top), toPixels(rect.width), toPixels(rect.height)};
 }
 
+/// The time of the file that the picture shows, which need not be the newest.
+std::optional<QDateTime> shownVersionTime(const PanelPicture& picture)
+{
+    const QDateTime time = picture.identity.version.time();
+    return time.isValid() ? std::optional(time) : std::nullopt;
+}
+
 /// The last pixel of the dashboard at which a panel can still be stored, and the greatest length of one.
 int farthestPixel()
 {
@@ -290,7 +297,7 @@ void frmPanel::SetCaption()
     std::optional<QDateTime> stamp;
     const auto source = panel->Source();
     if (gPanelTimeStamp && source)
-        stamp = source->NewestFileTime();
+        stamp = shownVersionTime(m_pipeline.picTemp).value_or(source->NewestFileTime());
     QString text = panelCaptionText(shownName(panel->Caption), mark, stamp, Clock::now());
     setAccessibleName(text);
     // A text wider than the panel is not centred, and may be wider than a length that is kept.

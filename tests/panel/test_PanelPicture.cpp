@@ -50,53 +50,62 @@ protected:
     }
 };
 
-TEST_F(PictureCache, KeepsPixelsScaleAndNotice)
+TEST_F(PictureCache, KeepsPixelsScaleNoticeAndWhatItBelongsTo)
 {
+    const PictureIdentity identity{u"/data/Größe.lvdu"_s,
+                                   {u"a1"_s, u"b2"_s},
+                                   {u"/data/Sales.xlsx"_s, 12345, 1'764'000'000'123'456'789},
+                                   {u"/data/LVCopy3.xls"_s, 77, 5},
+                                   u"B17:F32"_s};
     for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
         for (const QString& notice : {QString(), u"Not shown here: Umsatz „Süd“."_s}) {
             SCOPED_TRACE(scale);
-            saveCachedPicture(picture(scale, notice), m_file);
-            const PanelPicture read = loadCachedPicture(m_file);
-            EXPECT_EQ(read.image.devicePixelRatio(), scale);
-            EXPECT_EQ(read.notice, notice);
-            EXPECT_EQ(read.image.size(), QSize(60, 30));
-            EXPECT_EQ(read.image.pixelColor(59, 29), QColor(Qt::red));
-            EXPECT_EQ(read.size(), (TwipsSize{static_cast<float>(900 / scale), static_cast<float>(450 / scale)}));
+            PanelPicture written = picture(scale, notice);
+            written.identity = identity;
+            saveCachedPicture(written, m_file);
+            const auto read = loadCachedPicture(m_file);
+            ASSERT_TRUE(read);
+            EXPECT_EQ(read->image.devicePixelRatio(), scale);
+            EXPECT_EQ(read->notice, notice);
+            EXPECT_EQ(read->image.size(), QSize(60, 30));
+            EXPECT_EQ(read->image.pixelColor(59, 29), QColor(Qt::red));
+            EXPECT_EQ(read->size(), (TwipsSize{static_cast<float>(900 / scale), static_cast<float>(450 / scale)}));
+            EXPECT_EQ(read->identity, identity);
+            EXPECT_EQ(cachedIdentity(m_file), identity);
         }
     }
-    EXPECT_TRUE(bytes().startsWith("BM")) << "a bitmap that any program reads";
+    EXPECT_TRUE(QImage(m_file).size() == QSize(60, 30)) << "a bitmap that any program reads";
 }
 
-TEST_F(PictureCache, TakesABitmapOfAnotherProgramAtScaleOne)
+TEST_F(PictureCache, CutsANoticeThatNobodyWouldRead)
 {
-    QImage image = picture(1).image;
-    for (const int dotsPerMetre : {0, 2835, 3000, 3779}) {
-        image.setDotsPerMeterX(dotsPerMetre);
-        ASSERT_TRUE(image.save(m_file, "BMP"));
-        EXPECT_EQ(loadCachedPicture(m_file).image.devicePixelRatio(), 1) << dotsPerMetre;
-    }
+    const QString notice = QString(4001, u'ü').replace(3999, 2, u"yz"_s);
+    saveCachedPicture(picture(1, notice), m_file);
+    EXPECT_EQ(loadCachedPicture(m_file)->notice, notice.first(4000));
 }
 
-TEST_F(PictureCache, RefusesWhatIsNoPictureAndNamesTheFile)
+TEST_F(PictureCache, TakesNothingThatItDidNotWriteWhole)
 {
-    EXPECT_EQ(failureNumber(loadCachedPicture), RuntimeError::FileNotFound);
-    EXPECT_EQ(failureNumber(loadPictureFile), RuntimeError::FileNotFound);
-    for (const QByteArray& damaged :
-         {QByteArray(), QByteArray("BM"), QByteArray("Region;Umsatz\n"), QByteArray(5000, '\xff')}) {
-        write(damaged);
-        EXPECT_EQ(failureNumber(loadCachedPicture), 481) << damaged.left(20).constData();
-        EXPECT_EQ(failureNumber(loadPictureFile), 481);
-    }
-}
-
-TEST_F(PictureCache, SurvivesAHeaderThatPromisesMoreThanThereIs)
-{
+    EXPECT_FALSE(loadCachedPicture(m_file) || cachedIdentity(m_file)) << "missing";
+    ASSERT_TRUE(picture(1).image.save(m_file, "BMP"));
+    EXPECT_FALSE(loadCachedPicture(m_file) || cachedIdentity(m_file)) << "of another program";
     saveCachedPicture(picture(1), m_file);
-    QByteArray huge = bytes();
+    const QByteArray whole = bytes();
+    for (const QByteArray& damaged : {QByteArray(), whole.first(5), whole.first(whole.size() / 2), whole.chopped(1),
+                                      QByteArray(whole).remove(100, 400), QByteArray(5000, '\xff')}) {
+        write(damaged);
+        EXPECT_FALSE(loadCachedPicture(m_file) || cachedIdentity(m_file)) << damaged.size();
+    }
     // Width and height of the info header: 2^30 pixels each.
-    huge.replace(18, 8, QByteArray::fromHex("0000004000000040"));
-    write(huge);
-    EXPECT_EQ(failureNumber(loadCachedPicture), 481);
+    write(QByteArray(whole).replace(18, 8, QByteArray::fromHex("0000004000000040")));
+    EXPECT_FALSE(loadCachedPicture(m_file));
+}
+
+TEST_F(PictureCache, RefusesAFileThatIsNoPictureAndNamesIt)
+{
+    EXPECT_EQ(failureNumber(loadPictureFile), RuntimeError::FileNotFound);
+    write("Region;Umsatz\n");
+    EXPECT_EQ(failureNumber(loadPictureFile), 481);
 }
 
 TEST_F(PictureCache, LeavesTheOldPictureWhereItCannotWrite)

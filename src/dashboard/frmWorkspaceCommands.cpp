@@ -16,6 +16,7 @@
 #include "repository/modUtilsSQL.h"
 #include "services/ProgramFiles.h"
 #include "services/modUtilsLog.h"
+#include "update/PassReport.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -306,6 +307,7 @@ void frmWorkspace::Workspace_LoadPanels(qint32 WorkspaceID, bool& OK)
 
 void frmWorkspace::openPanelWindows(XLInstance& XLInst, bool Refresh, const clsWorkspacePanel* leftOut)
 {
+    const PassReport report;
     // Last to first, so that the first panel ends up on top.
     for (qint16 i = gWorkspace->NumPanels(); i >= 1; --i) {
         const auto panel = gWorkspace->Panels(i);

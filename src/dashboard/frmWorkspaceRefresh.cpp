@@ -8,6 +8,7 @@
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
 #include "services/modMain.h"
+#include "update/PassReport.h"
 
 #include <QLabel>
 #include <QPointer>
@@ -37,6 +38,7 @@ void frmWorkspace::Workspace_CheckUpdates()
     prompts().setPointer(Prompts::Pointer::ArrowHourglass);
     try {
         runToItsEnd([this] {
+            const PassReport report;
             gSources->ClearFlags();
             checkPanels();
             m_lastCheck->setText(u"Last check "_s + Clock::now().toString(u"HH:mm"_s));

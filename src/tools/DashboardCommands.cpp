@@ -9,6 +9,7 @@
 #include "tools/DashboardPicture.h"
 #include "tools/OpenProject.h"
 #include "tools/Output.h"
+#include "update/PassReport.h"
 
 namespace lumivane {
 
@@ -26,10 +27,12 @@ QString refreshPanel(const std::shared_ptr<clsWorkspacePanel>& panel, bool& fail
     }
     PanelPipeline pipeline;
     const bool drawn = pipeline.Panel_Reload(worker.instance(), panel);
-    if (drawn)
-        return u"drawn anew"_s;
     if (pipeline.problem.isEmpty())
-        return u"unchanged"_s;
+        return drawn ? u"drawn anew"_s : u"unchanged"_s;
+    // What is being written is no failure; the next pass comes.
+    const auto source = panel->Source();
+    if (source && source->IsWaiting)
+        return u"waiting: "_s + pipeline.problem.simplified();
     failed = true;
     return u"failed: "_s + pipeline.problem.simplified();
 }
@@ -42,6 +45,7 @@ int refreshCommand(const CommandLine& line)
     project.loadDashboard(line.argument(1));
     gSources->ClearFlags();
     bool anyFailed = false;
+    const PassReport report;
     for (int i = 1; i <= gWorkspace->NumPanels(); ++i) {
         const auto panel = gWorkspace->Panels(i);
         const QString outcome = refreshPanel(panel, anyFailed);

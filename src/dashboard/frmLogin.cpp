@@ -7,6 +7,7 @@
 #include "platform/RuntimeError.h"
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"
+#include "services/modUtilsFile.h"
 #include "services/modUtilsLog.h"
 #include "session/ProjectUse.h"
 #include "session/Startup.h"
@@ -117,7 +118,7 @@ void frmLogin::openProject(const QString& fileName)
         cmdBrowse_Click();
         return;
     }
-    if (Mode == u"switch" && gDB && gDB->Name().compare(fileName, Qt::CaseInsensitive) == 0) {
+    if (Mode == u"switch" && gDB && isSameFile(gDB->Name(), fileName)) {
         accept();
         return;
     }

@@ -117,7 +117,11 @@ qint32 clsPanelSource::GetID(const std::shared_ptr<Database>& DB, const QString&
 {
     const auto rs = openForSource(
         DB, u"SELECT ID FROM LvnPanelSource"_s + u" WHERE FullPath = "_s + doubledLiteral(path), u"GetID"_s);
-    return rs && !rs->EOF_() ? rs->number32(u"ID") : 0;
+    // Paths that differ by case alone are equal to the store, and may be two files: the row made last is the one.
+    qint32 found = 0;
+    for (; rs && !rs->EOF_(); rs->MoveNext())
+        found = qMax(found, rs->number32(u"ID"));
+    return found;
 }
 
 bool clsPanelSource::UpdateDB(const std::shared_ptr<Database>& DB)

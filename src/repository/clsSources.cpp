@@ -36,7 +36,7 @@ int clsSources::Count() const
 
 qint16 clsSources::AddSource(const QString& FullPath)
 {
-    const auto isThisFile = [&](const QString& path) { return path.compare(FullPath, Qt::CaseInsensitive) == 0; };
+    const auto isThisFile = [&](const QString& path) { return isSameFile(path, FullPath); };
     for (const auto& source : m_sources) {
         if (isThisFile(source->DestFolder + source->NewestFile) ||
             (source->ownsFullPath() && isThisFile(source->FullPath)))

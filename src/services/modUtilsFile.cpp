@@ -230,6 +230,14 @@ bool FileRename(const QString& OldName, const QString& NewName)
     return false;
 }
 
+bool isSameFile(const QString& path, const QString& other)
+{
+    if (path == other || path.compare(other, Qt::CaseInsensitive) != 0)
+        return path == other;
+    const FileStamp one = FileStamp::of(path), two = FileStamp::of(other);
+    return one.size < 0 || two.size < 0 || (one.device == two.device && one.inode == two.inode);
+}
+
 QString PathDelimiter(const QString& Path)
 {
     return Path.contains(u'/') ? u"/"_s : u"\\"_s;
@@ -258,7 +266,10 @@ QString FindNewestFile(const QString& Mask)
     const QString folder = Mask.chopped(filePart(Mask).size());
     qint64 newest = longAgo().toMSecsSinceEpoch() * 1'000'000;
     QString found;
-    for (const QString& name : Dir(Mask)) {
+    // A plain name means the file of that very name before one that differs by case.
+    const QString plain = filePart(Mask);
+    const bool there = !hasWildCard(plain) && FileExists(Mask);
+    for (const QString& name : there ? QStringList(plain) : Dir(Mask)) {
         const FileStamp stamp = FileStamp::of(folder + name);
         if (stamp.size >= 0 && stamp.modified > newest) {
             newest = stamp.modified;

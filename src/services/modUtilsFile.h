@@ -17,6 +17,10 @@ bool FolderCreate(const QString& Folder); ///< one level; an existing folder is 
 bool File_Copy(const QString& Source, const QString& Dest);
 bool FileRename(const QString& OldName, const QString& NewName); ///< copy, then delete; works across drives
 
+/// Whether two paths mean one file. They are compared without regard to case, but where both are there under different
+/// names, the disk decides.
+bool isSameFile(const QString& path, const QString& other);
+
 QString PathDelimiter(const QString& Path);
 QString FileFolder(const QString& Path); ///< without the delimiter
 /// Outputs may be null. `Extension` is set only where the file part has a dot beyond its first character.
@@ -25,7 +29,8 @@ void SplitPath(const QString& Path, QString* Folder, QString* Name, QString* Ext
 /// Whether a file name, or the name at the end of a path, fits a wild-card name as `Dir` reads it.
 bool FitsMask(const QString& Path, const QString& Mask);
 /// Full path of the file matching a folder and a wild-card name with the latest modification time, to the fraction of a
-/// second; of equal times the first listed. Empty when there is none.
+/// second; of equal times the first listed. A plain name means that very file where it is there. Empty when there is
+/// none.
 QString FindNewestFile(const QString& Mask);
 /// Local, whole seconds. Throws RuntimeError 53 when the file is not there.
 QDateTime FileDateTime(const QString& File);

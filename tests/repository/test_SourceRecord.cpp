@@ -52,6 +52,7 @@ TEST_F(SourceRecord, AKnownFileIsFoundByEitherNameInAnyCase)
     EXPECT_EQ(gSources->AddSource(path(u"BOOK 2026.xlsx"_s)), 1);
     EXPECT_EQ(gSources->AddSource(book), 1);
     EXPECT_EQ(gSources->Count(), 2);
+    EXPECT_EQ(gSources->AddSource(workbook(u"BOOK.xlsx"_s)), 3) << "where case counts, these are two files";
     EXPECT_EQ(failure([&] { gSources->AddSource(path(u"none.xlsx"_s)); }),
               u"File not found: [%1]"_s.arg(path(u"none.xlsx"_s)));
 }

@@ -178,6 +178,9 @@ TEST_F(FileUtilities, NewestFileIsTheLatestOrTheFirstListedOfEquals)
     EXPECT_EQ(FindNewestFile(path(u"*.XLSX"_s)), path(equals.front()));
     writeAt(equals.back(), "x", noon.addMSecs(1));
     EXPECT_EQ(FindNewestFile(path(u"*.XLSX"_s)), path(equals.back()));
+    EXPECT_EQ(FindNewestFile(path(u"OLD.xlsx"_s)), path(u"old.xlsx"_s));
+    writeAt(u"OLD.xlsx"_s, "x", noon.addSecs(-2));
+    EXPECT_EQ(FindNewestFile(path(u"OLD.xlsx"_s)), path(u"OLD.xlsx"_s)) << "two files where case counts";
     EXPECT_EQ(FindNewestFile(path(u"none*"_s)), QString());
     EXPECT_EQ(FindNewestFile(QString()), QString());
     EXPECT_EQ(FindNewestFile(path(u"none/*"_s)), QString());

@@ -202,6 +202,11 @@ bool PanelPipeline::isOutdone(const clsPanelSource& source) const
 bool PanelPipeline::loadContent(XLInstance& XLInst, clsPanelSource& source, const Record& Panel)
 {
     QString path = source.currentPath();
+    if (!FileExists(path) && source.IsWaiting) {
+        // The first version is on its way: nobody need look for it.
+        problem = source.Problem;
+        return false;
+    }
     if (!FileExists(path)) {
         const auto found = recoverFile(source, path);
         if (!found)

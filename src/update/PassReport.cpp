@@ -1,5 +1,7 @@
 #include "update/PassReport.h"
 
+#include <utility>
+
 namespace lumivane {
 
 using namespace Qt::StringLiterals;

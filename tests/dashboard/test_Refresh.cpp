@@ -1,6 +1,5 @@
 #include "dashboard/DashboardFixture.h"
 #include "panel/frmPanel.h"
-#include "platform/RuntimeError.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
 #include "services/modMain.h"
@@ -85,18 +84,6 @@ TEST_F(Refresh, APassAsksNothingAboutUnsavedChanges)
     EXPECT_TRUE(window().AnyPanelDirty());
 }
 
-TEST_F(Refresh, APassSkipsPanelsWithoutAHostAndEndsIdle)
-{
-    HostFactory none;
-    none.worker = []() -> std::unique_ptr<Application> {
-        throw RuntimeError(RuntimeError::ApplicationDefined, u"No engine."_s);
-    };
-    setHostFactory(none);
-    window().Workspace_CheckUpdates();
-    EXPECT_FALSE(window().IsBusy);
-    EXPECT_EQ(window().panelWindows().size(), 2);
-}
-
 TEST_F(Refresh, RefreshOfTheDashboardDrawsAllPanelsWithOneHost)
 {
     window().mnuWorkspaceRefresh_Click();
@@ -104,24 +91,6 @@ TEST_F(Refresh, RefreshOfTheDashboardDrawsAllPanelsWithOneHost)
     EXPECT_EQ(openings(path()), 2);
     EXPECT_EQ(panelCaptions(), (QStringList{u"Two"_s, u"One"_s}));
     EXPECT_FALSE(window().IsBusy || window().AnyPanelDirty());
-}
-
-TEST_F(Refresh, RefreshOfTheDashboardPromptsFirst)
-{
-    makeDirty();
-    window().mnuWorkspaceRefresh_Click();
-    EXPECT_EQ(m_user.asked, QStringList{u"Save changes to Morning?"_s});
-    EXPECT_EQ(openings(path()), 0) << "cancelled";
-}
-
-TEST_F(Refresh, APanelNeverStoredGetsNoWindow)
-{
-    addPanel(path(), u"Three"_s);
-    window().IsModified = true;
-    m_user.answers = {Answer::No};
-    window().mnuWorkspaceRefresh_Click();
-    EXPECT_EQ(panelCaptions(), (QStringList{u"Two"_s, u"One"_s}));
-    EXPECT_EQ(gWorkspace->NumPanels(), 3);
 }
 
 TEST_F(Refresh, WithoutAHostTheDashboardStaysClosedAndBusy)
@@ -153,13 +122,6 @@ TEST_F(Refresh, RefreshOfOnePanelPromptsOnlyForThatPanel)
     EXPECT_EQ(m_user.asked.size(), 1);
     EXPECT_EQ(openings(path()), 0) << "cancelled";
     EXPECT_FALSE(window().IsBusy);
-}
-
-TEST_F(Refresh, RefreshWithoutAPanelDoesNothing)
-{
-    window().ClosePanels();
-    window().mnuPanelRefresh_Click();
-    EXPECT_TRUE(m_library.events.isEmpty());
 }
 
 TEST_F(Refresh, AMinimizedPanelKeepsItsSizeWhenItsPictureChanges)

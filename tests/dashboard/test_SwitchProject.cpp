@@ -119,11 +119,10 @@ TEST_F(SwitchProject, TheDialogProposesTheProjectChosenLastAndTheNextRunDoesNotT
     EXPECT_EQ(gDB->Name(), programFile(u"lumivane.lvdu"_s));
 }
 
-TEST_F(SwitchProject, TheSameProjectIsNotLoadedAgainWhateverItsCase)
+TEST_F(SwitchProject, TheSameProjectIsNotLoadedAgainUnderAnotherName)
 {
-    // Only a file that is there can be chosen, in whatever case.
     const QString upper = programFile(u"LUMIVANE.lvdu"_s);
-    ASSERT_TRUE(QFile::copy(gDB->Name(), upper));
+    ASSERT_TRUE(QFile::link(gDB->Name(), upper));
     const frmWorkspace* before = windows.workspace();
     const auto project = gDB;
     choose(upper);
@@ -132,6 +131,10 @@ TEST_F(SwitchProject, TheSameProjectIsNotLoadedAgainWhateverItsCase)
     EXPECT_EQ(gDB, project);
     EXPECT_TRUE(project->isOpen());
     EXPECT_EQ(GetDefaultRepository(), QString());
+
+    ASSERT_TRUE(QFile::remove(upper) && QFile::copy(gDB->Name(), upper));
+    choose(upper);
+    EXPECT_EQ(gDB->Name(), upper) << "two files where case counts";
 }
 
 TEST_F(SwitchProject, AFileThatIsNoProjectIsToldAndAnotherIsAskedFor)

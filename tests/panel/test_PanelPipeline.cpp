@@ -102,22 +102,6 @@ INSTANTIATE_TEST_SUITE_P(States, PanelStates, testing::ValuesIn(test::textTable<
     missing reload      | no cache    | reload  | yes | yes)")),
                          test::rowName);
 
-TEST_F(Pipeline, TwoPanelsOfOneSourceCheckItOnceAndBothDrawTheNewVersion)
-{
-    const auto second = addPanel(m_path, u"Sales again"_s);
-    saveDashboard(u"Morning"_s);
-    drawCache();
-    XLInstance XLInst = worker();
-    ASSERT_TRUE(m_pipeline.Panel_Load(XLInst, second, true));
-    gSources->ClearFlags();
-    touch(m_path, 3600);
-    m_library.events.clear();
-
-    EXPECT_TRUE(m_pipeline.Panel_Reload(XLInst, m_panel));
-    EXPECT_TRUE(m_pipeline.Panel_Reload(XLInst, second));
-    EXPECT_EQ(openings(m_path), 3) << "once to move both ranges, once to draw each";
-}
-
 TEST_F(Pipeline, APanelNotStoredYetHasNoCache)
 {
     m_panel->ID = 0;

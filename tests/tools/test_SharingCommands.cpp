@@ -53,7 +53,9 @@ TEST_F(SharingCommands, BringPathsOfTheOtherWorldToWorkHere)
 {
     QDir(path(u""_s)).mkpath(u"here/in"_s);
     QDir(path(u""_s)).mkpath(u"here/work"_s);
-    write(u"here/in/Report.csv"_s, "Name,Value\nA,1\n");
+    QFile report(write(u"here/in/Report.csv"_s, "Name,Value\nA,1\n"));
+    ASSERT_TRUE(report.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(report.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFileDevice::FileModificationTime));
     sql(theirs, u"UPDATE LvnPanelSource SET FullPath = 'C:\\data\\work\\Report.csv', Mask = 'Report*.csv', "
                 "DestFolder = 'C:\\data\\work\\', SourceFolder = 'C:\\data\\in\\', LastUpdated = #2026-11-01#, "
                 "LastChecked = #2026-11-01#, CheckEveryNMin = 1"_s);

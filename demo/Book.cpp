@@ -1,8 +1,13 @@
 #include "Book.h"
 
-#include "Zip.h"
+#include "platform/CellArea.h"
+#include "platform/RuntimeError.h"
 
-#include <QStringList>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTimeZone>
+#include <cmath>
+#include <xlsxwriter.h>
 
 using namespace Qt::StringLiterals;
 
@@ -10,164 +15,93 @@ namespace lumivane::demo {
 
 namespace {
 
-constexpr auto xmlHeader = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
-constexpr auto mainNamespace = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
-constexpr auto relationNamespace = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
+/// Widest digit of the default font, Calibri 11, in pixels.
+constexpr int digitWidth = 7;
 
-QByteArray escaped(const QString& text)
+lxw_color_t colorOf(const QByteArray& rgb)
 {
-    return text.toHtmlEscaped().toUtf8();
+    return lxw_color_t(rgb.toUInt(nullptr, 16));
 }
 
-/// Hands out positions for equal contents, in the order in which they first came.
-template <class T>
-class Numbered
+uint8_t lineStyle(const QByteArray& name)
+{
+    return name == "thin" ? LXW_BORDER_THIN : name == "medium" ? LXW_BORDER_MEDIUM : LXW_BORDER_HAIR;
+}
+
+void setLines(lxw_format* format, const Look& look)
+{
+    if (const QList<QByteArray> top = look.top.split(' '); top.size() == 2) {
+        format_set_top(format, lineStyle(top[0]));
+        format_set_top_color(format, colorOf(top[1]));
+    }
+    if (const QList<QByteArray> bottom = look.bottom.split(' '); bottom.size() == 2) {
+        format_set_bottom(format, lineStyle(bottom[0]));
+        format_set_bottom_color(format, colorOf(bottom[1]));
+    }
+}
+
+void setFormat(lxw_format* format, const Look& look)
+{
+    static constexpr uint8_t sides[] = {LXW_ALIGN_NONE, LXW_ALIGN_LEFT, LXW_ALIGN_CENTER, LXW_ALIGN_RIGHT};
+    if (look.bold)
+        format_set_bold(format);
+    if (look.italic)
+        format_set_italic(format);
+    format_set_font_size(format, look.points);
+    format_set_font_color(format, colorOf(look.color));
+    if (!look.fill.isEmpty()) {
+        format_set_pattern(format, LXW_PATTERN_SOLID);
+        format_set_fg_color(format, colorOf(look.fill));
+    }
+    if (look.format != "General")
+        format_set_num_format(format, look.format.constData());
+    format_set_align(format, sides[int(look.side)]);
+    format_set_align(format, LXW_ALIGN_VERTICAL_CENTER);
+    format_set_indent(format, uint8_t(look.indent));
+    if (look.wrap)
+        format_set_text_wrap(format);
+    setLines(format, look);
+}
+
+/// The formats of a workbook, one for each look.
+class Formats
 {
 public:
-    explicit Numbered(QList<T> first) : m_items(std::move(first)) {}
-    qsizetype operator()(const T& item)
+    explicit Formats(lxw_workbook* workbook) : m_workbook(workbook) {}
+    lxw_format* of(const Look& look)
     {
-        if (const auto known = m_items.indexOf(item); known >= 0)
-            return known;
-        m_items.append(item);
-        return m_items.size() - 1;
+        for (const auto& [known, format] : m_formats) {
+            if (known == look)
+                return format;
+        }
+        lxw_format* format = workbook_add_format(m_workbook);
+        setFormat(format, look);
+        m_formats.append({look, format});
+        return format;
     }
-    const QList<T>& items() const { return m_items; }
 
 private:
-    QList<T> m_items;
+    lxw_workbook* m_workbook;
+    QList<std::pair<Look, lxw_format*>> m_formats;
 };
 
-QByteArray list(const QByteArray& element, const QList<QByteArray>& items)
+/// Cut to the 15 digits that a spreadsheet program keeps.
+double storedNumber(double number)
 {
-    return "<" + element + " count=\"" + QByteArray::number(items.size()) + "\">" + items.join() + "</" + element + ">";
+    return QByteArray::number(number, 'g', 15).toDouble();
 }
 
-QByteArray fontXml(const Look& look)
+/// Of a width in characters as a file states it.
+uint32_t pixelsOf(double characters)
 {
-    return "<font>"_ba + (look.bold ? "<b/>" : "") + (look.italic ? "<i/>" : "") + "<sz val=\"" +
-           QByteArray::number(look.points) + "\"/><color rgb=\"FF" + look.color +
-           "\"/><name val=\"Calibri\"/><family val=\"2\"/></font>";
-}
-
-QByteArray fillXml(const QByteArray& color)
-{
-    return "<fill><patternFill patternType=\"solid\"><fgColor rgb=\"FF" + color +
-           "\"/><bgColor indexed=\"64\"/></patternFill></fill>";
-}
-
-QByteArray lineXml(const QByteArray& side, const QByteArray& line)
-{
-    if (line.isEmpty())
-        return "<" + side + "/>";
-    const QList<QByteArray> parts = line.split(' ');
-    return "<" + side + " style=\"" + parts.at(0) + "\"><color rgb=\"FF" + parts.at(1) + "\"/></" + side + ">";
-}
-
-QByteArray borderXml(const Look& look)
-{
-    return "<border><left/><right/>" + lineXml("top", look.top) + lineXml("bottom", look.bottom) +
-           "<diagonal/></border>";
-}
-
-QByteArray alignmentXml(const Look& look)
-{
-    static constexpr const char* sides[] = {"general", "left", "center", "right"};
-    return "<alignment horizontal=\""_ba + sides[int(look.side)] + "\" vertical=\"center\"" +
-           (look.indent ? " indent=\"" + QByteArray::number(look.indent) + "\"" : QByteArray()) +
-           (look.wrap ? " wrapText=\"1\"" : "") + "/>";
-}
-
-/// The styles of a workbook, numbered as its cells ask for them.
-class Styles
-{
-public:
-    qsizetype number(const Look& look) { return m_looks(look); }
-    QByteArray xml() const;
-
-private:
-    Numbered<Look> m_looks{{Look()}};
-};
-
-QByteArray Styles::xml() const
-{
-    constexpr int firstOwnFormat = 164;
-    Numbered<QByteArray> formats({"General"}), borders({borderXml(Look())}), fonts({fontXml(Look())});
-    Numbered<QByteArray> fills(
-        {"<fill><patternFill patternType=\"none\"/></fill>", "<fill><patternFill patternType=\"gray125\"/></fill>"});
-    QList<QByteArray> cells;
-    for (const Look& look : m_looks.items()) {
-        const qsizetype format = formats(look.format);
-        cells.append("<xf numFmtId=\"" + QByteArray::number(format ? firstOwnFormat + format : 0) + "\" fontId=\"" +
-                     QByteArray::number(fonts(fontXml(look))) + "\" fillId=\"" +
-                     QByteArray::number(look.fill.isEmpty() ? 0 : fills(fillXml(look.fill))) + "\" borderId=\"" +
-                     QByteArray::number(borders(borderXml(look))) +
-                     "\" xfId=\"0\" applyNumberFormat=\"1\" applyFont=\"1\" applyFill=\"1\" applyBorder=\"1\" "
-                     "applyAlignment=\"1\">" +
-                     alignmentXml(look) + "</xf>");
-    }
-    QList<QByteArray> formatList;
-    for (qsizetype i = 1; i < formats.items().size(); ++i)
-        formatList.append("<numFmt numFmtId=\"" + QByteArray::number(firstOwnFormat + i) + "\" formatCode=\"" +
-                          escaped(QString::fromUtf8(formats.items().at(i))) + "\"/>");
-    return QByteArray(xmlHeader) + "<styleSheet xmlns=\"" + mainNamespace + "\">" +
-           (formatList.isEmpty() ? QByteArray() : list("numFmts", formatList)) + list("fonts", fonts.items()) +
-           list("fills", fills.items()) + list("borders", borders.items()) +
-           "<cellStyleXfs count=\"1\"><xf numFmtId=\"0\" fontId=\"0\" fillId=\"0\" borderId=\"0\"/></cellStyleXfs>" +
-           list("cellXfs", cells) +
-           "<cellStyles count=\"1\"><cellStyle name=\"Normal\" xfId=\"0\" builtinId=\"0\"/></cellStyles></styleSheet>";
-}
-
-QByteArray relationsXml(const QList<std::pair<QByteArray, QByteArray>>& typesAndTargets)
-{
-    QByteArray xml = QByteArray(xmlHeader) +
-                     "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">";
-    int id = 0;
-    for (const auto& [type, target] : typesAndTargets)
-        xml += "<Relationship Id=\"rId" + QByteArray::number(++id) + "\" Type=\"" + relationNamespace + "/" + type +
-               "\" Target=\"" + target + "\"/>";
-    return xml + "</Relationships>";
-}
-
-QByteArray viewXml(int frozenRows, int frozenColumns)
-{
-    QByteArray pane;
-    if (frozenRows > 0 || frozenColumns > 0) {
-        const QByteArray side = frozenRows == 0 ? "topRight" : frozenColumns == 0 ? "bottomLeft" : "bottomRight";
-        pane = "<pane" + (frozenColumns ? " xSplit=\"" + QByteArray::number(frozenColumns) + "\"" : QByteArray()) +
-               (frozenRows ? " ySplit=\"" + QByteArray::number(frozenRows) + "\"" : QByteArray()) + " topLeftCell=\"" +
-               cellName(frozenRows + 1, frozenColumns + 1).toLatin1() + "\" activePane=\"" + side +
-               "\" state=\"frozen\"/>";
-    }
-    return "<sheetViews><sheetView showGridLines=\"0\" workbookViewId=\"0\">" + pane + "</sheetView></sheetViews>";
-}
-
-QByteArray cellXml(const QByteArray& place, qsizetype style, const Sheet::Value& value, const QString& formula)
-{
-    const QByteArray start = "<c r=\"" + place + "\" s=\"" + QByteArray::number(style) + "\"";
-    const QByteArray f = formula.isEmpty() ? QByteArray() : "<f>" + escaped(formula) + "</f>";
-    if (const auto* number = std::get_if<double>(&value))
-        return start + ">" + f + "<v>" + QByteArray::number(*number, 'g', 15) + "</v></c>";
-    if (const auto* date = std::get_if<QDate>(&value)) // days are counted so that March 1900 begins with 61
-        return start + "><v>" + QByteArray::number(QDate(1899, 12, 30).daysTo(*date)) + "</v></c>";
-    if (const auto* text = std::get_if<QString>(&value))
-        return start + " t=\"inlineStr\"><is><t xml:space=\"preserve\">" + escaped(*text) + "</t></is></c>";
-    return start + "/>";
+    return uint32_t(std::floor((256 * characters + std::floor(128.0 / digitWidth)) / 256 * digitWidth));
 }
 
 } // namespace
 
-QString columnName(int column)
-{
-    QString name;
-    for (; column > 0; column = (column - 1) / 26)
-        name.prepend(QChar(u'A' + (column - 1) % 26));
-    return name;
-}
-
 QString cellName(int row, int column)
 {
-    return columnName(column) + QString::number(row);
+    return CellArea::cell(row, column).relative();
 }
 
 Look Look::asBold() const
@@ -279,61 +213,62 @@ Sheet& Book::add(const QString& name)
 
 QByteArray Book::bytes() const
 {
-    Styles styles;
-    QList<std::pair<QByteArray, QByteArray>> parts, relations;
-    QByteArray types, entries;
-    for (const Sheet& sheet : m_sheets) {
-        const QByteArray number = QByteArray::number(relations.size() + 1);
-        const QByteArray target = "worksheets/sheet" + number + ".xml";
-        parts.append({"xl/" + target, sheetXml(sheet, [&](const Look& look) { return styles.number(look); })});
-        relations.emplaceBack("worksheet", target);
-        types += "<Override PartName=\"/xl/" + target +
-                 "\" ContentType=\"application/vnd.openxmlformats-officedocument.spreadsheetml.worksheet+xml\"/>";
-        entries +=
-            "<sheet name=\"" + escaped(sheet.m_name) + "\" sheetId=\"" + number + "\" r:id=\"rId" + number + "\"/>";
-    }
-    relations.emplaceBack("styles", "styles.xml");
-    parts.append({"xl/styles.xml", styles.xml()});
-    parts.append({"xl/_rels/workbook.xml.rels", relationsXml(relations)});
-    parts.prepend({"xl/workbook.xml", QByteArray(xmlHeader) + "<workbook xmlns=\"" + mainNamespace + "\" xmlns:r=\"" +
-                                          relationNamespace + "\"><sheets>" + entries + "</sheets></workbook>"});
-    parts.prepend({"_rels/.rels", relationsXml({{"officeDocument", "xl/workbook.xml"}})});
-    parts.prepend(
-        {"[Content_Types].xml",
-         QByteArray(xmlHeader) + "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">" +
-             "<Default Extension=\"rels\" ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>" +
-             "<Default Extension=\"xml\" ContentType=\"application/xml\"/><Override PartName=\"/xl/workbook.xml\" "
-             "ContentType=\"application/vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml\"/>" +
-             "<Override PartName=\"/xl/styles.xml\" "
-             "ContentType=\"application/vnd.openxmlformats-officedocument.spreadsheetml.styles+xml\"/>" +
-             types + "</Types>"});
-    return zipArchive(parts);
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"book.xlsx"_s));
+    lxw_workbook* workbook = workbook_new(QFile::encodeName(file.fileName()).constData());
+    lxw_doc_properties properties{};
+    properties.created = QDateTime(QDate(2026, 1, 1), QTime(0, 0), QTimeZone::utc()).toSecsSinceEpoch();
+    workbook_set_properties(workbook, &properties); // equal contents give equal bytes
+    Formats formats(workbook);
+    const auto formatOf = [&formats](const Look& look) { return formats.of(look); };
+    for (const Sheet& sheet : m_sheets)
+        sheet.write(workbook_add_worksheet(workbook, sheet.m_name.toUtf8().constData()), formatOf);
+    if (const lxw_error failed = workbook_close(workbook))
+        throw RuntimeError(RuntimeError::ApplicationDefined,
+                           u"The workbook cannot be written: %1"_s.arg(QString::fromUtf8(lxw_strerror(failed))));
+    file.open(QIODevice::ReadOnly);
+    return file.readAll();
 }
 
-QByteArray Book::sheetXml(const Sheet& sheet, const std::function<qsizetype(const Look&)>& styleNumber)
+void Sheet::write(lxw_worksheet* sheet, const FormatOf& formatOf) const
 {
-    QByteArray columns, rows, merged;
-    for (const Sheet::Width& width : sheet.m_widths)
-        columns += "<col min=\"" + QByteArray::number(width.first) + "\" max=\"" + QByteArray::number(width.last) +
-                   "\" width=\"" + QByteArray::number(width.characters) + "\" customWidth=\"1\"/>";
-    for (const auto& [row, cells] : sheet.m_cells) {
-        const auto format = sheet.m_rows.find(row);
-        rows += "<row r=\"" + QByteArray::number(row) + "\"";
-        if (format != sheet.m_rows.end() && format->second.height > 0)
-            rows += " ht=\"" + QByteArray::number(format->second.height) + "\" customHeight=\"1\"";
-        if (format != sheet.m_rows.end() && format->second.hidden)
-            rows += " hidden=\"1\"";
-        rows += ">";
-        for (const auto& [column, cell] : cells)
-            rows += cellXml(cellName(row, column).toLatin1(), styleNumber(cell.look), cell.value, cell.formula);
-        rows += "</row>";
+    worksheet_gridlines(sheet, LXW_HIDE_ALL_GRIDLINES);
+    if (m_frozenRows > 0 || m_frozenColumns > 0)
+        worksheet_freeze_panes(sheet, lxw_row_t(m_frozenRows), lxw_col_t(m_frozenColumns));
+    for (const Width& width : m_widths)
+        worksheet_set_column_pixels(sheet, lxw_col_t(width.first - 1), lxw_col_t(width.last - 1),
+                                    pixelsOf(width.characters), nullptr);
+    for (const auto& [row, format] : m_rows) {
+        lxw_row_col_options options{.hidden = uint8_t(format.hidden ? 1 : 0), .level = 0, .collapsed = 0};
+        worksheet_set_row_opt(sheet, lxw_row_t(row - 1), format.height > 0 ? format.height : LXW_DEF_ROW_HEIGHT,
+                              nullptr, &options);
     }
-    for (const QString& area : sheet.m_merged)
-        merged += "<mergeCell ref=\"" + area.toLatin1() + "\"/>";
-    return QByteArray(xmlHeader) + "<worksheet xmlns=\"" + mainNamespace + "\">" +
-           viewXml(sheet.m_frozenRows, sheet.m_frozenColumns) + "<sheetFormatPr defaultRowHeight=\"15\"/>" +
-           (columns.isEmpty() ? QByteArray() : "<cols>" + columns + "</cols>") + "<sheetData>" + rows + "</sheetData>" +
-           (merged.isEmpty() ? QByteArray() : "<mergeCells>" + merged + "</mergeCells>") + "</worksheet>";
+    for (const QString& merged : m_merged) {
+        const CellArea area = CellArea::parse(merged).value();
+        worksheet_merge_range(sheet, lxw_row_t(area.firstRow - 1), lxw_col_t(area.firstColumn - 1),
+                              lxw_row_t(area.lastRow - 1), lxw_col_t(area.lastColumn - 1), "", nullptr);
+    }
+    for (const auto& [row, cells] : m_cells) {
+        for (const auto& [column, cell] : cells)
+            cell.write(sheet, row, column, formatOf(cell.look));
+    }
+}
+
+void Sheet::Cell::write(lxw_worksheet* sheet, int row, int column, lxw_format* format) const
+{
+    const auto r = lxw_row_t(row - 1);
+    const auto c = lxw_col_t(column - 1);
+    if (const auto* number = std::get_if<double>(&value); number && !formula.isEmpty())
+        worksheet_write_formula_num(sheet, r, c, QString(u'=' + formula).toUtf8().constData(), format,
+                                    storedNumber(*number));
+    else if (number)
+        worksheet_write_number(sheet, r, c, storedNumber(*number), format);
+    else if (const auto* date = std::get_if<QDate>(&value)) // days are counted so that March 1900 begins with 61
+        worksheet_write_number(sheet, r, c, double(QDate(1899, 12, 30).daysTo(*date)), format);
+    else if (const auto* text = std::get_if<QString>(&value))
+        worksheet_write_string(sheet, r, c, text->toUtf8().constData(), format);
+    else
+        worksheet_write_blank(sheet, r, c, format);
 }
 
 } // namespace lumivane::demo

@@ -10,6 +10,9 @@
 #include <map>
 #include <variant>
 
+struct lxw_format;
+struct lxw_worksheet;
+
 namespace lumivane::demo {
 
 /// How a cell looks. Colours are "RRGGBB"; an empty one means none.
@@ -62,11 +65,15 @@ public:
 
 private:
     friend class Book;
+    using FormatOf = std::function<lxw_format*(const Look&)>;
+
     struct Cell
     {
         Value value;
         QString formula;
         Look look;
+
+        void write(lxw_worksheet* sheet, int row, int column, lxw_format* format) const;
     };
     struct RowFormat
     {
@@ -78,6 +85,8 @@ private:
         int first, last;
         double characters;
     };
+
+    void write(lxw_worksheet* sheet, const FormatOf& formatOf) const;
 
     QString m_name;
     std::map<int, std::map<int, Cell>> m_cells;
@@ -95,12 +104,9 @@ public:
     QByteArray bytes() const;
 
 private:
-    static QByteArray sheetXml(const Sheet& sheet, const std::function<qsizetype(const Look&)>& styleNumber);
-
     std::list<Sheet> m_sheets; // a list: the references handed out stay valid
 };
 
-QString columnName(int column);
 QString cellName(int row, int column);
 
 } // namespace lumivane::demo

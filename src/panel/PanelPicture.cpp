@@ -1,5 +1,6 @@
 #include "panel/PanelPicture.h"
 
+#include "panel/PackedDrawing.h"
 #include "panel/Twips.h"
 #include "platform/RuntimeError.h"
 
@@ -28,12 +29,34 @@ constexpr qint64 longestNotice = 4000;
 const QByteArray detailsMark = "\nlumivane picture\n";
 constexpr qint64 mostDetails = 1 << 20; ///< bytes
 
-QImage readPicture(QIODevice& device, const QString& file)
+[[noreturn]] void refuseDrawing(const QString& file)
 {
+    throw RuntimeError(invalidPicture,
+                       u"The drawing [%1] is damaged or too long to be shown: at most %2 MB of text are "
+                       "read."_s.arg(file)
+                           .arg(longestDrawing >> 20));
+}
+
+QImage readPicture(QIODevice& given, const QString& file)
+{
+    // Qt would inflate a packed drawing whole, whatever it comes to.
+    QBuffer unpacked;
+    const bool isPacked = isPackedDrawing(given);
+    if (isPacked) {
+        const auto text = unpackDrawing(given);
+        if (!text)
+            refuseDrawing(file);
+        unpacked.setData(*text);
+        unpacked.open(QIODevice::ReadOnly);
+    }
+    QIODevice& device = isPacked ? unpacked : given;
+
     QImageReader::setAllocationLimit(pictureMegabytes);
     QImageReader reader(&device);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
+    if (reader.format() == "svg" && device.size() > longestDrawing)
+        refuseDrawing(file);
     // Not every format keeps to the limit by itself, drawings made of lines least of all.
     if (const QSize size = reader.size(); qint64(size.width()) * size.height() > mostPixels)
         throw RuntimeError(invalidPicture, u"The picture [%1] is too large to be shown: it has %2 x %3 pixels."_s.arg(

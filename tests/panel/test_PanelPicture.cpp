@@ -1,10 +1,12 @@
 #include "panel/PanelPicture.h"
 
 #include "support/ThrownError.h"
+#include "support/XlsxWriter.h"
 
 #include <QFile>
 #include <QImageWriter>
 #include <QTemporaryDir>
+#include <QtEndian>
 #include <gtest/gtest.h>
 
 using namespace lumivane;
@@ -133,6 +135,25 @@ TEST_F(PictureCache, APhotographIsTurnedAsItsCameraSays)
     writer.setTransformation(QImageIOHandler::TransformationRotate90);
     ASSERT_TRUE(writer.write(picture(1).image));
     EXPECT_EQ(loadPictureFile(m_file).image.size(), QSize(30, 60));
+}
+
+TEST_F(PictureCache, ReadsAPackedDrawingUpToItsBound)
+{
+    const auto packed = [this](const QByteArray& text) {
+        const QByteArray deflated = qCompress(text, 9).mid(6).chopped(4);
+        const quint32 end[] = {qToLittleEndian(quint32(test::checksum(text.toStdString()))),
+                               qToLittleEndian(quint32(text.size()))};
+        write(QByteArray("\x1f\x8b\x08\0\0\0\0\0\0\x03", 10) + deflated +
+              QByteArray(reinterpret_cast<const char*>(end), sizeof end));
+    };
+    const QByteArray drawing = "<svg xmlns='http://www.w3.org/2000/svg' height='30' width='60'/>";
+    packed(drawing);
+    EXPECT_EQ(loadPictureFile(m_file).image.size(), QSize(60, 30));
+    packed(drawing + QByteArray(40 << 20, ' '));
+    EXPECT_EQ(failureNumber(loadPictureFile), 481);
+    packed(drawing);
+    write(bytes().chopped(12));
+    EXPECT_EQ(failureNumber(loadPictureFile), 481) << "cut short";
 }
 
 TEST(PictureFilter, NamesWhatCanBeReadAndOnlyThat)

@@ -7,6 +7,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <filesystem>
 
 namespace lumivane {
 
@@ -31,55 +32,50 @@ bool isSameFile(const QString& a, const QString& b)
     return !canonical.isEmpty() && canonical == QFileInfo(b).canonicalFilePath();
 }
 
-/// The file that an export is to replace, out of its way; back in its place when the export comes to nothing.
-class FileBefore
+/// The open project is never replaced, whatever name was given for the shared file.
+bool canBeReplaced(const QString& file, const QString& project)
+{
+    const QFileInfo info(file);
+    if (!info.exists() && !info.isSymLink())
+        return true;
+    const bool isFile = info.isFile() || info.isSymLink();
+    return isFile && !isSameFile(file, project) && (info.isWritable() || !info.exists()) &&
+           QFileInfo(info.path()).isWritable();
+}
+
+/// A shared file while it is written, beside its place under a hidden name. So the former file stays until the new one
+/// is complete, and nobody gets hold of one from which the other dashboards are not yet deleted, whenever the program
+/// is ended.
+class Draft
 {
 public:
-    explicit FileBefore(const QString& file)
-        : m_file(file), m_aside(QFileInfo(file).path() + u"/."_s + QFileInfo(file).fileName() + u".before"_s)
+    explicit Draft(const QString& file)
+        : m_file(file), m_name(QFileInfo(file).path() + u"/."_s + QFileInfo(file).fileName() + u".new"_s)
     {
+        remove(); // what a killed program left
     }
-    ~FileBefore()
-    {
-        if (!m_isAside)
-            return;
-        QFile::remove(m_file);
-        QFile::rename(m_aside, m_file);
-    }
-    Q_DISABLE_COPY_MOVE(FileBefore)
+    ~Draft() { remove(); }
+    Q_DISABLE_COPY_MOVE(Draft)
 
-    bool setAside()
+    const QString& name() const { return m_name; }
+    bool takePlace() const
     {
-        QFile::remove(m_aside);
-        m_isAside = QFile::rename(m_file, m_aside);
-        return m_isAside;
-    }
-    void drop()
-    {
-        if (m_isAside)
-            QFile::remove(m_aside);
-        m_isAside = false;
+        std::error_code failed;
+        std::filesystem::rename(QFileInfo(m_name).filesystemFilePath(), QFileInfo(m_file).filesystemFilePath(), failed);
+        // What a killed program left beside the former file would be played into the new one.
+        return !failed && (QFile::remove(journalOf(m_file)) || !QFile::exists(journalOf(m_file)));
     }
 
 private:
-    const QString m_file, m_aside;
-    bool m_isAside = false;
-};
+    static QString journalOf(const QString& file) { return file + u"-journal"_s; }
+    void remove() const
+    {
+        QFile::remove(m_name);
+        QFile::remove(journalOf(m_name));
+    }
 
-/// The open project is never removed, whatever name was given for the shared file.
-bool removeOldFile(const QString& file, const QString& project, FileBefore& before)
-{
-    const bool isLink = QFileInfo(file).isSymLink();
-    if (!QFileInfo::exists(file) && !isLink)
-        return true;
-    if (!QFileInfo(file).isFile() && !isLink)
-        return false;
-    if (isSameFile(file, project) || !QFileInfo(file).isWritable() || !before.setAside())
-        return false;
-    // What a killed program left beside the old file would be played into the new one.
-    QFile::remove(file + u"-journal"_s);
-    return true;
-}
+    const QString m_file, m_name;
+};
 
 bool copyProject(const QString& file)
 {
@@ -93,12 +89,16 @@ bool copyProject(const QString& file)
 }
 
 /// The sources follow from the panels that are left, so the order matters.
-QStringList pruningStatements(const QString& ids)
+QStringList pruningStatements(const QString& ids, bool hasImported)
 {
-    return {u"DELETE * FROM LvnSavedWorkspace WHERE ID NOT IN ("_s + ids + u')',
-            u"DELETE * FROM LvnSavedPanel WHERE WorkspaceID NOT IN ("_s + ids + u')',
-            u"DELETE * FROM LvnPanelSource WHERE ID NOT IN ( SELECT DISTINCT SourceID FROM LvnSavedPanel)"_s,
-            u"DELETE * FROM LvnSystem"_s};
+    QStringList statements{
+        u"DELETE * FROM LvnSavedWorkspace WHERE ID NOT IN ("_s + ids + u')',
+        u"DELETE * FROM LvnSavedPanel WHERE WorkspaceID NOT IN ("_s + ids + u')',
+        u"DELETE * FROM LvnPanelSource WHERE ID NOT IN ( SELECT DISTINCT SourceID FROM LvnSavedPanel)"_s,
+        u"DELETE * FROM LvnSystem"_s};
+    if (hasImported)
+        statements.append(u"DROP TABLE TempSources"_s); // sources of others, that an import left
+    return statements;
 }
 
 /// False when it was given up.
@@ -115,28 +115,30 @@ bool pruneCopy(const std::shared_ptr<Database>& copy, const QStringList& stateme
 bool exportInto(const QString& file, const QString& ids, const SharingProgress& goOn)
 {
     const QString project = gDB->Name();
-    const QStringList pruning = pruningStatements(ids);
+    const QStringList pruning =
+        pruningStatements(ids, gDB->TableNames().contains(u"TempSources"_s, Qt::CaseInsensitive));
     if (!goOn(0, 1 + pruning.size()))
         return false;
-    FileBefore before(file);
-    if (!removeOldFile(file, project, before))
+    if (!canBeReplaced(file, project))
         return refuseExport(u"Unable to delete "_s + file +
                                 u" in preparing for exporting. Will not be able to continue processing."_s,
                             u"Unable to delete "_s + file + u'.');
-    if (!copyProject(file))
+    const auto refuseCopy = [&] {
         return refuseExport(u"Unable to export to "_s + file + u".  The file could not be created."_s,
                             u"File_Copy "_s + project + u',' + file + u" error."_s);
+    };
+    const Draft draft(file);
+    if (!copyProject(draft.name()))
+        return refuseCopy();
 
     std::shared_ptr<Database> copy;
-    if (!SQL_OpenDatabase(copy, file, databaseConnect(), false, exportModule, exportProcedure))
+    if (!SQL_OpenDatabase(copy, draft.name(), databaseConnect(), false, exportModule, exportProcedure))
         return refuseExport(u"Error opening shared file.  Unable to continue exporting."_s, {});
     const bool isPruned = pruneCopy(copy, pruning, goOn);
     SQL_CloseDatabase(copy, false, exportModule, exportProcedure);
-    if (isPruned)
-        before.drop();
-    else
-        QFile::remove(file);
-    return isPruned;
+    if (!isPruned)
+        return false;
+    return draft.takePlace() || refuseCopy();
 }
 
 } // namespace

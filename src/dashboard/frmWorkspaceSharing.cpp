@@ -45,7 +45,7 @@ void frmWorkspace::mnuToolsImport_Click()
 {
     command(u"mnuToolsImport_Click"_s, [this] {
         const QString file =
-            prompts().openFile({u"Select file to import from"_s, u"All shared files (*.lvds)"_s, QString()});
+            prompts().openFile({u"Select file to import from"_s, u"All shared files (*.lvds)"_s, QString(), u"lvds"_s});
         if (file.isEmpty())
             return;
         {

@@ -13,6 +13,8 @@ struct AlternatePath
 {
     QString BasePath;
     QString AltPath;
+
+    bool operator==(const AlternatePath&) const = default;
 };
 
 /// By base path; empty when they cannot be read.

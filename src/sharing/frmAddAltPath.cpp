@@ -2,7 +2,6 @@
 
 #include "controls/HelpButton.h"
 #include "platform/Prompts.h"
-#include "sharing/AltPaths.h"
 
 #include "ui_frmAddAltPath.h"
 
@@ -27,7 +26,8 @@ void frmAddAltPath::cmdOK_Click()
     if (!ValidateForm())
         return;
     // What kept it from being stored is in the log.
-    SaveAltPaths({ui->cmbBase->currentText(), ui->txtAlt->text()});
+    m_added = {ui->cmbBase->currentText(), ui->txtAlt->text()};
+    SaveAltPaths(m_added);
     accept();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sharing/AltPaths.h"
+
 #include <QDialog>
 #include <memory>
 
@@ -17,11 +19,14 @@ class frmAddAltPath : public QDialog
 public:
     explicit frmAddAltPath(QWidget* parent = nullptr);
     ~frmAddAltPath() override;
+    /// The pair that was stored; once accepted.
+    const AlternatePath& added() const { return m_added; }
 
 private:
     void cmdOK_Click();
     bool ValidateForm();
 
+    AlternatePath m_added;
     const std::unique_ptr<Ui::frmAddAltPath> ui;
 };
 

@@ -46,8 +46,27 @@ void frmAltPaths::FillGrid()
 
 void frmAltPaths::cmdAdd_Click()
 {
-    frmAddAltPath(this).exec();
+    frmAddAltPath dialog(this);
+    const bool isAdded = dialog.exec() == Accepted;
     FillGrid();
+    if (isAdded)
+        select(dialog.added());
+}
+
+void frmAltPaths::select(const AlternatePath& pair)
+{
+    QTableWidget& grid = *ui->grdAltPaths;
+    for (int row = 0; row < grid.rowCount(); ++row) {
+        if (pairAt(row) == pair) {
+            grid.selectRow(row);
+            return;
+        }
+    }
+}
+
+AlternatePath frmAltPaths::pairAt(int row) const
+{
+    return {ui->grdAltPaths->item(row, 0)->text(), ui->grdAltPaths->item(row, 1)->text()};
 }
 
 void frmAltPaths::cmdDelete_Click()
@@ -55,7 +74,7 @@ void frmAltPaths::cmdDelete_Click()
     const int row = ui->grdAltPaths->currentRow();
     if (row < 0)
         return;
-    deleteAlternatePath({ui->grdAltPaths->item(row, 0)->text(), ui->grdAltPaths->item(row, 1)->text()});
+    deleteAlternatePath(pairAt(row));
     FillGrid();
 }
 

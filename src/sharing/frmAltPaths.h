@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sharing/AltPaths.h"
+
 #include <QDialog>
 #include <memory>
 
@@ -20,6 +22,8 @@ public:
 
 private:
     void FillGrid();
+    void select(const AlternatePath& pair);
+    AlternatePath pairAt(int row) const;
     void cmdAdd_Click();
     void cmdDelete_Click();
 

@@ -141,7 +141,7 @@ frmWorkspace::Saved frmWorkspace::saveUnderNewName(const QString& Mode, bool asC
         // All rows are inserted anew, and those of the dashboard it came from stay as they are.
         gWorkspace->ID = 0;
         for (int i = 1; i <= gWorkspace->NumPanels(); ++i)
-            gWorkspace->Panels(i)->ID = 0;
+            gWorkspace->Panels(i)->becomeCopy();
     }
     const bool saved = Workspace_Save();
     if (gWorkspace->ID < 1)

@@ -8,7 +8,6 @@
 
 #include <QAction>
 #include <QComboBox>
-#include <QScopeGuard>
 #include <QStatusBar>
 #include <algorithm>
 
@@ -78,15 +77,10 @@ qint32 frmWorkspace::askForTarget(const QString& Mode)
 void frmWorkspace::copyToDashboard(frmPanel& panel, qint32 target)
 {
     const auto record = gWorkspace->Panels(panel.Index);
-    const qint16 kept = record->ID;
-    bool stored = false;
-    {
-        // Stored as a new row; what is on screen stays the panel it was, whatever comes of it.
-        const auto restore = qScopeGuard([&] { record->ID = kept; });
-        record->ID = 0;
-        stored = record->SaveToDB(gDB, target);
-    }
-    if (stored)
+    // Stored as a new row; what is on screen stays the panel it was, whatever comes of it.
+    clsWorkspacePanel copy = *record;
+    copy.becomeCopy();
+    if (copy.SaveToDB(gDB, target))
         reportTransfer(
             u"\u201c%1\u201d has been copied to \u201c%2\u201d."_s.arg(record->Caption, dashboardName(target)));
 }
@@ -103,7 +97,7 @@ void frmWorkspace::copyWithinDashboard(frmPanel& panel)
                           Prompts::Icon::Exclamation);
         return;
     }
-    copy->ID = 0;
+    copy->becomeCopy();
     // Without a host the copy has no window, but is stored with the dashboard like any other panel.
     if (JobWorker worker; worker)
         Panel_LoadWindow(worker.instance(), Index, false);

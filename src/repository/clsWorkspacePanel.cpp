@@ -74,7 +74,29 @@ bool clsWorkspacePanel::LoadFromRecSet(const std::shared_ptr<Database>&, const s
 
 bool clsWorkspacePanel::SaveToDB(const std::shared_ptr<Database>& DB, qint32 WorkspaceID)
 {
-    return ID < 1 ? InsertDB(DB, WorkspaceID) : UpdateDB(DB, WorkspaceID);
+    const bool isSaved = ID < 1 ? InsertDB(DB, WorkspaceID) : UpdateDB(DB, WorkspaceID);
+    return isSaved && copyThresholds(DB);
+}
+
+void clsWorkspacePanel::becomeCopy()
+{
+    // A copy that could not be saved is still one of the panel that it was made of.
+    if (m_thresholdsOf < 1)
+        m_thresholdsOf = ID;
+    ID = 0;
+}
+
+bool clsWorkspacePanel::copyThresholds(const std::shared_ptr<Database>& DB)
+{
+    if (m_thresholdsOf < 1)
+        return true;
+    const QString columns = u", rowOffset, colOffset, highExp, ifHigh, lowExp, ifLow"_s;
+    const QString sql = u"INSERT INTO LvnpanelThresholds (PanelID"_s + columns + u") SELECT "_s + QString::number(ID) +
+                        columns + u" FROM LvnpanelThresholds WHERE PanelID = "_s + QString::number(m_thresholdsOf);
+    if (!SQL_Execute(DB, sql, true, panelModule(), u"SaveToDB"_s))
+        return false;
+    m_thresholdsOf = 0;
+    return true;
 }
 
 bool clsWorkspacePanel::InsertDB(const std::shared_ptr<Database>& DB, qint32 WorkspaceID)
@@ -144,6 +166,7 @@ void clsWorkspacePanel::ClearSource()
     LastViewed = longAgo();
     pRowOff = 0;
     pColOff = 0;
+    m_thresholdsOf = 0;
 }
 
 std::shared_ptr<clsPanelSource> clsWorkspacePanel::Source() const

@@ -47,6 +47,8 @@ public:
     bool LoadFromRecSet(const std::shared_ptr<Database>& DB, const std::shared_ptr<Recordset>& rs);
     bool SaveToDB(const std::shared_ptr<Database>& DB, qint32 WorkspaceID);
     bool Delete(const std::shared_ptr<Database>& DB);
+    /// The next save stores a new row, with the thresholds of the present one; that one stays as it is.
+    void becomeCopy();
     /// Makes the panel an empty one; heights, widths and fixed parts deliberately stay.
     void ClearSource();
     /// The panel's source in gSources, or null.
@@ -82,6 +84,7 @@ public:
 private:
     bool InsertDB(const std::shared_ptr<Database>& DB, qint32 WorkspaceID);
     bool UpdateDB(const std::shared_ptr<Database>& DB, qint32 WorkspaceID);
+    bool copyThresholds(const std::shared_ptr<Database>& DB);
     bool SplitPaneRanges(Worksheet& UserWS, const QString& RangeDefs);
     void SaveHeightsWidths(Worksheet& UserWS);
     void CalcAdjPicRange(Worksheet& ws);
@@ -92,6 +95,7 @@ private:
     QString pFixColFirst, pFixColLast;
     int pRowOff = 0, pColOff = 0;
     QString pAdjPicRange;
+    qint16 m_thresholdsOf = 0; ///< the panel whose thresholds the next save copies; 0: none
 
     friend struct PanelProbe; // tests look at the fixed fields
 };

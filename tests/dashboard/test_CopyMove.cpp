@@ -80,17 +80,38 @@ TEST_F(CopyMove, ACopyOnAnotherDashboardIsStoredThereAtOnce)
 {
     gWorkspace->Panels(2)->ColWidths = u"A:C=12.5"_s;
     const qint16 id = gWorkspace->Panels(2)->ID;
+    gDB->Execute(u"INSERT INTO LvnpanelThresholds VALUES (3, 2, 2, '>5', 'color', '', '')"_s);
     copyTo(u"Evening"_s);
     EXPECT_EQ(m_offered, (QStringList{u"Morning"_s, u"Evening"_s})) << "newest first, the one on screen too";
     EXPECT_EQ(storedOn(u"Evening"_s), (QStringList{u"Three"_s, u"Two"_s}));
     EXPECT_EQ(storedOn(u"Morning"_s), (QStringList{u"One"_s, u"Two"_s}));
     EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"Caption = 'Two' AND ColWidths = 'A:C=12.5'"_s), 1);
+    EXPECT_EQ(rowCount(u"LvnpanelThresholds"_s, u"PanelID = 4 AND highExp = '>5'"_s), 1);
     EXPECT_EQ(rowCount(u"LvnPanelSource"_s), 2) << "sources are shared";
     EXPECT_EQ(gWorkspace->Panels(2)->ID, id) << "on screen it stays the panel it was";
     EXPECT_EQ(panelCaptions(), (QStringList{u"Two"_s, u"One"_s}));
     EXPECT_FALSE(window().IsModified);
     list().setCurrentText(u"Evening"_s);
     EXPECT_EQ(window().panelWindows().size(), 2);
+}
+
+TEST_F(CopyMove, ACopyOnTheSameDashboardIsStoredWithIt)
+{
+    gDB->Execute(u"INSERT INTO LvnpanelThresholds VALUES (3, 2, 2, '>5', 'color', '', '')"_s);
+    copyTo(u"Morning"_s);
+    EXPECT_EQ(panelCaptions(), (QStringList{u"Two"_s, u"One"_s, u"Two"_s}));
+    ASSERT_EQ(gWorkspace->NumPanels(), 3);
+    EXPECT_EQ(gWorkspace->Panels(3)->ID, 0);
+    EXPECT_EQ(window().panelWindows().last()->Index, 3);
+    EXPECT_FALSE(window().panelWindows().last()->picture().image.isNull());
+    EXPECT_EQ(window().panelWindows().last()->pos(), window().panelWindows().first()->pos());
+    EXPECT_TRUE(window().IsModified);
+    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 3) << "nothing is stored before the dashboard is";
+
+    window().mnuWorkspaceSave_Click();
+    EXPECT_EQ(storedOn(u"Morning "_s), (QStringList{u"One"_s, u"Two"_s, u"Two"_s}));
+    EXPECT_EQ(rowCount(u"LvnpanelThresholds"_s, u"PanelID = 4"_s), 1);
+    EXPECT_EQ(storedOn(u"Evening"_s), QStringList{u"Three"_s});
 }
 
 TEST_F(CopyMove, ACopyNotSavedIsGoneOnReload)

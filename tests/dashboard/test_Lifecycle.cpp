@@ -207,8 +207,10 @@ TEST_F(Lifecycle, SaveAsCopiesAllRowsWithTheOldPlaces)
     start();
     for (frmPanel* panel : window().panelWindows())
         panel->setPlace(600, 450);
+    gDB->Execute(u"INSERT INTO LvnpanelThresholds VALUES (2, 2, 2, '>5', 'color', '', '')"_s);
     answerName(u"Copy"_s);
     window().mnuWorkspaceSaveAs_Click();
+    EXPECT_EQ(rowCount(u"LvnpanelThresholds"_s, u"PanelID = 4"_s), 1) << "and thresholds";
     EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 2);
     EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 4);
     EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"[Left] = 150"_s), 4) << "Save As alone does not look at the windows";

@@ -8,8 +8,8 @@
 #include "repository/SqlText.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
-#include "thresholds/ThresholdsFormula.h"
-#include "thresholds/ThresholdsMark.h"
+#include "thresholds/ThresholdFormula.h"
+#include "thresholds/ThresholdMarks.h"
 
 #include <QScopeGuard>
 #include <algorithm>
@@ -66,11 +66,10 @@ PanelView viewOf(Worksheet& sheet, clsWorkspacePanel panel, const PanelCells& ce
 /// Where a watched cell is in the present definition, which may have moved since the rule was entered.
 std::pair<int, int> presentPlace(std::pair<int, int> place, const QString& action, const PanelCells& cells)
 {
-    const auto from = markedFrom(action);
-    if (!from || cells.isInCorner(place.first, place.second))
+    const auto moved = movedSince(action, cells.moving());
+    if (!moved || cells.isInCorner(place.first, place.second))
         return place;
-    return {place.first + cells.moving().firstRow - from->firstRow,
-            place.second + cells.moving().firstColumn - from->firstColumn};
+    return {place.first + moved->first, place.second + moved->second};
 }
 
 } // namespace
@@ -150,7 +149,7 @@ Result<std::vector<ThresholdRule>> loadThresholds(int PanelID, const PanelCells&
         for (; !rows->EOF_(); rows->MoveNext()) {
             const QString ifHigh = rows->text(u"ifHigh"), ifLow = rows->text(u"ifLow");
             const auto [row, column] = presentPlace({rows->number32(u"rowOffset"), rows->number32(u"colOffset")},
-                                                    markedFrom(ifHigh) ? ifHigh : ifLow, cells);
+                                                    actionWithPlace(ifHigh, ifLow), cells);
             // The high one is applied first, as in the order of the rules.
             if (!rows->text(u"highExp").isEmpty())
                 rules.push_back({row, column, true, rows->text(u"highExp"), ifHigh});

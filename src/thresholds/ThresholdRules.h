@@ -59,6 +59,8 @@ struct ThresholdRule
     bool isHigh = true;
     QString comparison;                       ///< ">1000"
     QString action = QStringLiteral("color"); ///< anything that begins otherwise marks nothing
+
+    bool operator==(const ThresholdRule&) const = default;
 };
 
 /// With the cells where they are in the present definition of the panel.

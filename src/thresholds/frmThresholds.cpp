@@ -3,7 +3,9 @@
 #include "controls/HelpButton.h"
 #include "platform/Prompts.h"
 #include "repository/clsWorkspacePanel.h"
+#include "services/ProgramFiles.h"
 #include "thresholds/ThresholdCells.h"
+#include "thresholds/ThresholdMarks.h"
 
 #include <QComboBox>
 #include <QHeaderView>
@@ -24,6 +26,7 @@ enum RuleColumn { CellColumn, SignColumn, LimitColumn, MarkColumn };
 enum RuleData { RowRole = Qt::UserRole, ColumnRole, ActionRole };
 constexpr int editedColumns[] = {SignColumn, LimitColumn, MarkColumn};
 constexpr int widestCell = 240;
+constexpr int mostCellsAtOnce = 200; ///< more rules than anybody reads, and each row of editors takes its time
 
 const QStringList comparisonSigns{u">"_s, u">="_s, u"<"_s, u"<="_s, u"="_s, u"<>"_s};
 const QString formulaSign = u"formula"_s; ///< the limit holds the whole comparison
@@ -70,6 +73,14 @@ int frmThresholds::exec()
     return Rejected;
 }
 
+void frmThresholds::reject()
+{
+    const bool isLost = isVisible() && rules() != m_stored;
+    if (!isLost ||
+        ConfirmAction(u"The rules have been changed and are not stored. Do you want to close without them?"_s))
+        QDialog::reject();
+}
+
 void frmThresholds::connectButtons()
 {
     connect(ui->cmdAdd, &QPushButton::clicked, this, &frmThresholds::cmdAdd_Click);
@@ -78,7 +89,7 @@ void frmThresholds::connectButtons()
     connect(ui->cmdUp, &QPushButton::clicked, this, [this] { moveRule(-1); });
     connect(ui->cmdDown, &QPushButton::clicked, this, [this] { moveRule(1); });
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmThresholds::cmdOK_Click);
-    connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(ui->cmdCancel, &QPushButton::clicked, this, &frmThresholds::reject);
     connectHelp(*ui->cmdHelp, objectName());
     ui->grdRules->installEventFilter(this);
 }
@@ -94,6 +105,7 @@ void frmThresholds::prepareGrids()
     rules.horizontalHeader()->setSectionResizeMode(LimitColumn, QHeaderView::Stretch);
     rules.verticalHeader()->hide();
     connect(rules.selectionModel(), &QItemSelectionModel::currentRowChanged, this, &frmThresholds::showCurrentRule);
+    connect(rules.selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmThresholds::showCurrentRule);
 }
 
 void frmThresholds::load(const clsWorkspacePanel& panel)
@@ -106,14 +118,15 @@ void frmThresholds::load(const clsWorkspacePanel& panel)
         m_problem = u"The range of the panel is not understood. Define the panel anew."_s;
     if (!m_problem.isEmpty())
         return;
-    const auto rules = loadThresholds(m_panelID, *m_cells);
-    if (!rules) {
-        m_problem = rules.reason();
+    const auto stored = loadThresholds(m_panelID, *m_cells);
+    if (!stored) {
+        m_problem = stored.reason();
         return;
     }
     fillCells(panel);
-    for (const ThresholdRule& rule : rules.value())
+    for (const ThresholdRule& rule : stored.value())
         insertRule(ui->grdRules->rowCount(), rule);
+    m_stored = rules();
     showCurrentRule();
 }
 
@@ -153,8 +166,8 @@ void frmThresholds::insertRule(int row, const ThresholdRule& rule)
     limitText->setFrame(false);
     limitText->setAccessibleName(u"Limit of cell "_s + cell->text());
     auto* marks = new QComboBox;
-    marks->addItem(colorIcon(qRgb(128, 180, 180)), u"High mark"_s);
-    marks->addItem(colorIcon(qRgb(180, 128, 180)), u"Low mark"_s);
+    marks->addItem(colorIcon(highMark), u"High mark"_s);
+    marks->addItem(colorIcon(lowMark), u"Low mark"_s);
     marks->setCurrentIndex(rule.isHigh ? 0 : 1);
     marks->setAccessibleName(u"Mark of cell "_s + cell->text());
     const QList<std::pair<int, QWidget*>> editors{{SignColumn, signs}, {LimitColumn, limitText}, {MarkColumn, marks}};
@@ -162,6 +175,9 @@ void frmThresholds::insertRule(int row, const ThresholdRule& rule)
         editor->installEventFilter(this);
         grid.setCellWidget(row, column, editor);
     }
+    connect(signs, &QComboBox::activated, this, [this, signs] { enterInSelected(SignColumn, *signs); });
+    connect(limitText, &QLineEdit::textEdited, this, [this, limitText] { enterInSelected(LimitColumn, *limitText); });
+    connect(marks, &QComboBox::activated, this, [this, marks] { enterInSelected(MarkColumn, *marks); });
     grid.resizeRowToContents(row);
     grid.resizeColumnToContents(SignColumn);
     grid.resizeColumnToContents(MarkColumn);
@@ -178,9 +194,39 @@ ThresholdRule frmThresholds::ruleAt(int row) const
             sign == formulaSign ? limit : QString(sign + limit.trimmed()), cell->data(ActionRole).toString()};
 }
 
+std::vector<ThresholdRule> frmThresholds::rules() const
+{
+    std::vector<ThresholdRule> all;
+    for (int row = 0; row < ui->grdRules->rowCount(); ++row)
+        all.push_back(ruleAt(row));
+    return all;
+}
+
 int frmThresholds::currentRule() const
 {
     return ui->grdRules->currentRow();
+}
+
+QList<int> frmThresholds::selectedRules() const
+{
+    QList<int> rows;
+    for (const QModelIndex& rule : ui->grdRules->selectionModel()->selectedRows())
+        rows.append(rule.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void frmThresholds::enterInSelected(int column, const QWidget& editor)
+{
+    for (const int row : selectedRules()) {
+        QWidget* other = ui->grdRules->cellWidget(row, column);
+        if (other == &editor)
+            continue;
+        if (auto* limit = qobject_cast<QLineEdit*>(other))
+            limit->setText(static_cast<const QLineEdit&>(editor).text());
+        else if (auto* choice = qobject_cast<QComboBox*>(other))
+            choice->setCurrentIndex(static_cast<const QComboBox&>(editor).currentIndex());
+    }
 }
 
 bool frmThresholds::eventFilter(QObject* watched, QEvent* event)
@@ -195,13 +241,19 @@ bool frmThresholds::eventFilter(QObject* watched, QEvent* event)
     return true;
 }
 
-/// Whoever edits a rule means that one by the buttons.
+/// The rule in whose editor the user works becomes the current one, to which the buttons apply. One of several selected
+/// rules leaves them selected.
 void frmThresholds::selectRuleOf(const QObject* editor)
 {
     QTableWidget& grid = *ui->grdRules;
+    const QList<int> selected = selectedRules();
     for (int row = 0; row < grid.rowCount(); ++row) {
         for (const int column : editedColumns) {
-            if (grid.cellWidget(row, column) == editor)
+            if (grid.cellWidget(row, column) != editor)
+                continue;
+            if (selected.contains(row))
+                grid.setCurrentCell(row, column, QItemSelectionModel::NoUpdate);
+            else
                 grid.selectRow(row);
         }
     }
@@ -211,8 +263,9 @@ void frmThresholds::showCurrentRule()
 {
     const int row = currentRule();
     ui->cmdDelete->setEnabled(row >= 0);
-    ui->cmdUp->setEnabled(row > 0);
-    ui->cmdDown->setEnabled(row >= 0 && row + 1 < ui->grdRules->rowCount());
+    const bool isAlone = selectedRules().size() == 1;
+    ui->cmdUp->setEnabled(isAlone && row > 0);
+    ui->cmdDown->setEnabled(isAlone && row >= 0 && row + 1 < ui->grdRules->rowCount());
     const QTableWidgetItem* cell = row < 0 ? nullptr : ui->grdRules->item(row, CellColumn);
     if (!cell)
         return;
@@ -221,35 +274,51 @@ void frmThresholds::showCurrentRule()
         ui->grdCells->setCurrentIndex(place);
 }
 
+QModelIndexList frmThresholds::pickedCells() const
+{
+    QModelIndexList cells = ui->grdCells->selectionModel()->selectedIndexes();
+    std::sort(cells.begin(), cells.end());
+    return cells;
+}
+
 void frmThresholds::cmdAdd_Click()
 {
-    const QModelIndex cell = ui->grdCells->currentIndex();
-    if (!cell.isValid() || !(cell.flags() & Qt::ItemIsEnabled)) {
-        prompts().message(u"Pick a cell of the panel first."_s, Prompts::Icon::Information);
+    const QModelIndexList cells = pickedCells();
+    if (cells.isEmpty() || cells.size() > mostCellsAtOnce) {
+        prompts().message(
+            cells.isEmpty() ? u"Pick a cell of the panel first."_s
+                            : u"%1 cells are picked. Pick at most %2 at once."_s.arg(cells.size()).arg(mostCellsAtOnce),
+            Prompts::Icon::Information);
         ui->grdCells->setFocus();
         return;
     }
-    ThresholdRule rule;
-    std::tie(rule.row, rule.column) = m_table->place(cell);
-    rule.comparison = u">"_s;
-    const int row = ui->grdRules->rowCount();
-    insertRule(row, rule);
-    ui->grdRules->selectRow(row);
-    ui->grdRules->cellWidget(row, LimitColumn)->setFocus();
+    QTableWidget& grid = *ui->grdRules;
+    const int first = grid.rowCount();
+    for (const QModelIndex& cell : cells) {
+        ThresholdRule rule;
+        std::tie(rule.row, rule.column) = m_table->place(cell);
+        rule.comparison = u">"_s;
+        insertRule(grid.rowCount(), rule);
+    }
+    grid.clearSelection();
+    grid.setRangeSelected({first, CellColumn, grid.rowCount() - 1, MarkColumn}, true);
+    grid.setCurrentCell(first, LimitColumn, QItemSelectionModel::NoUpdate);
+    grid.cellWidget(first, LimitColumn)->setFocus();
 }
 
 void frmThresholds::cmdDelete_Click()
 {
-    const int row = currentRule();
-    if (row < 0)
+    const QList<int> rows = selectedRules();
+    if (rows.isEmpty())
         return;
     leaveEditors();
-    ui->grdRules->removeRow(row);
-    ui->grdRules->selectRow(std::min(row, ui->grdRules->rowCount() - 1));
+    for (auto row = rows.crbegin(); row != rows.crend(); ++row)
+        ui->grdRules->removeRow(*row);
+    ui->grdRules->selectRow(std::min(rows.first(), ui->grdRules->rowCount() - 1));
     showCurrentRule();
 }
 
-/// An editor that goes with its row would hand the focus, and with it the selection, to another one.
+/// A row is removed with its editors. If one of them had the focus, another editor would get it and select its rule.
 void frmThresholds::leaveEditors()
 {
     ui->grdRules->setFocus();
@@ -286,10 +355,7 @@ void frmThresholds::cmdOK_Click()
 {
     if (!ValidateForm())
         return;
-    std::vector<ThresholdRule> rules;
-    for (int row = 0; row < ui->grdRules->rowCount(); ++row)
-        rules.push_back(ruleAt(row));
-    const QString failure = saveThresholds(m_panelID, *m_cells, rules);
+    const QString failure = saveThresholds(m_panelID, *m_cells, rules());
     if (failure.isEmpty())
         accept();
     else

@@ -3,6 +3,7 @@
 #include "thresholds/ThresholdRules.h"
 
 #include <QDialog>
+#include <QModelIndex>
 #include <memory>
 
 namespace Ui {
@@ -13,7 +14,8 @@ namespace lumivane {
 
 class ThresholdCells;
 
-/// The rules that mark cells of one panel, with the panel's cells to pick from.
+/// The rules that mark cells of one panel, with the panel's cells to pick from. What is entered in one of several
+/// selected rules goes to all of them, so that the rules of a block of cells are entered once.
 class frmThresholds : public QDialog
 {
     Q_OBJECT
@@ -26,6 +28,8 @@ public:
 public Q_SLOTS:
     /// Says so instead where the panel cannot have thresholds.
     int exec() override;
+    /// Asks first where changed rules would be lost.
+    void reject() override;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -37,7 +41,11 @@ private:
     void fillCells(const clsWorkspacePanel& panel);
     void insertRule(int row, const ThresholdRule& rule);
     ThresholdRule ruleAt(int row) const;
+    std::vector<ThresholdRule> rules() const;
     int currentRule() const;
+    QList<int> selectedRules() const; ///< rows, from the top
+    void enterInSelected(int column, const QWidget& editor);
+    QModelIndexList pickedCells() const; ///< that can be watched, row by row
     void leaveEditors();
     void moveRule(int step);
     void selectRuleOf(const QObject* editor);
@@ -48,6 +56,7 @@ private:
     bool ValidateForm();
 
     const int m_panelID;
+    std::vector<ThresholdRule> m_stored; ///< as the dialog shows them when it opens
     std::optional<PanelCells> m_cells;
     ThresholdCells* m_table = nullptr; ///< null where there is nothing to show
     QString m_problem;                 ///< why there is nothing to show

@@ -1,9 +1,12 @@
+#include "range/SheetFile.h"
+#include "repository/Database.h"
 #include "repository/clsWorkspacePanel.h"
-#include "sharing/TwoProjects.h"
-#include "support/PlainSheet.h"
-#include "thresholds/ThresholdsFormula.h"
+#include "support/ThrownError.h"
+#include "thresholds/ThresholdFormula.h"
 
 #include <QColor>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
 
 namespace lumivane::test {
 namespace {
@@ -54,58 +57,60 @@ TEST(ThresholdComparison, MustBeginWithASignToBeStored)
 const QColor high(128, 180, 180);
 const QColor low(180, 128, 180);
 
-class Thresholds : public TwoProjects
+/// A panel whose range B10:C20 is found again by its last cell, with two fixed rows and a fixed column.
+class Thresholds : public testing::Test
 {
 protected:
     Thresholds()
     {
-        panel.ID = 7;
-        panel.PicRange = u"$B$10:$C$20`1:2`A:A"_s;
-        panel.RelativeTo = u"bottom"_s;
-        panel.ContentMatch = u"bottom=$C$20"_s;
-        for (int row = 1; row <= 30; ++row)
-            sheet.height(QString::number(row) + u':' + QString::number(row), 15);
+        Database::create(folder.filePath(u"p.lvdu"_s));
+        project = Database::open(folder.filePath(u"p.lvdu"_s), databaseConnect());
+        define(u"$B$10:$C$20`1:2`A:A"_s, u"bottom=$C$20"_s);
     }
 
+    void define(const QString& PicRange, const QString& ContentMatch)
+    {
+        panel = {};
+        panel.ID = 7;
+        panel.PicRange = PicRange;
+        panel.RelativeTo = u"bottom"_s;
+        panel.ContentMatch = ContentMatch;
+    }
     void rule(int row, int column, const QString& highExp, const QString& ifHigh, const QString& lowExp = QString(),
               const QString& ifLow = QString())
     {
-        mine->Execute(
+        project->Execute(
             u"INSERT INTO LvnpanelThresholds VALUES (7, %1, %2, '%3', '%4', '%5', '%6')"_s.arg(row).arg(column).arg(
                 highExp, ifHigh, lowExp, ifLow));
     }
-    /// Locates the panel with its last cell in a given row, then marks.
-    void light(int lastRow)
+    void open(const QString& cells)
     {
-        sheet.put(u"C%1"_s.arg(lastRow), u"1"_s);
-        panel.GetAdjRange(sheet);
-        panel.lightCells(sheet, mine);
+        sheet = openSheet(cells);
+        panel.GetAdjRange(*sheet);
     }
-    QColor color(const QString& address)
+    QColor color(const QString& address) const
     {
-        const QImage cell = sheet.CopyPicture(*CellArea::parse(address));
-        return cell.pixelColor(cell.width() / 2, cell.height() / 2);
+        return sheet->CopyPicture(*CellArea::parse(address)).pixelColor(2, 2);
     }
 
-    PlainSheet sheet{u"Sheet1"_s};
+    QTemporaryDir folder;
+    std::shared_ptr<Database> project;
+    std::shared_ptr<Worksheet> sheet;
     clsWorkspacePanel panel;
 };
 
 TEST_F(Thresholds, LeaveTheFixedCornerInItsPlaceOnly)
 {
-    sheet.put(u"C24"_s, u"1"_s);
-    panel.GetAdjRange(sheet);
-    EXPECT_EQ(panel.MapCell(2, 1, sheet), u"A2"_s);
-    EXPECT_EQ(panel.MapCell(2, 2, sheet), u"B6"_s) << "fixed rows alone move";
-    EXPECT_EQ(panel.MapCell(3, 1, sheet), u"A7"_s) << "fixed columns alone move";
-    clsWorkspacePanel plain;
-    EXPECT_EQ(plain.MapCell(1, 1, sheet), u"A1"_s);
+    open(u"C24=1"_s);
+    EXPECT_EQ(panel.MapCell(2, 1, *sheet), u"A2"_s);
+    EXPECT_EQ(panel.MapCell(2, 2, *sheet), u"B6"_s) << "fixed rows alone move";
+    EXPECT_EQ(panel.MapCell(3, 1, *sheet), u"A7"_s) << "fixed columns alone move";
+    EXPECT_EQ(clsWorkspacePanel().MapCell(1, 1, *sheet), u"A1"_s);
 }
 
 TEST_F(Thresholds, ApplyTheirLimits)
 {
-    sheet.put(u"B10"_s, u"100"_s).put(u"B11"_s, u"100"_s).put(u"B12"_s, u"100"_s).put(u"B13"_s, u"100"_s);
-    sheet.put(u"B14"_s, u"100"_s).put(u"B15"_s, u"TRUE"_s);
+    open(u"B10=100|B11=100|B12=100|B13=100|B14=100|B15=TRUE|B18=1e20|C20=1"_s);
     const QColor unmarked = color(u"B10"_s);
     rule(10, 2, u">100"_s, u"color"_s);
     rule(11, 2, u">=100"_s, u"colorRed"_s, u"<=100"_s, u"color"_s);
@@ -114,8 +119,9 @@ TEST_F(Thresholds, ApplyTheirLimits)
     rule(14, 2, u">0"_s, u""_s);
     rule(15, 2, u"=-1"_s, u"color"_s);
     rule(16, 2, u"=0"_s, u"color"_s); // an empty cell
-    mine->Execute(u"INSERT INTO LvnpanelThresholds VALUES (8, 17, 2, '=0', 'color', '', '')"_s);
-    light(20);
+    rule(18, 2, u">1e19"_s, u"color"_s);
+    project->Execute(u"INSERT INTO LvnpanelThresholds VALUES (8, 17, 2, '=0', 'color', '', '')"_s);
+    panel.lightCells(*sheet, project);
     EXPECT_EQ(color(u"B10"_s), unmarked) << "the limit itself does not pass";
     EXPECT_EQ(color(u"B11"_s), low) << "the low mark comes second";
     EXPECT_EQ(color(u"B12"_s), unmarked) << "the word is compared exactly";
@@ -123,6 +129,7 @@ TEST_F(Thresholds, ApplyTheirLimits)
     EXPECT_EQ(color(u"B14"_s), unmarked) << "without an action";
     EXPECT_EQ(color(u"B15"_s), high);
     EXPECT_EQ(color(u"B16"_s), high);
+    EXPECT_EQ(color(u"B18"_s), high);
     EXPECT_NE(color(u"B17"_s), high) << "the rule of another panel";
 }
 
@@ -135,7 +142,7 @@ TEST_F(Thresholds, TellWhatTheyCannotCompare)
         QString comparison, expected;
     } faults[] = {
         {"text", 10, 2, u">1"_s,
-         u"The cell B10 of sheet [Sheet1] is watched for a limit and holds [n/a], which is no "
+         u"The cell B10 of sheet [Data] is watched for a limit and holds [n/a], which is no "
          "number."_s},
         {"no comparison", 11, 2, u">x"_s,
          u"The limit of cell B11 cannot be compared: the formula [= 5>x] is not "
@@ -144,16 +151,11 @@ TEST_F(Thresholds, TellWhatTheyCannotCompare)
         {"far beyond", 2147483647, 2147483647, u">1"_s,
          u"The watched cell in row 2147483647 and column 2147483647 is beyond the sheet."_s},
     };
-    sheet.put(u"B10"_s, u"n/a"_s).put(u"B11"_s, u"5"_s);
+    open(u"B10=n/a|B11=5|C20=1"_s);
     for (const auto& fault : faults) {
-        mine->Execute(u"DELETE FROM LvnpanelThresholds"_s);
+        project->Execute(u"DELETE FROM LvnpanelThresholds"_s);
         rule(fault.row, fault.column, fault.comparison, u"color"_s);
-        try {
-            light(20);
-            ADD_FAILURE() << fault.name;
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.description(), fault.expected) << fault.name;
-        }
+        EXPECT_EQ(failureOf([&] { panel.lightCells(*sheet, project); }).text, fault.expected) << fault.name;
     }
 }
 
@@ -161,23 +163,15 @@ TEST_F(Thresholds, WatchTheSameFigureWhateverBecameOfTheDefinition)
 {
     rule(15, 2, u">1"_s, u"color@B10"_s);
     rule(2, 1, u">1"_s, u"color@B10"_s);
-    sheet.put(u"C24"_s, u"1"_s).put(u"B19"_s, u"50"_s).put(u"A2"_s, u"50"_s);
     for (const auto& [definition, bottom] : std::initializer_list<std::pair<QString, QString>>{
              {u"$B$10:$C$20`1:2`A:A"_s, u"bottom=$C$20"_s}, // as it was
              {u"B14:C24`1:2`A:A"_s, u"bottom=$C$24"_s},     // moved on by an adopted version
              {u"B16:C26`1:2`A:A"_s, u"bottom=$C$26"_s}}) {  // moved on twice and found back
-        PlainSheet opened = sheet;
-        clsWorkspacePanel loaded;
-        loaded.ID = 7;
-        loaded.PicRange = definition;
-        loaded.RelativeTo = u"bottom"_s;
-        loaded.ContentMatch = bottom;
-        loaded.GetAdjRange(opened);
-        loaded.lightCells(opened, mine);
-        for (const QString& address : {u"B19"_s, u"A2"_s}) {
-            const QImage cell = opened.CopyPicture(*CellArea::parse(address));
-            EXPECT_EQ(cell.pixelColor(3, 3), high) << definition.toStdString() << ' ' << address.toStdString();
-        }
+        define(definition, bottom);
+        open(u"C24=1|B19=50|A2=50"_s);
+        panel.lightCells(*sheet, project);
+        for (const QString& address : {u"B19"_s, u"A2"_s})
+            EXPECT_EQ(color(address), high) << definition << ' ' << address;
     }
 }
 

@@ -1,3 +1,4 @@
+#include "thresholds/ThresholdMarks.h"
 #include "host/Host.h"
 #include "host/modUtilsExcel.h"
 #include "platform/Checked.h"
@@ -5,8 +6,7 @@
 #include "repository/Database.h"
 #include "repository/clsWorkspacePanel.h"
 #include "repository/modUtilsSQL.h"
-#include "thresholds/ThresholdsFormula.h"
-#include "thresholds/ThresholdsMark.h"
+#include "thresholds/ThresholdFormula.h"
 
 // Cells of a panel that are marked because their values pass a limit.
 
@@ -16,8 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QRgb highMark = qRgb(128, 180, 180);
-constexpr QRgb lowMark = qRgb(180, 128, 180);
 const QString panelRecordModule = u"clsWorkspacePanel"_s;
 
 double watchedValue(const SheetRange& cell)
@@ -62,6 +60,15 @@ QString movedCell(qint64 row, qint64 column)
     return TrackedLetters(static_cast<int>(column)) % QString::number(row);
 }
 
+/// The first cell of the moving range when the rule was entered.
+std::optional<CellArea> enteredAt(const QString& action)
+{
+    const qsizetype sign = markWord.size();
+    return action.startsWith(markWord) && action.size() > sign && action[sign] == u'@'
+               ? CellArea::parse(QStringView(action).sliced(sign + 1))
+               : std::nullopt;
+}
+
 } // namespace
 
 QString clsWorkspacePanel::MapCell(qint32 row, qint32 col, Worksheet& ws) const
@@ -75,13 +82,11 @@ QString clsWorkspacePanel::MapCell(qint32 row, qint32 col, Worksheet& ws) const
 
 QString clsWorkspacePanel::watchedCell(qint32 row, qint32 col, const QString& action, Worksheet& ws) const
 {
-    const auto from = markedFrom(action);
     const bool stays = row <= pFixRowLast && col <= ColNumber(ws, pFixColLast);
-    if (!from || stays)
+    const auto moved = stays ? std::nullopt : movedSince(action, ws.Range(pAdjMovRange).area());
+    if (!moved)
         return MapCell(row, col, ws);
-    const CellArea moving = ws.Range(pAdjMovRange).area();
-    return movedCell(qint64(row) + moving.firstRow - from->firstRow,
-                     qint64(col) + moving.firstColumn - from->firstColumn);
+    return movedCell(qint64(row) + moved->first, qint64(col) + moved->second);
 }
 
 void clsWorkspacePanel::lightCells(Worksheet& ws, const std::shared_ptr<Database>& DB) const
@@ -93,7 +98,7 @@ void clsWorkspacePanel::lightCells(Worksheet& ws, const std::shared_ptr<Database
     for (; !rules->EOF_(); rules->MoveNext()) {
         const QString ifHigh = rules->text(u"ifHigh"), ifLow = rules->text(u"ifLow");
         const SheetRange cell = ws.Range(watchedCell(rules->number32(u"rowOffset"), rules->number32(u"colOffset"),
-                                                     markedFrom(ifHigh) ? ifHigh : ifLow, ws));
+                                                     actionWithPlace(ifHigh, ifLow), ws));
         const double value = watchedValue(cell);
         const auto mark = [&](const QString& comparison, const QString& action, QRgb color) {
             if (!comparison.isEmpty() && passesLimit(value, comparison, cell) && action.startsWith(markWord))
@@ -110,12 +115,17 @@ QString markFrom(const CellArea& moving)
     return markWord % u'@' % CellArea::cell(moving.firstRow, moving.firstColumn).relative();
 }
 
-std::optional<CellArea> markedFrom(const QString& action)
+std::optional<std::pair<int, int>> movedSince(const QString& action, const CellArea& moving)
 {
-    const qsizetype sign = markWord.size();
-    return action.startsWith(markWord) && action.size() > sign && action[sign] == u'@'
-               ? CellArea::parse(QStringView(action).sliced(sign + 1))
-               : std::nullopt;
+    const auto from = enteredAt(action);
+    if (!from)
+        return std::nullopt;
+    return std::pair(moving.firstRow - from->firstRow, moving.firstColumn - from->firstColumn);
+}
+
+const QString& actionWithPlace(const QString& ifHigh, const QString& ifLow)
+{
+    return enteredAt(ifHigh) ? ifHigh : ifLow;
 }
 
 } // namespace lumivane

@@ -333,6 +333,14 @@ QStringList Database::TableNames() const
     return names;
 }
 
+qint64 Database::lastIdOf(const QString& table) const
+{
+    Connection& file = connection();
+    const UnrestrictedScope scope(file);
+    SqliteStatement last(file, "SELECT seq FROM sqlite_sequence WHERE name = '" + table.toUtf8() + "'");
+    return last.step() ? last.row().value(0).toLongLong() : 0;
+}
+
 Database::Bulk::Bulk(Database& database) : m_file(database.m_connection)
 {
     // One within another is part of the outer one.

@@ -51,6 +51,8 @@ public:
     void copyTo(const QString& fileName);
 
     QStringList TableNames() const; ///< in the order of their making
+    /// The highest ID that a table of the program has ever given out, 0 when none. IDs are not given twice.
+    qint64 lastIdOf(const QString& table) const;
 
     struct Connection;
 

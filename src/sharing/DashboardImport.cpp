@@ -7,6 +7,7 @@
 #include "services/modUtilsFile.h"
 #include "services/modUtilsLog.h"
 #include "sharing/SourceTransfer.h"
+#include "sharing/ThresholdTransfer.h"
 
 #include <QDateTime>
 #include <QStringList>
@@ -39,21 +40,6 @@ void copyFields(Recordset& from, Recordset& to, std::initializer_list<const char
         to.setField(QStringView(column), from.Field(QStringView(column)));
 }
 
-/// What makes two sources one, compared as the store compares texts.
-QString sourceIdentity(Recordset& row)
-{
-    QStringList parts;
-    for (const char16_t* column : {u"UpdateType", u"Mask", u"DestFolder"}) {
-        if (row.isNull(QStringView(column)))
-            throw RuntimeError(RuntimeError::InvalidUseOfNull);
-        parts.append(row.text(QStringView(column)));
-    }
-    QString identity = parts.join(QChar(u'\0'));
-    for (QChar& c : identity)
-        c = c.toCaseFolded();
-    return identity;
-}
-
 /// The criterion by which a source is looked for is a text of its own; one with an apostrophe makes it fail.
 void requireCriterion(Recordset& row)
 {
@@ -63,20 +49,6 @@ void requireCriterion(Recordset& row)
                                u"Syntax error (missing operator) in the search for ["_s +
                                    row.text(QStringView(column)) + u"]."_s);
     }
-}
-
-/// The sources of the project by identity; of two alike the first counts.
-QHash<QString, qint64> knownSources(Recordset& target)
-{
-    QHash<QString, qint64> known;
-    for (; !target.EOF_(); target.MoveNext()) {
-        if (target.isNull(u"UpdateType") || target.isNull(u"Mask") || target.isNull(u"DestFolder"))
-            continue;
-        const QString identity = sourceIdentity(target);
-        if (!known.contains(identity))
-            known.insert(identity, target.number(u"ID"));
-    }
-    return known;
 }
 
 qint64 lastId(Recordset& target)
@@ -163,7 +135,7 @@ bool DashboardImport::importableDashboards(std::vector<DashboardEntry>& dashboar
 
 Result<ImportPreview> DashboardImport::preview(const std::vector<qint32>& ids)
 {
-    return previewImport(m_shared, idList(ids), m_progress);
+    return previewImport(m_shared, gDB, idList(ids), m_progress);
 }
 
 bool DashboardImport::ImportDashboard(const std::vector<qint32>& ids)
@@ -179,7 +151,10 @@ bool DashboardImport::ImportDashboard(const std::vector<qint32>& ids)
         SourceIds sources;
         if (!readSourceIds(sources))
             return refuseImport(u"Error accessing sources."_s);
-        return ImportWorkspaces(list, sources);
+        m_panels.clear();
+        const bool areImported = ImportWorkspaces(list, sources);
+        ImportThresholds(list);
+        return areImported;
     };
     return trapped(u"ImportDashboard"_s, steps, u"The dashboards were not imported"_s);
 }
@@ -295,6 +270,8 @@ bool DashboardImport::ImportPanels(qint64 oldWorkspaceId, qint64 newWorkspaceId,
                         u"ColWidths", u"RelativeTo", u"ContentMatch", u"Top", u"Left", u"Height", u"Width", u"ViewType",
                         u"LastViewed", u"Caption"});
             target->Update();
+            if (!from->isNull(u"ID") && !m_panels.contains(from->number(u"ID")))
+                m_panels.insert(from->number(u"ID"), lastId(*target));
             step();
         }
         from->Close();
@@ -302,6 +279,17 @@ bool DashboardImport::ImportPanels(qint64 oldWorkspaceId, qint64 newWorkspaceId,
         return true;
     };
     return trapped(u"ImportPanels"_s, steps, u"The dashboard \"%1\" lacks panels"_s.arg(name));
+}
+
+bool DashboardImport::ImportThresholds(const QString& ids)
+{
+    const auto steps = [&] {
+        Database::Bulk bulk(*gDB);
+        transferThresholds(*m_shared, *gDB, ids, m_panels);
+        bulk.finish();
+        return true;
+    };
+    return trapped(u"ImportThresholds"_s, steps, u"The thresholds of the panels were not all imported"_s);
 }
 
 void DashboardImport::step()

@@ -13,8 +13,8 @@ class Database;
 class Recordset;
 
 /// Import of dashboards from one shared file into the open project: a merge of rows by which dashboards and panels get
-/// new ids, and their sources are found in the project or added to it. Paths are rewritten through the alternate paths
-/// in the shared file. What has been written before a failure stays.
+/// new ids, and their sources are found in the project or added to it. Panels keep their thresholds. Paths are
+/// rewritten through the alternate paths in the shared file. What has been written before a failure stays.
 class DashboardImport
 {
 public:
@@ -45,6 +45,7 @@ private:
     bool matchSources();
     bool ImportWorkspaces(const QString& ids, const SourceIds& sources);
     bool ImportPanels(qint64 oldWorkspaceId, qint64 newWorkspaceId, const QString& name, const SourceIds& sources);
+    bool ImportThresholds(const QString& ids);
     bool readSourceIds(SourceIds& sources);
     qint64 panelsOf(const QString& ids);
     void step();
@@ -53,6 +54,7 @@ private:
     SharingProgress m_progress;
     std::shared_ptr<Database> m_shared;
     QStringList m_faults;
+    QHash<qint64, qint64> m_panels; ///< of the import, as `SourceIds`
     qint64 m_done = 0;
     qint64 m_total = 0;
 };

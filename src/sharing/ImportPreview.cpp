@@ -6,11 +6,14 @@
 #include "platform/ShownText.h"
 #include "repository/Database.h"
 #include "repository/SqlText.h"
+#include "repository/clsPanelSource.h"
 #include "services/modUtilsFile.h"
 #include "sharing/SourceTransfer.h"
+#include "sharing/ThresholdTransfer.h"
 
 #include <QDir>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <limits>
 #include <map>
 
@@ -20,9 +23,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Panels and sources are numbered by 16 bits for as long as a project lives; a number is not given twice.
+constexpr qint64 lastUsableId = std::numeric_limits<qint16>::max();
 constexpr qint64 mostDashboards = 10'000;
-constexpr qint64 mostPanels = 100'000;
+constexpr qint64 mostPanels = lastUsableId;
 constexpr qint64 mostSources = 5'000;
+constexpr qint64 mostThresholds = 50'000;
 constexpr qint64 mostAlternatePaths = 500;
 constexpr qsizetype longestText = 32'000;
 /// Rows between two signs of life.
@@ -33,33 +39,39 @@ struct PreviewRefusal
     QString sentence;
 };
 
+enum class Empty { Allowed, Refused };
+
 struct NumberColumn
 {
     QString name;
+    Empty empty;
     qint64 least;
     qint64 most;
     QString hint = {}; ///< how more is possible
 };
 
 template <class Number>
-NumberColumn numberColumn(const QString& name)
+NumberColumn numberColumn(const QString& name, Empty empty)
 {
-    return {name, std::numeric_limits<Number>::min(), std::numeric_limits<Number>::max()};
+    return {name, empty, std::numeric_limits<Number>::min(), std::numeric_limits<Number>::max()};
 }
 
 /// A place or size of a panel on its dashboard.
 NumberColumn twipsColumn(const QString& name)
 {
-    return {name, -qint64(twipsLimit()) - 1, twipsLimit(), largeSheetsHint()};
+    return {name, Empty::Refused, -qint64(twipsLimit()) - 1, twipsLimit(), largeSheetsHint()};
 }
 
-/// Rows of one table of the shared file, in the words of the user.
+/// Rows of one table of the shared file, in the words of the user. Without a number or a date that the records read,
+/// a dashboard would break off when it is loaded.
 struct CheckedTable
 {
     QString noun; ///< "dashboard", "panel", "source"
     QString query;
     qint64 most;
     std::vector<NumberColumn> numbers;
+    QStringList dates = {};
+    QString key = u"ID"_s; ///< names the row to the user
 };
 
 QString shortened(QString text)
@@ -82,14 +94,16 @@ void refuseValue(const CheckedTable& table, Recordset& rows, const QString& colu
 {
     const QString wayOut = hint.isEmpty() ? u" Ask for a new export of it."_s : hint;
     throw PreviewRefusal{u"The %1 %2 of the shared file cannot be imported: its column %3 %4."_s.arg(
-                             table.noun, shortened(rows.text(u"ID")), column, fault) %
+                             table.noun, shortened(rows.text(table.key)), column, fault) %
                          wayOut};
 }
 
 void checkNumber(const CheckedTable& table, Recordset& rows, const NumberColumn& column)
 {
-    if (rows.isNull(column.name))
+    if (rows.isNull(column.name) && column.empty == Empty::Allowed)
         return;
+    if (rows.isNull(column.name))
+        refuseValue(table, rows, column.name, u"is empty"_s);
     try {
         const qint64 value = rows.number(column.name);
         if (value >= column.least && value <= column.most)
@@ -98,6 +112,15 @@ void checkNumber(const CheckedTable& table, Recordset& rows, const NumberColumn&
     }
     refuseValue(table, rows, column.name,
                 u"holds [%1], which is no number that fits"_s.arg(shortened(rows.text(column.name))), column.hint);
+}
+
+void checkDate(const CheckedTable& table, Recordset& rows, const QString& column)
+{
+    try {
+        rows.date(column);
+    } catch (const RuntimeError&) {
+        refuseValue(table, rows, column, u"holds [%1], which is no date"_s.arg(shortened(rows.text(column))));
+    }
 }
 
 void checkValue(const CheckedTable& table, Recordset& rows, const QString& column)
@@ -135,6 +158,8 @@ qint64 checkTable(Database& shared, const CheckedTable& table, const SharingProg
         showStep(progress, done, rows->rowCount());
         for (const NumberColumn& number : table.numbers)
             checkNumber(table, *rows, number);
+        for (const QString& date : table.dates)
+            checkDate(table, *rows, date);
         for (const QString& column : columns)
             checkValue(table, *rows, column);
         moreChecks(*rows);
@@ -147,9 +172,10 @@ void checkDashboards(Database& shared, const QString& ids, const SharingProgress
     const CheckedTable table{u"dashboard"_s,
                              u"SELECT * FROM LvnSavedWorkspace WHERE ID IN ("_s + ids + u')',
                              mostDashboards,
-                             {numberColumn<qint32>(u"ID"_s)}};
+                             {numberColumn<qint32>(u"ID"_s, Empty::Refused)},
+                             {u"LastUpdated"_s, u"LastViewed"_s}};
     checkTable(shared, table, progress, [&](Recordset& row) {
-        // The list of names that the next import asks with would fall apart.
+        // The next import lists the names of the project between apostrophes in one statement, which would fail.
         if (row.text(u"Name").contains(u'\''))
             refuseValue(table, row, u"Name"_s,
                         u"holds an apostrophe ([%1]), which no name may"_s.arg(shortened(row.text(u"Name"))));
@@ -174,12 +200,13 @@ void checkRange(const CheckedTable& table, Recordset& row)
 
 qint64 checkPanels(Database& shared, const QString& ids, const SharingProgress& progress)
 {
-    const CheckedTable table{u"panel"_s,
-                             u"SELECT * FROM LvnSavedPanel WHERE WorkspaceID IN ("_s + ids + u')',
-                             mostPanels,
-                             {numberColumn<qint32>(u"WorkspaceID"_s), numberColumn<qint32>(u"SourceID"_s),
-                              twipsColumn(u"Top"_s), twipsColumn(u"Left"_s), twipsColumn(u"Height"_s),
-                              twipsColumn(u"Width"_s), numberColumn<qint32>(u"Ndx"_s)}};
+    const CheckedTable table{
+        u"panel"_s,
+        u"SELECT * FROM LvnSavedPanel WHERE WorkspaceID IN ("_s + ids + u')',
+        mostPanels,
+        {numberColumn<qint32>(u"SourceID"_s, Empty::Refused), twipsColumn(u"Top"_s), twipsColumn(u"Left"_s),
+         twipsColumn(u"Height"_s), twipsColumn(u"Width"_s), numberColumn<qint32>(u"Ndx"_s, Empty::Allowed)},
+        {u"LastViewed"_s}};
     return checkTable(shared, table, progress, [&](Recordset& row) { checkRange(table, row); });
 }
 
@@ -200,13 +227,39 @@ void checkSource(const CheckedTable& table, Recordset& row)
 
 qint64 checkSources(Database& shared, const QString& ids, const SharingProgress& progress)
 {
-    const CheckedTable table{u"source"_s,
-                             u"SELECT * FROM LvnPanelSource WHERE ID IN ( SELECT DISTINCT SourceID FROM LvnSavedPanel"
-                             " WHERE WorkspaceID IN ("_s +
-                                 ids + u"))"_s,
-                             mostSources,
-                             {numberColumn<qint32>(u"ID"_s), numberColumn<qint32>(u"CheckEveryNMin"_s)}};
+    const CheckedTable table{
+        u"source"_s,
+        u"SELECT * FROM LvnPanelSource WHERE ID IN ( SELECT DISTINCT SourceID FROM LvnSavedPanel"
+        " WHERE WorkspaceID IN ("_s +
+            ids + u"))"_s,
+        mostSources,
+        {numberColumn<qint32>(u"ID"_s, Empty::Refused), numberColumn<qint32>(u"CheckEveryNMin"_s, Empty::Allowed)}};
     return checkTable(shared, table, progress, [&](Recordset& row) { checkSource(table, row); });
+}
+
+void checkThresholds(Database& shared, const QString& ids, const SharingProgress& progress)
+{
+    if (!holdsThresholds(shared))
+        return;
+    checkTable(
+        shared,
+        {u"threshold of panel"_s,
+         thresholdsQuery(ids),
+         mostThresholds,
+         {numberColumn<qint32>(u"rowOffset"_s, Empty::Refused), numberColumn<qint32>(u"colOffset"_s, Empty::Refused)},
+         {},
+         u"PanelID"_s},
+        progress, [](Recordset&) {});
+}
+
+void checkRoom(const Database& project, const QString& table, const QString& noun, qint64 count)
+{
+    const qint64 room = lastUsableId - project.lastIdOf(table);
+    if (count > room)
+        throw PreviewRefusal{u"The project can take %1 more %2s, and these dashboards bring %3. Choose fewer "
+                             "dashboards, or import them into another project."_s.arg(qMax(room, qint64(0)))
+                                 .arg(noun)
+                                 .arg(count)};
 }
 
 void checkAlternatePaths(Database& shared)
@@ -219,9 +272,9 @@ void checkAlternatePaths(Database& shared)
 }
 
 /// A path of this machine without the steps upwards that could hide where it leads; others stay as they are.
-QString resolvedFolder(const QString& folder)
+QString resolved(const QString& path)
 {
-    return folder.startsWith(u'/') ? withDelimiter(QDir::cleanPath(folder)) : folder;
+    return path.startsWith(u'/') ? QDir::cleanPath(path) : path;
 }
 
 class FolderList
@@ -231,7 +284,7 @@ public:
     {
         if (folder.isEmpty() || folder == u"/" || folder == u"\\")
             return; // an empty folder text of the record
-        const QString path = resolvedFolder(folder);
+        const QString path = folder.startsWith(u'/') ? withDelimiter(resolved(folder)) : folder;
         ImportFolder& entry = m_folders[path];
         entry.path = path;
         (isWritten ? entry.isWritten : entry.isRead) = true;
@@ -251,29 +304,70 @@ private:
     std::map<QString, ImportFolder> m_folders;
 };
 
-/// As the records will read the columns, and as the update engine will use them.
-std::vector<ImportFolder> foldersOf(Recordset& sources)
+/// A source as the record will read it and the update engine will use it.
+struct ComingSource
 {
-    FolderList list;
-    for (; !sources.EOF_(); sources.MoveNext()) {
-        const QString type = sources.text(u"UpdateType");
-        const QString destination = withDelimiter(sources.text(u"DestFolder"));
-        const QString path = sources.text(u"FullPath");
-        const QString folder = FileFolder(path);
-        if (!folder.isEmpty())
-            list.add(folder + PathDelimiter(path), false);
-        list.add(destination, false);
-        if (type == u"folder")
-            list.add(withDelimiter(sources.text(u"SourceFolder")), false);
-        if (type == u"folder" || type == u"inbox" || type == u"refresh")
-            list.add(destination, true);
+    explicit ComingSource(Recordset& row)
+    {
+        source.UpdateType = row.text(u"UpdateType");
+        source.Mask = row.text(u"Mask");
+        source.DestFolder = withDelimiter(row.text(u"DestFolder"));
+        source.SourceFolder = withDelimiter(row.text(u"SourceFolder"));
+        source.FullPath = row.text(u"FullPath");
     }
-    return list.folders();
+
+    bool fetches() const { return source.UpdateType == u"folder"; }
+    void listFolders(FolderList& list) const
+    {
+        const QString folder = FileFolder(source.currentPath());
+        if (!folder.isEmpty())
+            list.add(folder + PathDelimiter(source.FullPath), false);
+        list.add(source.DestFolder, false);
+        if (fetches())
+            list.add(source.SourceFolder, false);
+        if (fetches() || source.UpdateType == u"inbox" || source.UpdateType == u"refresh")
+            list.add(source.DestFolder, true);
+    }
+    bool hasFile() const
+    {
+        return FileExists(source.currentPath()) || FileExists(source.DestFolder + source.Mask) ||
+               (fetches() && FileExists(source.SourceFolder + source.Mask));
+    }
+    QString sought() const
+    {
+        const QString path = source.currentPath();
+        return resolved(path.isEmpty() ? QString(source.DestFolder + source.Mask) : path);
+    }
+
+    clsPanelSource source;
+};
+
+void lookAtSources(Recordset& sources, ImportPreview& preview, const SharingProgress& progress)
+{
+    FolderList folders;
+    for (qint64 done = 1; !sources.EOF_(); sources.MoveNext(), ++done) {
+        showStep(progress, done, sources.rowCount());
+        const ComingSource coming(sources);
+        coming.listFolders(folders);
+        if (!coming.hasFile())
+            preview.missingWorkbooks.append(coming.sought());
+    }
+    preview.folders = folders.folders();
+    preview.missingWorkbooks.sort();
+    preview.missingWorkbooks.removeDuplicates();
+}
+
+qint64 newSources(Recordset& coming, Recordset& known)
+{
+    const QHash<QString, qint64> present = knownSources(known);
+    const QHash<QString, qint64> all = knownSources(coming);
+    return std::count_if(all.keyBegin(), all.keyEnd(),
+                         [&](const QString& source) { return !present.contains(source); });
 }
 
 /// The first part of the import, done in a project of its own that is thrown away.
-std::vector<ImportFolder> rewrittenFolders(const std::shared_ptr<Database>& shared, const QString& ids,
-                                           const SharingProgress& progress)
+void tryFirstPart(const std::shared_ptr<Database>& shared, const std::shared_ptr<Database>& project, const QString& ids,
+                  ImportPreview& preview, const SharingProgress& progress)
 {
     const QTemporaryDir place;
     const QString file = place.filePath(u"preview.lvdu"_s);
@@ -284,16 +378,17 @@ std::vector<ImportFolder> rewrittenFolders(const std::shared_ptr<Database>& shar
     if (!makeTempSources(shared, scratch, ids))
         throw PreviewRefusal{u"The sources of the shared file cannot be read. Ask for a new export."_s};
     rewritePaths(shared, scratch, progress);
-    const auto sources = scratch->OpenRecordset(u"SELECT * FROM TempSources"_s);
-    auto folders = foldersOf(*sources);
+    const auto rows = [&scratch] { return scratch->OpenRecordset(u"SELECT * FROM TempSources"_s); };
+    checkRoom(*project, u"LvnPanelSource"_s, u"source"_s,
+              newSources(*rows(), *project->OpenRecordset(u"SELECT * FROM LvnPanelSource"_s)));
+    lookAtSources(*rows(), preview, progress);
     scratch->Close();
-    return folders;
 }
 
 } // namespace
 
-Result<ImportPreview> previewImport(const std::shared_ptr<Database>& shared, const QString& ids,
-                                    const SharingProgress& progress)
+Result<ImportPreview> previewImport(const std::shared_ptr<Database>& shared, const std::shared_ptr<Database>& project,
+                                    const QString& ids, const SharingProgress& progress)
 {
     try {
         checkDashboards(*shared, ids, progress);
@@ -301,7 +396,9 @@ Result<ImportPreview> previewImport(const std::shared_ptr<Database>& shared, con
         ImportPreview preview;
         preview.panels = checkPanels(*shared, ids, progress);
         preview.sources = checkSources(*shared, ids, progress);
-        preview.folders = rewrittenFolders(shared, ids, progress);
+        checkThresholds(*shared, ids, progress);
+        checkRoom(*project, u"LvnSavedPanel"_s, u"panel"_s, preview.panels);
+        tryFirstPart(shared, project, ids, preview, progress);
         return preview;
     } catch (const PreviewRefusal& refusal) {
         return Failure{refusal.sentence};

@@ -3,7 +3,7 @@
 #include "platform/Result.h"
 #include "sharing/DashboardList.h"
 
-#include <QString>
+#include <QStringList>
 #include <memory>
 #include <vector>
 
@@ -24,13 +24,14 @@ struct ImportFolder
 struct ImportPreview
 {
     std::vector<ImportFolder> folders; ///< by path, each once
+    QStringList missingWorkbooks;      ///< of sources of which no file is here yet: the path, or folder and mask
     qint64 sources = 0;
     qint64 panels = 0;
 };
 
 /// Looks at the rows of the chosen dashboards and at the folders that their sources name, with alternate paths applied.
-/// Refuses texts and numbers that no project holds, and more of them than any.
-Result<ImportPreview> previewImport(const std::shared_ptr<Database>& shared, const QString& ids,
-                                    const SharingProgress& progress = {});
+/// Refuses texts and numbers that no project holds, and more of them than this project has ids left for.
+Result<ImportPreview> previewImport(const std::shared_ptr<Database>& shared, const std::shared_ptr<Database>& project,
+                                    const QString& ids, const SharingProgress& progress = {});
 
 } // namespace lumivane

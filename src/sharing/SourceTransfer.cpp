@@ -76,6 +76,33 @@ void rewriteColumn(const std::shared_ptr<Database>& project, const QString& colu
 
 } // namespace
 
+QString sourceIdentity(Recordset& row)
+{
+    QStringList parts;
+    for (const char16_t* column : {u"UpdateType", u"Mask", u"DestFolder"}) {
+        if (row.isNull(QStringView(column)))
+            throw RuntimeError(RuntimeError::InvalidUseOfNull);
+        parts.append(row.text(QStringView(column)));
+    }
+    QString identity = parts.join(QChar(u'\0'));
+    for (QChar& c : identity)
+        c = c.toCaseFolded();
+    return identity;
+}
+
+QHash<QString, qint64> knownSources(Recordset& target)
+{
+    QHash<QString, qint64> known;
+    for (; !target.EOF_(); target.MoveNext()) {
+        if (target.isNull(u"UpdateType") || target.isNull(u"Mask") || target.isNull(u"DestFolder"))
+            continue;
+        const QString identity = sourceIdentity(target);
+        if (!known.contains(identity))
+            known.insert(identity, target.number(u"ID"));
+    }
+    return known;
+}
+
 void DelTempSources(const std::shared_ptr<Database>& project)
 {
     try {

@@ -2,12 +2,14 @@
 
 #include "sharing/DashboardList.h"
 
+#include <QHash>
 #include <QString>
 #include <memory>
 
 namespace lumivane {
 
 class Database;
+class Recordset;
 
 // The first part of an import: the sources of chosen dashboards come into the table TempSources of a project, with
 // their paths rewritten for this machine.
@@ -25,5 +27,10 @@ bool makeTempSources(const std::shared_ptr<Database>& shared, const std::shared_
 /// between two of them when the progress says so.
 void rewritePaths(const std::shared_ptr<Database>& shared, const std::shared_ptr<Database>& project,
                   const SharingProgress& progress = {});
+
+/// What makes two sources one, compared as the store compares texts. Throws RuntimeError for a row that lacks a part.
+QString sourceIdentity(Recordset& row);
+/// The ids of sources by identity; of two alike the first counts.
+QHash<QString, qint64> knownSources(Recordset& rows);
 
 } // namespace lumivane

@@ -83,7 +83,8 @@ bool frmImport::confirmFolders(const std::vector<qint32>& ids)
         prompts().message(preview->reason(), Prompts::Icon::Exclamation);
         return false;
     }
-    return preview->value().folders.empty() || frmImportFolders(preview->value(), this).exec() == Accepted;
+    const bool hasNothingToShow = preview->value().folders.empty() && preview->value().missingWorkbooks.isEmpty();
+    return hasNothingToShow || frmImportFolders(preview->value(), this).exec() == Accepted;
 }
 
 bool frmImport::importSelected(const std::vector<qint32>& ids)

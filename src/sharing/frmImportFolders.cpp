@@ -6,7 +6,6 @@
 
 #include <QHeaderView>
 #include <QStyle>
-#include <algorithm>
 
 #include "ui_frmImportFolders.h"
 
@@ -41,32 +40,46 @@ void frmImportFolders::fillFolders(const ImportPreview& preview)
 {
     QTableWidget& grid = *ui->grdFolders;
     grid.setColumnCount(3);
-    grid.setHorizontalHeaderLabels({u"Folder"_s, u"Use"_s, u"On this machine"_s});
-    grid.setRowCount(int(preview.folders.size()));
-    int row = 0, missing = 0;
+    grid.setHorizontalHeaderLabels({u"Place"_s, u"Use"_s, u"On this machine"_s});
+    qsizetype missing = 0;
     for (const ImportFolder& folder : preview.folders) {
-        const QString path = shownName(folder.path);
-        grid.setItem(row, 0, new QTableWidgetItem(path));
-        grid.item(row, 0)->setToolTip(path.toHtmlEscaped());
-        grid.setItem(row, 1, new QTableWidgetItem(useOf(folder)));
-        auto* state = new QTableWidgetItem(folder.exists ? u"exists"_s : u"does not exist"_s);
-        if (!folder.exists) {
-            ++missing;
-            QFont bold = grid.font();
-            bold.setBold(true);
-            state->setFont(bold);
-            state->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
-        }
-        grid.setItem(row++, 2, state);
+        addPlace(folder.path, useOf(folder), folder.exists);
+        missing += folder.exists ? 0 : 1;
     }
+    for (const QString& workbook : preview.missingWorkbooks)
+        addPlace(workbook, u"workbook"_s, false);
     grid.verticalHeader()->hide();
     grid.horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
     grid.horizontalHeader()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     grid.horizontalHeader()->setSectionResizeMode(2, QHeaderView::ResizeToContents);
-    ui->lblMissing->setVisible(missing > 0);
-    ui->lblMissing->setText(u"%1 of %2 folders do not exist here. Panels of their workbooks will ask for another "
-                            "folder when they are loaded."_s.arg(missing)
-                                .arg(preview.folders.size()));
+
+    QStringList notices;
+    if (missing > 0)
+        notices.append(u"%1 of %2 folders do not exist here."_s.arg(missing).arg(preview.folders.size()));
+    if (!preview.missingWorkbooks.isEmpty())
+        notices.append(u"%1 workbooks are not here yet. Their panels will ask for a file when they are loaded."_s.arg(
+            preview.missingWorkbooks.size()));
+    ui->lblMissing->setVisible(!notices.isEmpty());
+    ui->lblMissing->setText(notices.join(u' '));
+}
+
+void frmImportFolders::addPlace(const QString& path, const QString& use, bool exists)
+{
+    QTableWidget& grid = *ui->grdFolders;
+    const int row = grid.rowCount();
+    grid.insertRow(row);
+    const QString name = shownName(path);
+    grid.setItem(row, 0, new QTableWidgetItem(name));
+    grid.item(row, 0)->setToolTip(name.toHtmlEscaped());
+    grid.setItem(row, 1, new QTableWidgetItem(use));
+    auto* state = new QTableWidgetItem(exists ? u"exists"_s : u"does not exist"_s);
+    if (!exists) {
+        QFont bold = grid.font();
+        bold.setBold(true);
+        state->setFont(bold);
+        state->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    }
+    grid.setItem(row, 2, state);
 }
 
 } // namespace lumivane

@@ -11,7 +11,8 @@ namespace lumivane {
 
 struct ImportPreview;
 
-/// Shows the folders that an import will lead to, before anything is written; accepted by "Import".
+/// Shows the folders that an import will lead to, and the workbooks that are not there, before anything is written;
+/// accepted by "Import".
 class frmImportFolders : public QDialog
 {
     Q_OBJECT
@@ -22,6 +23,7 @@ public:
 
 private:
     void fillFolders(const ImportPreview& preview);
+    void addPlace(const QString& path, const QString& use, bool exists);
 
     const std::unique_ptr<Ui::frmImportFolders> ui;
 };

@@ -108,6 +108,7 @@ int importCommand(const CommandLine& line)
                           {u"panels"_s, preview.value().panels},
                           {u"sources"_s, preview.value().sources},
                           {u"folders"_s, foldersJson(preview.value().folders)},
+                          {u"missing"_s, QJsonArray::fromStringList(preview.value().missingWorkbooks)},
                           {u"imported"_s, !onlyList}});
     return 0;
 }

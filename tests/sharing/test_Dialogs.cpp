@@ -1,4 +1,3 @@
-#include "assist/modHTMLHelp.h"
 #include "dashboard/DashboardFixture.h"
 #include "panel/ShownDialog.h"
 #include "panel/frmPanel.h"
@@ -6,8 +5,7 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
-#include "services/modUtilsINI.h"
-#include "sharing/ImportPreview.h"
+#include "sharing/AltPaths.h"
 #include "sharing/frmAddAltPath.h"
 #include "sharing/frmAltPaths.h"
 #include "sharing/frmExport.h"
@@ -18,12 +16,12 @@
 #include <QAction>
 #include <QFile>
 #include <QFocusEvent>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProgressBar>
 #include <QTableWidget>
+#include <QTest>
 
 // The dialogs for sharing and thresholds, reached from the menus of the main window.
 
@@ -149,50 +147,29 @@ protected:
 TEST_F(SharingDialogs, ExportsTheDashboardOnScreenUnlessOthersAreChosen)
 {
     startWith({u"Sales"_s, u"Costs"_s});
-    m_user.files = {QString(), sharedFile};
-    exporting([](frmExport& dialog) {
+    m_user.files = {QString(), sharedFile, sharedFile};
+    exporting([&](frmExport& dialog) {
         auto& list = control<QListWidget>(dialog, u"lstWorkspaces"_s);
-        EXPECT_EQ(list.item(0)->text() + list.item(1)->text(), u"CostsSales"_s);
-        EXPECT_TRUE(list.item(0)->isSelected() && !list.item(1)->isSelected());
+        EXPECT_TRUE(list.item(0)->isSelected() && !list.item(1)->isSelected()) << "the one on screen";
         list.clearSelection();
         clickOn(dialog, u"cmdOK"_s);
         list.item(1)->setSelected(true);
-        clickOn(dialog, u"cmdOK"_s); // cancelled in the file dialog
-        EXPECT_TRUE(dialog.isVisible());
-        clickOn(dialog, u"cmdOK"_s);
-        EXPECT_FALSE(dialog.isVisible());
-    });
-    EXPECT_EQ(m_user.shown,
-              (QStringList{u"Must select at least 1 dashboard to export."_s, u"No export file name defined."_s}));
-    EXPECT_EQ(m_user.asked, (QStringList{u"Enter export file name"_s, u"Enter export file name"_s}));
-    const auto rows =
-        Database::open(sharedFile, databaseConnect())->OpenRecordset(u"SELECT Name FROM LvnSavedWorkspace"_s);
-    EXPECT_EQ(rows->rowCount(), 1);
-    EXPECT_EQ(rows->text(u"Name"), u"Sales"_s);
-}
-
-TEST_F(SharingDialogs, ExportTakesNothingElseWhileItWritesAndCanBeCancelled)
-{
-    startWith({u"Sales"_s});
-    m_user.files = {sharedFile, sharedFile};
-    exporting([&](frmExport& dialog) {
-        const auto met = amidWork(dialog, [&] {
-            EXPECT_TRUE(control<QWidget>(dialog, u"barProgress"_s).isVisible());
-            EXPECT_TRUE(window().IsBusy) << "no pass may begin";
-            EXPECT_FALSE(isUsable(dialog, u"cmdOK"_s) || isUsable(dialog, u"cmdAltPath"_s));
-            clickOn(dialog, u"cmdCancel"_s);
-        });
+        clickOn(dialog, u"cmdOK"_s); // no file chosen
+        const auto met = amidWork(dialog, [&] { clickOn(dialog, u"cmdCancel"_s); });
         clickOn(dialog, u"cmdOK"_s);
         EXPECT_TRUE(*met && dialog.isVisible());
         EXPECT_EQ(control<QLabel>(dialog, u"lblStatus"_s).text(),
                   u"The export was cancelled. All is as it was before."_s);
         EXPECT_FALSE(QFile::exists(sharedFile));
-        EXPECT_FALSE(window().IsBusy);
         clickOn(dialog, u"cmdOK"_s);
         EXPECT_FALSE(dialog.isVisible());
     });
-    EXPECT_TRUE(QFile::exists(sharedFile));
-    EXPECT_EQ(m_user.shown, QStringList{});
+    EXPECT_EQ(m_user.shown,
+              (QStringList{u"Must select at least 1 dashboard to export."_s, u"No export file name defined."_s}));
+    const auto rows =
+        Database::open(sharedFile, databaseConnect())->OpenRecordset(u"SELECT Name FROM LvnSavedWorkspace"_s);
+    EXPECT_EQ(rows->rowCount(), 1);
+    EXPECT_EQ(rows->text(u"Name"), u"Sales"_s);
 }
 
 TEST_F(SharingDialogs, AddAndDeleteAlternatePathsOnTheWayToAnExport)
@@ -204,6 +181,7 @@ TEST_F(SharingDialogs, AddAndDeleteAlternatePathsOnTheWayToAnExport)
             const auto& grid = control<QTableWidget>(paths, u"grdAltPaths"_s);
             EXPECT_EQ(cellsOf(grid, true), u"|Base Path|Alternate Path"_s);
             clickOn(paths, u"cmdDelete"_s); // nothing happens
+            SaveAltPaths({u"/A/"_s, u"/B/"_s});
             whenShown<frmAddAltPath>([&](frmAddAltPath& adding) {
                 clickOn(adding, u"cmdOK"_s);
                 control<QComboBox>(adding, u"cmbBase"_s).setCurrentText(base);
@@ -213,11 +191,11 @@ TEST_F(SharingDialogs, AddAndDeleteAlternatePathsOnTheWayToAnExport)
                 }
             });
             clickOn(paths, u"cmdAdd"_s);
-            EXPECT_EQ(cellsOf(grid), base + u"|D:\\it's\\"_s);
-            EXPECT_EQ(rowCount(u"LvnAltPaths"_s), 1);
+            EXPECT_EQ(cellsOf(grid), u"/A/|/B/\n"_s + base + u"|D:\\it's\\"_s);
+            EXPECT_EQ(grid.currentRow(), 1) << "the added one";
             clickOn(paths, u"cmdDelete"_s);
-            EXPECT_EQ(cellsOf(grid), QString());
-            EXPECT_EQ(rowCount(u"LvnAltPaths"_s), 0);
+            EXPECT_EQ(cellsOf(grid), u"/A/|/B/"_s);
+            EXPECT_EQ(rowCount(u"LvnAltPaths"_s), 1);
         });
         clickOn(exporting, u"cmdAltPath"_s);
     });
@@ -236,7 +214,8 @@ TEST_F(SharingDialogs, ImportShowsItsFoldersAndWritesOnlyWhenTheyAreAccepted)
         list.selectAll();
         whenShown<frmImportFolders>([&](frmImportFolders& folders) {
             EXPECT_EQ(cellsOf(control<QTableWidget>(folders, u"grdFolders"_s)),
-                      u"/gone/|read and written|does not exist\n"_s + programFile(u""_s) + u"/|read|exists"_s);
+                      u"/gone/|read and written|does not exist\n"_s + programFile(u""_s) +
+                          u"/|read|exists\n/gone/a.xlsx|workbook|does not exist"_s);
             clickOn(folders, u"cmdCancel"_s);
         });
         clickOn(dialog, u"cmdOK"_s);
@@ -289,27 +268,28 @@ TEST_F(SharingDialogs, ImportTellsWhatRunTimeErrorsKeptFromIt)
     startWith({u"Mine"_s});
     makeSharedFile(u"Theirs"_s, 2);
     const auto theirs = Database::open(sharedFile, databaseConnect());
+    QString breakRows = u"UPDATE LvnPanelSource SET Mask = NULL"_s;
     importing([&](frmImport& dialog) {
-        whenShown<frmImportFolders>([&](frmImportFolders& folders) {
-            theirs->Execute(u"UPDATE LvnPanelSource SET Mask = NULL"_s); // behind the back of the look ahead
-            clickOn(folders, u"cmdOK"_s);
-        });
-        clickOn(dialog, u"cmdOK"_s);
+        const auto importBroken = [&] {
+            whenShown<frmImportFolders>([&](frmImportFolders& folders) {
+                theirs->Execute(breakRows); // when the look ahead has found them good
+                clickOn(folders, u"cmdOK"_s);
+            });
+            clickOn(dialog, u"cmdOK"_s);
+        };
+        importBroken();
         EXPECT_TRUE(dialog.isVisible());
         EXPECT_EQ(control<QLabel>(dialog, u"lblStatus"_s).text(),
                   u"The import did not come to its end. The sources of the dashboards were not all imported: Invalid "
                   "use of Null"_s);
-        EXPECT_EQ(m_user.shown, QStringList{});
-
         theirs->Execute(u"UPDATE LvnPanelSource SET Mask = 'a*.xlsx'"_s);
-        theirs->Execute(u"UPDATE LvnSavedPanel SET SourceID = NULL WHERE ID = 2"_s);
-        acceptFolders(dialog);
+        breakRows = u"UPDATE LvnSavedPanel SET SourceID = NULL WHERE ID = 2"_s;
+        importBroken();
         EXPECT_FALSE(dialog.isVisible());
     });
     EXPECT_EQ(m_user.shown, (QStringList{u"Not everything could be imported.\n\nThe dashboard \"Theirs\" lacks panels: "
                                          "Invalid use of Null in column [SourceID]"_s,
                                          u"Selected dashboard(s) were imported successfully."_s}));
-    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"WorkspaceID = 2"_s), 1);
 }
 
 TEST_F(SharingDialogs, RefuseWhereThereIsNothingToDo)
@@ -366,7 +346,6 @@ TEST_F(SharingDialogs, ThresholdsAreDeletedAndMovedWhereTheUserIs)
 {
     startWith({u"Sales"_s});
     thresholds([&](frmThresholds& dialog) {
-        EXPECT_FALSE(isUsable(dialog, u"cmdDelete"_s));
         for (int i = 1; i <= 4; ++i)
             addRule(dialog, 0, 0, QString::number(i));
         EXPECT_FALSE(isUsable(dialog, u"cmdDown"_s));
@@ -375,12 +354,34 @@ TEST_F(SharingDialogs, ThresholdsAreDeletedAndMovedWhereTheUserIs)
         clickOn(dialog, u"cmdDelete"_s); // 1 3 4
         clickOn(dialog, u"cmdUp"_s);     // 3 1 4
         EXPECT_FALSE(isUsable(dialog, u"cmdUp"_s));
-        rulesOf(dialog).setCurrentCell(2, 0);
-        QKeyEvent deletion(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
-        QApplication::sendEvent(&rulesOf(dialog), &deletion); // 3 1
+        rulesOf(dialog).selectRow(2);
+        QTest::keyClick(&rulesOf(dialog), Qt::Key_Delete); // 3 1
         clickOn(dialog, u"cmdOK"_s);
     });
     EXPECT_EQ(storedRules(), u"2|2|>3|color@B2||\n2|2|>1|color@B2||"_s);
+}
+
+TEST_F(SharingDialogs, ThresholdsOfABlockOfCellsAreEnteredOnceAndNotLostUnasked)
+{
+    startWith({u"Sales"_s});
+    m_user.confirmations = {false};
+    thresholds([&](frmThresholds& dialog) {
+        auto& cells = control<QTableView>(dialog, u"grdCells"_s);
+        cells.selectionModel()->select({cells.model()->index(0, 0), cells.model()->index(1, 1)},
+                                       QItemSelectionModel::ClearAndSelect);
+        clickOn(dialog, u"cmdAdd"_s);
+        EXPECT_FALSE(isUsable(dialog, u"cmdUp"_s) || isUsable(dialog, u"cmdDown"_s)) << "several at once";
+        QTest::keyClicks(&editor<QLineEdit>(dialog, 0, 2), u"70"_s);
+        rulesOf(dialog).selectRow(1);
+        QTest::keyClicks(&editor<QLineEdit>(dialog, 1, 2), u"5"_s); // of this one alone
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(m_user.asked.size(), 1);
+        clickOn(dialog, u"cmdOK"_s);
+    });
+    EXPECT_EQ(storedRules(), u"2|2|>70|color@B2||\n2|3|>705|color@B2||\n3|2|>70|color@B2||\n3|3|>70|color@B2||"_s);
+    thresholds([&](frmThresholds& dialog) { clickOn(dialog, u"cmdCancel"_s); });
+    EXPECT_EQ(m_user.asked.size(), 1) << "nothing was changed";
 }
 
 TEST_F(SharingDialogs, ThresholdsOfEarlierDaysAreShownAndStoredAsTheyAreMeant)
@@ -417,29 +418,6 @@ TEST_F(SharingDialogs, ThresholdsLeaveOutWhatThePanelHides)
         EXPECT_TRUE(control<QLabel>(dialog, u"lblNotice"_s).text().contains(u"was not found"_s));
         EXPECT_EQ(shownCells(dialog), u"|B|C\n2||\n3||\n4||"_s) << "by their places";
     });
-}
-
-TEST_F(SharingDialogs, HelpAsksForThePageOfItsForm)
-{
-    startWith({u"Sales"_s});
-    QStringList pages;
-    setDocumentViewer({[&](const QString&, qint32 context) { pages.append(QString::number(context)); }, {}});
-    QFile(programFile(u"lumivane.CHM"_s)).open(QIODevice::WriteOnly);
-    SetHelpFile();
-    frmExport exports;
-    frmImport imports;
-    frmImportFolders folders{ImportPreview{}};
-    frmAltPaths paths;
-    frmAddAltPath adding;
-    frmThresholds limits{*gWorkspace->Panels(1)};
-    int page = 100;
-    for (QDialog* dialog : std::initializer_list<QDialog*>{&exports, &imports, &folders, &paths, &adding, &limits}) {
-        const QString form = QString::fromLatin1(dialog->metaObject()->className()).section(u':', -1);
-        SetIniString(GetHelpIniFile(), u"Help"_s, form, QString::number(++page));
-        clickOn(*dialog, u"cmdHelp"_s);
-    }
-    setDocumentViewer({});
-    EXPECT_EQ(pages, (QStringList{u"101"_s, u"102"_s, u"103"_s, u"104"_s, u"105"_s, u"106"_s}));
 }
 
 } // namespace

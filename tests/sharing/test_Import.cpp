@@ -41,7 +41,8 @@ TEST_F(Import, BringsRowsWithNewIdsAndSourcesAsNeverChecked)
     addPanel(*mine, addDashboard(*mine, u"Mine"_s), addSource(*mine, {u"/mine.xlsx"_s}), u"mine"_s);
     const int theirDashboard = addDashboard(*theirs, u"Sales"_s);
     addPanel(*theirs, theirDashboard, addSource(*theirs, {u"/a/s.xlsx"_s, u"s*.xlsx"_s, u"/d/"_s, u"/s/"_s}));
-    theirs->Execute(u"INSERT INTO LvnpanelThresholds(PanelID, rowOffset) VALUES (1, 1)"_s);
+    for (const QString& panel : {u"1"_s, u"9"_s})
+        theirs->Execute(u"INSERT INTO LvnpanelThresholds VALUES (%1, 3, 2, '>1', 'color@B2', '', '')"_s.arg(panel));
     theirs->Execute(u"INSERT INTO LvnDrillback(PanelSourceID, Sheet) VALUES (1, 'S')"_s);
     theirs->Execute(u"INSERT INTO LvnSourceDoc(Mask) VALUES ('m')"_s);
     alternate(u"/a/"_s, u"/nowhere/"_s);
@@ -56,8 +57,8 @@ TEST_F(Import, BringsRowsWithNewIdsAndSourcesAsNeverChecked)
               QStringList{u"2|/a/s.xlsx|s*.xlsx|/d/||1900-01-01 00:00:00|1900-01-01 00:00:00|15|folder|/s/|-|Subject|-"
                           "|-|Macro|-|-"_s});
     EXPECT_EQ(rows(*mine, u"SELECT NewID, ID, FullPath FROM TempSources"_s), QStringList{u"2|1|/a/s.xlsx"_s});
-    for (const QString& table :
-         {u"LvnpanelThresholds"_s, u"LvnDrillback"_s, u"LvnSourceDoc"_s, u"LvnAltPaths"_s, u"LvnSystem"_s})
+    EXPECT_EQ(rows(*mine, u"SELECT * FROM LvnpanelThresholds"_s), QStringList{u"2|3|2|>1|color@B2||"_s});
+    for (const QString& table : {u"LvnDrillback"_s, u"LvnSourceDoc"_s, u"LvnAltPaths"_s, u"LvnSystem"_s})
         EXPECT_EQ(rows(*mine, u"SELECT * FROM "_s + table), QStringList{}) << table.toStdString() << " stays behind";
     EXPECT_EQ(user.shown, QStringList{});
 }
@@ -204,7 +205,7 @@ TEST_F(Import, ShowsFoldersAsRewrittenAndTouchesNothing)
     const QString here = folder(u"here"_s);
     folder(u"here/in"_s);
     const int dashboard = addDashboard(*theirs, u"Sales"_s);
-    addPanel(*theirs, dashboard, addSource(*theirs, {u"/gone/x/../a.xlsx"_s, u"m"_s, u"/gone/work/"_s, u"/gone/in"_s}));
+    addPanel(*theirs, dashboard, addSource(*theirs, {u"/gone/x/../m"_s, u"m"_s, u"/gone/work/"_s, u"/gone/in"_s}));
     addPanel(*theirs, dashboard,
              addSource(*theirs, {u"C:\\x\\a.xlsx"_s, u"m"_s, u"/tmp/../etc/"_s, QString(), u"default"_s}));
     alternate(u"/gone/"_s, here);
@@ -219,10 +220,33 @@ TEST_F(Import, ShowsFoldersAsRewrittenAndTouchesNothing)
         lines.append(f.path + (f.isRead ? u" read"_s : QString()) + (f.isWritten ? u" written"_s : QString()) +
                      (f.exists ? QString() : u" missing"_s));
     EXPECT_EQ(lines, (QStringList{u"/etc/ read"_s, here + u" read"_s, here + u"in/ read"_s,
-                                  here + u"work/ read written missing"_s, u"C:\\x\\ read missing"_s}));
+                                  here + u"work/ read written missing"_s}));
+    EXPECT_EQ(preview.value().missingWorkbooks, (QStringList{u"/etc/m"_s, here + u"m"_s}));
     EXPECT_EQ(preview.value().panels, 2);
     EXPECT_EQ(preview.value().sources, 2);
     EXPECT_EQ(wholeContent(*mine), before);
+}
+
+TEST_F(Import, IsRefusedWhereTheProjectHasNoNumbersLeft)
+{
+    const int dashboard = addDashboard(*theirs, u"Sales"_s);
+    addPanel(*theirs, dashboard, addSource(*theirs, {u"/a/s.xlsx"_s, u"s*.xlsx"_s}));
+    addPanel(*theirs, dashboard, addSource(*theirs, {u"/a/t.xlsx"_s, u"t*.xlsx"_s}));
+    addSource(*mine, {u"/a/s.xlsx"_s, u"s*.xlsx"_s});
+    exportAll();
+    DashboardImport import(sharedFile);
+    ASSERT_TRUE(import.Open());
+    const auto answer = [&](const QString& table, int lastId) {
+        mine->Execute(u"INSERT INTO %1(ID) VALUES (%2)"_s.arg(table).arg(lastId));
+        mine->Execute(u"DELETE FROM %1 WHERE ID = %2"_s.arg(table).arg(lastId)); // its number is not given again
+        const auto preview = import.preview({dashboard});
+        return preview ? QString() : preview.reason().section(u'.', 0, 0);
+    };
+    EXPECT_EQ(answer(u"LvnSavedPanel"_s, 32765), QString());
+    EXPECT_EQ(answer(u"LvnPanelSource"_s, 32766), QString()) << "one is known";
+    EXPECT_EQ(answer(u"LvnPanelSource"_s, 32767),
+              u"The project can take 0 more sources, and these dashboards bring 1"_s);
+    EXPECT_EQ(answer(u"LvnSavedPanel"_s, 32766), u"The project can take 1 more panels, and these dashboards bring 2"_s);
 }
 
 TEST_F(Import, TellsItsProgressAndCanBeGivenUpUntilItWrites)

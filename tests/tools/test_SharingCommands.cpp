@@ -16,7 +16,8 @@ protected:
             sql(theirs, u"INSERT INTO LvnSavedWorkspace(Name) VALUES ('"_s + name + u"')"_s);
         sql(theirs, u"INSERT INTO LvnPanelSource(FullPath, Mask, DestFolder, UpdateType, SourceFolder) VALUES "
                     "('/gone/a.xlsx', 'a*.xlsx', '/gone/', 'folder', '/tmp/')"_s);
-        sql(theirs, u"INSERT INTO LvnSavedPanel(WorkspaceID, SourceID) VALUES (1, 1)"_s);
+        sql(theirs, u"INSERT INTO LvnSavedPanel(WorkspaceID, SourceID, [Top], [Left], Height, Width) VALUES "
+                    "(1, 1, 0, 0, 3000, 3000)"_s);
     }
     QJsonArray sql(const QString& project, const QString& statement)
     {
@@ -36,10 +37,10 @@ TEST_F(SharingCommands, CarryADashboardToAnotherProject)
     EXPECT_EQ(share(u"export"_s, {theirs, shared, u"sales"_s}).object()[u"dashboards"], QJsonArray{u"Sales"_s});
     const Outcome listed = share(u"import"_s, {u"--list"_s, mine, shared});
     EXPECT_EQ(listed.status, 0) << listed.errors.toStdString();
-    EXPECT_EQ(
-        QString::fromUtf8(QJsonDocument(listed.object()).toJson(QJsonDocument::Compact)),
-        uR"({"dashboards":["Sales"],"folders":[{"exists":false,"path":"/gone/","read":true,"written":true},)"
-        uR"({"exists":true,"path":"/tmp/","read":true,"written":false}],"imported":false,"panels":1,"sources":1})"_s);
+    EXPECT_EQ(QString::fromUtf8(QJsonDocument(listed.object()).toJson(QJsonDocument::Compact)),
+              uR"({"dashboards":["Sales"],"folders":[{"exists":false,"path":"/gone/","read":true,"written":true},)"
+              uR"({"exists":true,"path":"/tmp/","read":true,"written":false}],"imported":false,)"
+              uR"("missing":["/gone/a.xlsx"],"panels":1,"sources":1})"_s);
     EXPECT_EQ(sql(mine, u"SELECT * FROM LvnSavedWorkspace"_s), QJsonArray());
 
     EXPECT_TRUE(share(u"import"_s, {mine, shared, u"Sales"_s}).object()[u"imported"].toBool());

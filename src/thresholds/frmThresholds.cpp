@@ -172,8 +172,8 @@ void frmThresholds::insertRule(int row, const ThresholdRule& rule)
     marks->setAccessibleName(u"Mark of cell "_s + cell->text());
     const QList<std::pair<int, QWidget*>> editors{{SignColumn, signs}, {LimitColumn, limitText}, {MarkColumn, marks}};
     for (const auto& [column, editor] : editors) {
-        editor->installEventFilter(this);
         grid.setCellWidget(row, column, editor);
+        editor->installEventFilter(this); // asked before the table, which selects the rule of an editor alone
     }
     connect(signs, &QComboBox::activated, this, [this, signs] { enterInSelected(SignColumn, *signs); });
     connect(limitText, &QLineEdit::textEdited, this, [this, limitText] { enterInSelected(LimitColumn, *limitText); });
@@ -252,11 +252,21 @@ void frmThresholds::selectRuleOf(const QObject* editor)
             if (grid.cellWidget(row, column) != editor)
                 continue;
             if (selected.contains(row))
-                grid.setCurrentCell(row, column, QItemSelectionModel::NoUpdate);
+                keepSelection(row, column);
             else
                 grid.selectRow(row);
         }
     }
+}
+
+void frmThresholds::keepSelection(int row, int column)
+{
+    QItemSelectionModel* rules = ui->grdRules->selectionModel();
+    const QItemSelection selected = rules->selection();
+    ui->grdRules->setCurrentCell(row, column, QItemSelectionModel::NoUpdate);
+    QMetaObject::invokeMethod(
+        this, [rules, selected] { rules->select(selected, QItemSelectionModel::ClearAndSelect); },
+        Qt::QueuedConnection);
 }
 
 void frmThresholds::showCurrentRule()

@@ -49,6 +49,7 @@ private:
     void leaveEditors();
     void moveRule(int step);
     void selectRuleOf(const QObject* editor);
+    void keepSelection(int row, int column); ///< whatever the table makes of the focus that comes to this cell
     void showCurrentRule();
     void cmdAdd_Click();
     void cmdDelete_Click();

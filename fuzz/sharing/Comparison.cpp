@@ -1,4 +1,4 @@
-#include "thresholds/ThresholdsFormula.h"
+#include "thresholds/ThresholdFormula.h"
 
 using namespace lumivane;
 

@@ -19,7 +19,7 @@ bool endsInDelimiter(const QString& path)
     return path.endsWith(u'\\') || path.endsWith(u'/');
 }
 
-/// Whether the text tells by its delimiters which world it comes from.
+/// Whether the text shows by a delimiter which world it comes from.
 bool holdsDelimiter(const QString& path)
 {
     return path.contains(u'/') || path.contains(u'\\');

@@ -10,7 +10,7 @@ namespace lumivane {
 /// Every dashboard of the project, by name. False when they cannot be read.
 bool exportableDashboards(std::vector<DashboardEntry>& dashboards);
 
-/// Writes the shared file, in place of one that is there already. The user has been told why when it fails, except for
+/// Writes the shared file, in place of one that is there already. When it fails, a box has said why, except for
 /// a run-time error, which is only logged. Unless it succeeds, the file of that name is as it was before.
 bool ExportDashboard(const QString& File, const std::vector<qint32>& ids, const SharingProgress& progress = {});
 

@@ -23,14 +23,14 @@ public:
     DashboardImport(const DashboardImport&) = delete;
     DashboardImport& operator=(const DashboardImport&) = delete;
 
-    /// Opens the shared file as one of a stranger. The user has been told why when it fails.
+    /// Opens the shared file as one of a stranger. When it fails, a box has said why.
     bool Open();
     /// The dashboards whose names the project lacks, by name. False when they cannot be read.
     bool importableDashboards(std::vector<DashboardEntry>& dashboards);
     /// What an import of these dashboards would lead to; the project is not touched. Refuses what no program of this
     /// kind has written. Ends early, with any answer, when the progress says so.
     Result<ImportPreview> preview(const std::vector<qint32>& ids);
-    /// The user has been told why when it fails, except for a run-time error, which is logged and kept in `faults`.
+    /// When it fails, a box has said why, except for a run-time error, which is logged and kept in `faults`.
     bool ImportDashboard(const std::vector<qint32>& ids);
     /// What run-time errors kept the last import from bringing over, a sentence each; there may be some though it
     /// succeeded.

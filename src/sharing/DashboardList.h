@@ -21,8 +21,8 @@ std::vector<DashboardEntry> dashboardEntries(Recordset& rows);
 /// The ids as a list for a statement: commas, no blanks.
 QString idList(const std::vector<qint32>& ids);
 
-/// Told now and then during long work, so that a window can show it and stay alive. Answers whether to go on, which is
-/// not looked at where stopping would leave something half done. A total of 0: nobody knows.
+/// Called now and then during long work, so that a window can show it and stay alive. Answers whether to go on, which
+/// is not looked at where stopping would leave something half done. A total of 0: nobody knows.
 using SharingProgress = std::function<bool(qint64 done, qint64 total)>;
 
 } // namespace lumivane

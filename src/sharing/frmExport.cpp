@@ -59,7 +59,7 @@ void frmExport::cmdOK_Click()
         accept();
     else
         setStatus(wasCancelled() ? u"The export was cancelled. All is as it was before."_s
-                                 : u"The export did not come to its end. The log tells why."_s);
+                                 : u"The export did not come to its end. The log says why."_s);
 }
 
 void frmExport::cmdAltPath_Click()

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// More would make the box taller than the screen; the log has them all.
-constexpr int mostFaultsTold = 10;
+constexpr int mostFaultsShown = 10;
 
 } // namespace
 
@@ -93,7 +93,7 @@ bool frmImport::importSelected(const std::vector<qint32>& ids)
     // Half an import would stay in the project, so it runs to its end.
     work(u"Writing the dashboards into the project..."_s, Cancel::Impossible,
          [&] { imported = m_import->ImportDashboard(ids); });
-    const QString faults = m_import->faults().mid(0, mostFaultsTold).join(u'\n');
+    const QString faults = m_import->faults().mid(0, mostFaultsShown).join(u'\n');
     if (!imported)
         setStatus(u"The import did not come to its end. "_s + faults);
     else if (!faults.isEmpty())

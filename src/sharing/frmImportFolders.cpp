@@ -57,7 +57,7 @@ void frmImportFolders::fillFolders(const ImportPreview& preview)
     if (missing > 0)
         notices.append(u"%1 of %2 folders do not exist here."_s.arg(missing).arg(preview.folders.size()));
     if (!preview.missingWorkbooks.isEmpty())
-        notices.append(u"%1 workbooks are not here yet. Their panels will ask for a file when they are loaded."_s.arg(
+        notices.append(u"Missing workbooks: %1. Their panels will ask for a file when they are loaded."_s.arg(
             preview.missingWorkbooks.size()));
     ui->lblMissing->setVisible(!notices.isEmpty());
     ui->lblMissing->setText(notices.join(u' '));

@@ -19,8 +19,8 @@ int snapshotCommand(const CommandLine& line);    ///< PROJECT DASHBOARD OUT.png
 int exportCommand(const CommandLine& line);      ///< PROJECT OUT.lvds [DASHBOARD...]
 int importCommand(const CommandLine& line);      ///< PROJECT SHARED.lvds [DASHBOARD...]
 
-/// Runs the command that the words name and answers the exit status of the program. Failures and usage are told on the
-/// standard error output.
+/// Runs the command that the words name and answers the exit status of the program. Failures and usage are printed on
+/// the standard error output.
 int runCommand(const QStringList& words);
 
 } // namespace lumivane

@@ -16,7 +16,7 @@ using namespace engine;
 
 namespace {
 
-// How much of a workbook is told: a script looks at what people see first, not at all of a large file.
+// How much of a workbook is printed: a script looks at what people see first, not at all of a large file.
 constexpr size_t mostSheets = 8;
 constexpr int mostRows = 300, mostColumns = 60;
 constexpr int sampleRows = 30, sampleColumns = 12;

@@ -122,22 +122,6 @@ TEST_F(Import, GoesOnBehindPanelsThatFailOrHaveNoSource)
     EXPECT_TRUE(logged().contains("ImportPanels"));
 }
 
-TEST_F(Import, OnlyKeepsARunTimeErrorInMind)
-{
-    const int dashboard = addDashboard(*theirs, u"Sales"_s);
-    addPanel(*theirs, dashboard, addSource(*theirs, {u"/s.xlsx"_s}));
-    theirs->Execute(u"UPDATE LvnPanelSource SET Mask = NULL"_s);
-    exportAll();
-    DashboardImport import(sharedFile);
-    ASSERT_TRUE(import.Open());
-    EXPECT_FALSE(import.ImportDashboard({dashboard}));
-    EXPECT_EQ(import.faults(),
-              QStringList{u"The sources of the dashboards were not all imported: Invalid use of Null"_s});
-    EXPECT_EQ(user.shown, QStringList{});
-    EXPECT_TRUE(logged().contains("frmImport.ImportSources"));
-    EXPECT_EQ(rows(*mine, u"SELECT * FROM LvnSavedWorkspace"_s), QStringList{});
-}
-
 TEST_F(Import, DoesNotFindAWorkTableThatIsTheFirstOfAll)
 {
     const int dashboard = addDashboard(*theirs, u"Sales"_s);
@@ -247,28 +231,6 @@ TEST_F(Import, IsRefusedWhereTheProjectHasNoNumbersLeft)
     EXPECT_EQ(answer(u"LvnPanelSource"_s, 32767),
               u"The project can take 0 more sources, and these dashboards bring 1"_s);
     EXPECT_EQ(answer(u"LvnSavedPanel"_s, 32766), u"The project can take 1 more panels, and these dashboards bring 2"_s);
-}
-
-TEST_F(Import, TellsItsProgressAndCanBeGivenUpUntilItWrites)
-{
-    const int dashboard = addDashboard(*theirs, u"Sales"_s);
-    {
-        const Database::Bulk bulk(*theirs);
-        for (int i = 0; i < 450; ++i)
-            addPanel(*theirs, dashboard, 0);
-    }
-    exportAll();
-    QStringList told;
-    DashboardImport import(sharedFile, [&](qint64 done, qint64 total) {
-        told.append(u"%1/%2"_s.arg(done).arg(total));
-        return false;
-    });
-    ASSERT_TRUE(import.Open());
-    const auto preview = import.preview({dashboard});
-    ASSERT_FALSE(preview);
-    EXPECT_EQ(preview.reason(), u"The import was cancelled."_s);
-    EXPECT_TRUE(import.ImportDashboard({dashboard})) << "half an import would stay";
-    EXPECT_EQ(told, (QStringList{u"200/450"_s, u"200/450"_s, u"400/450"_s}));
 }
 
 } // namespace

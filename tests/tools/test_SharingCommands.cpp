@@ -71,22 +71,6 @@ TEST_F(SharingCommands, BringPathsOfTheOtherWorldToWorkHere)
     EXPECT_TRUE(QFile::exists(path(u"here/work/Report.csv"_s))) << "fetched from the one folder into the other";
 }
 
-TEST_F(SharingCommands, BringPathsOfThisWorldToTheOther)
-{
-    // The nearest to a machine with drives: a folder of that name where the program runs.
-    const QString before = QDir::currentPath();
-    QDir::setCurrent(path(u""_s));
-    QDir().mkdir(u"C:\\data\\"_s);
-    sql(theirs, u"INSERT INTO LvnAltPaths VALUES ('/gone/', 'C:\\data\\')"_s);
-    sql(theirs, u"UPDATE LvnPanelSource SET FullPath = '/gone/work/a.xlsx', DestFolder = '/gone/work/'"_s);
-    share(u"export"_s, {theirs, shared, u"Sales"_s});
-    EXPECT_EQ(share(u"import"_s, {mine, shared}).status, 0);
-    QDir::setCurrent(before);
-    EXPECT_EQ(sql(mine, u"SELECT FullPath, DestFolder FROM LvnPanelSource"_s),
-              QJsonArray{QJsonObject(
-                  {{u"FullPath"_s, u"C:\\data\\work\\a.xlsx"_s}, {u"DestFolder"_s, u"C:\\data\\work\\"_s}})});
-}
-
 TEST_F(SharingCommands, TellWhatIsNotThere)
 {
     const Outcome unknown = share(u"export"_s, {theirs, shared, u"Profit"_s});

@@ -12,8 +12,10 @@
 #include "services/modUtilsLog.h"
 
 #include <QListView>
+#include <QScopeGuard>
 #include <QSignalBlocker>
 #include <QStandardItemModel>
+#include <algorithm>
 
 #include "ui_frmRangeRelative.h"
 
@@ -40,8 +42,16 @@ std::shared_ptr<const clsWorkspacePanel> movedDefinition(const clsWorkspacePanel
     if (moved->rowOffset() == 0 && moved->columnOffset() == 0)
         return nullptr;
     moved->AdjustAll(ws);
+    if (moved->PicRange.startsWith(u'`'))
+        return nullptr; // an empty sheet has no place for it
     moved->ContentMatch = u"bottom=" % LastFilledCell(ws);
     return moved;
+}
+
+/// "$B$2:$C$4" as it is read: "B2:C4".
+QString plainAddress(QString address)
+{
+    return address.section(u'`', 0, 0).remove(u'$');
 }
 
 /// On one line, and so that a date can be told from a number.
@@ -59,6 +69,7 @@ frmRangeRelative::frmRangeRelative(QWidget* parent) : QDialog(parent), ui(std::m
     Form_Load();
     connect(ui->cmbRelativeTo, &QComboBox::currentIndexChanged, this, &frmRangeRelative::cmbRelativeTo_Click);
     connect(ui->cmbAnchor, &QComboBox::currentIndexChanged, this, &frmRangeRelative::cmbAnchor_Click);
+    connect(ui->optFixed0, &QRadioButton::toggled, this, &frmRangeRelative::cmbAnchor_Click);
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmRangeRelative::cmdOK_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     connectHelp(*ui->cmdHelp, objectName());
@@ -109,36 +120,85 @@ void frmRangeRelative::showPanel()
     if (const auto source = m_panel->Source())
         m_path = source->currentPath();
     m_panel->parseContentMatch(m_bottom, m_anchor, m_content);
+    m_hasStoredValue = !m_content.isEmpty() && m_anchor.size() >= shortestAnchor;
+    lookAtWorkbook();
     ui->cmbRelativeTo->setCurrentIndex(int(rangeRules.indexOf(m_panel->RelativeTo)));
+}
+
+void frmRangeRelative::lookAtWorkbook()
+{
+    try {
+        m_moved = movedDefinition(*m_panel, sheet());
+    } catch (const RuntimeError& error) {
+        // A rule can be chosen without the workbook; the range stays as stored.
+        m_unreadable = true;
+        LogError(objectName(), u"Form_Activate"_s, error.number(), error.description(), false);
+    }
+}
+
+Worksheet& frmRangeRelative::sheet()
+{
+    if (!m_opened) {
+        prompts().setPointer(Prompts::Pointer::Hourglass);
+        const auto end = qScopeGuard([] { prompts().setPointer(Prompts::Pointer::Default); });
+        m_opened = std::make_unique<PanelSheet>(m_path, m_panel->SheetName);
+    }
+    return m_opened->sheet();
 }
 
 void frmRangeRelative::cmbRelativeTo_Click()
 {
     const int rule = ui->cmbRelativeTo->currentIndex();
-    if (rule != contentsRule) {
-        ui->fraAnchor->hide();
-        return;
-    }
-    if (ui->cmbAnchor->count() == 0)
+    if (rule == contentsRule && ui->cmbAnchor->count() == 0)
         PrepAnchorChoice();
-    if (ui->cmbAnchor->count() > 0) {
-        ui->fraAnchor->show();
+    ui->fraAnchor->setVisible(rule == contentsRule && ui->cmbAnchor->count() > 0);
+    showFound();
+    if (rule != contentsRule || ui->cmbAnchor->count() > 0)
         return;
-    }
     prompts().message(u"There are no values in the selected range of cells that can be used to search for the range.  "
                       "Please choose another option."_s,
                       Prompts::Icon::Information);
     ui->cmbRelativeTo->setCurrentIndex(bottomRule);
 }
 
+void frmRangeRelative::showFound()
+{
+    QString text = u"Stored address: %1"_s.arg(plainAddress(m_panel->PicRange));
+    try {
+        text += u'\n' + foundText();
+    } catch (const RuntimeError&) {
+        text += u"\nBy this rule the range is not found in the present version of the workbook."_s;
+    }
+    ui->lblFound->setText(text);
+}
+
+QString frmRangeRelative::foundText()
+{
+    const int rule = ui->cmbRelativeTo->currentIndex();
+    if (m_unreadable)
+        return u"What a rule finds now is not known, because the workbook cannot be read."_s;
+    if (rule < 0)
+        return {};
+    clsWorkspacePanel found = answer(rangeRules[rule]);
+    found.GetAdjRange(sheet());
+    const QString address = u"Found by this rule now: %1"_s.arg(plainAddress(found.adjMovRange()));
+    const auto chosen = chosenCell();
+    if (rule != contentsRule || !chosen)
+        return address;
+    const QString first = plainAddress(found.NewCell), wanted = chosen->column + QString::number(chosen->row);
+    if (first == wanted)
+        return address;
+    return address +
+           u"\nThe value in %1 is found first in %2. Choose another value, or the other direction of search."_s.arg(
+               wanted, first);
+}
+
 void frmRangeRelative::PrepAnchorChoice()
 {
-    prompts().setPointer(Prompts::Pointer::Hourglass);
     m_choices.clear();
     const auto failure = [this]() -> std::optional<RuntimeError> {
         try {
-            const PanelSheet opened(m_path, m_panel->SheetName);
-            readChoices(opened.sheet());
+            readChoices(sheet());
             return std::nullopt;
         } catch (const RuntimeError& error) {
             return error;
@@ -146,7 +206,6 @@ void frmRangeRelative::PrepAnchorChoice()
     }();
     // Where the places ran out, those found before are offered all the same.
     fillAnchors();
-    prompts().setPointer(Prompts::Pointer::Default);
     if (failure) {
         LogError(objectName(), u"PrepAnchorChoice"_s, failure->number(), failure->description(), false);
         const QString notOpened = m_path % u" could not be opened, or did not contain the worksheet '" %
@@ -155,8 +214,33 @@ void frmRangeRelative::PrepAnchorChoice()
         prompts().message(isLimit ? failure->description() : notOpened, Prompts::Icon::Exclamation);
         return;
     }
-    if (ui->cmbAnchor->count() > 0)
-        ui->cmbAnchor->setCurrentIndex(0);
+    selectStoredValue();
+}
+
+void frmRangeRelative::selectStoredValue()
+{
+    const QString cell = plainAddress(m_anchorNow);
+    int sameValue = -1;
+    for (int i = int(m_choices.size()) - 1; i >= 0; --i) {
+        if (m_choices[size_t(i)].value.compare(m_content, Qt::CaseInsensitive) != 0)
+            continue;
+        const AnchorCell at(m_choices[size_t(i)].place, m_firstRow, m_firstColumn);
+        if (at.column + QString::number(at.row) == cell) {
+            ui->cmbAnchor->setCurrentIndex(i);
+            return;
+        }
+        sameValue = i;
+    }
+    if (sameValue >= 0 || !m_hasStoredValue)
+        ui->cmbAnchor->setCurrentIndex(std::max(sameValue, 0));
+}
+
+std::optional<AnchorCell> frmRangeRelative::chosenCell() const
+{
+    const int chosen = ui->cmbAnchor->currentIndex();
+    if (chosen < 0)
+        return std::nullopt;
+    return AnchorCell(m_choices[size_t(chosen)].place, m_firstRow, m_firstColumn);
 }
 
 void frmRangeRelative::readChoices(Worksheet& ws)
@@ -165,10 +249,12 @@ void frmRangeRelative::readChoices(Worksheet& ws)
     // the panel was drawn from.
     clsWorkspacePanel panel = *m_panel;
     panel.GetAdjRange(ws);
-    if (m_content.isEmpty() || m_anchor.size() < shortestAnchor) {
+    m_anchorNow = panel.NewCell.isEmpty() ? m_anchor : panel.NewCell;
+    if (!m_hasStoredValue) {
         panel.SetAnchorDefaults(ws);
         m_anchor = panel.NewCell;
         m_content = panel.Content;
+        m_anchorNow = m_anchor;
     }
     bool rowFixed = false, columnFixed = false;
     ParseAnchorAddress(m_anchor, rowFixed, columnFixed);
@@ -180,7 +266,6 @@ void frmRangeRelative::readChoices(Worksheet& ws)
     const SheetRange range = ws.Range(panel.adjMovRange());
     m_firstRow = range.Row();
     m_firstColumn = range.Column();
-    m_moved = movedDefinition(*m_panel, ws);
     collectAnchorChoices(range, m_choices);
 }
 
@@ -193,21 +278,23 @@ void frmRangeRelative::fillAnchors()
         items.append(new QStandardItem(listText(choice)));
     entries->appendColumn(items);
     const QSignalBlocker blocker(ui->cmbAnchor);
+    if (m_hasStoredValue)
+        ui->cmbAnchor->setPlaceholderText(u"%1 (stored, not in the range now)"_s.arg(m_content.simplified()));
     ui->cmbAnchor->setModel(entries);
     ui->cmbAnchor->setCurrentIndex(-1);
 }
 
 void frmRangeRelative::cmbAnchor_Click()
 {
-    const int chosen = ui->cmbAnchor->currentIndex();
-    if (chosen < 0)
+    const auto cell = chosenCell();
+    if (!cell)
         return;
-    const AnchorChoice& choice = m_choices[size_t(chosen)];
-    m_content = choice.value;
-    const AnchorCell cell(choice.place, m_firstRow, m_firstColumn);
-    m_anchor = cell.anchor(ui->optFixed0->isChecked());
-    ui->optFixed0->setText(u"Search for a cell with this value in &column '"_s % cell.column % u'\'');
-    ui->optFixed1->setText(u"Search for a cell with this value in &row "_s % QString::number(cell.row));
+    m_hasStoredValue = false;
+    m_content = m_choices[size_t(ui->cmbAnchor->currentIndex())].value;
+    m_anchor = cell->anchor(ui->optFixed0->isChecked());
+    ui->optFixed0->setText(u"Search for a cell with this value in &column '"_s % cell->column % u'\'');
+    ui->optFixed1->setText(u"Search for a cell with this value in &row "_s % QString::number(cell->row));
+    showFound();
 }
 
 void frmRangeRelative::cmdOK_Click()
@@ -222,7 +309,6 @@ void frmRangeRelative::cmdOK_Click()
         store(rule < 0 ? m_panel->RelativeTo : rangeRules[rule]);
         accept();
     } catch (const RuntimeError& error) {
-        prompts().setPointer(Prompts::Pointer::Default);
         LogError(objectName(), u"cmdOK_Click"_s, error.number(), error.description(), true);
     }
 }
@@ -230,45 +316,44 @@ void frmRangeRelative::cmdOK_Click()
 void frmRangeRelative::store(const QString& rule)
 {
     const bool byContents = rule == rangeRules[contentsRule];
-    if (byContents && ui->cmbAnchor->currentIndex() < 0)
-        throw RuntimeError(nothingChosen, u"No value to find is chosen. Choose one from the list."_s);
+    if (byContents && !chosenCell()) {
+        if (!m_hasStoredValue || m_panel->RelativeTo != rule)
+            throw RuntimeError(nothingChosen, u"No value to find is chosen. Choose one from the list."_s);
+        return; // a value that is not there at the moment is kept for the versions to come
+    }
     // The option buttons may have been changed since the value was chosen.
     if (byContents)
         cmbAnchor_Click();
-    keepFoundRange(rule);
-    m_panel->RelativeTo = rule;
-    m_panel->ContentMatch = u"bottom=" % m_bottom;
-    if (byContents)
-        m_panel->ContentMatch += u"`anchor=" % m_anchor % u"`content=" % m_content;
+    const clsWorkspacePanel changed = answer(rule);
+    m_panel->PicRange = changed.PicRange;
+    m_panel->RowHeights = changed.RowHeights;
+    m_panel->ColWidths = changed.ColWidths;
+    m_panel->movRange = changed.movRange;
+    m_panel->RelativeTo = changed.RelativeTo;
+    m_panel->ContentMatch = changed.ContentMatch;
 }
 
-void frmRangeRelative::keepFoundRange(const QString& rule)
+clsWorkspacePanel frmRangeRelative::answer(const QString& rule) const
 {
+    clsWorkspacePanel changed = *m_panel;
+    QString bottom = m_bottom;
     // In the workbook's present version the range may lie elsewhere than stored: then an anchor in today's cells, or
     // today's address, would go with a range of the version before. The last cell is stored together with the range,
     // and stays with it.
     const bool measuredAsStored = rule == rangeRules[bottomRule] && !m_bottom.isEmpty();
-    if (measuredAsStored)
-        return;
-    if (!m_moved && (m_panel->rowOffset() != 0 || m_panel->columnOffset() != 0)) {
-        prompts().setPointer(Prompts::Pointer::Hourglass);
-        try {
-            const PanelSheet opened(m_path, m_panel->SheetName);
-            m_moved = movedDefinition(*m_panel, opened.sheet());
-        } catch (const RuntimeError& error) {
-            // The rule can be changed without the workbook; the range stays as stored.
-            LogError(objectName(), u"keepFoundRange"_s, error.number(), error.description(), false);
-        }
-        prompts().setPointer(Prompts::Pointer::Default);
+    if (m_moved && !measuredAsStored) {
+        changed.PicRange = m_moved->PicRange;
+        changed.RowHeights = m_moved->RowHeights;
+        changed.ColWidths = m_moved->ColWidths;
+        changed.movRange.clear(); // so that the new definition is read
+        QString anchor, content;
+        m_moved->parseContentMatch(bottom, anchor, content);
     }
-    if (!m_moved)
-        return;
-    m_panel->PicRange = m_moved->PicRange;
-    m_panel->RowHeights = m_moved->RowHeights;
-    m_panel->ColWidths = m_moved->ColWidths;
-    m_panel->movRange.clear(); // so that the new definition is read
-    QString anchor, content;
-    m_moved->parseContentMatch(m_bottom, anchor, content);
+    changed.RelativeTo = rule;
+    changed.ContentMatch = u"bottom=" % bottom;
+    if (rule == rangeRules[contentsRule])
+        changed.ContentMatch += u"`anchor=" % m_anchor % u"`content=" % m_content;
+    return changed;
 }
 
 } // namespace lumivane

@@ -9,6 +9,7 @@
 
 #include <QComboBox>
 #include <QFrame>
+#include <QLabel>
 #include <QRadioButton>
 
 // The dialog by which a panel's range is found in other versions of its workbook.
@@ -78,23 +79,11 @@ TEST_F(RangeLocation, OffersTheRulesInTheirOrderAndShowsThePanelsOne)
     for (const auto& row : rows) {
         m_record->RelativeTo = row.rule;
         open([&](frmRangeRelative& dialog) {
-            EXPECT_EQ(rules(dialog).itemText(0), u"The same address as the current selection"_s);
-            EXPECT_EQ(rules(dialog).itemText(1), u"Start from the last row and last column with non-blank values"_s);
-            EXPECT_EQ(rules(dialog).itemText(2), u"The block of cells containing the value I will specify below"_s);
             EXPECT_EQ(rules(dialog).currentIndex(), row.entry) << row.rule.toStdString();
             EXPECT_EQ(asksForValue(dialog), row.rule == u"contents");
         });
     }
     EXPECT_EQ(m_user.shown, QStringList{});
-}
-
-TEST_F(RangeLocation, TheBottomRuleKeepsTheStoredCellAndDropsTheAnchor)
-{
-    m_record->RelativeTo = u"bottom"_s;
-    m_record->ContentMatch = u"bottom=$H$40`anchor=$C5`content=Total"_s;
-    open([](frmRangeRelative& dialog) { clickOn(dialog, u"cmdOK"_s); });
-    EXPECT_EQ(rule(), u"bottom: bottom=$H$40"_s);
-    EXPECT_EQ(openings(m_path), 0) << "nothing of the workbook is needed";
 }
 
 TEST_F(RangeLocation, AValueIsSearchedInItsColumnOrItsRow)
@@ -110,10 +99,10 @@ TEST_F(RangeLocation, AValueIsSearchedInItsColumnOrItsRow)
         open([&](frmRangeRelative& dialog) {
             EXPECT_EQ(control<QRadioButton>(dialog, u"optFixed0"_s).text(),
                       row.option == 0 ? u"Search for cell with this value in any row of this &column"_s
-                                      : u"Search for a cell with this value in &column 'B'"_s);
+                                      : u"Search for a cell with this value in &column 'C'"_s);
             rules(dialog).setCurrentIndex(2);
             EXPECT_EQ(offered(dialog), (QStringList{u"B2"_s, u"B3"_s, u"B4"_s, u"C2"_s, u"C3"_s, u"C4"_s}));
-            EXPECT_EQ(values(dialog).currentIndex(), 0);
+            EXPECT_EQ(values(dialog).currentText(), row.option == 0 ? u"B2"_s : u"C3"_s) << "the stored one";
             values(dialog).setCurrentText(u"C3"_s);
             EXPECT_EQ(option(dialog, 0).text(), u"Search for a cell with this value in &column 'C'"_s);
             EXPECT_EQ(option(dialog, 1).text(), u"Search for a cell with this value in &row 3"_s);
@@ -125,17 +114,21 @@ TEST_F(RangeLocation, AValueIsSearchedInItsColumnOrItsRow)
     EXPECT_TRUE(m_panel.IsDirty);
 }
 
-TEST_F(RangeLocation, TheStoredAnchorSaysWhatIsFixed)
+TEST_F(RangeLocation, OKKeepsTheStoredValueAndWhatIsFixed)
 {
     const struct
     {
         QString match;
         int option;
-        QString stored; ///< after OK, which takes the first value
-    } rows[] = {
-        {u"bottom=`anchor=$C3`content=C3"_s, 0, u"$B2"_s},  {u"bottom=`anchor=C$3`content=C3"_s, 1, u"B$2"_s},
-        {u"bottom=`anchor=$C$3`content=C3"_s, 0, u"$B2"_s}, {u"bottom=`anchor=B10`content=below"_s, 0, u"$B2"_s},
-        {u"bottom=`anchor=C$3`content="_s, 0, u"$B2"_s},    {u"bottom="_s, 0, u"$B2"_s}};
+        QString stored; ///< after OK
+    } rows[] = {{u"bottom=`anchor=$C3`content=C3"_s, 0, u"anchor=$C3`content=C3"_s},
+                {u"bottom=`anchor=C$3`content=C3"_s, 1, u"anchor=C$3`content=C3"_s},
+                {u"bottom=`anchor=$C$3`content=C3"_s, 0, u"anchor=$C3`content=C3"_s},
+                {u"bottom=`anchor=$B4`content=Twice"_s, 0, u"anchor=$B4`content=Twice"_s},
+                {u"bottom=`anchor=B10`content=below"_s, 0, u"anchor=B10`content=below"_s}, // not offered
+                {u"bottom=`anchor=C$3`content="_s, 0, u"anchor=$B2`content=B2"_s},
+                {u"bottom="_s, 0, u"anchor=$B2`content=B2"_s}};
+    sheet().put(u"B4"_s, u"Twice"_s).put(u"C4"_s, u"Twice"_s);
     sheet().put(u"B10"_s, u"below"_s);
     m_record->RelativeTo = u"contents"_s;
     for (const auto& row : rows) {
@@ -144,20 +137,8 @@ TEST_F(RangeLocation, TheStoredAnchorSaysWhatIsFixed)
             EXPECT_TRUE(option(dialog, row.option).isChecked()) << row.match.toStdString();
             clickOn(dialog, u"cmdOK"_s);
         });
-        EXPECT_EQ(rule(), u"contents: bottom=`anchor="_s + row.stored + u"`content=B2"_s) << row.match.toStdString();
+        EXPECT_EQ(rule(), u"contents: bottom=`"_s + row.stored) << row.match.toStdString();
     }
-}
-
-TEST_F(RangeLocation, WithoutAValueItFallsBackToTheBottomRule)
-{
-    sheet().clear(u"B2:C4"_s).put(u"B2"_s, u"12.5"_s).put(u"C4"_s, u"1,250.75"_s);
-    open([&](frmRangeRelative& dialog) {
-        rules(dialog).setCurrentIndex(2);
-        EXPECT_EQ(rules(dialog).currentIndex(), 1);
-        EXPECT_FALSE(asksForValue(dialog));
-    });
-    EXPECT_EQ(m_user.shown, QStringList{noValues});
-    EXPECT_EQ(rule(), u"top: "_s) << "cancelled";
 }
 
 TEST_F(RangeLocation, AWorkbookThatCannotBeReadIsToldAndItsWorkerEnded)
@@ -170,7 +151,7 @@ TEST_F(RangeLocation, AWorkbookThatCannotBeReadIsToldAndItsWorkerEnded)
             rules(dialog).setCurrentIndex(2);
             EXPECT_EQ(rules(dialog).currentIndex(), 1);
         });
-        EXPECT_EQ(m_library.events.count(u"quit"_s), 1);
+        EXPECT_EQ(m_library.events.count(u"quit"_s), m_library.events.count(u"start"_s));
         EXPECT_EQ(m_user.pointer, Prompts::Pointer::Default);
     };
     m_library.books[m_path] = {PlainSheet(u"Other"_s)};
@@ -184,20 +165,6 @@ TEST_F(RangeLocation, AWorkbookThatCannotBeReadIsToldAndItsWorkerEnded)
     EXPECT_EQ(m_user.shown, (QStringList{notOpened(QString()), noValues}));
     EXPECT_TRUE(log.entries.join(u'\n').contains(u"Error frmRangeRelative.PrepAnchorChoice: "_s))
         << log.entries.join(u'\n').toStdString();
-}
-
-TEST_F(RangeLocation, TheHourglassShowsWhileTheWorkbookIsRead)
-{
-    std::optional<Prompts::Pointer> whileRead;
-    HostFactory factory = m_library.factory();
-    factory.worker = [&, start = factory.worker] {
-        whileRead = m_user.pointer;
-        return start();
-    };
-    setHostFactory(factory);
-    open([](frmRangeRelative& dialog) { rules(dialog).setCurrentIndex(2); });
-    EXPECT_EQ(whileRead, Prompts::Pointer::Hourglass);
-    EXPECT_EQ(m_user.pointer, Prompts::Pointer::Default);
 }
 
 TEST_F(RangeLocation, ARangeOfMoreThan32ColumnsOffersItsFirstOnes)
@@ -232,21 +199,35 @@ TEST_F(RangeLocation, TheValueIsStoredHoweverTheListShowsIt)
         clickOn(dialog, u"cmdOK"_s);
     });
     EXPECT_EQ(rule(), u"contents: bottom=`anchor=$B3`content=46300"_s);
-    open([&](frmRangeRelative& dialog) { clickOn(dialog, u"cmdOK"_s); });
+    open([&](frmRangeRelative& dialog) {
+        values(dialog).setCurrentIndex(0);
+        clickOn(dialog, u"cmdOK"_s);
+    });
     EXPECT_EQ(rule(), u"contents: bottom=`anchor=$B2`content=Net\nsales"_s);
 }
 
-TEST_F(RangeLocation, CancelChangesNothingButCountsAsAChange)
+TEST_F(RangeLocation, SaysWhereTheRangeLiesAndWhatTheRuleFindsNow)
 {
-    m_record->ContentMatch = u"bottom=$C$4`anchor=x"_s;
-    m_panel.IsDirty = false;
+    sheet().put(u"C7"_s, u"Total"_s).put(u"B3"_s, u"Total"_s).put(u"B4"_s, u"Total"_s);
+    m_record->RelativeTo = u"bottom"_s;
+    m_record->ContentMatch = u"bottom=$C$4"_s;
+    open([&](frmRangeRelative& dialog) {
+        const QLabel& found = control<QLabel>(dialog, u"lblFound"_s);
+        EXPECT_EQ(found.text(), u"Stored address: B2:C4\nFound by this rule now: B5:C7"_s);
+        rules(dialog).setCurrentIndex(0);
+        EXPECT_EQ(found.text(), u"Stored address: B2:C4\nFound by this rule now: B5:C7"_s) << "where it is now";
+    });
+    m_record->RelativeTo = u"top"_s;
     open([&](frmRangeRelative& dialog) {
         rules(dialog).setCurrentIndex(2);
-        clickOn(dialog, u"cmdCancel"_s);
-        EXPECT_FALSE(dialog.isVisible());
+        values(dialog).setCurrentIndex(2);
+        EXPECT_EQ(control<QLabel>(dialog, u"lblFound"_s).text(),
+                  u"Stored address: B2:C4\nFound by this rule now: B1:C3\nThe value in B4 is found first in B3. "
+                  "Choose another value, or the other direction of search."_s);
+        option(dialog, 1).setChecked(true);
+        EXPECT_TRUE(control<QLabel>(dialog, u"lblFound"_s).text().endsWith(u"now: B2:C4"_s)) << "in row 4";
     });
-    EXPECT_EQ(rule(), u"top: bottom=$C$4`anchor=x"_s);
-    EXPECT_EQ(m_record->Content, u""_s);
+    EXPECT_EQ(rule(), u"top: bottom=$C$4"_s) << "cancelled";
     EXPECT_TRUE(m_panel.IsDirty);
 }
 

@@ -53,7 +53,7 @@ void addSource(const SourcePlan& plan, const QDir& folder)
         giveUp(u"The source %1 cannot be stored."_s.arg(plan.firstFile));
     source->Mask = plan.mask;
     source->UpdateType = plan.updateType;
-    source->CheckEvery = 0; // looked at in every pass
+    source->CheckEvery = 1; // minute: looked at in every pass
     source->SourceFolder = withDelimiter(folder.filePath(u"incoming"_s));
     if (!source->SaveToDB(gDB))
         giveUp(u"The update rule of %1 cannot be stored."_s.arg(plan.firstFile));

@@ -10,10 +10,12 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
+#include "services/ProgramFiles.h"
 #include "services/modUtilsFile.h"
 #include "services/modUtilsLog.h"
 #include "update/MailIntake.h"
 
+#include <QFileInfo>
 #include <algorithm>
 #include <initializer_list>
 
@@ -26,6 +28,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double mostMinutes = 32000;
+constexpr int typingPauseMilliseconds = 300; ///< a folder may lie far away, and is not asked for each letter
 
 struct UpdateTypeEntry
 {
@@ -64,6 +67,12 @@ QString fittingFile(const QString& folder, const QString& mask)
            QLocale().toString(FileDateTime(newest), u"d MMM yyyy HH:mm"_s);
 }
 
+bool isSameFolder(const QString& one, const QString& other)
+{
+    const QString first = QFileInfo(one).canonicalFilePath();
+    return !first.isEmpty() && first == QFileInfo(other).canonicalFilePath();
+}
+
 /// The labels stand in several grids; their fields are to begin at one line all the same.
 void alignLabels(std::initializer_list<QLabel*> labels)
 {
@@ -88,8 +97,11 @@ frmPanelProperties::frmPanelProperties(QWidget* parent)
     FillTypes();
     ui->cmbUpdateType->setFocus(); // the field before it is only for reading
     connect(ui->cmbUpdateType, &QComboBox::currentIndexChanged, this, &frmPanelProperties::cmbUpdateType_Click);
+    m_typingPaused.setSingleShot(true);
+    m_typingPaused.setInterval(typingPauseMilliseconds);
+    connect(&m_typingPaused, &QTimer::timeout, this, &frmPanelProperties::showFittingFile);
     for (const QLineEdit* box : {ui->txtMask, ui->txtSourceFolder})
-        connect(box, &QLineEdit::editingFinished, this, &frmPanelProperties::showFittingFile);
+        connect(box, &QLineEdit::textChanged, &m_typingPaused, qOverload<>(&QTimer::start));
     connect(ui->cmdSourceFolder, &QPushButton::clicked, this, &frmPanelProperties::cmdSourceFolder_Click);
     connect(ui->cmdOFolder, &QPushButton::clicked, this, &frmPanelProperties::cmdOFolder_Click);
     connect(ui->cmdOK, &QPushButton::clicked, this, &frmPanelProperties::cmdOK_Click);
@@ -172,6 +184,7 @@ void frmPanelProperties::cmbUpdateType_Click()
 
 void frmPanelProperties::showFittingFile()
 {
+    m_typingPaused.stop();
     ui->txtFits->clear();
     prompts().setPointer(Prompts::Pointer::Hourglass); // folders of other machines may answer late
     try {
@@ -180,7 +193,9 @@ void frmPanelProperties::showFittingFile()
             folder = ui->txtSourceFolder->text();
         else if (ui->cmbUpdateType->currentText() == u"default")
             folder = source()->DestFolder;
-        if (!folder.trimmed().isEmpty() && !isBlank(*ui->txtMask))
+        if (ui->cmbUpdateType->currentText() == u"folder" && isSameFolder(folder, source()->DestFolder))
+            ui->txtFits->setText(u"This is the folder of the current file."_s);
+        else if (!folder.trimmed().isEmpty() && !isBlank(*ui->txtMask))
             ui->txtFits->setText(fittingFile(withDelimiter(folder), ui->txtMask->text()));
         ui->txtFits->setCursorPosition(0);
     } catch (const RuntimeError&) {
@@ -194,7 +209,6 @@ void frmPanelProperties::cmdSourceFolder_Click()
     const QString folder = prompts().browseForFolder(u"Select source folder"_s, ui->txtSourceFolder->text());
     if (!folder.isEmpty())
         ui->txtSourceFolder->setText(folder);
-    showFittingFile();
 }
 
 void frmPanelProperties::cmdOFolder_Click()
@@ -246,7 +260,24 @@ bool frmPanelProperties::ValidateFolder()
         cmdSourceFolder_Click();
         return false;
     }
-    return !isBlank(*ui->txtFrequency) || refuse(u"No frequency specified."_s, *ui->txtFrequency);
+    if (isBlank(*ui->txtFrequency))
+        return refuse(u"No frequency specified."_s, *ui->txtFrequency);
+    const QString folder = withDelimiter(ui->txtSourceFolder->text());
+    if (isSameFolder(folder, source()->DestFolder))
+        return refuse(u"The source folder is the folder of the current file itself. New files there are found with the "
+                      "update location \"default\". Please choose that, or another source folder."_s,
+                      *ui->txtSourceFolder);
+    return true;
+}
+
+bool frmPanelProperties::confirmMissingFolder()
+{
+    const QString folder = ui->txtSourceFolder->text();
+    if (ui->cmbUpdateType->currentText() != u"folder" || FolderExists(withDelimiter(folder)))
+        return true;
+    ui->txtSourceFolder->setFocus();
+    return ConfirmAction(
+        u"The source folder [%1] does not exist at present. Do you want to keep it all the same?"_s.arg(folder));
 }
 
 bool frmPanelProperties::ValidateInbox()
@@ -290,7 +321,7 @@ void frmPanelProperties::takeFields(clsPanelSource& record) const
 void frmPanelProperties::cmdOK_Click()
 {
     try {
-        if (!ValidateFields())
+        if (!ValidateFields() || !confirmMissingFolder())
             return;
         const auto panel = gWorkspace->Panels(Index);
         if (!panel)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QTimer>
 #include <memory>
 
 class QLineEdit;
@@ -45,13 +46,15 @@ private:
     bool ValidateFields();
     bool ValidateFolder();
     bool ValidateInbox();
+    bool confirmMissingFolder();
     bool ValidateFrequency();
     bool refuse(const QString& text, QWidget& place);
     bool refuseFrequency(const QString& text);
     std::shared_ptr<clsPanelSource> source() const; ///< throws where the project has none of this id
     void takeFields(clsPanelSource& source) const;
 
-    QString m_olFolder; ///< the folder chosen in this dialog, as it is stored; empty stands for the default inbox
+    QTimer m_typingPaused; ///< runs while the user may still be typing a folder or a mask
+    QString m_olFolder;    ///< the folder chosen in this dialog, as it is stored; empty stands for the default inbox
     const std::unique_ptr<Ui::frmPanelProperties> ui;
 };
 

@@ -8,6 +8,8 @@
 #include "update/MailIntake.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFrame>
@@ -75,12 +77,6 @@ TEST_F(FileUpdates, ShowsTheSourceOfThePanel)
     m_source->OLSender = u"  "_s;
     m_source->OLSubject = u"Sales*"_s;
     open([&](frmPanelProperties& dialog) {
-        EXPECT_EQ(dialog.windowTitle(), u"File Updates"_s);
-        EXPECT_EQ(dialog.SourceID, m_record->SourceID);
-        QStringList entries;
-        for (int i = 0; i < types(dialog).count(); ++i)
-            entries.append(types(dialog).itemText(i));
-        EXPECT_EQ(entries, (QStringList{u"folder"_s, u"inbox"_s, u"refresh"_s, u"default"_s}));
         EXPECT_EQ(types(dialog).currentText(), u"folder"_s) << "found whatever its case";
         EXPECT_EQ(box(dialog, u"txtSource"_s).text(), bookPath(u"sales.xlsx"_s));
         EXPECT_EQ(box(dialog, u"txtSourceFolder"_s).text(), u"/reports/in/"_s);
@@ -202,6 +198,7 @@ TEST_P(ConfirmedFileUpdates, AreStored)
 {
     m_source->OLFolder = u"4711`Reports"_s;
     m_source->OLSubject = u"the day's sales"_s;
+    m_user.confirmations = {true}; // the folder does not exist
     open([&](frmPanelProperties& dialog) {
         types(dialog).setCurrentText(GetParam().type);
         box(dialog, u"txtSourceFolder"_s).setText(GetParam().sourceFolder);
@@ -232,21 +229,7 @@ const Confirmed confirmed[] = {
 INSTANTIATE_TEST_SUITE_P(Types, ConfirmedFileUpdates, testing::ValuesIn(confirmed),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(FileUpdates, TheSourceFolderCanBeBrowsedFor)
-{
-    m_user.folders = {QString(), u"/reports/new"_s};
-    open([&](frmPanelProperties& dialog) {
-        types(dialog).setCurrentText(u"folder"_s);
-        box(dialog, u"txtSourceFolder"_s).setText(u"/old"_s);
-        clickOn(dialog, u"cmdSourceFolder"_s);
-        EXPECT_EQ(box(dialog, u"txtSourceFolder"_s).text(), u"/old"_s) << "cancelled";
-        clickOn(dialog, u"cmdSourceFolder"_s);
-        EXPECT_EQ(box(dialog, u"txtSourceFolder"_s).text(), u"/reports/new"_s);
-    });
-    EXPECT_EQ(m_user.asked, (QStringList{u"Select source folder"_s, u"Select source folder"_s}));
-}
-
-TEST_F(FileUpdates, TheFileThatFitsNowIsNamed)
+TEST_F(FileUpdates, AFolderIsJudgedWhileItIsTyped)
 {
     QDir(m_folder.path()).mkdir(u"incoming"_s);
     int age = 0;
@@ -254,29 +237,50 @@ TEST_F(FileUpdates, TheFileThatFitsNowIsNamed)
         ASSERT_TRUE(QFile::copy(bookPath(u"sales.xlsx"_s), programFile(u"incoming/"_s + name)));
         touch(programFile(u"incoming/"_s + name), -3600 * ++age);
     }
-    const QString nothingFits = u"No file in the folder fits at present."_s;
     const struct
     {
         QString type, folder, mask;
         QString text; ///< that it begins with
     } rows[] = {{u"folder"_s, u"incoming"_s, u"sales*.xlsx"_s, u"Fits now: sales 2.xlsx, "_s},
                 {u"folder"_s, u"incoming/"_s, u"COSTS.*"_s, u"Fits now: costs.xlsx, "_s},
-                {u"folder"_s, u"incoming"_s, u"*.csv"_s, nothingFits},
+                {u"folder"_s, u"incoming"_s, u"*.csv"_s, u"No file in the folder fits at present."_s},
                 {u"folder"_s, u"missing"_s, u"*.xlsx"_s, u"The folder does not exist at present."_s},
+                {u"folder"_s, u"incoming/../books"_s, u"*.xlsx"_s, u"This is the folder of the current file."_s},
                 {u"default"_s, u"missing"_s, u"*.xlsx"_s, u"Fits now: sales.xlsx, "_s}};
     open([&](frmPanelProperties& dialog) {
         for (const auto& row : rows) {
             types(dialog).setCurrentText(row.type);
-            box(dialog, u"txtSourceFolder"_s).setText(programFile(row.folder));
             box(dialog, u"txtMask"_s).setText(row.mask);
-            Q_EMIT box(dialog, u"txtMask"_s).editingFinished();
+            box(dialog, u"txtSourceFolder"_s).setText(programFile(row.folder));
+            QDeadlineTimer patience(5000);
+            while (!box(dialog, u"txtFits"_s).text().startsWith(row.text) && !patience.hasExpired())
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
             EXPECT_TRUE(box(dialog, u"txtFits"_s).text().startsWith(row.text))
                 << row.mask.toStdString() << ": " << box(dialog, u"txtFits"_s).text().toStdString();
         }
-        types(dialog).setCurrentText(u"refresh"_s);
-        EXPECT_EQ(box(dialog, u"txtFits"_s).text(), u""_s);
     });
     EXPECT_EQ(m_user.pointer, Prompts::Pointer::Default);
+}
+
+TEST_F(FileUpdates, AFolderThatIsMissingIsAskedAboutAndTheFilesOwnIsRefused)
+{
+    m_user.confirmations = {false};
+    m_user.folders = {QString()};
+    open([&](frmPanelProperties& dialog) {
+        types(dialog).setCurrentText(u"folder"_s);
+        box(dialog, u"txtSourceFolder"_s).setText(programFile(u"missing"_s));
+        clickOn(dialog, u"cmdSourceFolder"_s); // cancelled
+        clickOn(dialog, u"cmdOK"_s);
+        EXPECT_EQ(m_user.asked.last(), u"The source folder [%1] does not exist at present. Do you want to keep it all "
+                                       "the same?"_s.arg(programFile(u"missing"_s)));
+        ASSERT_TRUE(dialog.isVisible());
+        box(dialog, u"txtSourceFolder"_s).setText(bookPath(u"."_s));
+        clickOn(dialog, u"cmdOK"_s);
+        ASSERT_TRUE(dialog.isVisible());
+        EXPECT_TRUE(m_user.shown.last().startsWith(u"The source folder is the folder of the current file"_s));
+        clickOn(dialog, u"cmdCancel"_s);
+    });
+    EXPECT_EQ(m_source->UpdateType, u"default"_s);
 }
 
 TEST_F(FileUpdates, AMailFolderIsStoredWithItsId)
@@ -319,29 +323,6 @@ TEST_F(FileUpdates, WhatTheProjectRefusesIsTakenBack)
     EXPECT_EQ(m_user.shown.size(), 1);
     EXPECT_EQ(m_source->Mask, u"sales.xlsx"_s);
     EXPECT_EQ(m_source->UpdateType, u"default"_s);
-}
-
-TEST_F(FileUpdates, CancelChangesNothingButCountsAsAChange)
-{
-    const QString before = storedSource();
-    m_panel.IsDirty = false;
-    open([&](frmPanelProperties& dialog) {
-        types(dialog).setCurrentText(u"refresh"_s);
-        clickOn(dialog, u"cmdCancel"_s);
-        EXPECT_FALSE(dialog.isVisible());
-    });
-    EXPECT_EQ(storedSource(), before);
-    EXPECT_TRUE(m_panel.IsDirty);
-}
-
-TEST_F(FileUpdates, AnUnknownTypeSelectsNothing)
-{
-    m_source->UpdateType = u"NA"_s;
-    open([&](frmPanelProperties& dialog) {
-        EXPECT_EQ(types(dialog).currentIndex(), -1);
-        EXPECT_FALSE(shows(dialog, u"fraInbox"_s));
-        EXPECT_FALSE(shows(dialog, u"fraFolder"_s));
-    });
 }
 
 TEST_F(FileUpdates, WithoutAPanelOrItsSourceItDoesNotOpen)

@@ -182,10 +182,20 @@ QString frmRangeRelative::foundText()
     clsWorkspacePanel found = answer(rangeRules[rule]);
     found.GetAdjRange(sheet());
     const QString address = u"Found by this rule now: %1"_s.arg(plainAddress(found.adjMovRange()));
-    const auto chosen = chosenCell();
-    if (rule != contentsRule || !chosen)
+    if (rule != contentsRule)
         return address;
-    const QString first = plainAddress(found.NewCell), wanted = chosen->column + QString::number(chosen->row);
+    const QString first = plainAddress(found.NewCell);
+    const auto chosen = chosenCell();
+    if (!chosen && m_hasStoredValue) {
+        const SheetRange cell = sheet().Range(first);
+        const bool isThere = cell.ValueText().compare(m_content, Qt::CaseInsensitive) == 0 ||
+                             sheet().shownText(cell.Row(), cell.Column()).compare(m_content, Qt::CaseInsensitive) == 0;
+        return address + (isThere ? u"\nThe stored value is found in %1."_s.arg(first)
+                                  : u"\nThe stored value is not found now, so the range stays where it is stored."_s);
+    }
+    if (!chosen)
+        return address;
+    const QString wanted = chosen->column + QString::number(chosen->row);
     if (first == wanted)
         return address;
     return address +
@@ -233,6 +243,8 @@ void frmRangeRelative::selectStoredValue()
     }
     if (sameValue >= 0 || !m_hasStoredValue)
         ui->cmbAnchor->setCurrentIndex(std::max(sameValue, 0));
+    for (QWidget* option : {ui->optFixed0, ui->optFixed1})
+        option->setEnabled(chosenCell().has_value()); // a stored value that is not offered stays as it is
 }
 
 std::optional<AnchorCell> frmRangeRelative::chosenCell() const
@@ -279,7 +291,7 @@ void frmRangeRelative::fillAnchors()
     entries->appendColumn(items);
     const QSignalBlocker blocker(ui->cmbAnchor);
     if (m_hasStoredValue)
-        ui->cmbAnchor->setPlaceholderText(u"%1 (stored, not in the range now)"_s.arg(m_content.simplified()));
+        ui->cmbAnchor->setPlaceholderText(u"%1 (as stored)"_s.arg(m_content.simplified()));
     ui->cmbAnchor->setModel(entries);
     ui->cmbAnchor->setCurrentIndex(-1);
 }
@@ -290,6 +302,8 @@ void frmRangeRelative::cmbAnchor_Click()
     if (!cell)
         return;
     m_hasStoredValue = false;
+    ui->optFixed0->setEnabled(true);
+    ui->optFixed1->setEnabled(true);
     m_content = m_choices[size_t(ui->cmbAnchor->currentIndex())].value;
     m_anchor = cell->anchor(ui->optFixed0->isChecked());
     ui->optFixed0->setText(u"Search for a cell with this value in &column '"_s % cell->column % u'\'');

@@ -208,14 +208,14 @@ TEST_F(RangeLocation, TheValueIsStoredHoweverTheListShowsIt)
 
 TEST_F(RangeLocation, SaysWhereTheRangeLiesAndWhatTheRuleFindsNow)
 {
-    sheet().put(u"C7"_s, u"Total"_s).put(u"B3"_s, u"Total"_s).put(u"B4"_s, u"Total"_s);
+    sheet().put(u"D7"_s, u"Sum"_s).put(u"B3"_s, u"Total"_s).put(u"B4"_s, u"Total"_s);
     m_record->RelativeTo = u"bottom"_s;
     m_record->ContentMatch = u"bottom=$C$4"_s;
     open([&](frmRangeRelative& dialog) {
         const QLabel& found = control<QLabel>(dialog, u"lblFound"_s);
-        EXPECT_EQ(found.text(), u"Stored address: B2:C4\nFound by this rule now: B5:C7"_s);
+        EXPECT_EQ(found.text(), u"Stored address: B2:C4\nFound by this rule now: C5:D7"_s);
         rules(dialog).setCurrentIndex(0);
-        EXPECT_EQ(found.text(), u"Stored address: B2:C4\nFound by this rule now: B5:C7"_s) << "where it is now";
+        EXPECT_EQ(found.text(), u"Stored address: B2:C4\nFound by this rule now: C5:D7"_s) << "where it is now";
     });
     m_record->RelativeTo = u"top"_s;
     open([&](frmRangeRelative& dialog) {
@@ -228,6 +228,14 @@ TEST_F(RangeLocation, SaysWhereTheRangeLiesAndWhatTheRuleFindsNow)
         EXPECT_TRUE(control<QLabel>(dialog, u"lblFound"_s).text().endsWith(u"now: B2:C4"_s)) << "in row 4";
     });
     EXPECT_EQ(rule(), u"top: bottom=$C$4"_s) << "cancelled";
+    m_record->RelativeTo = u"contents"_s;
+    for (const auto& [stored, sentence] : {std::pair{u"$D7`content=Sum"_s, u"The stored value is found in D7."_s},
+                                           {u"$C9`content=Gone"_s, u"The stored value is not found now"_s}}) {
+        m_record->ContentMatch = u"bottom=`anchor="_s + stored;
+        open([&](frmRangeRelative& dialog) {
+            EXPECT_TRUE(control<QLabel>(dialog, u"lblFound"_s).text().contains(sentence)) << sentence;
+        });
+    }
     EXPECT_TRUE(m_panel.IsDirty);
 }
 

@@ -335,8 +335,8 @@ bool PanelPipeline::loadFromSheet(XLInstance& XLInst, const std::shared_ptr<Work
 bool PanelPipeline::captureChart(const std::shared_ptr<Workbook>& workbook, const std::shared_ptr<Worksheet>& sheet,
                                  bool IsPaste, const Record& Panel)
 {
-    // An engine may read a sheet only when it is needed. Damage must be seen here: the search below would take it for a
-    // missing chart.
+    // An engine may read a sheet only when it is needed. Damage must be reported here: the search below would take it
+    // for a missing chart.
     sheet->usedArea();
     m_drawing.range = Panel->PicRange;
     if (Excel_HasShape(sheet, Panel->PicRange))

@@ -27,7 +27,7 @@ public:
     bool IsMarked = false; ///< marked in layout mode
     bool IsBase = false;   ///< what the marked panels are lined up with
 
-    /// `editMode` tells whether the dashboard is in layout mode.
+    /// `editMode` says whether the dashboard is in layout mode.
     explicit frmPanel(std::function<bool()> editMode, QWidget* parent = nullptr);
     ~frmPanel() override;
 

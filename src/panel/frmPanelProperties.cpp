@@ -199,7 +199,7 @@ void frmPanelProperties::showFittingFile()
             ui->txtFits->setText(fittingFile(withDelimiter(folder), ui->txtMask->text()));
         ui->txtFits->setCursorPosition(0);
     } catch (const RuntimeError&) {
-        // The file went away meanwhile; there is nothing to tell.
+        // The file went away meanwhile; there is nothing to show.
     }
     prompts().setPointer(Prompts::Pointer::Default);
 }
@@ -333,7 +333,7 @@ void frmPanelProperties::cmdOK_Click()
         if (record->UpdateDB(gDB))
             accept();
         else
-            *record = before; // the user has been told why, and can change what was refused
+            *record = before; // the user knows why, and can change what was refused
     } catch (const RuntimeError& error) {
         LogError(objectName(), u"cmdOK_Click"_s, error.number(), error.description(), true);
     }

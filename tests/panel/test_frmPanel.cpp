@@ -140,21 +140,6 @@ TEST_F(PanelWindow, ZoomStretchesInBothDirections)
     EXPECT_TRUE(panel.IsDirty);
 }
 
-TEST_F(PanelWindow, ViewCommandsChangeTheRecordAndMarkThePanelDirty)
-{
-    frmPanel& panel = open(u"A"_s);
-    int changes = 0;
-    QObject::connect(&panel, &frmPanel::viewChanged, [&] { ++changes; });
-    panel.Panel_Crop();
-    EXPECT_EQ(m_record->ViewType, u"C"_s);
-    EXPECT_TRUE(panel.IsDirty);
-    panel.Panel_ZoomToFit();
-    EXPECT_EQ(m_record->ViewType, u"Z"_s);
-    panel.Panel_Autosize();
-    EXPECT_EQ(m_record->ViewType, u"A"_s);
-    EXPECT_GE(changes, 3);
-}
-
 TEST_F(PanelWindow, ChangesDoNotCountAfterAQuietReload)
 {
     frmPanel& panel = open(u"Z"_s, QSize(400, 300));

@@ -1,7 +1,11 @@
 #include "dashboard/DashboardArea.h"
 
+#include "dashboard/PanelArrangement.h"
+
 #include <QContextMenuEvent>
+#include <QMdiSubWindow>
 #include <QPainter>
+#include <QScrollBar>
 #include <cmath>
 
 namespace lumivane {
@@ -109,6 +113,52 @@ void DashboardArea::paintHint(QPainter& painter) const
                          Qt::AlignLeft | Qt::AlignVCenter, effect);
         top += lineHeight;
     }
+}
+
+QList<QMdiSubWindow*> DashboardArea::windowsToArrange(WindowOrder order, bool minimized) const
+{
+    QList<QMdiSubWindow*> windows = subWindowList(order);
+    windows.removeIf([minimized](const QMdiSubWindow* window) { return window->isMinimized() != minimized; });
+    return windows;
+}
+
+void DashboardArea::scrollToCorner()
+{
+    horizontalScrollBar()->setValue(0);
+    verticalScrollBar()->setValue(0);
+}
+
+void DashboardArea::tile(QVector<QRect> (*places)(const QRect&, int))
+{
+    const QList<QMdiSubWindow*> windows = windowsToArrange(CreationOrder, false);
+    scrollToCorner();
+    const QVector<QRect> rects = places(viewport()->rect(), static_cast<int>(windows.size()));
+    for (qsizetype i = 0; i < windows.size(); ++i)
+        windows[i]->setGeometry(rects[i]);
+}
+
+void DashboardArea::stack()
+{
+    // In the order in which they lie, so that the topmost one stays on top.
+    const QList<QMdiSubWindow*> windows = windowsToArrange(StackingOrder, false);
+    if (windows.isEmpty())
+        return;
+    scrollToCorner();
+    const int title = windows.first()->contentsMargins().top();
+    const QVector<QPoint> corners = cascade(viewport()->rect(), title, static_cast<int>(windows.size()));
+    for (qsizetype i = 0; i < windows.size(); ++i)
+        windows[i]->move(corners[i]);
+}
+
+void DashboardArea::lineUpIcons()
+{
+    const QList<QMdiSubWindow*> windows = windowsToArrange(CreationOrder, true);
+    if (windows.isEmpty())
+        return;
+    const QVector<QRect> rects =
+        arrangeIcons(viewport()->rect(), windows.first()->size(), static_cast<int>(windows.size()));
+    for (qsizetype i = 0; i < windows.size(); ++i)
+        windows[i]->setGeometry(rects[i]);
 }
 
 bool DashboardArea::eventFilter(QObject* watched, QEvent* event)

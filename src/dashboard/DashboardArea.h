@@ -18,6 +18,12 @@ public:
     /// asked when the ground is painted without a window: panels may be on their way.
     void setHint(const QString& sentence, const QList<QPair<QString, QString>>& keys, std::function<bool()> wanted);
 
+    // Arranging. Minimized windows lie outside of it, but for their own line; the others are scrolled back to the
+    // corner.
+    void tile(QVector<QRect> (*places)(const QRect&, int));
+    void stack();       ///< with all titles seen; sizes stay
+    void lineUpIcons(); ///< the minimized ones, along the bottom
+
 Q_SIGNALS:
     void menuRequested(const QPoint& position, const QPoint& globalPosition);
 
@@ -27,6 +33,9 @@ protected:
     bool viewportEvent(QEvent* event) override;
 
 private:
+    /// Windows that are not minimized, or those that are.
+    QList<QMdiSubWindow*> windowsToArrange(WindowOrder order, bool minimized) const;
+    void scrollToCorner();
     void paintHint(QPainter& painter) const;
 
     std::function<bool()> m_hintWanted;

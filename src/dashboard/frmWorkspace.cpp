@@ -83,10 +83,10 @@ void frmWorkspace::connectActions()
     connectLayout();
     connectCopyMove();
     explainEmptyDashboard();
-    connect(a.mnuEditHorizontal, &QAction::triggered, this, [this] { arrangePanels(tileHorizontally); });
-    connect(a.mnuEditVertical, &QAction::triggered, this, [this] { arrangePanels(tileVertically); });
-    connect(a.mnuEditCascade, &QAction::triggered, this, &frmWorkspace::cascadePanels);
-    connect(a.mnuEditIcons, &QAction::triggered, this, &frmWorkspace::arrangeMinimized);
+    connect(a.mnuEditHorizontal, &QAction::triggered, this, [this] { m_area->tile(tileHorizontally); });
+    connect(a.mnuEditVertical, &QAction::triggered, this, [this] { m_area->tile(tileVertically); });
+    connect(a.mnuEditCascade, &QAction::triggered, m_area, &DashboardArea::stack);
+    connect(a.mnuEditIcons, &QAction::triggered, m_area, &DashboardArea::lineUpIcons);
     connect(a.cmbWorkspaces, &QComboBox::currentIndexChanged, this, &frmWorkspace::cmbWorkspaces_Click);
     connect(m_area, &DashboardArea::menuRequested, this, &frmWorkspace::showWorkspaceMenu);
     connect(&timerRefresh, &QTimer::timeout, this, &frmWorkspace::timerRefresh_Timer);
@@ -244,44 +244,6 @@ void frmWorkspace::showWorkspaceMenu(const QPoint& position, const QPoint& globa
     ClickX = toTwips(position.x() + m_area->horizontalScrollBar()->value());
     ClickY = toTwips(position.y() + m_area->verticalScrollBar()->value());
     m_actions.mnuWorkspace->popup(globalPosition);
-}
-
-void frmWorkspace::arrangePanels(QVector<QRect> (*places)(const QRect&, int))
-{
-    QList<frmPanel*> panels = panelWindows();
-    panels.removeIf([](const frmPanel* panel) { return panel->isMinimized(); });
-    m_area->horizontalScrollBar()->setValue(0);
-    m_area->verticalScrollBar()->setValue(0);
-    const QVector<QRect> rects = places(m_area->viewport()->rect(), static_cast<int>(panels.size()));
-    for (qsizetype i = 0; i < panels.size(); ++i)
-        panels[i]->setGeometry(rects[i]);
-}
-
-void frmWorkspace::cascadePanels()
-{
-    // In the order in which they lie, so that the topmost one stays on top. Sizes belong to a panel's view and stay.
-    QList<QMdiSubWindow*> windows = m_area->subWindowList(QMdiArea::StackingOrder);
-    windows.removeIf([](const QMdiSubWindow* window) { return window->isMinimized(); });
-    if (windows.isEmpty())
-        return;
-    m_area->horizontalScrollBar()->setValue(0);
-    m_area->verticalScrollBar()->setValue(0);
-    const int title = windows.first()->contentsMargins().top();
-    const QVector<QPoint> corners = cascade(m_area->viewport()->rect(), title, static_cast<int>(windows.size()));
-    for (qsizetype i = 0; i < windows.size(); ++i)
-        windows[i]->move(corners[i]);
-}
-
-void frmWorkspace::arrangeMinimized()
-{
-    QList<frmPanel*> panels = panelWindows();
-    panels.removeIf([](const frmPanel* panel) { return !panel->isMinimized(); });
-    if (panels.isEmpty())
-        return;
-    const QVector<QRect> rects =
-        arrangeIcons(m_area->viewport()->rect(), panels.first()->size(), static_cast<int>(panels.size()));
-    for (qsizetype i = 0; i < panels.size(); ++i)
-        panels[i]->setGeometry(rects[i]);
 }
 
 } // namespace lumivane

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "dashboard/DashboardActions.h"
+#include "dashboard/LayoutMarks.h"
 #include "host/modUtilsExcel.h"
 
 #include <QMainWindow>
-#include <QPointer>
 #include <QTimer>
 #include <functional>
 #include <memory>
@@ -207,16 +207,13 @@ private:
     void SetFormCaption(const QString& Name);
     void showPanelMenu(const QPoint& globalPosition);
     void showWorkspaceMenu(const QPoint& position, const QPoint& globalPosition);
-    void arrangePanels(QVector<QRect> (*places)(const QRect&, int));
-    void cascadePanels();
-    void arrangeMinimized();
 
     DashboardActions m_actions;
     DashboardArea* m_area = nullptr;
+    LayoutMarks m_marks{[this] { return panelWindows(); }};
     QLabel* m_lastCheck = nullptr;
     QLabel* m_layoutHint = nullptr;
     QShortcut* m_leaveLayout = nullptr;
-    QPointer<frmPanel> BasePanel; ///< read only in layout mode
     QTimer timerRefresh;
     bool m_activating = false;
     int m_running = 0; ///< commands and passes under way, one inside the other

@@ -1,8 +1,7 @@
 #include "dashboard/DashboardArea.h"
+#include "dashboard/PanelAlignment.h"
 #include "dashboard/frmWorkspace.h"
-#include "panel/Twips.h"
 #include "panel/frmPanel.h"
-#include "platform/Checked.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
 
@@ -10,7 +9,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
-#include <QSet>
 #include <QShortcut>
 #include <QStatusBar>
 
@@ -38,24 +36,6 @@ QPoint nudgeDirection(int key)
     default:
         return {};
     }
-}
-
-void takeWidth(frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base)
-{
-    panel.setWindowSize(base.Width(), panel.Height());
-    record.pWidth = toStoredTwips(panel.Width());
-}
-
-void takeHeight(frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base)
-{
-    panel.setWindowSize(panel.Width(), base.Height());
-    record.pHeight = toStoredTwips(panel.Height());
-}
-
-/// Crop view is the one in which a panel can be given any size and keeps it.
-void beforeSizing(clsWorkspacePanel& record)
-{
-    record.ViewType = u"C"_s;
 }
 
 } // namespace
@@ -98,10 +78,7 @@ void frmWorkspace::mnuWorkspaceLayout_Click()
 void frmWorkspace::enterLayoutMode(frmPanel& base)
 {
     EditMode = true;
-    BasePanel = &base;
-    base.IsBase = true;
-    base.IsMarked = true;
-    base.SetCaption();
+    m_marks.setBase(base);
     showLayoutMode();
     base.setFocus(); // for the arrow keys
 }
@@ -132,53 +109,31 @@ void frmWorkspace::showLayoutMode()
 
 void frmWorkspace::ClearMarks()
 {
-    for (frmPanel* panel : panelWindows()) {
-        panel->IsBase = false;
-        panel->IsMarked = false;
-        panel->SetCaption();
-    }
+    m_marks.clear();
 }
 
 void frmWorkspace::keepMarks(const std::function<void()>& steps)
 {
-    // Windows come and go, records stay.
-    QSet<const clsWorkspacePanel*> marked;
-    const clsWorkspacePanel* base = nullptr;
-    for (const frmPanel* panel : panelWindows()) {
-        const auto record = gWorkspace->Panels(panel->Index);
-        if (panel->IsMarked)
-            marked.insert(record.get());
-        if (panel->IsBase)
-            base = record.get();
-    }
-    steps();
     if (!EditMode)
-        return;
-    BasePanel = nullptr;
-    for (frmPanel* panel : panelWindows()) {
-        const auto record = gWorkspace->Panels(panel->Index);
-        panel->IsMarked = record && marked.contains(record.get());
-        panel->IsBase = record && record.get() == base;
-        if (panel->IsBase)
-            BasePanel = panel;
-        panel->SetCaption();
-    }
-    if (!BasePanel)
+        return steps();
+    m_marks.keepThrough(steps);
+    if (!m_marks.base())
         leaveLayoutMode();
 }
 
 void frmWorkspace::changeMarkedPanels(const QString& procedure, const MarkedStep& step)
 {
     command(procedure, [&] {
-        if (!BasePanel)
+        const frmPanel* base = m_marks.base();
+        if (!base)
             return;
-        for (frmPanel* panel : panelWindows()) {
+        for (frmPanel* panel : m_marks.marked()) {
             const auto record = gWorkspace->Panels(panel->Index);
-            if (!panel->IsMarked || panel->IsBase || !record)
+            if (panel->IsBase || !record)
                 continue;
             if (panel->isMinimized())
                 panel->showNormal(); // a place is given to what is seen, not to its icon
-            step(*panel, *record, *BasePanel);
+            step(*panel, *record, *base);
             IsModified = true;
         }
     });
@@ -186,59 +141,37 @@ void frmWorkspace::changeMarkedPanels(const QString& procedure, const MarkedStep
 
 void frmWorkspace::mnuAlignLeft_Click()
 {
-    changeMarkedPanels(u"mnuAlignLeft_Click"_s, [](frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base) {
-        panel.setPlace(base.Left(), panel.Top());
-        record.pLeft = toStoredTwips(panel.Left());
-    });
+    changeMarkedPanels(u"mnuAlignLeft_Click"_s, alignLeft);
 }
 
 void frmWorkspace::mnuAlignRight_Click()
 {
-    changeMarkedPanels(u"mnuAlignRight_Click"_s, [](frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base) {
-        panel.setPlace(base.Left() + base.Width() - panel.Width(), panel.Top());
-        record.pLeft = toStoredTwips(panel.Left());
-    });
+    changeMarkedPanels(u"mnuAlignRight_Click"_s, alignRight);
 }
 
 void frmWorkspace::mnuAlignTop_Click()
 {
-    changeMarkedPanels(u"mnuAlignTop_Click"_s, [](frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base) {
-        panel.setPlace(panel.Left(), base.Top());
-        record.pTop = toStoredTwips(panel.Top());
-    });
+    changeMarkedPanels(u"mnuAlignTop_Click"_s, alignTop);
 }
 
 void frmWorkspace::mnuAlignBottom_Click()
 {
-    changeMarkedPanels(u"mnuAlignBottom_Click"_s, [](frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base) {
-        panel.setPlace(panel.Left(), base.Top() + base.Height() - panel.Height());
-        record.pTop = toStoredTwips(panel.Top());
-    });
+    changeMarkedPanels(u"mnuAlignBottom_Click"_s, alignBottom);
 }
 
 void frmWorkspace::mnuSameWidth_Click()
 {
-    changeMarkedPanels(u"mnuSameWidth_Click"_s, [](frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base) {
-        beforeSizing(record);
-        takeWidth(panel, record, base);
-    });
+    changeMarkedPanels(u"mnuSameWidth_Click"_s, takeWidth);
 }
 
 void frmWorkspace::mnuSameHeight_Click()
 {
-    changeMarkedPanels(u"mnuSameHeight_Click"_s, [](frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base) {
-        beforeSizing(record);
-        takeHeight(panel, record, base);
-    });
+    changeMarkedPanels(u"mnuSameHeight_Click"_s, takeHeight);
 }
 
 void frmWorkspace::mnuSameBoth_Click()
 {
-    changeMarkedPanels(u"mnuSameBoth_Click"_s, [](frmPanel& panel, clsWorkspacePanel& record, const frmPanel& base) {
-        beforeSizing(record);
-        takeWidth(panel, record, base);
-        takeHeight(panel, record, base);
-    });
+    changeMarkedPanels(u"mnuSameBoth_Click"_s, takeSize);
 }
 
 bool frmWorkspace::eventFilter(QObject* watched, QEvent* event)
@@ -267,13 +200,11 @@ bool frmWorkspace::layoutKey(const QKeyEvent& key)
 void frmWorkspace::nudgeMarkedPanels(const QPoint& pixels)
 {
     command(u"nudgeMarkedPanels"_s, [&] {
-        for (frmPanel* panel : panelWindows()) {
+        for (frmPanel* panel : m_marks.marked()) {
             const auto record = gWorkspace->Panels(panel->Index);
-            if (!panel->IsMarked || panel->isMinimized() || !record)
+            if (panel->isMinimized() || !record)
                 continue;
-            panel->setPlace(panel->Left() + toTwips(pixels.x()), panel->Top() + toTwips(pixels.y()));
-            record->pLeft = toStoredTwips(panel->Left());
-            record->pTop = toStoredTwips(panel->Top());
+            nudge(*panel, *record, pixels);
             IsModified = true;
         }
     });

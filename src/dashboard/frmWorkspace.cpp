@@ -154,7 +154,7 @@ void frmWorkspace::closeEvent(QCloseEvent* event)
 {
     Saved saved = Saved::Failed;
     command(u"Form_QueryUnload"_s, [&] { saved = askToSave(false); });
-    if (saved == Saved::Failed && ConfirmAction(u"The dashboard '"_s + gWorkspace->Name +
+    if (saved == Saved::Failed && ConfirmAction(u"The dashboard '"_s + gWorkspace->Name.trimmed() +
                                                 u"' could not be saved. Do you want to close it all the same and "
                                                 "lose its changes?"_s))
         saved = Saved::Yes;

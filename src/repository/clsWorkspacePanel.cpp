@@ -51,10 +51,15 @@ bool clsWorkspacePanel::LoadFromRecSet(const std::shared_ptr<Database>&, const s
     pColOff = 0;
 
     ID = toInt16(double(rs->number(u"ID")));
-    pLeft = toStoredTwips(double(rs->number(u"Left")));
-    pTop = toStoredTwips(double(rs->number(u"Top")));
-    pWidth = toStoredTwips(double(rs->number(u"Width")));
-    pHeight = toStoredTwips(double(rs->number(u"Height")));
+    try {
+        pLeft = toStoredTwips(double(rs->number(u"Left")));
+        pTop = toStoredTwips(double(rs->number(u"Top")));
+        pWidth = toStoredTwips(double(rs->number(u"Width")));
+        pHeight = toStoredTwips(double(rs->number(u"Height")));
+    } catch (const RuntimeError& error) {
+        throw RuntimeError(error.number(), u"Panel '"_s + rs->text(u"Caption") +
+                                               u"' has a place or size that cannot be used. "_s + error.description());
+    }
     SourceID = rs->number32(u"SourceID");
 
     rs->read(u"Comments", Comments);

@@ -6,6 +6,7 @@
 #include "repository/clsPanelSource.h"
 #include "repository/modUtilsSQL.h"
 
+#include <QScopeGuard>
 #include <limits>
 
 namespace lumivane {
@@ -44,6 +45,8 @@ bool clsWorkspacePanel::LoadFromDB(int PanelID, const std::shared_ptr<Database>&
 
 bool clsWorkspacePanel::LoadFromRecSet(const std::shared_ptr<Database>&, const std::shared_ptr<Recordset>& rs)
 {
+    // A row that cannot be read to its end changes nothing: half of it would be stored with the next save.
+    auto halfRead = qScopeGuard([this, before = *this] { *this = before; });
     LastViewed = longAgo();
     for (QString* text : {&movRange, &pAdjMovRange, &pAdjPicRange, &NewCell, &Content})
         text->clear();
@@ -74,6 +77,7 @@ bool clsWorkspacePanel::LoadFromRecSet(const std::shared_ptr<Database>&, const s
     rs->read(u"LastViewed", LastViewed);
     rs->read(u"Caption", Caption);
     rs->read(u"IsCustom", IsCustom);
+    halfRead.dismiss();
     return true;
 }
 

@@ -264,8 +264,9 @@ TEST_F(PanelRecord, NullKeepsTextsAndFailsForNumbers)
     EXPECT_EQ(panel.pTop, 3);
     EXPECT_FALSE(panel.LoadFromDB(9, db));
     EXPECT_EQ(panel.ID, 1);
-    db->Execute(u"UPDATE LvnSavedPanel SET SourceID = NULL"_s);
+    db->Execute(u"UPDATE LvnSavedPanel SET [Top] = 9, SourceID = NULL"_s);
     EXPECT_EQ(failure([&] { panel.LoadFromDB(1, db); }), u"Invalid use of Null in column [SourceID]"_s);
+    EXPECT_EQ(panel.pTop, 3) << "a row that is half read changes nothing";
 }
 
 TEST_F(PanelRecord, RangesAreTakenApartAndPutTogether)

@@ -51,7 +51,7 @@ TEST_F(DatabaseLogFile, TakesEventsAndErrors)
 TEST_F(DatabaseLogFile, AnApostropheInAModuleLosesTheEntryOnly)
 {
     InitLog(GetLogFile(), true, false);
-    LogEvent(u"Ann's"_s, u"Start"_s, u"lost"_s, true);
+    LogEvent(u"Ann', 'x"_s, u"Start"_s, u"lost"_s, true);
     LogEvent(u"Main"_s, u"Start"_s, u"kept"_s, false);
     EXPECT_EQ(entries().size(), 1);
     EXPECT_EQ(logged().count("Error on [UtilsSQL.SQL_Execute]"), 1);

@@ -203,8 +203,12 @@ TEST_F(StartUp, ProjectPropertiesAreAddedAndTakenAway)
     EXPECT_TRUE(DeleteSystemSettings(u"key"_s));
     EXPECT_EQ(GetSystemSettings(u"key"_s), QString());
     EXPECT_TRUE(user.shown.isEmpty());
-    EXPECT_FALSE(SaveSystemSettings(u"key"_s, u"it's"_s));
-    ASSERT_EQ(user.shown.size(), 1);
+    SaveSystemSettings(u"kept"_s, u"value"_s);
+    EXPECT_FALSE(SaveSystemSettings(u"key"_s, u"x'), ('other', 'y"_s));
+    EXPECT_FALSE(DeleteSystemSettings(u"key' OR PropertyKey <> '"_s));
+    EXPECT_EQ(GetSystemSettings(u"key' OR PropertyKey <> '"_s) + GetSystemSettings(u"other"_s), QString());
+    EXPECT_EQ(GetSystemSettings(u"kept"_s), u"value"_s);
+    ASSERT_EQ(user.shown.size(), 3);
     EXPECT_TRUE(user.shown[0].contains(u"Caller: Main.SaveSystemSettings\r\n"_s));
 }
 

@@ -55,13 +55,15 @@ bool isNoFile(const QString& path)
     return path.isEmpty() || path == "none"_L1;
 }
 
-/// The name of a file without its folder. It keeps its point where there is no extension: that is the form in which
-/// names are stored.
+QString withExtension(const QString& name, const QString& extension)
+{
+    return extension.isEmpty() ? name : QString(name % u'.' % extension);
+}
+
+/// The name of a file without its folder.
 QString fileNameOf(const QString& path)
 {
-    QString name, extension;
-    SplitPath(path, nullptr, &name, &extension);
-    return name % u'.' % extension;
+    return path.sliced(FileFolder(path).size() + (path.contains(PathDelimiter(path)) ? 1 : 0));
 }
 
 /// A wild card at the very beginning, as in "*.xls", names any file; one behind it names a series of files.
@@ -177,11 +179,12 @@ QString clsPanelSource::chkSrcFolder(QDateTime& Dt)
         }
         QString name, extension;
         SplitPath(newest, nullptr, &name, &extension);
-        if (namesASeries(Mask) && !completed && FileExists(DestFolder % name % u'.' % extension))
+        if (namesASeries(Mask) && !completed && FileExists(DestFolder % withExtension(name, extension)))
             name += u'_' % Clock::now().toString(u"yyMMddhhmmss"_s);
-        const QString target = DestFolder % name % u'.' % extension;
+        const QString fileName = withExtension(name, extension);
+        const QString target = DestFolder % fileName;
         if (File_Copy(newest, target))
-            return name % u'.' % extension;
+            return fileName;
         if (FileStamp::of(newest) != stamp) {
             waitFor(newest);
             return {};
@@ -195,7 +198,7 @@ QString clsPanelSource::chkSrcFolder(QDateTime& Dt)
         if (retry && File_Copy(newest, target))
             Problem.clear();
         if (!retry || Problem.isEmpty())
-            return name % u'.' % extension;
+            return fileName;
         prompts().message(unable, Prompts::Icon::Exclamation);
         LogEvent(sourceModule, u"chkSrcFolder"_s, u"Error copying "_s % newest % u" to " % DestFolder, false);
         return {};

@@ -63,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(Masks, FetchFromFolder, testing::ValuesIn(textTable<6>(
     question mark in front overwrites | ?.xlsx   | S.xlsx@10:00:00   | S.xlsx | S.xlsx | S.xlsx
     series keeps both | S*.xlsx | S1.xlsx@10:00:00 | S1.xlsx | S1.xlsx S1_261124103000.xlsx |S1_261124103000.xlsx
     series with a new name            | S*.xlsx  | S2.xlsx@10:00:00  | S1.xlsx | S1.xlsx S2.xlsx | S2.xlsx
-    no extension keeps the point      | S        | S@10:00:00        |        | S.     |
+    no extension keeps its name       | S        | S@10:00:00        |        | S      | S
     not newer than the last           | S.xlsx   | S.xlsx@08:00:00   |        |        |
     lock files do not count           | *.xlsx   | S.xlsx@10:00:00 ~$S.xlsx@10:10:00 || S.xlsx | S.xlsx
     nothing fits                      | C*.xlsx  | S.xlsx@10:00:00   |        |        |)")),

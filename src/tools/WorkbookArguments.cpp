@@ -32,12 +32,11 @@ bool comparesWithCalc(const CommandLine& line)
 
 int sheetIndex(const engine::WorkbookContent& workbook, const QString& path, const QString& name)
 {
+    if (const int index = workbook.sheetStoredAs(name); index >= 0)
+        return index;
     QStringList names;
-    for (size_t i = 0; i < workbook.sheets.size(); ++i) {
-        if (workbook.sheets[i].name.compare(name, Qt::CaseInsensitive) == 0)
-            return int(i);
-        names.append(workbook.sheets[i].name);
-    }
+    for (const engine::SheetEntry& entry : workbook.sheets)
+        names.append(entry.name);
     refuseSheet(path, name, names);
 }
 

@@ -34,14 +34,6 @@ QString unquotedSheetName(const QString& text)
     return text.sliced(1, text.size() - 2).replace(u"''"_s, u"'"_s);
 }
 
-int sheetNamed(const WorkbookContent& workbook, const QString& name)
-{
-    const auto place = std::find_if(workbook.sheets.begin(), workbook.sheets.end(), [&](const SheetEntry& entry) {
-        return entry.name.compare(name, Qt::CaseInsensitive) == 0;
-    });
-    return place == workbook.sheets.end() ? -1 : static_cast<int>(place - workbook.sheets.begin());
-}
-
 /// Cells with or without a sheet in front. None when the text is no address; `unknownSheet` tells when the sheet is the
 /// reason.
 std::optional<CellPlace> readAddress(const QString& text, const WorkbookContent& workbook, int currentSheet,
@@ -60,7 +52,7 @@ std::optional<CellPlace> readAddress(const QString& text, const WorkbookContent&
         int sheet = currentSheet;
         if (mark >= 0) {
             const QString name = unquotedSheetName(part.first(mark).trimmed());
-            sheet = sheetNamed(workbook, name);
+            sheet = workbook.sheetNamed(name);
             if (sheet < 0 && unknownSheet)
                 *unknownSheet = name;
         }

@@ -33,11 +33,7 @@ std::vector<int> ViewedWorkbook::visibleSheets() const
 
 int ViewedWorkbook::indexOf(const QString& sheetName) const
 {
-    const auto& sheets = content()->sheets;
-    const auto place = std::find_if(sheets.begin(), sheets.end(), [&](const SheetEntry& entry) {
-        return entry.name.compare(sheetName, Qt::CaseInsensitive) == 0;
-    });
-    return place == sheets.end() ? -1 : static_cast<int>(place - sheets.begin());
+    return content()->sheetStoredAs(sheetName);
 }
 
 int ViewedWorkbook::firstSheetToShow() const

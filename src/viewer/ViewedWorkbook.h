@@ -22,7 +22,7 @@ public:
     /// Indices of the sheets that have a tab.
     std::vector<int> visibleSheets() const;
     const engine::SheetEntry& entry(int index) const { return content()->sheets[static_cast<size_t>(index)]; }
-    /// By name without regard to case; -1 if there is none.
+    /// By a stored name; -1 if there is none.
     int indexOf(const QString& sheetName) const;
     /// The sheet that the file was saved with in front, or the first visible worksheet in its place; -1 without any.
     int firstSheetToShow() const;

@@ -1,6 +1,21 @@
 #include "engine/content/WorkbookContent.h"
 
+#include <algorithm>
+
 namespace lumivane::engine {
+
+int WorkbookContent::sheetNamed(const QString& name) const
+{
+    const auto place = std::find_if(sheets.begin(), sheets.end(), [&](const SheetEntry& entry) {
+        return entry.name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    return place == sheets.end() ? -1 : static_cast<int>(place - sheets.begin());
+}
+
+int WorkbookContent::sheetStoredAs(const QString& name) const
+{
+    return isTextFile ? 0 : sheetNamed(name);
+}
 
 qint64 WorkbookContent::bytes() const
 {

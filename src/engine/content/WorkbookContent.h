@@ -33,7 +33,13 @@ struct WorkbookContent final
     bool calculateOnOpen =
         false; ///< the writer asks that formulas be computed again: their stored results may be stale
     int activeSheet = 0;
+    bool isTextFile = false; ///< its one sheet has no name but the file's
 
+    /// Index of a sheet by name, without regard to case; -1 if there is none.
+    int sheetNamed(const QString& name) const;
+    /// The same for a name that was stored while an earlier version of the workbook was open. The sheet of a text file
+    /// answers to any: each file of a series has another name.
+    int sheetStoredAs(const QString& name) const;
     qint64 bytes() const; ///< memory held
 };
 

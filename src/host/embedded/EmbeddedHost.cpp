@@ -94,11 +94,8 @@ std::shared_ptr<EmbeddedSheet> EmbeddedWorkbook::worksheet(int index)
 
 std::shared_ptr<Worksheet> EmbeddedWorkbook::WorksheetByName(const QString& name)
 {
-    const auto& sheets = content().sheets;
-    const auto place = std::find_if(sheets.begin(), sheets.end(), [&](const SheetEntry& entry) {
-        return !entry.isChartSheet && entry.name.compare(name, Qt::CaseInsensitive) == 0;
-    });
-    return place == sheets.end() ? nullptr : worksheet(static_cast<int>(place - sheets.begin()));
+    const int index = content().sheetStoredAs(name);
+    return index < 0 || content().sheets[static_cast<size_t>(index)].isChartSheet ? nullptr : worksheet(index);
 }
 
 std::shared_ptr<Worksheet> EmbeddedWorkbook::ActiveSheet()

@@ -61,6 +61,16 @@ TEST(EmbeddedWorkbook, StartsOnItsActiveSheetAndNamesTheOthers)
     EXPECT_EQ(workbook->WorksheetByName(u"Absent"_s), nullptr);
 }
 
+TEST(EmbeddedWorkbook, GivesTheSheetOfATextFileByAnyStoredName)
+{
+    OwnApplication own;
+    const auto workbook = own.application.Open(writeTemporary(u"sales_2.csv"_s, "7"));
+    EXPECT_EQ(workbook->WorksheetNames(), QStringList(u"sales_2"_s));
+    const auto sheet = workbook->WorksheetByName(u"sales_1"_s);
+    ASSERT_TRUE(sheet);
+    EXPECT_EQ(sheet->valueText(1, 1), u"7"_s);
+}
+
 TEST(EmbeddedWorkbook, TellsADamagedSheetWhenItIsNeededAndNotBefore)
 {
     OwnApplication own;

@@ -44,6 +44,7 @@ WorkbookContent CsvReader::readWorkbook(SheetList& sheets)
     WorkbookContent workbook;
     workbook.sheets.push_back({QFileInfo(m_path).completeBaseName(), true, false});
     workbook.styles = std::move(m_styles);
+    workbook.isTextFile = true;
     sheets = {sheet};
     return workbook;
 }

@@ -11,16 +11,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Compound files hold streams like a small file system; an encrypted workbook is one with a stream of this name.
-/// Looking for the name in all of the file needs no trust in its tables.
-bool hasEncryptedPackage(QFile& file)
+bool findEncryptedPackage(QFile& file, qint64 from, qint64 end)
 {
     const QStringView name = u"EncryptedPackage";
     const QByteArray wanted(reinterpret_cast<const char*>(name.utf16()), name.size() * 2);
     constexpr qint64 blockSize = 64 << 10;
     QByteArray block;
-    file.seek(0);
-    while (true) {
+    file.seek(from);
+    while (file.pos() < end) {
         const QByteArray next = file.read(blockSize);
         if (next.isEmpty())
             return false;
@@ -28,6 +26,16 @@ bool hasEncryptedPackage(QFile& file)
         if (block.contains(wanted))
             return true;
     }
+    return false;
+}
+
+/// Compound files hold streams like a small file system; an encrypted workbook is one with a stream of this name.
+/// Looking for the name needs no trust in the file's tables. Programs write the directory near one end of the file.
+bool hasEncryptedPackage(QFile& file)
+{
+    constexpr qint64 searched = 16 << 20; // at either end
+    const auto found = [&file](qint64 from) { return findEncryptedPackage(file, from, from + searched); };
+    return found(0) || (file.size() > searched && found(std::max(searched, file.size() - searched)));
 }
 
 /// What other kinds of file begin with, in small letters, and how they are called.
@@ -76,7 +84,7 @@ bool isBinaryPart(const Package& package, const std::string& part)
         return true;
     const Package::Entry* types = package.find("[Content_Types].xml");
     if (!types)
-        throw Fault{u"entry \"[Content_Types].xml\" is missing"_s};
+        return false;
     pugi::xml_document document;
     readSmallPart(package, *types, document);
     for (const pugi::xml_node node : childrenNamed(document.document_element(), "Override")) {

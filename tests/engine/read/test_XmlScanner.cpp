@@ -143,9 +143,15 @@ TEST(XmlScanner, CarriesTagsOverTheEndOfItsBuffer)
 
 TEST(XmlScanner, GrowsForLongTextsUpToItsBound)
 {
-    const std::string half(3 << 20, 'x');
-    EXPECT_EQ(walked("<row>" + half + "</row>").size(), half.size() + 8);
+    const std::string allowed(15 << 20, 'x');
+    EXPECT_EQ(walked("<row>" + allowed + "</row>").size(), allowed.size() + 8);
     const std::string tooLong(17 << 20, 'x');
+    const std::string pieces = "<row>" + allowed + "<!-- -->" + allowed + "</row>";
+    DroppingStream stream(pieces, pieces.size());
+    XmlScanner scanner(stream);
+    scanner.next();
+    std::string text;
+    EXPECT_THROW(scanner.appendText(text), Fault) << "a text in two pieces";
     EXPECT_NE(walked("<row>" + tooLong + "</row>").find("a tag or text of more than 16 MB"), std::string::npos);
 }
 

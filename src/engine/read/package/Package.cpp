@@ -223,6 +223,9 @@ Package::Directory Package::readDirectory64(quint64 endOffset, Directory found) 
     }
     if (found.offset > endOffset || found.size > endOffset - found.offset)
         throw Fault{u"it is cut off or damaged (its directory points behind its end)"_s};
+    if (found.size > maxDirectorySize)
+        throw Fault{u"the directory of its entries takes more than %1 MB"_s.arg(maxDirectorySize >> 20),
+                    ReadCause::TooLarge};
     if (found.count > maxEntries)
         throw Fault{u"it has %1 entries; at most %2 are read"_s.arg(found.count).arg(maxEntries)};
     return found;

@@ -28,6 +28,7 @@ public:
 
     static constexpr quint64 maxTotalSize = 2ull << 30; ///< of all entries together, inflated
     static constexpr quint64 maxEntries = 20000;
+    static constexpr quint64 maxDirectorySize = 16ull << 20;
     static constexpr quint64 maxRatio = 500; ///< inflated to packed, for entries above ratioFrom
     static constexpr quint64 ratioFrom = 64ull << 20;
     static constexpr quint64 maxPartSize = 256ull << 20; ///< of an entry that is read as a whole

@@ -68,11 +68,10 @@ bool XmlScanner::more()
     const size_t kept = static_cast<size_t>(m_end - m_at);
     m_passed += static_cast<quint64>(m_at - m_buffer.data());
     std::memmove(m_buffer.data(), m_at, kept);
-    if (kept > m_buffer.size() / 2) {
-        if (m_buffer.size() >= maxTokenSize)
-            fail("a tag or text of more than 16 MB");
+    if (kept > maxTokenSize)
+        fail("a tag or text of more than 16 MB");
+    if (kept > m_buffer.size() / 2)
         m_buffer.resize(m_buffer.size() * 2);
-    }
     m_at = m_buffer.data();
     const size_t count = m_bytes.read(m_buffer.data() + kept, m_buffer.size() - kept);
     m_end = m_at + kept + count;
@@ -361,6 +360,8 @@ void XmlScanner::appendText(std::string& to)
             skip();
             break;
         case Token::Text:
+            if (to.size() + m_text.size() > maxTokenSize)
+                fail("a tag or text of more than 16 MB");
             if (m_literal)
                 to.append(m_text);
             else

@@ -8,7 +8,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     using namespace lumivane::engine;
     try {
         SheetList sheets;
-        CsvReader(lumivane::fuzz::fileOf(data, size)).readWorkbook(sheets);
+        CsvReader(lumivane::fuzz::fileOf(data, size)).readWorkbook(sheets, maxWorkbookBytes);
     } catch (const Fault&) {
     }
     return 0;

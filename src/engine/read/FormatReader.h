@@ -17,9 +17,10 @@ class FormatReader
 public:
     virtual ~FormatReader() = default;
 
-    /// All but the sheets. A format whose sheets cannot be read apart from the rest puts them into `sheets`.
-    virtual WorkbookContent readWorkbook(SheetList& sheets) = 0;
-    /// One of the sheets of `workbook`, which is what readWorkbook gave. It may take `maxBytes` in memory.
+    /// All but the sheets. A format whose sheets cannot be read apart from the rest puts them into `sheets`. All of it
+    /// may take `maxBytes` in memory.
+    virtual WorkbookContent readWorkbook(SheetList& sheets, qint64 maxBytes) = 0;
+    /// One of the sheets of `workbook`, which is what readWorkbook gave. It may take `maxBytes`.
     virtual std::shared_ptr<const SheetContent> readSheet(const WorkbookContent& workbook, int index,
                                                           qint64 maxBytes) = 0;
 };

@@ -2,6 +2,7 @@
 
 #include "engine/read/FormatReader.h"
 #include "engine/read/ReadError.h"
+#include "engine/read/RowBuilder.h"
 #include "platform/FileStamp.h"
 
 namespace lumivane::engine {
@@ -11,8 +12,9 @@ namespace lumivane::engine {
 class WorkbookFile
 {
 public:
-    /// Reads all but the sheets. What the file is, is seen from its bytes, never from its name. Throws ReadError.
-    static std::shared_ptr<WorkbookFile> open(const QString& path);
+    /// Reads all but the sheets; these and the rest may take `maxBytes` together. What the file is, is seen from its
+    /// bytes, never from its name. Throws ReadError.
+    static std::shared_ptr<WorkbookFile> open(const QString& path, qint64 maxBytes = maxWorkbookBytes);
 
     const QString& path() const { return m_path; }
     const FileStamp& stamp() const { return m_stamp; }
@@ -22,10 +24,12 @@ public:
     qint64 bytes() const; ///< memory held by all that was read
 
 private:
-    explicit WorkbookFile(const QString& path);
+    WorkbookFile(const QString& path, qint64 maxBytes);
     std::shared_ptr<const SheetContent> readSheet(int index);
+    void dropUnused();
 
     const QString m_path;
+    const qint64 m_maxBytes;
     const FileStamp m_stamp;
     std::unique_ptr<FormatReader> m_reader;
     std::shared_ptr<const WorkbookContent> m_content;

@@ -124,6 +124,8 @@ TEST(CsvText, EndsAtTheBordersOfASheet)
     };
     EXPECT_EQ(read(16383, 0), u"1: XFD='x'"_s);
     EXPECT_TRUE(read(16384, 0).contains(u"line 1 has more than 16384 fields"_s));
+    EXPECT_TRUE(readCells(QByteArray(20000, ','), u"Table.csv"_s).contains(u"more than 16384 fields"_s))
+        << "empty ones";
     EXPECT_EQ(read(0, 1048575), u"1048576: A='x'"_s);
     EXPECT_TRUE(read(0, 1048576).contains(u"it has more than 1048576 lines"_s));
 }

@@ -112,6 +112,29 @@ TEST(Looks, AreToldWhereTheyAreNotRead)
                            u"the look of the table \"Sales\" A1:C9"_s}));
 }
 
+TEST(Tables, AreReadOnceEachAndNotWithoutEnd)
+{
+    const auto bookWithTables = [](int names, int files) {
+        std::string parts, relationships;
+        for (int i = 0; i < names; ++i) {
+            const std::string id = std::to_string(i), file = std::to_string(i % files);
+            parts += "<tablePart r:id='" + id + "'/>";
+            relationships += "<Relationship Id='" + id + "' Type='x/table' Target='../t" + file + ".xml'/>";
+        }
+        WorkbookParts book({{"Data", "<sheetData/><tableParts>" + parts + "</tableParts>", ""}});
+        book.set("xl/worksheets/_rels/sheet1.xml.rels", "<Relationships>" + relationships + "</Relationships>");
+        for (int i = 0; i < files; ++i)
+            book.set("xl/t" + std::to_string(i) + ".xml",
+                     "<table ref='A1:C9' displayName='T'><tableStyleInfo name='Medium 2'/></table>");
+        return readSheet(book);
+    };
+    const auto oneFile = bookWithTables(20000, 1), manyFiles = bookWithTables(1001, 1001);
+    EXPECT_EQ(oneFile->unread.size(), 1u);
+    EXPECT_EQ(oneFile->problem, u""_s);
+    EXPECT_EQ(manyFiles->unread.size(), 1000u);
+    EXPECT_EQ(manyFiles->problem, u"The looks of all but 1000 tables are missing."_s);
+}
+
 TEST(Drawings, AreToldMissingWhereTheyAreBrokenAndTheCellsStay)
 {
     const WorkbookParts good = bookWithDrawing("");
@@ -119,6 +142,8 @@ TEST(Drawings, AreToldMissingWhereTheyAreBrokenAndTheCellsStay)
         {"broken", bookWithDrawing("<xdr:twoCellAnchor>"),
          u"the XML of entry \"xl/drawings/drawing1.xml\" is broken"_s},
         {"missing", WorkbookParts(good).remove("xl/drawings/drawing1.xml"), u"the part with the drawings is missing"_s},
+        {"of another kind", WorkbookParts(good).set("xl/drawings/drawing1.xml", "<table/>"),
+         u"entry \"xl/drawings/drawing1.xml\" holds no drawings"_s},
         {"not referred to", WorkbookParts(good).remove("xl/worksheets/_rels/sheet1.xml.rels"),
          u"the part with the drawings is missing"_s},
     };

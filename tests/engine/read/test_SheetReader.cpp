@@ -1,5 +1,6 @@
 #include "engine/read/ContentText.h"
 #include "engine/read/MergedAreas.h"
+#include "engine/read/RowBuilder.h"
 #include "engine/read/WorkbookFile.h"
 #include "support/TextTable.h"
 
@@ -15,7 +16,8 @@ namespace {
 WorkbookParts bookOf(const QString& sheetXml)
 {
     return WorkbookParts({{"Data", sheetXml.toStdString(), ""}})
-        .sharedTexts({"zero", "one &amp; two", "_x0041__x005F_x"});
+        .sharedTexts({"zero", "one &amp; two", "_x0041__x005F_x"})
+        .styles("<cellXfs><xf/><xf/><xf/><xf/><xf/></cellXfs>");
 }
 
 QString cellsOf(const QString& rowsXml)
@@ -40,6 +42,7 @@ TEST(SheetReader, ReadsEveryKindOfCell)
         not a number                    | <c r='A1'><v>NaN</v></c>                           | 1: A=#NUM!
         style                           | <c r='A1' s='3'><v>1</v></c>                       | 1: A=1/3
         blank with style                | <c s='3' r='A1'/>                                  | 1: A=_/3
+        style that there is not         | <c r='A1' s='5'/><c s='-1'/><c s='4294967297'/>    | 1: A=_ B=_ C=_
         shared text                     | <c r='A1' t='s'><v>1</v></c>                       | 1: A="one & two"
         shared text with escapes        | <c r='A1' t='s'><v>2</v></c>                       | 1: A="A_x"
         inline text                     | <c r='A1' t='inlineStr'><is><t> a </t></is></c>    | 1: A=' a '
@@ -230,13 +233,13 @@ TEST(SheetReader, KeepsTheFirstOfOverlappingMerges)
 
 TEST(SheetReader, FindsTheMergedRangeOfACell)
 {
-    const auto read =
+    const auto sheet =
         sheetOf("<sheetData/><mergeCells><mergeCell ref='D1:D9'/><mergeCell ref='A8:B9'/>"
                 "<mergeCell ref='A2:B3'/><mergeCell ref='F5:G5'/><mergeCell ref='J1:J5000'/></mergeCells>");
     for (const auto& [cell, expected] : textPairs("D1 → D1:D9 | D9 → D1:D9 | D10 → | A2 → A2:B3 | B3 → A2:B3 | A4 → |"
                                                   "C2 → | G5 → F5:G5 | B9 → A8:B9 | A7 → | A10 → | J4999 → J1:J5000")) {
         const CellArea place = *CellArea::parse(cell);
-        const CellArea* area = read->merged.at(place.firstRow, place.firstColumn);
+        const CellArea* area = sheet->merged.at(place.firstRow, place.firstColumn);
         EXPECT_EQ(area ? area->relative() : QString(), expected) << cell;
     }
 }
@@ -262,6 +265,56 @@ TEST(SheetReader, ReadsTheFontsOfRuns)
     const FontStyle expected{u"Arial"_s, 14, true, false, false, Underline::Double, Script::Superscript, 0xff00b050};
     EXPECT_TRUE(second.font == expected);
     EXPECT_FALSE(book->content()->texts.runs(1)) << "runs that say nothing make no rich text";
+}
+
+TEST(SheetReader, CutsTextsAtWhatACellHolds)
+{
+    const QString letters = u"x"_s.repeated(32766), runs = u"<r><rPr><b/></rPr><t>ab</t></r>"_s.repeated(20000);
+    const auto texts = [](const QString& xml) {
+        return WorkbookFile::open(
+                   writeTemporary(u"Book.xlsx"_s,
+                                  WorkbookParts({{"Data", "<sheetData/>", ""}})
+                                      .set("xl/sharedStrings.xml", "<sst><si>" + xml.toStdString() + "</si></sst>")
+                                      .package()))
+            ->content()
+            ->texts;
+    };
+    EXPECT_EQ(texts(u"<t>"_s + letters + u"😀</t>").text(0), letters) << "no half of a character";
+    EXPECT_EQ(texts(u"<t>"_s + letters + u"é and more</t>").text(0), letters + u'é');
+    const TextTable rich = texts(runs);
+    EXPECT_EQ(rich.text(0).size(), 32767);
+    EXPECT_LT(rich.runs(0)->back().start, 32767);
+}
+
+TEST(RowBuilder, EndsAtItsBytes)
+{
+    const auto cellsIn = [](qint64 bytes, bool backwards) {
+        SheetContent sheet;
+        RowBuilder rows(sheet, bytes);
+        Cell cell;
+        try {
+            rows.startRow(RowContent{.row = 1});
+            for (cell.column = 200; cell.column > 0; --cell.column) {
+                Cell one = cell;
+                one.column = backwards ? cell.column : quint16(201 - cell.column);
+                rows.append(one);
+            }
+            rows.finish();
+        } catch (const Fault& fault) {
+            EXPECT_EQ(fault.cause, ReadCause::TooLarge);
+            return -1;
+        }
+        return int(sheet.cells.size());
+    };
+    EXPECT_EQ(cellsIn(200 * 16 + 100, false), 200);
+    EXPECT_EQ(cellsIn(199 * 16, false), -1);
+    EXPECT_EQ(cellsIn(200 * 16 + 100, true), -1) << "to be sorted, cells are held twice";
+    EXPECT_EQ(cellsIn(400 * 16 + 200, true), 200);
+
+    SheetContent sheet;
+    RowBuilder rows(sheet, 100000);
+    rows.startRow(RowContent{.row = 1});
+    EXPECT_THROW(for (int i = 0; i < 10; ++i) rows.appendText(std::string(20000, 'x')), Fault);
 }
 
 } // namespace lumivane::test

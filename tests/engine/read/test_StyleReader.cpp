@@ -70,13 +70,16 @@ TEST(StyleReader, ReadsCellStyles)
 {
     const StyleTable styles = stylesOf(
         "<numFmts><numFmt numFmtId='164' formatCode='0.0&quot; kg&quot;'/><numFmt numFmtId='14' formatCode='yyyy'/>"
+        "<numFmt numFmtId='165' formatCode='" +
+        std::string(256, '0') +
+        "'/>"
         "</numFmts><fonts><font/><font><b/></font></fonts><cellXfs><xf numFmtId='0'/>"
         "<xf numFmtId='164' fontId='1' fillId='99' applyFont='0' quotePrefix='1'><alignment "
         "horizontal='centerContinuous' "
         "vertical='top' textRotation='135' indent='3' wrapText='1' shrinkToFit='1' readingOrder='2'/></xf>"
         "<xf numFmtId='14'/><xf numFmtId='10'/><xf numFmtId='999'/><xf><alignment textRotation='255'/></xf>"
-        "<xf><alignment textRotation='181' vertical='odd'/></xf></cellXfs>");
-    ASSERT_EQ(styles.cells.size(), 7u);
+        "<xf><alignment textRotation='181' vertical='odd'/></xf><xf numFmtId='165'/></cellXfs>");
+    ASSERT_EQ(styles.cells.size(), 8u);
     const CellStyle& second = styles.cells[1];
     EXPECT_EQ(styles.numberFormats[second.numberFormat], u"0.0\" kg\""_s);
     EXPECT_EQ(second.font, 1) << "what a cell's style says holds, applied or not";
@@ -92,19 +95,10 @@ TEST(StyleReader, ReadsCellStyles)
     EXPECT_EQ(format(2), u"yyyy"_s) << "the file's own code comes before the built-in one";
     EXPECT_EQ(format(3), u"0.00%"_s);
     EXPECT_EQ(format(4), u"General"_s);
+    EXPECT_EQ(format(7), u"General"_s) << "longer than any program takes";
     EXPECT_EQ(styles.cells[5].rotation, 255);
     EXPECT_EQ(styles.cells[6].rotation, 0);
     EXPECT_EQ(styles.cells[6].vertical, Vertical::Bottom);
-}
-
-TEST(StyleReader, HasADefaultForEverything)
-{
-    for (const char* xml : {"", "<fonts/><fills/><borders/><cellXfs/>"}) {
-        const StyleTable styles = stylesOf(xml);
-        EXPECT_EQ(styles.cells.size(), 1u);
-        EXPECT_EQ(styles.fonts[0].family, u"Calibri"_s);
-        EXPECT_EQ(styles.numberFormats.front(), u"General"_s);
-    }
 }
 
 TEST(Palette, ResolvesColours)

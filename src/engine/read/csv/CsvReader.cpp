@@ -35,11 +35,11 @@ std::string bytesOf(const QString& path)
 
 CsvReader::CsvReader(const QString& path) : m_path(path), m_year(Clock::now().date().year()) {}
 
-WorkbookContent CsvReader::readWorkbook(SheetList& sheets)
+WorkbookContent CsvReader::readWorkbook(SheetList& sheets, qint64 maxBytes)
 {
     const auto sheet = std::make_shared<SheetContent>();
     sheet->sizedByTexts = true;
-    m_rows.emplace(*sheet, maxWorkbookBytes);
+    m_rows.emplace(*sheet, maxBytes);
     readFields(decodedText(bytesOf(m_path)));
     WorkbookContent workbook;
     workbook.sheets.push_back({QFileInfo(m_path).completeBaseName(), true, false});

@@ -15,7 +15,7 @@ class CsvReader : public FormatReader
 public:
     explicit CsvReader(const QString& path);
 
-    WorkbookContent readWorkbook(SheetList& sheets) override;
+    WorkbookContent readWorkbook(SheetList& sheets, qint64 maxBytes) override;
     /// Never needed, as readWorkbook gives the only sheet.
     std::shared_ptr<const SheetContent> readSheet(const WorkbookContent& workbook, int index, qint64 maxBytes) override;
 

@@ -1,5 +1,6 @@
 #include "engine/read/xlsx/DrawingReader.h"
 
+#include "engine/read/ReadError.h"
 #include "engine/read/package/AttributeValues.h"
 #include "engine/read/package/SmallParts.h"
 
@@ -124,6 +125,8 @@ std::vector<DrawingContent> readDrawings(const Package& package, const Package::
 {
     pugi::xml_document document;
     readSmallPart(package, entry, document);
+    if (localName(document.document_element()) != "wsDr")
+        throw Fault{u"entry \"%1\" holds no drawings"_s.arg(textFrom(entry.name))};
     const std::vector<Relationship> relationships = readRelationships(package, entry.name);
     std::vector<DrawingContent> drawings;
     for (const pugi::xml_node child : document.document_element().children()) {

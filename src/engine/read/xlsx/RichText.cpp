@@ -1,6 +1,7 @@
 #include "engine/read/xlsx/RichText.h"
 
 #include "engine/read/ReadError.h"
+#include "engine/read/RowBuilder.h"
 #include "engine/read/package/AttributeValues.h"
 #include "engine/read/xlsx/StyleReader.h"
 
@@ -11,8 +12,6 @@ namespace lumivane::engine {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr size_t maxRuns = 2'000'000;
 
 FontStyle readRunFont(XmlScanner& xml, const Palette& palette)
 {
@@ -82,6 +81,8 @@ public:
     /// Right after the Start of a plain piece.
     void readPlain()
     {
+        if (m_text.size() > 3 * maxCellText) // a unit of UTF-16 takes at most three bytes
+            return m_xml.skip();
         std::string piece;
         std::string& to = m_text.empty() ? m_text : piece;
         m_xml.appendText(to);
@@ -112,15 +113,11 @@ public:
                 m_xml.skip();
             }
         }
-        if (m_text.size() == before)
+        if (m_text.size() == before || run.start >= static_cast<int>(maxCellText))
             return;
         m_styled = m_styled || !run.cellFont;
         m_runs.push_back(std::move(run));
-        if (m_runs.size() > maxRuns)
-            throw tooManyRuns();
     }
-
-    static Fault tooManyRuns() { return Fault{u"its texts have more than %1 changes of font"_s.arg(maxRuns)}; }
 
     bool styled() const { return m_styled; }
     std::vector<TextRun> takeRuns() { return std::move(m_runs); }
@@ -216,25 +213,27 @@ int readRichText(XmlScanner& xml, const Palette& palette, TextTable& texts, std:
     const int index = texts.append(buffer);
     if (pieces.styled())
         texts.setRuns(index, pieces.takeRuns());
-    if (texts.runCount() > maxRuns)
-        throw TextPieces::tooManyRuns();
     return index;
 }
 
-void readSharedTexts(ByteStream& bytes, const Palette& palette, TextTable& texts)
+void readSharedTexts(ByteStream& bytes, const Palette& palette, qint64 maxBytes, TextTable& texts)
 {
     XmlScanner xml(bytes);
     std::string buffer;
+    if (xml.next() != XmlScanner::Token::Start || xml.name() != nameKey("sst"))
+        throw Fault{u"there are no texts in it"_s};
     while (true) {
         const XmlScanner::Token token = xml.next();
         if (token == XmlScanner::Token::Finish)
             return;
-        if (token != XmlScanner::Token::Start || xml.depth() == 1)
+        if (token != XmlScanner::Token::Start)
             continue;
         if (xml.name() == nameKey("si"))
             readRichText(xml, palette, texts, buffer);
         else
             xml.skip();
+        if (texts.bytes() > maxBytes)
+            failTooLarge();
     }
 }
 

@@ -13,7 +13,7 @@ int readRichText(XmlScanner& xml, const Palette& palette, TextTable& texts, std:
 /// Replaces "_x000D_" and its like in place: what XML cannot carry is written so.
 void resolveEscapes(std::string& text);
 
-/// All texts of the workbook's shared part. Throws Fault when it is broken.
-void readSharedTexts(ByteStream& bytes, const Palette& palette, TextTable& texts);
+/// All texts of the workbook's shared part, which may take `maxBytes`. Throws Fault when it is broken.
+void readSharedTexts(ByteStream& bytes, const Palette& palette, qint64 maxBytes, TextTable& texts);
 
 } // namespace lumivane::engine

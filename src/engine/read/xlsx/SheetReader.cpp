@@ -17,6 +17,7 @@ namespace {
 
 constexpr size_t maxMerges = 200000;
 constexpr size_t maxUnread = 100000;
+constexpr size_t maxTableIds = 100000;
 
 QString conditionalFormats()
 {
@@ -59,8 +60,10 @@ SheetReader::SheetReader(ByteStream& bytes, const SheetSurroundings& surrounding
 
 void SheetReader::read()
 {
-    if (m_xml.next() != Token::Start)
-        throw Fault{u"there is no sheet in it"_s};
+    constexpr quint64 kinds[] = {nameKey("worksheet"), nameKey("chartsheet"), nameKey("dialogsheet"),
+                                 nameKey("macrosheet")};
+    if (m_xml.next() != Token::Start || std::find(std::begin(kinds), std::end(kinds), m_xml.name()) == std::end(kinds))
+        throw Fault{u"its part holds no sheet"_s};
     readPart();
     // The rest must be well-formed, too, and the stream checks its sum at its end.
     while (m_xml.next() != Token::Finish)
@@ -102,7 +105,9 @@ void SheetReader::readPart()
         case nameKey("sheetData"):
             return readRows();
         case nameKey("autoFilter"):
-            if (const std::optional<CellArea> area = areaFrom(m_xml.attribute("ref")))
+            // A sheet has one, a table brings its own.
+            if (const std::optional<CellArea> area = areaFrom(m_xml.attribute("ref"));
+                area && m_content.filtered.empty())
                 m_content.filtered.push_back(*area);
             return m_xml.skip();
         case nameKey("mergeCells"):
@@ -242,7 +247,7 @@ void SheetReader::readColumn()
     column.width = width >= 0 ? std::min(width, maxWidth) : -1;
     column.customWidth = flagFrom(m_xml.attribute("customWidth"), false);
     column.hidden = flagFrom(m_xml.attribute("hidden"), false) || (width == 0 && column.customWidth);
-    column.style = std::max(-1, integerFrom(m_xml.attribute("style")).value_or(-1));
+    column.style = styleFrom(m_xml.attribute("style"));
     column.outlineLevel =
         static_cast<quint8>(std::clamp(integerFrom(m_xml.attribute("outlineLevel")).value_or(0), 0, 7));
     column.collapsed = flagFrom(m_xml.attribute("collapsed"), false);
@@ -274,7 +279,7 @@ void SheetReader::readRow()
         } else if (attribute.name == "collapsed") {
             row.collapsed = flagFrom(attribute.value, false);
         } else if (attribute.name == "s") {
-            row.style = std::max(-1, integerFrom(attribute.value).value_or(-1));
+            row.style = styleFrom(attribute.value);
         } else if (attribute.name == "customFormat") {
             hasStyle = flagFrom(attribute.value, false);
         }
@@ -309,7 +314,7 @@ SheetReader::CellStart SheetReader::cellStart()
             }
             break;
         case 's':
-            start.cell.style = static_cast<quint32>(std::max(0, integerFrom(attribute.value).value_or(0)));
+            start.cell.style = static_cast<quint32>(std::max(0, styleFrom(attribute.value)));
             break;
         case 't':
             start.type = attribute.value;
@@ -451,6 +456,13 @@ void SheetReader::failCell(const Cell& cell, const char* what, std::string_view 
     throw Fault{u"cell %1 holds %2: \"%3\""_s.arg(address, QLatin1StringView(what), textFrom(value.substr(0, 100)))};
 }
 
+/// -1 for a style that the workbook does not have.
+qint32 SheetReader::styleFrom(std::string_view text) const
+{
+    const int index = integerFrom(text).value_or(-1);
+    return index >= 0 && index < m_surroundings.styles ? index : -1;
+}
+
 void SheetReader::readMerges()
 {
     std::vector<CellArea> found;
@@ -473,7 +485,7 @@ void SheetReader::readTableParts()
 {
     forChildren([this](quint64) {
         for (const XmlScanner::Attribute& attribute : m_xml.attributes()) {
-            if (attribute.name.ends_with(":id"))
+            if (attribute.name.ends_with(":id") && m_tableIds.size() < maxTableIds)
                 m_tableIds.emplace_back(attribute.value);
         }
         m_xml.skip();
@@ -515,7 +527,7 @@ void SheetReader::readExtensions()
 void SheetReader::addUnread(const QString& what, std::string_view areas)
 {
     while (!areas.empty()) {
-        const size_t end = std::min(areas.find(' '), areas.size());
+        const size_t end = std::min(areas.find_first_of(" \t\r\n"), areas.size());
         const std::optional<CellArea> area = areaFrom(areas.substr(0, end));
         if (area && m_content.unread.size() < maxUnread)
             m_content.unread.push_back({what, *area});

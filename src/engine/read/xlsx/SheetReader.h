@@ -13,6 +13,7 @@ struct SheetSurroundings
 {
     const Palette& palette;
     int sharedTexts = 0; ///< how many there are
+    int styles = 1;      ///< of cells, as many
     bool date1904 = false;
     quint64 partSize = 0;               ///< of the sheet's part in bytes, against which its claims are held; 0: unknown
     qint64 maxBytes = maxWorkbookBytes; ///< for the sheet in memory
@@ -52,6 +53,7 @@ private:
     void setNumber(Cell& cell, std::string_view raw);
     void setDate(Cell& cell, std::string_view raw);
     void setSharedText(Cell& cell, std::string_view raw);
+    qint32 styleFrom(std::string_view text) const;
     void readMerges();
     void readTableParts();
     void readExtensions();

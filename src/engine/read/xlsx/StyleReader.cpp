@@ -200,7 +200,8 @@ public:
 private:
     int append(const QString& code)
     {
-        if (code.isEmpty() || code.compare(m_codes.front(), Qt::CaseInsensitive) == 0)
+        constexpr qsizetype longest = 255; // that a program takes
+        if (code.isEmpty() || code.size() > longest || code.compare(m_codes.front(), Qt::CaseInsensitive) == 0)
             return 0;
         m_codes.push_back(code);
         return static_cast<int>(m_codes.size()) - 1;
@@ -353,6 +354,8 @@ QString builtInNumberFormat(int id)
 
 StyleTable readStyles(pugi::xml_node styleSheet, Palette& palette)
 {
+    if (localName(styleSheet) != "styleSheet")
+        throw Fault{u"the part with its styles holds none"_s};
     palette.readIndexed(childNamed(styleSheet, "colors"));
     StyleTable table;
     readList(childNamed(styleSheet, "fonts"), "font", table.fonts,

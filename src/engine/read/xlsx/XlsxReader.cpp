@@ -7,7 +7,7 @@
 #include "engine/read/xlsx/SheetReader.h"
 #include "engine/read/xlsx/StyleReader.h"
 
-#include <algorithm>
+#include <set>
 
 namespace lumivane::engine {
 
@@ -15,17 +15,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The entry that is referred to by a type; null where nothing is. Without a part that it refers to, a workbook would
-/// look other than it should, and nobody could tell.
+/// Tables of one sheet that are followed.
+constexpr size_t maxTables = 1000;
+
+/// The entry that is referred to by a type, or null; `missing` then is its name where one is referred to.
 const Package::Entry* referredEntry(const Package& package, const std::vector<Relationship>& relationships,
-                                    std::string_view type)
+                                    std::string_view type, std::string* missing = nullptr)
 {
     const Relationship* reference = findRelationship(relationships, type);
     if (!reference || reference->external)
         return nullptr;
     const Package::Entry* entry = package.find(reference->target);
-    if (!entry)
-        throw Fault{u"entry \"%1\" is missing"_s.arg(textFrom(reference->target))};
+    if (!entry && missing)
+        *missing = reference->target;
     return entry;
 }
 
@@ -36,16 +38,35 @@ void readTable(pugi::xml_node table, SheetContent& content)
         content.filtered.push_back(*area);
     const pugi::xml_node look = childNamed(table, "tableStyleInfo");
     const std::optional<CellArea> area = areaFrom(attributeOf(table, "ref"));
-    if (area && !attributeOf(look, "name").empty() && attributeOf(look, "name") != "None")
+    if (area && localName(table) == "table" && !attributeOf(look, "name").empty() &&
+        attributeOf(look, "name") != "None")
         content.unread.push_back(
             {u"the look of the table \"%1\""_s.arg(textFrom(attributeOf(table, "displayName"))), *area});
+}
+
+void addProblem(SheetContent& content, const QString& sentence)
+{
+    content.problem += (content.problem.isEmpty() ? u""_s : u" "_s) + sentence;
+}
+
+/// Each once, whatever number of times the sheet names it.
+void readTables(const Package& package, const std::set<const Package::Entry*>& tables, SheetContent& content)
+{
+    size_t count = 0;
+    for (const Package::Entry* entry : tables) {
+        if (++count > maxTables)
+            return addProblem(content, u"The looks of all but %1 tables are missing."_s.arg(maxTables));
+        pugi::xml_document document;
+        readSmallPart(package, *entry, document);
+        readTable(document.document_element(), content);
+    }
 }
 
 } // namespace
 
 XlsxReader::XlsxReader(const QString& path) : m_path(path) {}
 
-WorkbookContent XlsxReader::readWorkbook(SheetList&)
+WorkbookContent XlsxReader::readWorkbook(SheetList&, qint64 maxBytes)
 {
     const Package package(m_path);
     const std::string part = rootPart(package);
@@ -60,7 +81,7 @@ WorkbookContent XlsxReader::readWorkbook(SheetList&)
     WorkbookContent content;
     readWorkbookPart(document.document_element(), relationships, content);
     readThemeAndStyles(package, relationships, content);
-    readTexts(package, relationships, content);
+    readTexts(package, relationships, maxBytes, content);
     return content;
 }
 
@@ -82,7 +103,9 @@ void XlsxReader::readSheetList(pugi::xml_node list, const std::vector<Relationsh
 {
     for (const pugi::xml_node node : childrenNamed(list, "sheet")) {
         SheetEntry entry;
-        entry.name = textFrom(attributeOf(node, "name"));
+        std::string name(attributeOf(node, "name"));
+        resolveEscapes(name);
+        entry.name = textFrom(name);
         const std::string_view state = attributeOf(node, "state");
         entry.visible = state != "hidden" && state != "veryHidden";
         std::string part;
@@ -105,7 +128,7 @@ void XlsxReader::readNames(pugi::xml_node list, WorkbookContent& content)
         name.name = textFrom(attributeOf(node, "name"));
         name.formula = textFrom(node.child_value());
         name.sheet = integerFrom(attributeOf(node, "localSheetId")).value_or(-1);
-        if (name.sheet >= static_cast<int>(content.sheets.size()))
+        if (name.sheet < 0 || name.sheet >= static_cast<int>(content.sheets.size()))
             name.sheet = -1;
         content.definedNames.push_back(std::move(name));
     }
@@ -119,13 +142,18 @@ void XlsxReader::readThemeAndStyles(const Package& package, const std::vector<Re
         readSmallPart(package, *theme, document);
         m_palette.readTheme(document.document_element());
     }
-    if (const Package::Entry* look = referredEntry(package, relationships, "styles")) {
+    std::string missing;
+    if (const Package::Entry* look = referredEntry(package, relationships, "styles", &missing)) {
         readSmallPart(package, *look, document);
         content.styles = readStyles(document.document_element(), m_palette);
+    } else if (!missing.empty()) {
+        // Dates look like numbers then, so whoever sees the sheet must know.
+        m_problem =
+            u"Formats and colors of cells are missing: entry \"%1\" is not in the file."_s.arg(textFrom(missing));
     }
 }
 
-void XlsxReader::readTexts(const Package& package, const std::vector<Relationship>& relationships,
+void XlsxReader::readTexts(const Package& package, const std::vector<Relationship>& relationships, qint64 maxBytes,
                            WorkbookContent& content)
 {
     const Package::Entry* entry = referredEntry(package, relationships, "sharedStrings");
@@ -133,7 +161,7 @@ void XlsxReader::readTexts(const Package& package, const std::vector<Relationshi
         return;
     const auto stream = package.open(*entry);
     try {
-        readSharedTexts(*stream, m_palette, content.texts);
+        readSharedTexts(*stream, m_palette, maxBytes, content.texts);
     } catch (const Fault& fault) {
         throw Fault{u"entry \"%1\": %2"_s.arg(textFrom(entry->name), fault.what)};
     }
@@ -143,18 +171,24 @@ std::shared_ptr<const SheetContent> XlsxReader::readSheet(const WorkbookContent&
 {
     const Package package(m_path);
     const std::string& part = m_parts[static_cast<size_t>(index)];
-    const Package::Entry* entry = part.empty() ? nullptr : package.find(part);
+    if (part.empty())
+        throw Fault{u"the file does not say which of its parts holds it"_s};
+    const Package::Entry* entry = package.find(part);
     if (!entry)
         throw Fault{u"its part \"%1\" is missing from the file"_s.arg(textFrom(part))};
     auto content = std::make_shared<SheetContent>();
     const auto stream = package.open(*entry);
-    SheetReader reader(*stream, {m_palette, workbook.texts.size(), workbook.date1904, entry->size, maxBytes}, *content);
+    content->problem = m_problem;
+    SheetReader reader(*stream,
+                       {m_palette, workbook.texts.size(), static_cast<int>(workbook.styles.cells.size()),
+                        workbook.date1904, entry->size, maxBytes},
+                       *content);
     reader.read();
     followReferences(package, part, reader.drawingId(), reader.tableIds(), *content);
     return content;
 }
 
-/// Drawings and tables are beside the cells: what is wrong with them is told with the sheet, which is whole otherwise.
+/// Drawings and tables are beside the cells: what is wrong with them is said with the sheet, which is whole otherwise.
 void XlsxReader::followReferences(const Package& package, const std::string& part, const std::string& drawingId,
                                   const std::vector<std::string>& tableIds, SheetContent& content) const
 {
@@ -166,14 +200,12 @@ void XlsxReader::followReferences(const Package& package, const std::string& par
             const Relationship* found = relationshipById(relationships, id);
             return found && !found->external ? package.find(found->target) : nullptr;
         };
+        std::set<const Package::Entry*> tables;
         for (const std::string& id : tableIds) {
-            const Package::Entry* entry = target(id);
-            if (!entry)
-                continue;
-            pugi::xml_document document;
-            readSmallPart(package, *entry, document);
-            readTable(document.document_element(), content);
+            if (const Package::Entry* entry = target(id))
+                tables.insert(entry);
         }
+        readTables(package, tables, content);
         if (drawingId.empty())
             return;
         const Package::Entry* entry = target(drawingId);
@@ -181,7 +213,7 @@ void XlsxReader::followReferences(const Package& package, const std::string& par
             throw Fault{u"the part with the drawings is missing from the file"_s};
         content.drawings = readDrawings(package, *entry);
     } catch (const Fault& fault) {
-        content.problem = u"Charts and pictures are missing: %1."_s.arg(fault.what);
+        addProblem(content, u"Charts and pictures are missing: %1."_s.arg(fault.what));
     }
 }
 

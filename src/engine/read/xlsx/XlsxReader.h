@@ -13,7 +13,7 @@ class XlsxReader : public FormatReader
 public:
     explicit XlsxReader(const QString& path);
 
-    WorkbookContent readWorkbook(SheetList& sheets) override;
+    WorkbookContent readWorkbook(SheetList& sheets, qint64 maxBytes) override;
     std::shared_ptr<const SheetContent> readSheet(const WorkbookContent& workbook, int index, qint64 maxBytes) override;
 
 private:
@@ -23,12 +23,14 @@ private:
     void readNames(pugi::xml_node list, WorkbookContent& content);
     void readThemeAndStyles(const Package& package, const std::vector<Relationship>& relationships,
                             WorkbookContent& content);
-    void readTexts(const Package& package, const std::vector<Relationship>& relationships, WorkbookContent& content);
+    void readTexts(const Package& package, const std::vector<Relationship>& relationships, qint64 maxBytes,
+                   WorkbookContent& content);
     void followReferences(const Package& package, const std::string& part, const std::string& drawingId,
                           const std::vector<std::string>& tableIds, SheetContent& content) const;
 
     const QString m_path;
     Palette m_palette;
+    QString m_problem;                ///< what of all sheets could not be read, for the user; empty if all was
     std::vector<std::string> m_parts; ///< of the sheets, by index; empty where the workbook names none
 };
 

@@ -13,6 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Changes of font in one text, far more than anybody sets by hand. Each costs when the text is laid out.
+constexpr size_t maxRuns = 1000;
+
 FontStyle readRunFont(XmlScanner& xml, const Palette& palette)
 {
     FontStyle font;
@@ -113,7 +116,8 @@ public:
                 m_xml.skip();
             }
         }
-        if (m_text.size() == before || run.start >= static_cast<int>(maxCellText))
+        // Behind the last run that is kept, its font goes on.
+        if (m_text.size() == before || run.start >= static_cast<int>(maxCellText) || m_runs.size() >= maxRuns)
             return;
         m_styled = m_styled || !run.cellFont;
         m_runs.push_back(std::move(run));

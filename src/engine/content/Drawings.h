@@ -6,7 +6,7 @@
 
 namespace lumivane::engine {
 
-/// A drawing on the sheet of which so far only the name, the kind and the place are known.
+/// A chart, picture, shape or control on a sheet: its name, kind and place. What it shows is not read.
 struct DrawingContent
 {
     QString name;

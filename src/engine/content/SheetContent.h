@@ -58,7 +58,7 @@ struct SheetView
     QString activeCell;
 };
 
-/// Looks of cells that the file describes and that are not read: a picture of these cells may lack them.
+/// A look of cells that is not read, such as a conditional format: a picture of these cells lacks it.
 struct UnreadLook
 {
     QString what; ///< as in "Not shown here: the look of the table "Sales""

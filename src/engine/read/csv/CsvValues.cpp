@@ -52,7 +52,7 @@ public:
             ;
         return m_rest.size() < before;
     }
-    /// A whole number of at least one digit and at most `most` of them; how many there were is told in `digits`.
+    /// A whole number of at least one digit and at most `most` of them; `digits` receives how many there were.
     std::optional<int> number(size_t most, size_t* digits = nullptr)
     {
         const size_t count = std::min(m_rest.find_first_not_of("0123456789"), m_rest.size());

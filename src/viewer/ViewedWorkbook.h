@@ -17,6 +17,7 @@ public:
     const QString& path() const { return m_path; }
     QString name() const;
     const FileStamp& stamp() const { return m_file->stamp(); } ///< of the file as it was read
+    const std::shared_ptr<engine::WorkbookFile>& file() const { return m_file; }
     const std::shared_ptr<const engine::WorkbookContent>& content() const { return m_file->content(); }
 
     /// Indices of the sheets that have a tab.

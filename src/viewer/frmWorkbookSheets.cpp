@@ -177,8 +177,7 @@ std::shared_ptr<Worksheet> frmWorkbook::hostSheet(int index)
             if (window)
                 window->showSheet(index);
         };
-        sheet =
-            std::make_shared<ViewerSheet>(m_workbook->content(), index, m_workbook->name(), Metrics::File, activate);
+        sheet = std::make_shared<ViewerSheet>(m_workbook->file(), index, m_workbook->name(), Metrics::File, activate);
     }
     return sheet;
 }

@@ -248,11 +248,7 @@ std::optional<QString> PanelPipeline::recoverFile(clsPanelSource& source, const 
         failWithBox(u"Unable to load panel.  ["_s + chosen + u"] not found"_s, Prompts::Icon::Exclamation);
         return std::nullopt;
     }
-    // NewestFile and Mask stay: a file of another name serves this load only.
-    source.FullPath = chosen;
-    source.DestFolder = withDelimiter(FileFolder(chosen));
-    source.SaveToDB(gDB);
-    source.Problem.clear();
+    source.TakeChosenFile(gDB, chosen);
     return chosen;
 }
 

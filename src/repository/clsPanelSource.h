@@ -68,6 +68,10 @@ public:
     QString chkExtern(QDateTime& Dt);
     QString Prepped() const;
 
+    /// Makes a file that the user has chosen the current one. A name that the mask does not fit is stored as the newest
+    /// file's, or the source would have no file when it is loaded the next time. src/update has it.
+    void TakeChosenFile(const std::shared_ptr<Database>& DB, const QString& path);
+
 private:
     bool InsertDB(const std::shared_ptr<Database>& DB);
     qint32 GetID(const std::shared_ptr<Database>& DB, const QString& path);

@@ -361,6 +361,18 @@ bool clsPanelSource::adopt(const std::shared_ptr<Database>& DB, const QString& c
     return true;
 }
 
+void clsPanelSource::TakeChosenFile(const std::shared_ptr<Database>& DB, const QString& path)
+{
+    FullPath = path;
+    DestFolder = withDelimiter(FileFolder(path));
+    SaveToDB(DB);
+    if (!ownsFullPath()) {
+        NewestFile = QFileInfo(path).fileName();
+        UpdateLastChecked(DB, LastChecked);
+    }
+    Problem.clear();
+}
+
 bool clsPanelSource::UpdateLastChecked(const std::shared_ptr<Database>& DB, const QDateTime& Dt)
 {
     return trapped(*this, sourceModule, u"UpdateLastChecked"_s, [&] {

@@ -322,6 +322,7 @@ TEST_F(Pipeline, AFoundFileIsStoredWithItsFolderButNotItsName)
     EXPECT_EQ(source()->Mask, u"sales.xlsx"_s);
     EXPECT_EQ(stored(u"SELECT * FROM LvnPanelSource"_s, u"FullPath"_s), found);
     EXPECT_EQ(stored(u"SELECT * FROM LvnPanelSource"_s, u"DestFolder"_s), m_folder.filePath(u"elsewhere/"_s));
+    EXPECT_EQ(stored(u"SELECT * FROM LvnPanelSource"_s, u"NewestFile"_s), u"copy.xlsx"_s) << "found again next time";
 }
 
 // ---- what the workbook does not hold ----

@@ -99,10 +99,10 @@ private:
 
     double m_screenScale = 1;
     TwipsSize m_room;
-    double m_askedScale = 0; ///< that picTemp was to have; it has less where a picture of that size cannot be
-    bool m_drawAnew = false; ///< the cached picture does not count
-    QString m_undrawn;       ///< set while picTemp must not be kept as the panel's picture
-    QString m_placeDoubt;    ///< of the range just found, for the notice
+    double m_askedScale = 0;   ///< that picTemp was to have; it has less where a picture of that size cannot be
+    bool m_drawAnew = false;   ///< the cached picture does not count
+    QString m_undrawn;         ///< set while picTemp must not be kept as the panel's picture
+    QString m_placeDoubt;      ///< of the range just found, for the notice
     PictureIdentity m_drawing; ///< of the picture that is being made
 };
 

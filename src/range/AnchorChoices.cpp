@@ -63,8 +63,7 @@ void collectAnchorChoices(const SheetRange& range, std::vector<AnchorChoice>& ch
         for (int i = 1; i <= rows; ++i) {
             const QString& value = values[i - 1];
             if (heights[static_cast<size_t>(i - 1)] > 0 && !value.isEmpty() && !hasDecimals(value))
-                choices.push_back({value, placeOf(i, c),
-                                   shownInstead(sheet, range.Row() + i - 1, column, value)});
+                choices.push_back({value, placeOf(i, c), shownInstead(sheet, range.Row() + i - 1, column, value)});
         }
     }
 }

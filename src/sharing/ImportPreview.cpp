@@ -200,13 +200,13 @@ void checkRange(const CheckedTable& table, Recordset& row)
 
 qint64 checkPanels(Database& shared, const QString& ids, const SharingProgress& progress)
 {
-    const CheckedTable table{
-        u"panel"_s,
-        u"SELECT * FROM LvnSavedPanel WHERE WorkspaceID IN ("_s + ids + u')',
-        mostPanels,
-        {numberColumn<qint32>(u"SourceID"_s, Empty::Refused), twipsColumn(u"Top"_s), twipsColumn(u"Left"_s),
-         twipsColumn(u"Height"_s), twipsColumn(u"Width"_s), numberColumn<qint32>(u"Ndx"_s, Empty::Allowed)},
-        {u"LastViewed"_s}};
+    const CheckedTable table{u"panel"_s,
+                             u"SELECT * FROM LvnSavedPanel WHERE WorkspaceID IN ("_s + ids + u')',
+                             mostPanels,
+                             {numberColumn<qint32>(u"SourceID"_s, Empty::Refused), twipsColumn(u"Top"_s),
+                              twipsColumn(u"Left"_s), twipsColumn(u"Height"_s), twipsColumn(u"Width"_s),
+                              numberColumn<qint32>(u"Ndx"_s, Empty::Allowed)},
+                             {u"LastViewed"_s}};
     return checkTable(shared, table, progress, [&](Recordset& row) { checkRange(table, row); });
 }
 

@@ -1,4 +1,4 @@
-#include "engine/read/ReadError.h"
+#include "engine/read/package/ReadError.h"
 #include "engine/read/xlsx/SheetReader.h"
 
 #include <cstdlib>

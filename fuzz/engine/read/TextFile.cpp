@@ -1,5 +1,5 @@
-#include "engine/read/ReadError.h"
 #include "engine/read/csv/CsvReader.h"
+#include "engine/read/package/ReadError.h"
 #include "fuzz/engine/read/ReadEverything.h"
 
 // Text files: decoding, separators, quotes, and what their fields stand for.

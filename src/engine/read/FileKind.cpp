@@ -1,6 +1,6 @@
 #include "engine/read/FileKind.h"
 
-#include "engine/read/ReadError.h"
+#include "engine/read/package/ReadError.h"
 #include "engine/read/package/SmallParts.h"
 
 #include <QFile>

@@ -1,8 +1,8 @@
 #include "engine/read/Formats.h"
 
 #include "engine/read/FileKind.h"
-#include "engine/read/ReadError.h"
 #include "engine/read/csv/CsvReader.h"
+#include "engine/read/package/ReadError.h"
 #include "engine/read/xlsx/XlsxReader.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "engine/read/RowBuilder.h"
 
-#include "engine/read/ReadError.h"
+#include "engine/read/package/ReadError.h"
 
 #include <algorithm>
 #include <numeric>

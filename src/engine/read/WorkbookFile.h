@@ -1,8 +1,8 @@
 #pragma once
 
 #include "engine/read/FormatReader.h"
-#include "engine/read/ReadError.h"
 #include "engine/read/RowBuilder.h"
+#include "engine/read/package/ReadError.h"
 #include "platform/FileStamp.h"
 
 namespace lumivane::engine {

@@ -1,6 +1,6 @@
 #include "engine/read/package/Package.h"
 
-#include "engine/read/ReadError.h"
+#include "engine/read/package/ReadError.h"
 #include "support/XlsxWriter.h"
 
 #include <QtEndian>

@@ -1,6 +1,6 @@
 #include "engine/read/package/XmlScanner.h"
 
-#include "engine/read/ReadError.h"
+#include "engine/read/package/ReadError.h"
 #include "support/TextTable.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "engine/read/csv/CsvReader.h"
 
-#include "engine/read/ReadError.h"
 #include "engine/read/csv/CsvText.h"
 #include "engine/read/csv/CsvValues.h"
+#include "engine/read/package/ReadError.h"
 #include "platform/Clock.h"
 
 #include <QFile>

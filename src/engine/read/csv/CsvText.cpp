@@ -1,6 +1,6 @@
 #include "engine/read/csv/CsvText.h"
 
-#include "engine/read/ReadError.h"
+#include "engine/read/package/ReadError.h"
 
 #include <QStringConverter>
 #include <QStringDecoder>

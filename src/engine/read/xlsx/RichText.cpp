@@ -1,8 +1,8 @@
 #include "engine/read/xlsx/RichText.h"
 
-#include "engine/read/ReadError.h"
 #include "engine/read/RowBuilder.h"
 #include "engine/read/package/AttributeValues.h"
+#include "engine/read/package/ReadError.h"
 #include "engine/read/xlsx/StyleReader.h"
 
 #include <QStringView>

@@ -1,7 +1,7 @@
 #include "engine/read/xlsx/SheetReader.h"
 
 #include "engine/read/MergedAreas.h"
-#include "engine/read/ReadError.h"
+#include "engine/read/package/ReadError.h"
 #include "engine/read/xlsx/RichText.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "engine/read/xlsx/StyleReader.h"
 
-#include "engine/read/ReadError.h"
 #include "engine/read/package/AttributeValues.h"
+#include "engine/read/package/ReadError.h"
 #include "engine/read/package/SmallParts.h"
 
 #include <algorithm>

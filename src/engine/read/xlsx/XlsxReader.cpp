@@ -1,7 +1,7 @@
 #include "engine/read/xlsx/XlsxReader.h"
 
-#include "engine/read/ReadError.h"
 #include "engine/read/package/AttributeValues.h"
+#include "engine/read/package/ReadError.h"
 #include "engine/read/xlsx/DrawingReader.h"
 #include "engine/read/xlsx/RichText.h"
 #include "engine/read/xlsx/SheetReader.h"

@@ -142,6 +142,8 @@ bool PanelPipeline::Panel_Sharpen(XLInstance& XLInst, const Record& Panel)
     const QString path = source->currentPath();
     if (!FileExists(path))
         return false; // the next pass looks for it
+    if (picTemp.identity.version != FileVersion::of(path))
+        return false; // the next pass takes it over first, and moves the range on
     m_askedScale = wantedScale(*Panel, picTemp.size());
     m_drawAnew = true;
     const auto end = qScopeGuard([this] { m_drawAnew = false; });

@@ -105,10 +105,7 @@ void SheetReader::readPart()
         case nameKey("sheetData"):
             return readRows();
         case nameKey("autoFilter"):
-            // A sheet has one, a table brings its own.
-            if (const std::optional<CellArea> area = areaFrom(m_xml.attribute("ref"));
-                area && m_content.filtered.empty())
-                m_content.filtered.push_back(*area);
+            readFilter();
             return m_xml.skip();
         case nameKey("mergeCells"):
             return readMerges();
@@ -461,6 +458,14 @@ qint32 SheetReader::styleFrom(std::string_view text) const
 {
     const int index = integerFrom(text).value_or(-1);
     return index >= 0 && index < m_surroundings.styles ? index : -1;
+}
+
+void SheetReader::readFilter()
+{
+    // A sheet has one, a table brings its own.
+    const std::optional<CellArea> area = areaFrom(m_xml.attribute("ref"));
+    if (area && m_content.filtered.empty())
+        m_content.filtered.push_back(*area);
 }
 
 void SheetReader::readMerges()

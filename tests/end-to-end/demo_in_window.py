@@ -57,9 +57,12 @@ class Demo:
         seen(what)
 
     def check_ranges(self, version):
-        ranges = {row['Caption']: row['PicRange'] for row in self.stored()}
-        for caption, by_version in RANGES.items():
-            assert ranges[caption] == by_version[version], (caption, ranges[caption], by_version[version])
+        def moved():
+            ranges = {row['Caption']: row['PicRange'] for row in self.stored()}
+            return all(ranges[caption] == by_version[version] for caption, by_version in RANGES.items())
+
+        # A pass looks twice at each file, so the last panels follow some seconds after the first.
+        wait_until(moved, f'the ranges of version {version}')
 
 
 def follow_deliveries(demo):

@@ -9,6 +9,7 @@
 #include "platform/Clock.h"
 #include "platform/RuntimeError.h"
 #include "repository/Database.h"
+#include "repository/SqlText.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
@@ -32,15 +33,20 @@ constexpr int twipsPerPixel = 15;
 
 /// The reports lie in both folders: where new versions arrive, and where the program keeps those it works with. They
 /// are dated yesterday, so that a version delivered today is newer and looks so.
+/// When the first version came.
+QDateTime yesterday()
+{
+    return QDateTime(QDate::currentDate().addDays(-1), QTime(17, 30));
+}
+
 void putFirstVersion(const QDir& folder)
 {
-    const QDateTime yesterday(QDate::currentDate().addDays(-1), QTime(17, 30));
     for (const QString& name : {u"incoming"_s, u"working"_s}) {
         const QDir target(folder.filePath(name));
         writeReports(target, 1);
         for (const QFileInfo& entry : target.entryInfoList(QDir::Files)) {
             QFile file(entry.filePath());
-            if (!file.open(QIODevice::ReadWrite) || !file.setFileTime(yesterday, QFileDevice::FileModificationTime))
+            if (!file.open(QIODevice::ReadWrite) || !file.setFileTime(yesterday(), QFileDevice::FileModificationTime))
                 giveUp(u"The time of %1 cannot be set: %2."_s.arg(file.fileName(), file.errorString()));
         }
     }
@@ -57,6 +63,10 @@ void addSource(const SourcePlan& plan, const QDir& folder)
     source->SourceFolder = withDelimiter(folder.filePath(u"incoming"_s));
     if (!source->SaveToDB(gDB))
         giveUp(u"The update rule of %1 cannot be stored."_s.arg(plan.firstFile));
+    // A new source counts its file as the version of the moment in which it is made, and would keep the next one
+    // waiting.
+    const QString times = u"LastUpdated = %1, LastChecked = %1"_s.arg(instantLiteral(yesterday()));
+    gDB->Execute(u"UPDATE LvnPanelSource SET "_s + times + u" WHERE ID = "_s + QString::number(source->ID));
 }
 
 /// Takes the selection over as a paste does: fixed parts, heights and widths come from the sheet.

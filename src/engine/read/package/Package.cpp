@@ -168,7 +168,7 @@ private:
 Package::Package(const QString& path) : m_file(path)
 {
     if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        throw Fault{u"it cannot be opened ("_s + m_file.errorString() + u')'};
+        throw Fault{u"it cannot be opened ("_s + m_file.errorString() + u')', ReadCause::NotOpened};
     m_fileSize = static_cast<quint64>(m_file.size());
     const Directory directory = findDirectory();
     readEntries(directory);
@@ -227,7 +227,7 @@ Package::Directory Package::readDirectory64(quint64 endOffset, Directory found) 
         throw Fault{u"the directory of its entries takes more than %1 MB"_s.arg(maxDirectorySize >> 20),
                     ReadCause::TooLarge};
     if (found.count > maxEntries)
-        throw Fault{u"it has %1 entries; at most %2 are read"_s.arg(found.count).arg(maxEntries)};
+        throw Fault{u"it has %1 entries; at most %2 are read"_s.arg(found.count).arg(maxEntries), ReadCause::TooLarge};
     return found;
 }
 
@@ -253,12 +253,12 @@ void Package::readEntries(const Directory& directory)
         std::replace(entry.name.begin(), entry.name.end(), '\\', '/');
         readExtra64({header + centralHeaderSize + nameSize, extraSize}, entry);
         if (number16(header + 8) & 1)
-            throw Fault{entryText(entry) + u" is protected by a password"_s};
+            throw Fault{entryText(entry) + u" is protected by a password"_s, ReadCause::Protected};
         checkEntry(entry);
         total += entry.size;
         if (total > maxTotalSize)
-            throw Fault{
-                u"it would take more than %1 MB, reached at %2"_s.arg(maxTotalSize >> 20).arg(entryText(entry))};
+            throw Fault{u"it would take more than %1 MB, reached at %2"_s.arg(maxTotalSize >> 20).arg(entryText(entry)),
+                        ReadCause::TooLarge};
         if (!m_byName.emplace(smallLetters(entry.name), m_entries.size()).second)
             throw Fault{u"it holds %1 twice"_s.arg(entryText(entry))};
         m_entries.push_back(std::move(entry));
@@ -271,9 +271,9 @@ void Package::checkEntry(const Entry& entry) const
     if (entry.offset > m_fileSize || entry.packedSize > m_fileSize - entry.offset)
         throw Fault{entryText(entry) + u" lies behind the end of the file"_s};
     if (entry.size > maxTotalSize)
-        throw Fault{entryText(entry) + u" would take more than %1 MB"_s.arg(maxTotalSize >> 20)};
+        throw Fault{entryText(entry) + u" would take more than %1 MB"_s.arg(maxTotalSize >> 20), ReadCause::TooLarge};
     if (entry.size > ratioFrom && entry.size / std::max<quint64>(entry.packedSize, 1) > maxRatio)
-        throw Fault{entryText(entry) + u" is packed more than %1 times"_s.arg(maxRatio)};
+        throw Fault{entryText(entry) + u" is packed more than %1 times"_s.arg(maxRatio), ReadCause::TooLarge};
 }
 
 /// Entries that share bytes let a small file claim any size.
@@ -320,7 +320,7 @@ std::unique_ptr<ByteStream> Package::open(const Entry& entry) const
 std::string Package::read(const Entry& entry) const
 {
     if (entry.size > maxPartSize)
-        throw Fault{entryText(entry) + u" is larger than %1 MB"_s.arg(maxPartSize >> 20)};
+        throw Fault{entryText(entry) + u" is larger than %1 MB"_s.arg(maxPartSize >> 20), ReadCause::TooLarge};
     const auto stream = open(entry);
     std::string bytes;
     std::array<char, 32 << 10> block;

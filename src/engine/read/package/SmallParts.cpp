@@ -46,7 +46,8 @@ std::string resolvedTarget(std::string_view folder, std::string_view target)
 void readSmallPart(const Package& package, const Package::Entry& entry, pugi::xml_document& document)
 {
     if (entry.size > maxSmallPart)
-        throw Fault{u"entry \"%1\" is larger than %2 MB"_s.arg(textFrom(entry.name)).arg(maxSmallPart >> 20)};
+        throw Fault{u"entry \"%1\" is larger than %2 MB"_s.arg(textFrom(entry.name)).arg(maxSmallPart >> 20),
+                    ReadCause::TooLarge};
     const std::string bytes = package.read(entry);
     const pugi::xml_parse_result result = document.load_buffer(bytes.data(), bytes.size(), pugi::parse_default);
     if (!result)

@@ -479,7 +479,7 @@ void SheetReader::readMerges()
             if (area->rows() > 1 || area->columns() > 1)
                 found.push_back(*area);
             if (found.size() > maxMerges)
-                throw Fault{u"it has more than %1 merged ranges"_s.arg(maxMerges)};
+                throw Fault{u"it has more than %1 merged ranges"_s.arg(maxMerges), ReadCause::TooLarge};
         }
         m_xml.skip();
     });

@@ -226,7 +226,7 @@ void readList(pugi::xml_node list, const char* name, std::vector<T>& to, Read re
 {
     const std::vector<pugi::xml_node> nodes = childrenNamed(list, name);
     if (nodes.size() > maxStyles)
-        throw Fault{u"it has more than %1 styles of one kind"_s.arg(maxStyles)};
+        throw Fault{u"it has more than %1 styles of one kind"_s.arg(maxStyles), ReadCause::TooLarge};
     std::vector<T> found;
     for (const pugi::xml_node node : nodes)
         found.push_back(read(node));

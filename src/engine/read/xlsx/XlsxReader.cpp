@@ -163,7 +163,7 @@ void XlsxReader::readTexts(const Package& package, const std::vector<Relationshi
     try {
         readSharedTexts(*stream, m_palette, maxBytes, content.texts);
     } catch (const Fault& fault) {
-        throw Fault{u"entry \"%1\": %2"_s.arg(textFrom(entry->name), fault.what)};
+        throw Fault{u"entry \"%1\": %2"_s.arg(textFrom(entry->name), fault.what), fault.cause};
     }
 }
 

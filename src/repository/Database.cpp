@@ -177,7 +177,7 @@ void makeImportTable(Database::Connection& target, const QByteArray& columns, in
         }
         target.runOwn("COMMIT");
     } catch (...) {
-        sqlite3_exec(target.handle, "ROLLBACK", nullptr, nullptr, nullptr);
+        rollBack(target);
         throw;
     }
 }
@@ -367,7 +367,9 @@ void Database::Bulk::finish()
         return;
     // SQLite ends it by itself where it cannot go on.
     if (sqlite3_get_autocommit(file->handle))
-        file->fail(SQLITE_FULL);
+        throw RuntimeError(StatementFailed, u"["_s + file->fileName +
+                                                u"] stays as it was, since one of its changes "
+                                                "could not be made. The log says which."_s);
     try {
         file->runOwn("COMMIT");
     } catch (const RuntimeError&) {

@@ -30,11 +30,13 @@ public:
     /// What an empty file is made for.
     enum class Content { Project, ErrorLog };
 
+    static constexpr std::chrono::milliseconds usualPatience = std::chrono::seconds(5);
+
     /// Opens an existing file for reading and writing. Refuses a missing file, one that is no database, one without
     /// the program's mark (wrong password) and a damaged one.
     /// Waits for other programs that are writing up to `patience`, now and at each statement.
     static std::shared_ptr<Database> open(const QString& fileName, const QString& connect, Trust trust = Trust::Own,
-                                          std::chrono::milliseconds patience = std::chrono::seconds(5));
+                                          std::chrono::milliseconds patience = usualPatience);
     /// Makes a new, empty file with all tables; refuses to overwrite. The file appears complete or not at all.
     static void create(const QString& fileName, Content content = Content::Project);
     ~Database();
@@ -129,7 +131,7 @@ private:
     std::unique_ptr<Rows> m_rows; ///< null when closed
 };
 
-/// The open project; written by InitStandard and frmLogin.
+/// The open project; written by InitStandard and frmLogin, and by OpenProject for scripts.
 extern std::shared_ptr<Database> gDB;
 
 } // namespace lumivane

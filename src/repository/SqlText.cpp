@@ -66,13 +66,6 @@ QString blankedNumber(qint64 number)
     return (number < 0 ? QString() : u" "_s) + QString::number(number);
 }
 
-void throwNoIdLeft(const QString& noun)
-{
-    throw RuntimeError(RuntimeError::Overflow,
-                       u"The project has given out all 32,767 numbers for a %1, and stores no further one. Export its "
-                       "dashboards into a shared file, and import that into a new project."_s.arg(noun));
-}
-
 QString refusedText(const QString& statement)
 {
     const qsizetype begin = statement.indexOf(refusedBegin);

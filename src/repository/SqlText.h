@@ -26,9 +26,6 @@ QString instantLiteral(const QDateTime& time);
 /// With a blank in the place of the sign, where there is none.
 QString blankedNumber(qint64 number);
 
-/// Ids have 16 bits. Throws RuntimeError 6 when a project has given out the last one for a `noun`, as "panel".
-[[noreturn]] void throwNoIdLeft(const QString& noun);
-
 /// The first text of a statement that did not stay one; null when there is none.
 QString refusedText(const QString& statement);
 /// A statement as it is logged: without the marks of texts that were refused.

@@ -11,7 +11,6 @@
 #include "services/modUtilsFile.h"
 
 #include <QFile>
-#include <limits>
 
 namespace lumivane {
 
@@ -102,13 +101,9 @@ bool clsPanelSource::InsertDB(const std::shared_ptr<Database>& DB)
                         textLiteral(AddedParams) + u")"_s;
     if (!SQL_Execute(DB, sql, true, sourceModule(), u"InsertDB"_s))
         return false;
-    // The highest id is the one just given, whatever other source has this path.
-    const auto given = openForSource(DB, u"SELECT MAX(ID) AS ID FROM LvnPanelSource"_s, u"InsertDB"_s);
-    if (given && !given->EOF_() && given->number(u"ID") > std::numeric_limits<qint16>::max()) {
-        SQL_Execute(DB, u"DELETE FROM LvnPanelSource WHERE ID = "_s + QString::number(given->number(u"ID")), true,
-                    sourceModule(), u"InsertDB"_s);
-        throwNoIdLeft(u"source"_s);
-    }
+    // The last id is the one just given, whatever other source has this path.
+    SQL_KeepNewID(DB, u"LvnPanelSource"_s, u"source"_s, DB->lastIdOf(u"LvnPanelSource"_s), sourceModule(),
+                  u"InsertDB"_s);
     ID = toInt16(double(GetID(DB, FullPath)));
     return ID > 0;
 }

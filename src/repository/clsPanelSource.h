@@ -67,9 +67,8 @@ public:
     QString chkOutlook(QDateTime& Dt);
     QString chkExtern(QDateTime& Dt);
     QString Prepped() const;
-
     /// Makes a file that the user has chosen the current one. A name that the mask does not fit is stored as the newest
-    /// file's, or the source would have no file when it is loaded the next time. src/update has it.
+    /// file's, or the source would have no file when it is loaded the next time.
     void TakeChosenFile(const std::shared_ptr<Database>& DB, const QString& path);
 
 private:
@@ -123,7 +122,7 @@ private:
     std::map<int, std::shared_ptr<clsPanelSource>> m_byId;
 };
 
-/// Every source of the project; written by frmWorkspace.
+/// Every source of the project; written by frmWorkspace, and by OpenProject for scripts.
 extern std::shared_ptr<clsSources> gSources;
 
 } // namespace lumivane

@@ -45,7 +45,7 @@ qint16 clsSources::AddSource(const QString& FullPath)
     const auto source = std::make_shared<clsPanelSource>();
     source->FullPath = FullPath;
     source->DestFolder = withDelimiter(FileFolder(FullPath));
-    source->NewestFile = FullPath.sliced(FullPath.lastIndexOf(PathDelimiter(FullPath)) + 1);
+    source->NewestFile = FilePart(FullPath);
     source->Mask = source->NewestFile;
     source->CheckEvery = 1000;
     source->LastChecked = Clock::now();

@@ -95,31 +95,29 @@ bool clsWorkspace::LoadFromDB(qint32 WorkspaceID, const std::shared_ptr<Database
 
 bool clsWorkspace::LoadPanelsFromDB(const std::shared_ptr<Database>& Database)
 {
-    std::shared_ptr<Recordset> reading;
+    std::shared_ptr<Recordset> rs;
     try {
         if (ID < 1 || CountPanels(Database) < 1)
             return false;
         m_panels.clear();
-        const auto rs = openForWorkspace(Database,
-                                         u"SELECT * FROM LvnSavedPanel WHERE WorkspaceID = "_s + QString::number(ID) +
-                                             u" ORDER BY SourceID"_s,
-                                         u"LoadPanelsFromDB"_s);
+        rs = openForWorkspace(Database,
+                              u"SELECT * FROM LvnSavedPanel WHERE WorkspaceID = "_s + QString::number(ID) +
+                                  u" ORDER BY SourceID"_s,
+                              u"LoadPanelsFromDB"_s);
         if (!rs || rs->EOF_())
             return false;
-        reading = rs;
         for (; !rs->EOF_(); rs->MoveNext()) {
             const auto panel = std::make_shared<clsWorkspacePanel>();
             panel->LoadFromRecSet(Database, rs);
             m_panels.push_back(panel);
+            m_ownRows.insert(panel->ID);
         }
-        rememberRows();
         return true;
     } catch (const RuntimeError& error) {
-        rememberRows();
         const QString rest = u"  The panel with the ID %1 cannot be read. It and the panels behind it are not shown; "
                              "they stay in the project as they are, also when the dashboard is saved."_s;
         LogError(workspaceModule(), u"LoadPanelsFromDB"_s, error.number(),
-                 error.description() + (reading ? rest.arg(reading->text(u"ID")) : QString()), true);
+                 error.description() + (rs ? rest.arg(rs->text(u"ID")) : QString()), true);
         return false;
     }
 }
@@ -155,13 +153,17 @@ bool clsWorkspace::savePanels(const std::shared_ptr<Database>& Database)
 {
     bool saved = true;
     for (const auto& panel : m_panels) {
-        if (!panel || panel->SaveToDB(Database, ID))
+        if (!panel)
+            continue;
+        const bool panelSaved = panel->SaveToDB(Database, ID);
+        if (panel->ID > 0)
+            m_ownRows.insert(panel->ID);
+        if (panelSaved)
             continue;
         saved = false;
         if (SQL_FileFailed())
             break;
     }
-    rememberRows();
     return saved;
 }
 
@@ -232,14 +234,6 @@ std::optional<QStringList> clsWorkspace::foreignRows(const std::shared_ptr<Datab
             foreign.append(rs->text(u"ID"));
     }
     return foreign;
-}
-
-void clsWorkspace::rememberRows()
-{
-    for (const auto& panel : m_panels) {
-        if (panel && panel->ID > 0)
-            m_ownRows.insert(panel->ID);
-    }
 }
 
 qint16 clsWorkspace::CountPanels(const std::shared_ptr<Database>& Database)

@@ -50,13 +50,12 @@ private:
 
     /// Rows of this dashboard that it has neither read nor written: they are not its own to delete.
     std::optional<QStringList> foreignRows(const std::shared_ptr<Database>& Database) const;
-    void rememberRows();
 
     std::vector<std::shared_ptr<clsWorkspacePanel>> m_panels;
     std::set<int> m_ownRows; ///< ids of panels that have been read whole or stored
 };
 
-/// The dashboard on screen; written by frmWorkspace.
+/// The dashboard on screen; written by frmWorkspace, and by OpenProject for scripts.
 extern std::shared_ptr<clsWorkspace> gWorkspace;
 
 } // namespace lumivane

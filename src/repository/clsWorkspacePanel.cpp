@@ -7,7 +7,6 @@
 #include "repository/modUtilsSQL.h"
 
 #include <QScopeGuard>
-#include <limits>
 
 namespace lumivane {
 
@@ -97,8 +96,10 @@ void clsWorkspacePanel::becomeCopy()
 
 bool clsWorkspacePanel::copyThresholds(const std::shared_ptr<Database>& DB)
 {
-    if (m_thresholdsOf < 1)
+    if (m_thresholdsOf < 1 || m_thresholdsOf == ID) {
+        m_thresholdsOf = 0; // the panel itself again, whose copy came to nothing
         return true;
+    }
     const QString columns = u", rowOffset, colOffset, highExp, ifHigh, lowExp, ifLow"_s;
     const QString sql = u"INSERT INTO LvnpanelThresholds (PanelID"_s + columns + u") SELECT "_s + QString::number(ID) +
                         columns + u" FROM LvnpanelThresholds WHERE PanelID = "_s + QString::number(m_thresholdsOf);
@@ -130,14 +131,7 @@ bool clsWorkspacePanel::InsertDB(const std::shared_ptr<Database>& DB, qint32 Wor
             DB, rs, u"SELECT MAX(LvnSavedPanel.ID) AS ID FROM LvnSavedPanel"_s + u" WHERE WorkspaceID = "_s + workspace,
             true, panelModule(), u"InsertDB"_s))
         return false;
-    const qint64 given = rs->number(u"ID");
-    if (given > std::numeric_limits<qint16>::max()) {
-        // A row that no program can read would keep the whole dashboard from loading.
-        SQL_Execute(DB, u"DELETE FROM LvnSavedPanel WHERE ID = "_s + QString::number(given), true, panelModule(),
-                    u"InsertDB"_s);
-        throwNoIdLeft(u"panel"_s);
-    }
-    ID = qint16(given);
+    ID = SQL_KeepNewID(DB, u"LvnSavedPanel"_s, u"panel"_s, rs->number(u"ID"), panelModule(), u"InsertDB"_s);
     return true;
 }
 

@@ -5,6 +5,8 @@
 #include "repository/SqlText.h"
 #include "services/modUtilsLog.h"
 
+#include <limits>
+
 namespace lumivane {
 
 using namespace Qt::StringLiterals;
@@ -12,7 +14,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString ownModule = u"UtilsSQL"_s;
-constexpr std::chrono::milliseconds projectPatience = std::chrono::seconds(5);
 bool fileFailed = false; ///< by the last procedure
 
 bool isFailureOfFile(int number)
@@ -84,14 +85,15 @@ bool openDatabase(std::shared_ptr<Database>& database, const QString& name, cons
 bool SQL_OpenDatabase(std::shared_ptr<Database>& Database, const QString& DBName, const QString& Connect,
                       bool ShowError, const QString& CallerModule, const QString& CallerProc)
 {
-    return openDatabase(Database, DBName, Connect, lumivane::Database::Trust::Own, projectPatience,
+    return openDatabase(Database, DBName, Connect, lumivane::Database::Trust::Own, lumivane::Database::usualPatience,
                         {u"SQL_OpenDatabase"_s, CallerModule, CallerProc, ShowError});
 }
 
 bool SQL_OpenSharedFile(std::shared_ptr<Database>& Database, const QString& DBName, const QString& Connect,
                         bool ShowError, const QString& CallerModule, const QString& CallerProc)
 {
-    return openDatabase(Database, DBName, Connect, lumivane::Database::Trust::Stranger, projectPatience,
+    return openDatabase(Database, DBName, Connect, lumivane::Database::Trust::Stranger,
+                        lumivane::Database::usualPatience,
                         {u"SQL_OpenDatabase"_s, CallerModule, CallerProc, ShowError});
 }
 
@@ -142,6 +144,18 @@ bool SQL_OpenRecordset(const std::shared_ptr<Database>& Database, std::shared_pt
         requireSet(Database);
         Recordset = Database->OpenRecordset(SQL);
     });
+}
+
+qint16 SQL_KeepNewID(const std::shared_ptr<Database>& Database, const QString& Table, const QString& Noun, qint64 ID,
+                     const QString& CallerModule, const QString& CallerProc)
+{
+    if (ID <= std::numeric_limits<qint16>::max())
+        return static_cast<qint16>(ID);
+    SQL_Execute(Database, u"DELETE FROM "_s + Table + u" WHERE ID = "_s + QString::number(ID), true, CallerModule,
+                CallerProc);
+    throw RuntimeError(RuntimeError::Overflow,
+                       u"The project has given out all 32,767 numbers for a %1, and stores no further one. Export its "
+                       "dashboards into a shared file, and import that into a new project."_s.arg(Noun));
 }
 
 bool SQL_FileFailed()

@@ -29,6 +29,10 @@ void SQL_CloseDatabase(std::shared_ptr<Database>& Database, bool ShowError, cons
                        const QString& CallerProc);
 bool SQL_OpenRecordset(const std::shared_ptr<Database>& Database, std::shared_ptr<Recordset>& Recordset,
                        const QString& SQL, bool ShowError, const QString& CallerModule, const QString& CallerProc);
+/// The id that a new row of a table was given, as ids are kept: in 16 bits. A row with a higher one is deleted again,
+/// since no program could load it and what stands with it; then throws RuntimeError 6. `Noun` as above.
+qint16 SQL_KeepNewID(const std::shared_ptr<Database>& Database, const QString& Table, const QString& Noun, qint64 ID,
+                     const QString& CallerModule, const QString& CallerProc);
 /// Whether the last of these procedures failed because of the file (in use, protected, damaged, closed, no room), so
 /// that the next statement would wait as long and fail as well.
 bool SQL_FileFailed();

@@ -48,12 +48,6 @@ bool matchesMask(QStringView name, QStringView mask)
     });
 }
 
-QString filePart(const QString& path)
-{
-    const qsizetype delimiter = path.lastIndexOf(PathDelimiter(path));
-    return path.sliced(delimiter + 1);
-}
-
 [[noreturn]] void refuseCopy(const QString& source, const QString& dest, const QString& reason)
 {
     throw RuntimeError(RuntimeError::PathAccess, u"Cannot copy ["_s + source + u"] to ["_s + dest + u"]: "_s + reason);
@@ -125,7 +119,7 @@ void copyThroughTemporary(const QString& source, const QString& dest)
         refuseCopy(source, dest, u"a folder has this name"_s);
     if (target.exists() && !target.isWritable())
         refuseCopy(source, dest, u"the file is write-protected"_s);
-    if (target.exists() && target.canonicalFilePath() == QFileInfo(source).canonicalFilePath())
+    if (isSamePlace(dest, source))
         refuseCopy(source, dest, u"they are the same file"_s);
 
     // A link stays one: the file that it names is replaced.
@@ -158,7 +152,7 @@ void copyThroughTemporary(const QString& source, const QString& dest)
 
 QStringList Dir(const QString& mask)
 {
-    const QString name = filePart(mask);
+    const QString name = FilePart(mask);
     const QString folder = mask.chopped(name.size());
     QStringList names;
     if (name.isEmpty())
@@ -175,14 +169,14 @@ QStringList Dir(const QString& mask)
 
 bool FitsMask(const QString& Path, const QString& Mask)
 {
-    return matchesMask(filePart(Path), Mask);
+    return matchesMask(FilePart(Path), Mask);
 }
 
 bool FileExists(const QString& File)
 {
     if (File.isEmpty())
         return false;
-    const QString name = filePart(File);
+    const QString name = FilePart(File);
     if (hasWildCard(name))
         return !Dir(File).isEmpty();
     // A plain name is asked for as it will be opened, with its case.
@@ -238,6 +232,12 @@ bool isSameFile(const QString& path, const QString& other)
     return one.size < 0 || two.size < 0 || (one.device == two.device && one.inode == two.inode);
 }
 
+bool isSamePlace(const QString& path, const QString& other)
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    return !canonical.isEmpty() && canonical == QFileInfo(other).canonicalFilePath();
+}
+
 QString PathDelimiter(const QString& Path)
 {
     return Path.contains(u'/') ? u"/"_s : u"\\"_s;
@@ -249,9 +249,14 @@ QString FileFolder(const QString& Path)
     return delimiter < 0 ? QString() : Path.first(delimiter);
 }
 
+QString FilePart(const QString& Path)
+{
+    return Path.sliced(Path.lastIndexOf(PathDelimiter(Path)) + 1);
+}
+
 void SplitPath(const QString& Path, QString* Folder, QString* Name, QString* Extension)
 {
-    const QString file = filePart(Path);
+    const QString file = FilePart(Path);
     const qsizetype dot = file.lastIndexOf(u'.');
     if (Folder)
         *Folder = FileFolder(Path);
@@ -263,11 +268,11 @@ void SplitPath(const QString& Path, QString* Folder, QString* Name, QString* Ext
 
 QString FindNewestFile(const QString& Mask)
 {
-    const QString folder = Mask.chopped(filePart(Mask).size());
+    const QString folder = Mask.chopped(FilePart(Mask).size());
     qint64 newest = longAgo().toMSecsSinceEpoch() * 1'000'000;
     QString found;
     // A plain name means the file of that very name before one that differs by case.
-    const QString plain = filePart(Mask);
+    const QString plain = FilePart(Mask);
     const bool there = !hasWildCard(plain) && FileExists(Mask);
     for (const QString& name : there ? QStringList(plain) : Dir(Mask)) {
         const FileStamp stamp = FileStamp::of(folder + name);

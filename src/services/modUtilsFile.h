@@ -20,9 +20,12 @@ bool FileRename(const QString& OldName, const QString& NewName); ///< copy, then
 /// Whether two paths mean one file. They are compared without regard to case, but where both are there under different
 /// names, the disk decides.
 bool isSameFile(const QString& path, const QString& other);
+/// Whether two paths lead to the same file or folder, links followed. False where either leads nowhere.
+bool isSamePlace(const QString& path, const QString& other);
 
 QString PathDelimiter(const QString& Path);
 QString FileFolder(const QString& Path); ///< without the delimiter
+QString FilePart(const QString& Path);   ///< the name behind it
 /// Outputs may be null. `Extension` is set only where the file part has a dot beyond its first character.
 void SplitPath(const QString& Path, QString* Folder, QString* Name, QString* Extension);
 

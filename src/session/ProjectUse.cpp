@@ -1,12 +1,12 @@
 #include "session/ProjectUse.h"
 
 #include "platform/Clock.h"
-#include "platform/Prompts.h"
 #include "services/modUtilsLog.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QSysInfo>
+#include <memory>
 #ifdef Q_OS_LINUX
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -19,6 +19,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int mostTries = 10;
+
 QString signOf(const QString& projectFile)
 {
     const QFileInfo file(projectFile);
@@ -30,7 +32,7 @@ QString signOf(const QString& projectFile)
 ProjectUse::ProjectUse(const QString& projectFile) : m_sign(signOf(projectFile))
 {
     // The file may be taken away by the one who had it, between its opening and its lock.
-    while (!take()) {
+    for (int tries = 0; tries < mostTries && !take(); ++tries) {
     }
 }
 
@@ -41,7 +43,7 @@ namespace {
 /// Far behind the text: on some shared folders a locked byte cannot be read.
 constexpr off_t lockedByte = 1 << 20;
 
-bool lockWhole(int descriptor)
+bool lockSign(int descriptor)
 {
     struct flock lock = {};
     lock.l_type = F_WRLCK;
@@ -64,8 +66,7 @@ ProjectUse::~ProjectUse()
 {
     if (m_descriptor < 0)
         return;
-    if (m_other.isEmpty())
-        QFile::remove(m_sign);
+    QFile::remove(m_sign);
     close(m_descriptor);
 }
 
@@ -75,7 +76,7 @@ bool ProjectUse::take()
     m_descriptor = open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
     if (m_descriptor < 0)
         return true;
-    if (!lockWhole(m_descriptor)) {
+    if (!lockSign(m_descriptor)) {
         const bool isTaken = errno == EAGAIN || errno == EACCES;
         char text[400] = {};
         if (isTaken && read(m_descriptor, text, sizeof text - 1) > 0)

@@ -7,7 +7,8 @@ namespace lumivane {
 
 class Database;
 
-// Start-up up to the main window, and the settings of installation and project. See modMain.h for the globals.
+// Start-up up to the main window, and the settings of installation and project. The settings of the run stand in
+// services/modMain.h, the open project in repository/Database.h.
 
 /// Log, help file, options and project in this order. False when the program cannot go on; boxes have then said why.
 bool Main_Start();

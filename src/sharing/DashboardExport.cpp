@@ -3,6 +3,7 @@
 #include "platform/Prompts.h"
 #include "repository/Database.h"
 #include "repository/modUtilsSQL.h"
+#include "services/modUtilsFile.h"
 #include "services/modUtilsLog.h"
 
 #include <QFile>
@@ -26,12 +27,6 @@ bool refuseExport(const QString& message, const QString& logText)
     return false;
 }
 
-bool isSameFile(const QString& a, const QString& b)
-{
-    const QString canonical = QFileInfo(a).canonicalFilePath();
-    return !canonical.isEmpty() && canonical == QFileInfo(b).canonicalFilePath();
-}
-
 /// The open project is never replaced, whatever name was given for the shared file.
 bool canBeReplaced(const QString& file, const QString& project)
 {
@@ -39,7 +34,7 @@ bool canBeReplaced(const QString& file, const QString& project)
     if (!info.exists() && !info.isSymLink())
         return true;
     const bool isFile = info.isFile() || info.isSymLink();
-    return isFile && !isSameFile(file, project) && (info.isWritable() || !info.exists()) &&
+    return isFile && !isSamePlace(file, project) && (info.isWritable() || !info.exists()) &&
            QFileInfo(info.path()).isWritable();
 }
 

@@ -1,5 +1,6 @@
 #include "sharing/DashboardImport.h"
 
+#include "platform/Clock.h"
 #include "platform/Prompts.h"
 #include "repository/Database.h"
 #include "repository/SqlText.h"
@@ -60,7 +61,7 @@ qint64 lastId(Recordset& target)
 /// A new source counts as never checked, so that the next look for new versions fetches it.
 qint64 addSource(Recordset& from, Recordset& target)
 {
-    const QDateTime never(QDate(1900, 1, 1), QTime(0, 0));
+    const QDateTime never = longAgo();
     target.AddNew();
     copyFields(from, target, {u"FullPath", u"Mask", u"DestFolder"});
     target.setField(u"NewestFile", QString(u""_s));

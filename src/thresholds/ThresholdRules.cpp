@@ -2,12 +2,13 @@
 
 #include "host/Host.h"
 #include "host/modUtilsExcel.h"
-#include "platform/Checked.h"
 #include "platform/RuntimeError.h"
+#include "range/PanelSheet.h"
 #include "repository/Database.h"
 #include "repository/SqlText.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
+#include "repository/modUtilsSQL.h"
 #include "thresholds/ThresholdFormula.h"
 #include "thresholds/ThresholdMarks.h"
 
@@ -125,16 +126,9 @@ Result<PanelView> readPanelView(const clsWorkspacePanel& panel, const PanelCells
     const auto source = panel.Source();
     if (!source)
         return Failure{u"Panel has no source defined."_s};
-    const JobWorker host;
-    if (!host)
-        return Failure{u"The workbook engine could not be started."_s};
     try {
-        const auto workbook = host->Open(source->currentPath());
-        const auto sheet = workbook->WorksheetByName(panel.SheetName);
-        if (!sheet)
-            return Failure{u"A sheet named "_s + panel.SheetName + u" was not found in the workbook ["_s +
-                           workbook->Name() + u']'};
-        return viewOf(*sheet, panel, cells);
+        const PanelSheet opened(source->currentPath(), panel.SheetName);
+        return viewOf(opened.sheet(), panel, cells);
     } catch (const RuntimeError& error) {
         return Failure{error.description()};
     }
@@ -176,10 +170,30 @@ QString thresholdFault(const ThresholdRule& rule, const PanelCells& cells, const
         beginsWithSign ? u"a number, as 1000 or -2.5"_s : u"what follows the value in a formula, as *2>7"_s);
 }
 
+QStringList thresholdLines(int PanelID)
+{
+    QStringList lines;
+    std::shared_ptr<Recordset> rules;
+    if (PanelID < 1 ||
+        !SQL_OpenRecordset(gDB, rules,
+                           u"SELECT * FROM LvnpanelThresholds WHERE PanelID = "_s + QString::number(PanelID), false,
+                           u"ThresholdRules"_s, u"thresholdLines"_s))
+        return lines;
+    for (; !rules->EOF_(); rules->MoveNext()) {
+        QStringList fields;
+        for (const char16_t* column : {u"rowOffset", u"colOffset", u"highExp", u"ifHigh", u"lowExp", u"ifLow"})
+            fields.append(rules->text(column));
+        lines.append(fields.join(u'\t'));
+    }
+    return lines;
+}
+
 QString saveThresholds(int PanelID, const PanelCells& cells, const std::vector<ThresholdRule>& rules)
 {
     try {
         Database::Bulk bulk(*gDB);
+        // All rules or those before; nothing is left to undo once the bulk is finished.
+        const auto undo = qScopeGuard([&] { bulk.takeBack(); });
         gDB->Execute(u"DELETE * FROM LvnpanelThresholds WHERE PanelID = "_s + QString::number(PanelID));
         for (const ThresholdRule& rule : rules) {
             const QString action = rule.action.startsWith(markWord) ? markFrom(cells.moving()) : rule.action;

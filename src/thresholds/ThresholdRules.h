@@ -65,6 +65,9 @@ struct ThresholdRule
 
 /// With the cells where they are in the present definition of the panel.
 Result<std::vector<ThresholdRule>> loadThresholds(int PanelID, const PanelCells& cells);
+/// The stored rows of the panel as they are, a line for each: what tells whether rules have changed. None where they
+/// cannot be read.
+QStringList thresholdLines(int PanelID);
 /// Why a rule cannot be stored; empty when it can. `cell` is how the user knows its cell.
 QString thresholdFault(const ThresholdRule& rule, const PanelCells& cells, const QString& cell);
 /// In place of all rules of the panel. Answers what went wrong, or nothing.

@@ -1,7 +1,7 @@
 #include "platform/Prompts.h"
 #include "services/ProgramFiles.h"
+#include "services/ProgramFolder.h"
 #include "services/modUtilsFile.h"
-#include "session/ProgramFolder.h"
 #include "support/TextTable.h"
 #include "support/ThrownError.h"
 

@@ -1,5 +1,5 @@
+#include "services/ProgramFolder.h"
 #include "services/modUtilsINI.h"
-#include "session/ProgramFolder.h"
 #include "support/TextTable.h"
 
 #include <QFileInfo>

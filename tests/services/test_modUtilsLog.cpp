@@ -1,6 +1,6 @@
 #include "platform/RuntimeError.h"
+#include "services/ProgramFolder.h"
 #include "services/modMain.h"
-#include "session/ProgramFolder.h"
 
 #include <QDir>
 #include <QFileInfo>

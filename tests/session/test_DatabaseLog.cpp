@@ -1,7 +1,7 @@
 #include "repository/Database.h"
+#include "services/ProgramFolder.h"
 #include "services/modMain.h"
 #include "services/modUtilsINI.h"
-#include "session/ProgramFolder.h"
 #include "session/modUtilsLogDB.h"
 
 #include <QElapsedTimer>

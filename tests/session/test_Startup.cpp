@@ -1,9 +1,9 @@
 #include "platform/Checked.h"
 #include "platform/RuntimeError.h"
 #include "repository/Database.h"
+#include "services/ProgramFolder.h"
 #include "services/modMain.h"
 #include "services/modUtilsINI.h"
-#include "session/ProgramFolder.h"
 #include "session/ProjectUse.h"
 #include "session/Startup.h"
 
@@ -22,7 +22,11 @@ using namespace Qt::StringLiterals;
 class StartUp : public ProgramFolder
 {
 protected:
-    ~StartUp() override { gDB.reset(); }
+    ~StartUp() override
+    {
+        gDB.reset();
+        setLargeSheets(false);
+    }
 
     const QString project = path(u"lumivane.lvdu"_s);
     const QString secondBox =
@@ -52,7 +56,6 @@ TEST_F(StartUp, ANewProgramFolderIsFurnished)
     EXPECT_TRUE(gLogToFile);
     EXPECT_EQ(read(GetIniFile()), "[Settings]\nLarge Sheets=1\n");
     EXPECT_TRUE(largeSheets());
-    setLargeSheets(false);
 }
 
 TEST_F(StartUp, AFullDiskLeavesNoFolderThatLocksTheUserOut)
@@ -70,7 +73,6 @@ TEST_F(StartUp, AFullDiskLeavesNoFolderThatLocksTheUserOut)
     EXPECT_TRUE(user.shown[0].contains(u"lumivane/.lumivane.lvdu"_s)) << user.shown[0];
     EXPECT_FALSE(QFileInfo::exists(programFolder()));
     EXPECT_TRUE(Main_Start()) << "the next start has room";
-    setLargeSheets(false);
 }
 
 TEST_F(StartUp, AProjectThatIsBusySaysSo)
@@ -84,7 +86,7 @@ TEST_F(StartUp, AProjectThatIsBusySaysSo)
     sqlite3_close(other);
 }
 
-TEST_F(StartUp, TheSecondProgramOnAProjectIsToldOfTheFirst)
+TEST_F(StartUp, TheSecondProgramOnAProjectSaysWhoHasItOpen)
 {
     Database::create(project);
     {
@@ -138,7 +140,6 @@ TEST_F(StartUp, OptionsAreReadAsTheyStandOrHaveDefaults)
     EXPECT_FALSE(largeSheets()) << "the key is absent";
     EXPECT_EQ(options(), u"ff0000 1 0 Middle"_s) << "red is the lowest byte";
     EXPECT_TRUE(largeSheets());
-    setLargeSheets(false);
     write(GetIniFile(), "[Options]\nRefresh Frequency=-5\n");
     EXPECT_EQ(options(), u"ffffff 1 10 Center"_s) << "a pass every -5 minutes is none";
 }

@@ -2,7 +2,7 @@
 
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
-#include "session/ProgramFolder.h"
+#include "services/ProgramFolder.h"
 #include "sharing/DashboardExport.h"
 #include "sharing/DashboardImport.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/CellArea.h"
-#include "platform/FindOrder.h"
+#include "platform/FindQuestion.h"
 
 #include <QColor>
 #include <QImage>
@@ -116,7 +116,7 @@ public:
     virtual void setColumnWidth(int firstColumn, int lastColumn, double characters) = 0;
     virtual void setInteriorColor(int row, int column, QRgb color) = 0;
 
-    /// The first cell of the area, in the exact order of FindOrder, whose shown text or plain value text equals
+    /// The first cell of the area, in the exact order of a FindQuestion, whose shown text or plain value text equals
     /// (Whole) or holds (Part) the sought text without regard to case.
     virtual std::optional<CellArea> Find(const CellArea& area, const FindQuestion& question) = 0;
 

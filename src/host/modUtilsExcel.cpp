@@ -61,6 +61,12 @@ std::shared_ptr<Workbook> workbookToShow(XLInstance& XLInst, const QString& path
     return XLInst->Open(path);
 }
 
+/// The cell in the last row and the last column of an area, absolute.
+QString cornerOf(Worksheet& ws, const CellArea& contents)
+{
+    return ws.Cells(toRow(contents.lastRow), toColumn(contents.lastColumn)).Address();
+}
+
 } // namespace
 
 bool Excel_GetInstance(XLInstance& XLInst)
@@ -242,15 +248,15 @@ QString LastFilledCell(Worksheet& ws)
     if (!contents)
         throw RuntimeError(RuntimeError::ApplicationDefined,
                            u"The sheet [%1] of [%2] has no cells with contents."_s.arg(ws.Name(), ws.WorkbookName()));
-    return ws.Cells(toRow(contents->lastRow), toColumn(contents->lastColumn)).Address();
+    return cornerOf(ws, *contents);
 }
 
 QString RealBottomRight(Worksheet& ws)
 {
     QString reason = u"No contents found"_s;
     try {
-        if (ws.contentArea())
-            return LastFilledCell(ws);
+        if (const auto contents = ws.contentArea())
+            return cornerOf(ws, *contents);
     } catch (const RuntimeError& failure) {
         reason = failure.description();
     }

@@ -41,7 +41,7 @@ struct CellArea
 
 std::optional<CellArea> intersect(const CellArea& a, const CellArea& b);
 
-/// Letters of any column of the grid, "A" to "XFD"; empty outside it. (ColLetter is the one that ends at "IV".)
+/// Letters of any column of the grid, "A" to "XFD"; empty outside it. (ColLetter ends at columnLimit().)
 QString columnLetters(int column);
 
 } // namespace lumivane

@@ -22,7 +22,7 @@ int rowLimit();    ///< 32,767, or the last row of a sheet
 int columnLimit(); ///< 256 ("IV"), or the last column of a sheet ("XFD")
 int twipsLimit();  ///< 32,767, or what 32 bits hold
 
-/// Rows and distances of rows: between -rowLimit() and rowLimit().
+/// Rows and distances of rows: between -rowLimit() - 1 and rowLimit().
 int toRow(double number);
 /// Columns and distances of columns. Without Large Sheets numbers above columnLimit() pass up to 16 bits: it is their
 /// letters that end at "IV".

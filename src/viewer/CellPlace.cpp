@@ -1,7 +1,6 @@
 #include "viewer/CellPlace.h"
 
 #include <QStringList>
-#include <algorithm>
 
 namespace lumivane {
 

@@ -51,8 +51,8 @@ SelectionFigures figuresOf(const ViewedSheet& sheet, const std::vector<CellArea>
     const std::vector<bool> hidden = hiddenColumns(sheet);
     const auto& rows = sheet.content().rows;
     for (const CellArea& area : areas) {
-        for (size_t i = sheet.content().rowIndexFrom(area.firstRow); i < rows.size() && rows[i].row <= area.lastRow;
-             ++i) {
+        const auto [begin, end] = sheet.content().rowIndices(area);
+        for (size_t i = begin; i < end; ++i) {
             if (sheet.geometry().rowHidden(rows[i].row))
                 continue;
             for (const Cell& cell : sheet.content().cellsIn(i, area.firstColumn, area.lastColumn)) {

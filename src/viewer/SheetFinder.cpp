@@ -1,7 +1,7 @@
 #include "viewer/SheetFinder.h"
 
 #include "engine/show/CellMatcher.h"
-#include "platform/FindOrder.h"
+#include "platform/FindQuestion.h"
 
 namespace lumivane {
 

@@ -36,11 +36,6 @@ CellArea ViewedSheet::findUsed() const
     };
     if (m_sheet->used)
         include(*m_sheet->used);
-    for (size_t i = 0; i < m_sheet->rows.size(); ++i) {
-        const auto [begin, end] = m_sheet->rowCells(i);
-        if (begin != end)
-            include(CellArea::cell(m_sheet->rows[i].row, end[-1].column));
-    }
     for (const CellArea& area : m_sheet->merged)
         include(area);
     for (const DrawingContent& drawing : m_sheet->drawings)
@@ -90,8 +85,8 @@ CellArea ViewedSheet::widened(CellArea area) const
 
 bool ViewedSheet::anyFilled(const CellArea& area) const
 {
-    for (size_t i = m_sheet->rowIndexFrom(area.firstRow);
-         i < m_sheet->rows.size() && m_sheet->rows[i].row <= area.lastRow; ++i) {
+    const auto [begin, end] = m_sheet->rowIndices(area);
+    for (size_t i = begin; i < end; ++i) {
         const auto cells = m_sheet->cellsIn(i, area.firstColumn, area.lastColumn);
         if (std::any_of(cells.begin(), cells.end(), [](const Cell& cell) { return cell.kind != CellKind::Blank; }))
             return true;

@@ -36,15 +36,7 @@ public:
 
     QString FullName() const override { return m_path; }
     QString Name() const override { return m_name; }
-    QStringList WorksheetNames() const override
-    {
-        QStringList names;
-        for (const engine::SheetEntry& entry : window().workbook()->content()->sheets) {
-            if (!entry.isChartSheet)
-                names.append(entry.name);
-        }
-        return names;
-    }
+    QStringList WorksheetNames() const override { return window().workbook()->content()->worksheetNames(); }
     std::shared_ptr<Worksheet> WorksheetByName(const QString& name) override
     {
         const int index = window().workbook()->indexOf(name);

@@ -2,11 +2,10 @@
 #include "platform/Checked.h"
 #include "platform/Clock.h"
 #include "platform/ShownText.h"
+#include "support/LargeSheets.h"
 #include "support/TextTable.h"
 #include "support/ThrownError.h"
 
-#include <QDir>
-#include <QTimeZone>
 #include <cmath>
 #include <ctime>
 #include <gtest/gtest.h>
@@ -56,7 +55,7 @@ TEST(CheckedNumbers, NameTheLimitAndNeverClamp)
     EXPECT_EQ(sentence(toStoredTwips, 60000),
               u"60,000 twips is beyond 32,767, the largest place or size of a panel."_s + hint);
 
-    setLargeSheets(true);
+    const test::LargeSheets unlimited;
     EXPECT_EQ(toRow(1048576), rowLimit());
     EXPECT_EQ(toColumn(16384), columnLimit());
     EXPECT_EQ(toStoredTwips(-2147483648.0) + 1, -twipsLimit());
@@ -64,7 +63,6 @@ TEST(CheckedNumbers, NameTheLimitAndNeverClamp)
     EXPECT_EQ(sentence(toColumn, 16385), u"Column 16,385 is beyond column XFD, the last that a panel may use."_s);
     sentence(toStoredTwips, 2147483648.0);
     sentence(number, 32768);
-    setLargeSheets(false);
 }
 
 TEST(LeadingNumber, ReadsWhatATextBeginsWith)

@@ -1,4 +1,4 @@
-#include "platform/FindOrder.h"
+#include "support/FindOrder.h"
 
 namespace lumivane {
 

@@ -1,5 +1,5 @@
 #include "support/PlainSheet.h"
-#include "platform/FindOrder.h"
+#include "support/FindOrder.h"
 
 #include "platform/RuntimeError.h"
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <string_view>
 
 namespace lumivane::engine {
 
@@ -15,6 +16,9 @@ enum class CellKind : quint8 {
 };
 
 enum class ErrorCode : quint8 { Null, Div0, Value, Ref, Name, Num, NA, GettingData, Spill, Calc };
+/// By ErrorCode.
+inline constexpr std::string_view errorNames[] = {"#NULL!", "#DIV/0!", "#VALUE!",       "#REF!",   "#NAME?",
+                                                  "#NUM!",  "#N/A",    "#GETTING_DATA", "#SPILL!", "#CALC!"};
 QString errorText(ErrorCode code); ///< "#DIV/0!"
 
 /// One cell, 16 bytes. A sheet keeps all of them in one block, row by row, columns ascending.

@@ -27,18 +27,29 @@ size_t SheetContent::rowIndexFrom(int row) const
     return static_cast<size_t>(place - rows.begin());
 }
 
-const RowContent* SheetContent::findRow(int row) const
+std::pair<size_t, size_t> SheetContent::rowIndices(const CellArea& area) const
+{
+    return {rowIndexFrom(area.firstRow), rowIndexFrom(area.lastRow + 1)};
+}
+
+std::optional<size_t> SheetContent::storedRow(int row) const
 {
     const size_t index = rowIndexFrom(row);
-    return index < rows.size() && rows[index].row == row ? &rows[index] : nullptr;
+    return index < rows.size() && rows[index].row == row ? std::optional(index) : std::nullopt;
+}
+
+const RowContent* SheetContent::findRow(int row) const
+{
+    const auto index = storedRow(row);
+    return index ? &rows[*index] : nullptr;
 }
 
 const Cell* SheetContent::find(int row, int column) const
 {
-    const size_t index = rowIndexFrom(row);
-    if (index >= rows.size() || rows[index].row != row)
+    const auto index = storedRow(row);
+    if (!index)
         return nullptr;
-    const auto cell = cellsIn(index, column, column);
+    const auto cell = cellsIn(*index, column, column);
     return cell.empty() ? nullptr : cell.data();
 }
 

@@ -10,6 +10,7 @@
 #include <QString>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 // What one sheet of a file holds, as read and never changed afterwards, so that any number of openings can share it.
@@ -92,6 +93,10 @@ struct SheetContent
     std::span<const Cell> cellsIn(size_t rowIndex, int firstColumn, int lastColumn) const;
     /// Index of the first stored row that is this one or comes behind it; the count of rows where there is none.
     size_t rowIndexFrom(int row) const;
+    /// Indices of the stored rows of an area: the first, and the one behind the last.
+    std::pair<size_t, size_t> rowIndices(const CellArea& area) const;
+    /// Index of a row; none where it is not stored.
+    std::optional<size_t> storedRow(int row) const;
     const RowContent* findRow(int row) const;
     const Cell* find(int row, int column) const;
     const ColumnContent* findColumn(int column) const;

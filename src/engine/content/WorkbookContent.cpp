@@ -17,6 +17,16 @@ int WorkbookContent::sheetStoredAs(const QString& name) const
     return isTextFile ? 0 : sheetNamed(name);
 }
 
+QStringList WorkbookContent::worksheetNames() const
+{
+    QStringList names;
+    for (const SheetEntry& entry : sheets) {
+        if (!entry.isChartSheet)
+            names.append(entry.name);
+    }
+    return names;
+}
+
 qint64 WorkbookContent::bytes() const
 {
     return qint64(sizeof(*this)) + texts.bytes() + qint64(styles.cells.capacity() * sizeof(CellStyle)) +

@@ -3,7 +3,7 @@
 #include "engine/content/Styles.h"
 #include "engine/content/TextTable.h"
 
-#include <QString>
+#include <QStringList>
 #include <vector>
 
 namespace lumivane::engine {
@@ -40,7 +40,8 @@ struct WorkbookContent final
     /// The same for a name that was stored while an earlier version of the workbook was open. The sheet of a text file
     /// answers to any: each file of a series has another name.
     int sheetStoredAs(const QString& name) const;
-    qint64 bytes() const; ///< memory held
+    QStringList worksheetNames() const; ///< chart sheets left out
+    qint64 bytes() const;               ///< memory held
 };
 
 } // namespace lumivane::engine

@@ -25,11 +25,19 @@ QSize SheetPainter::size(const CellArea& area, double scale) const
             side(m_geometry.rowsPixels(area.firstRow, area.lastRow))};
 }
 
+bool SheetPainter::drawable(const QSize& whole)
+{
+    return !whole.isEmpty() && std::max(whole.width(), whole.height()) <= maxSide;
+}
+
 void SheetPainter::paint(QPainter& painter, const CellArea& area, double scale) const
 {
-    const QSize whole = size(area, scale);
-    if (whole.isEmpty() || std::max(whole.width(), whole.height()) > maxSide)
-        return;
+    if (const QSize whole = size(area, scale); drawable(whole))
+        paint(painter, area, scale, whole);
+}
+
+void SheetPainter::paint(QPainter& painter, const CellArea& area, double scale, const QSize& whole) const
+{
     const VisibleGrid grid(m_geometry, area, scale, m_sheet->sheet().view.rightToLeft);
     painter.save();
     painter.setClipRect(QRect(QPoint(0, 0), whole), Qt::IntersectClip);
@@ -50,7 +58,7 @@ void SheetPainter::paint(QPainter& painter, const CellArea& area, double scale) 
 QImage SheetPainter::image(const CellArea& area, double scale) const
 {
     const QSize whole = size(area, scale);
-    if (whole.isEmpty() || std::max(whole.width(), whole.height()) > maxSide)
+    if (!drawable(whole))
         return {};
     QImage image(whole, QImage::Format_RGB32);
     if (image.isNull())
@@ -58,7 +66,7 @@ QImage SheetPainter::image(const CellArea& area, double scale) const
     image.setDotsPerMeterX(3780); // 96 dots per inch: sizes of fonts are computed for them
     image.setDotsPerMeterY(3780);
     QPainter painter(&image);
-    paint(painter, area, scale);
+    paint(painter, area, scale, whole);
     return image;
 }
 

@@ -28,6 +28,9 @@ public:
     const SheetGeometry& geometry() const { return m_geometry; }
 
 private:
+    static bool drawable(const QSize& whole);
+    void paint(QPainter& painter, const CellArea& area, double scale, const QSize& whole) const;
+
     std::shared_ptr<const ShownSheet> m_sheet;
     const Metrics m_metrics;
     SheetGeometry m_geometry;

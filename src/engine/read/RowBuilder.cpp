@@ -28,17 +28,12 @@ qint64 RowBuilder::used() const
 }
 
 /// Sets how far the cells may grow, so that the bound costs one comparison a cell.
-void RowBuilder::limitCells()
+void RowBuilder::checkBytes()
 {
     const qint64 left = m_maxBytes - used();
     if (left < 0)
-        fail();
+        failTooLarge();
     m_cellLimit = m_content.cells.size() + static_cast<size_t>(left) / sizeof(Cell);
-}
-
-void RowBuilder::fail() const
-{
-    failTooLarge();
 }
 
 void failTooLarge()
@@ -60,7 +55,7 @@ void RowBuilder::startRow(RowContent row)
     row.firstCell = static_cast<quint32>(m_content.cells.size());
     m_content.rows.push_back(row);
     m_lastColumn = 0;
-    limitCells();
+    checkBytes();
 }
 
 void RowBuilder::endRow()
@@ -73,13 +68,8 @@ void RowBuilder::endRow()
 quint64 RowBuilder::appendText(std::string_view utf8)
 {
     const int index = m_content.texts.append(utf8);
-    checkTexts();
+    checkBytes();
     return static_cast<quint64>(index);
-}
-
-void RowBuilder::checkTexts()
-{
-    limitCells();
 }
 
 void RowBuilder::finish()
@@ -92,7 +82,7 @@ void RowBuilder::finish()
 void RowBuilder::sort()
 {
     if (used() > m_maxBytes / 2) // as the cells are held twice now
-        fail();
+        failTooLarge();
     std::vector<size_t> order(m_content.rows.size());
     std::iota(order.begin(), order.end(), size_t(0));
     std::stable_sort(order.begin(), order.end(),

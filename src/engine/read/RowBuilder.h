@@ -9,6 +9,8 @@ namespace lumivane::engine {
 /// What a workbook may take in memory: the cells, rows and texts of all sheets that are read of it, and the texts that
 /// they share.
 constexpr qint64 maxWorkbookBytes = 512ll << 20;
+/// Throws Fault for what passes it.
+[[noreturn]] void failTooLarge();
 
 /// Puts the rows and cells of one sheet together in the order in which a file brings them, and keeps the bounds that
 /// hold whatever the format. Throws Fault where one is passed.
@@ -28,7 +30,7 @@ public:
     void append(const Cell& cell)
     {
         if (m_content.cells.size() >= m_cellLimit)
-            fail();
+            failTooLarge();
         m_ordered = m_ordered && cell.column > m_lastColumn;
         m_lastColumn = cell.column;
         m_content.cells.push_back(cell);
@@ -36,17 +38,15 @@ public:
     /// Appends a text of the sheet itself; its index.
     quint64 appendText(std::string_view utf8);
     /// To be called when texts were appended to the content's table by others.
-    void checkTexts();
+    void checkBytes();
     /// Behind the last row: puts rows and cells that came in no order into theirs, and measures the used area. Of
     /// several cells in one place the last one holds, of several entries of a row, too.
     void finish();
 
 private:
     qint64 used() const;
-    void limitCells();
     void sort();
     void measure();
-    [[noreturn]] void fail() const;
 
     SheetContent& m_content;
     const qint64 m_maxBytes;
@@ -54,7 +54,5 @@ private:
     int m_lastColumn = 0; ///< of the row begun last; 0: no cell yet
     bool m_ordered = true;
 };
-
-[[noreturn]] void failTooLarge(); ///< for what passes maxWorkbookBytes
 
 } // namespace lumivane::engine

@@ -1,6 +1,6 @@
 #include "engine/show/CellMatcher.h"
 
-#include "platform/FindOrder.h"
+#include "platform/FindQuestion.h"
 
 #include <cmath>
 

@@ -2,7 +2,7 @@
 
 #include "engine/show/FormatReach.h"
 #include "engine/show/ShownSheet.h"
-#include "platform/FindOrder.h"
+#include "platform/FindQuestion.h"
 
 #include <optional>
 #include <vector>

@@ -28,8 +28,7 @@ std::optional<CellArea> findCell(const ShownSheet& shown, const CellArea& area, 
     CellMatcher matcher(shown, question);
     const SheetContent& sheet = shown.sheet();
     const bool forward = question.direction == SearchDirection::Next;
-    const size_t begin = sheet.rowIndexFrom(area.firstRow);
-    const size_t end = sheet.rowIndexFrom(area.lastRow + 1);
+    const auto [begin, end] = sheet.rowIndices(area);
     int firstColumn = area.firstColumn, lastColumn = area.lastColumn;
     std::optional<CellArea> best;
     for (size_t n = 0; n < end - begin && firstColumn <= lastColumn; ++n) {

@@ -12,7 +12,7 @@ namespace lumivane::engine {
 
 class ShownSheet;
 
-/// The first hit of a question in an area, in the order of FindOrder. Only stored cells are visited, row by row as they
+/// The first hit of a question in an area, in its exact order. Only stored cells are visited, row by row as they
 /// lie in memory, whatever the order asked for.
 std::optional<CellArea> findCell(const ShownSheet& sheet, const CellArea& area, const FindQuestion& question);
 

@@ -1,6 +1,6 @@
 #include "engine/show/FormatReach.h"
 
-#include "platform/FindOrder.h"
+#include "platform/FindQuestion.h"
 
 #include <QStringList>
 #include <algorithm>

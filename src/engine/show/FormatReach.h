@@ -1,13 +1,9 @@
 #pragma once
 
-#include "platform/FindOrder.h"
+#include "platform/FindQuestion.h"
 
 #include <QString>
 #include <optional>
-
-namespace lumivane {
-struct FindQuestion;
-}
 
 namespace lumivane::engine {
 

@@ -30,8 +30,6 @@ ShownSheet::ShownSheet(std::shared_ptr<const WorkbookContent> workbook, std::sha
 {
 }
 
-ShownSheet::~ShownSheet() = default;
-
 const NumberFormat& ShownSheet::format(int style) const
 {
     const StyleTable& styles = m_workbook->styles;
@@ -125,13 +123,12 @@ const std::vector<TextRun>* ShownSheet::runs(int row, int column) const
 
 int ShownSheet::styleIndex(int row, int column) const
 {
-    const size_t index = m_sheet->rowIndexFrom(row);
-    if (index < m_sheet->rows.size() && m_sheet->rows[index].row == row) {
-        const auto cell = m_sheet->cellsIn(index, column, column);
+    if (const auto index = m_sheet->storedRow(row)) {
+        const auto cell = m_sheet->cellsIn(*index, column, column);
         if (!cell.empty())
             return static_cast<int>(cell.front().style);
-        if (m_sheet->rows[index].style >= 0)
-            return m_sheet->rows[index].style;
+        if (m_sheet->rows[*index].style >= 0)
+            return m_sheet->rows[*index].style;
     }
     const ColumnContent* content = m_sheet->findColumn(column);
     return content && content->style >= 0 ? content->style : 0;
@@ -171,16 +168,16 @@ bool ShownSheet::hasContents(const Cell& cell) const
 
 int ShownSheet::nextFilled(int row, int column, int step) const
 {
-    const size_t index = m_sheet->rowIndexFrom(row);
-    if (index >= m_sheet->rows.size() || m_sheet->rows[index].row != row)
+    const auto index = m_sheet->storedRow(row);
+    if (!index)
         return 0;
     const auto filled = [](const Cell& cell) { return cell.kind != CellKind::Blank; };
     if (step > 0) {
-        const auto cells = m_sheet->cellsIn(index, column + 1, maxColumn);
+        const auto cells = m_sheet->cellsIn(*index, column + 1, maxColumn);
         const auto found = std::find_if(cells.begin(), cells.end(), filled);
         return found != cells.end() ? found->column : 0;
     }
-    const auto cells = m_sheet->cellsIn(index, 1, column - 1);
+    const auto cells = m_sheet->cellsIn(*index, 1, column - 1);
     const auto found = std::find_if(cells.rbegin(), cells.rend(), filled);
     return found != cells.rend() ? found->column : 0;
 }
@@ -203,8 +200,8 @@ std::optional<CellArea> ShownSheet::extent(const std::function<bool(const Cell&)
 qint64 ShownSheet::uncomputedFormulas(const CellArea& area) const
 {
     qint64 count = 0;
-    for (size_t i = m_sheet->rowIndexFrom(area.firstRow);
-         i < m_sheet->rows.size() && m_sheet->rows[i].row <= area.lastRow; ++i) {
+    const auto [begin, end] = m_sheet->rowIndices(area);
+    for (size_t i = begin; i < end; ++i) {
         const auto cells = m_sheet->cellsIn(i, area.firstColumn, area.lastColumn);
         count += std::count_if(cells.begin(), cells.end(),
                                [](const Cell& cell) { return cell.kind == CellKind::Uncomputed; });

@@ -20,7 +20,6 @@ public:
     /// `overlay` may be null. It must outlive the object, which sees what changes in it.
     ShownSheet(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
                const SheetOverlay* overlay = nullptr);
-    ~ShownSheet();
 
     const WorkbookContent& workbook() const { return *m_workbook; }
     const SheetContent& sheet() const { return *m_sheet; }

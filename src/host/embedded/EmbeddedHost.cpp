@@ -75,12 +75,7 @@ QString EmbeddedWorkbook::Name() const
 
 QStringList EmbeddedWorkbook::WorksheetNames() const
 {
-    QStringList names;
-    for (const SheetEntry& entry : content().sheets) {
-        if (!entry.isChartSheet)
-            names.append(entry.name);
-    }
-    return names;
+    return content().worksheetNames();
 }
 
 std::shared_ptr<EmbeddedSheet> EmbeddedWorkbook::worksheet(int index)

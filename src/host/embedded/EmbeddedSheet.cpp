@@ -2,12 +2,9 @@
 
 #include "engine/draw/DrawingPlace.h"
 #include "engine/show/CellSearch.h"
-#include "platform/DayZero.h"
-#include "platform/FindOrder.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace lumivane {
 
@@ -77,10 +74,13 @@ CellArea EmbeddedSheet::usedArea()
 
 std::optional<CellArea> EmbeddedSheet::contentArea(Uncomputed formulas)
 {
-    return shown().extent([&](const Cell& cell) {
-        const bool leftOut = formulas == Uncomputed::LeaveOut && cell.kind == CellKind::Uncomputed;
-        return !leftOut && m_shown->hasContents(cell);
-    });
+    auto& known = m_contentAreas[formulas];
+    if (!known)
+        known = shown().extent([&](const Cell& cell) {
+            const bool leftOut = formulas == Uncomputed::LeaveOut && cell.kind == CellKind::Uncomputed;
+            return !leftOut && m_shown->hasContents(cell);
+        });
+    return *known;
 }
 
 qint64 EmbeddedSheet::uncomputedFormulas(const CellArea& area)
@@ -92,9 +92,9 @@ template <class TextOf>
 QStringList EmbeddedSheet::textsOf(const CellArea& area, TextOf textOf)
 {
     QStringList texts(qsizetype(area.rows()) * area.columns());
-    const auto& rows = content().rows;
-    for (size_t i = m_content->rowIndexFrom(area.firstRow); i < rows.size() && rows[i].row <= area.lastRow; ++i) {
-        const qsizetype first = qsizetype(rows[i].row - area.firstRow) * area.columns() - area.firstColumn;
+    const auto [begin, end] = content().rowIndices(area);
+    for (size_t i = begin; i < end; ++i) {
+        const qsizetype first = qsizetype(m_content->rows[i].row - area.firstRow) * area.columns() - area.firstColumn;
         for (const Cell& cell : m_content->cellsIn(i, area.firstColumn, area.lastColumn))
             texts[first + cell.column] = textOf(cell);
     }

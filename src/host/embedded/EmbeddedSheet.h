@@ -5,6 +5,8 @@
 #include "host/Host.h"
 
 #include <functional>
+#include <map>
+#include <optional>
 
 namespace lumivane {
 
@@ -56,6 +58,7 @@ private:
     engine::SheetOverlay m_overlay;
     std::shared_ptr<const engine::SheetContent> m_content;
     std::shared_ptr<engine::ShownSheet> m_shown;
+    std::map<Uncomputed, std::optional<std::optional<CellArea>>> m_contentAreas; ///< those asked for: a job asks often
     std::unique_ptr<engine::SheetPainter> m_painter;
 };
 

@@ -3,7 +3,7 @@
 #include "engine/show/CellMatcher.h"
 #include "engine/show/CellSearch.h"
 
-#include "platform/FindOrder.h"
+#include "support/FindOrder.h"
 #include "support/TextTable.h"
 
 #include <gtest/gtest.h>

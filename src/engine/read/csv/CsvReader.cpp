@@ -41,6 +41,7 @@ WorkbookContent CsvReader::readWorkbook(SheetList& sheets, qint64 maxBytes)
     sheet->sizedByTexts = true;
     m_rows.emplace(*sheet, maxBytes);
     readFields(decodedText(bytesOf(m_path)));
+    m_rows.reset();
     WorkbookContent workbook;
     workbook.sheets.push_back({QFileInfo(m_path).completeBaseName(), true, false});
     workbook.styles = std::move(m_styles);

@@ -26,8 +26,8 @@ private:
     quint32 linesStyle();
 
     const QString m_path;
-    const int m_year; ///< of dates without one
-    std::optional<RowBuilder> m_rows;
+    const int m_year;                 ///< of dates without one
+    std::optional<RowBuilder> m_rows; ///< while the fields are read
     StyleTable m_styles;
     std::map<const char16_t*, quint32> m_formats;
     quint32 m_linesStyle = 0; ///< 0: not made yet

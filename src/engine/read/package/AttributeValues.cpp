@@ -158,17 +158,9 @@ std::optional<CellArea> areaFrom(std::string_view address)
 
 std::optional<ErrorCode> errorFrom(std::string_view text)
 {
-    static constexpr std::pair<std::string_view, ErrorCode> names[] = {
-        {"#NULL!", ErrorCode::Null},   {"#DIV/0!", ErrorCode::Div0},
-        {"#VALUE!", ErrorCode::Value}, {"#REF!", ErrorCode::Ref},
-        {"#NAME?", ErrorCode::Name},   {"#NUM!", ErrorCode::Num},
-        {"#N/A", ErrorCode::NA},       {"#GETTING_DATA", ErrorCode::GettingData},
-        {"#SPILL!", ErrorCode::Spill}, {"#CALC!", ErrorCode::Calc}};
-    for (const auto& [name, code] : names) {
-        if (text == name)
-            return code;
-    }
-    return std::nullopt;
+    const auto name = std::find(std::begin(errorNames), std::end(errorNames), text);
+    return name != std::end(errorNames) ? std::optional(static_cast<ErrorCode>(name - std::begin(errorNames)))
+                                        : std::nullopt;
 }
 
 std::optional<double> serialFromIso(std::string_view text, bool date1904)

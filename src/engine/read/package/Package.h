@@ -37,7 +37,6 @@ public:
 
     /// By name without regard to case; null if there is none.
     const Entry* find(std::string_view name) const;
-    const std::vector<Entry>& entries() const { return m_entries; }
 
     /// The entry's bytes, as a stream that checks size and checksum at its end. It must not outlive the package, and
     /// streams of one package may be read in turns.

@@ -82,7 +82,6 @@ private:
     [[noreturn]] void fail(const char* what) const;
 
     ByteStream& m_bytes;
-    std::string m_converted; ///< the rest of the input where it was not UTF-8
     std::vector<char> m_buffer;
     const char* m_at;
     const char* m_end;

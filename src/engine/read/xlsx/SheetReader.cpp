@@ -368,7 +368,7 @@ void SheetReader::finishCell(CellStart& start)
             start.cell.kind = CellKind::SheetText;
             start.cell.text =
                 static_cast<quint64>(readRichText(m_xml, m_surroundings.palette, m_content.texts, m_buffer));
-            return m_rows.checkTexts();
+            return m_rows.checkBytes();
         default:
             return m_xml.skip();
         }

@@ -11,7 +11,6 @@
 #include "services/modUtilsLog.h"
 
 #include <QFile>
-#include <QScopeGuard>
 
 namespace lumivane {
 

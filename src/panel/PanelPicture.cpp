@@ -147,7 +147,10 @@ PanelPicture loadPictureFile(const QString& file)
 {
     QFile device(file);
     openForReading(device);
-    return {readPicture(device, file), QString()};
+    const FileVersion version = FileVersion::of(file);
+    PanelPicture picture{readPicture(device, file), QString(), {}};
+    picture.identity.version = version;
+    return picture;
 }
 
 QString pictureFileFilter()

@@ -148,7 +148,7 @@ bool PanelPipeline::Panel_Sharpen(XLInstance& XLInst, const Record& Panel)
     m_drawAnew = true;
     const auto end = qScopeGuard([this] { m_drawAnew = false; });
     const PanelPicture before = picTemp;
-    if (!Panel_LoadExcel(Panel->IsCustom == u"Y" ? source->Prepped() : path, path, false, XLInst, Panel))
+    if (!Panel_LoadExcel(openPathOf(*Panel, *source, path), path, false, XLInst, Panel))
         return false;
     if (m_undrawn.isEmpty())
         return true;
@@ -218,7 +218,6 @@ bool PanelPipeline::loadContent(XLInstance& XLInst, clsPanelSource& source, cons
 
     if (Panel->ContentType == u"P") {
         picTemp = loadPictureFile(path);
-        picTemp.identity.version = FileVersion::of(path);
     } else if (isRangePanel(*Panel) || Panel->ContentType == u"C") {
         if (!Panel_LoadExcel(openPathOf(*Panel, source, path), path, false, XLInst, Panel))
             return false;
@@ -285,7 +284,6 @@ bool PanelPipeline::Panel_LoadExcel(const QString& OpenPath, const QString& Sour
         if (!workbook)
             return false;
         m_undrawn.clear();
-        m_placeDoubt.clear();
         bool drawn = false;
         {
             const auto closing = qScopeGuard([&] { workbook->Close(); });
@@ -351,9 +349,9 @@ bool PanelPipeline::captureRange(XLInstance& XLInst, const std::shared_ptr<Works
                                  bool IsPaste, const Record& Panel)
 {
     if (Panel->IsCustom == u"Y") {
-        const QString misfit = Panel_LoadCustom(XLInst, *Panel, SourcePath);
+        const QStringList notices = Panel_LoadCustom(XLInst, *Panel, SourcePath);
         sheet->Select();
-        return captureAdjusted(*sheet, Panel, misfit);
+        return captureAdjusted(*sheet, Panel, notices);
     }
 
     sheet->Select();
@@ -366,13 +364,11 @@ bool PanelPipeline::captureRange(XLInstance& XLInst, const std::shared_ptr<Works
     }
     if (IsPaste) {
         Panel->GetAdjRange(*sheet);
-        m_placeDoubt = placeDoubt(*Panel, *sheet);
-        return captureAdjusted(*sheet, Panel, QString());
+        return captureAdjusted(*sheet, Panel, {placeDoubt(*Panel, *sheet)});
     }
     const QString misfit = locateRange(*Panel, *sheet);
-    m_placeDoubt = placeDoubt(*Panel, *sheet);
     addStoredDefinition(*Panel, *sheet);
-    return captureAdjusted(*sheet, Panel, misfit);
+    return captureAdjusted(*sheet, Panel, {misfit, placeDoubt(*Panel, *sheet)});
 }
 
 void PanelPipeline::addStoredDefinition(const clsWorkspacePanel& located, Worksheet& sheet)
@@ -400,14 +396,14 @@ void PanelPipeline::addStoredDefinition(const clsWorkspacePanel& located, Worksh
         m_drawing.definitions.append(digest);
 }
 
-bool PanelPipeline::captureAdjusted(Worksheet& sheet, const Record& Panel, const QString& misfit)
+bool PanelPipeline::captureAdjusted(Worksheet& sheet, const Record& Panel, QStringList notices)
 {
     const QString range = Panel->adjRange(sheet);
     m_drawing.range = range;
     const QString unmarked = markThresholds(sheet, *Panel);
     if (!Panel_PasteExcel(sheet, Panel, u"S"_s, range))
         return false;
-    QStringList notices{misfit, picTemp.notice, m_placeDoubt, unmarked};
+    notices << picTemp.notice << unmarked;
     notices.removeAll(QString());
     picTemp.notice = notices.join(u'\n');
     return true;
@@ -427,7 +423,7 @@ QString PanelPipeline::markThresholds(Worksheet& sheet, const clsWorkspacePanel&
     }
 }
 
-QString PanelPipeline::Panel_LoadCustom(XLInstance& XLInst, clsWorkspacePanel& Panel, const QString& SourcePath)
+QStringList PanelPipeline::Panel_LoadCustom(XLInstance& XLInst, clsWorkspacePanel& Panel, const QString& SourcePath)
 {
     // The personal copy was built for display; the range must be found in the true file. What goes wrong here is
     // passed over, and the range is then drawn where it was located last.
@@ -440,8 +436,7 @@ QString PanelPipeline::Panel_LoadCustom(XLInstance& XLInst, clsWorkspacePanel& P
             return {};
         const auto sheet = workbook->WorksheetByName(Panel.SheetName);
         const QString misfit = locateRange(Panel, *sheet);
-        m_placeDoubt = placeDoubt(Panel, *sheet);
-        return misfit;
+        return {misfit, placeDoubt(Panel, *sheet)};
     } catch (const RuntimeError&) {
     }
     return {};

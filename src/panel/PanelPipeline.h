@@ -19,8 +19,8 @@ class Worksheet;
 /// Gets the picture of one panel: from its cached bitmap, from its workbook, or from a picture file. Works without a
 /// window, so that a dashboard can also be refreshed from a script; a window gives `applyView`.
 ///
-/// The only word between the update engine and this class is the cached file: where there is none that belongs to the
-/// project, the panel's definition and the present version of its workbook, the picture is drawn anew. Failures are
+/// Where there is no cached file that belongs to the project, the panel's definition and the present version of its
+/// workbook, the picture is drawn anew; while its source has a problem, the last one stands and says so. Failures are
 /// logged and shown by `prompts()` as each procedure says, and kept in `problem` for the panel.
 class PanelPipeline
 {
@@ -40,8 +40,8 @@ public:
 
     /// True when the picture is in picTemp and the view was applied.
     bool Panel_Load(XLInstance& XLInst, const Record& Panel, bool Refresh);
-    /// True when the picture was drawn anew, false when the cached file still stood (`problem` is then empty) or on a
-    /// failure.
+    /// True when the picture was drawn anew, false when the cached file still stood or on a failure, which `problem`
+    /// then names.
     bool Panel_Reload(XLInstance& XLInst, const Record& Panel);
     /// Draws the picture anew where the one at hand was drawn for another screen or another room, and leaves the
     /// panel's view alone. True when that was done. A scale that cannot be had is asked for once only.
@@ -59,8 +59,8 @@ public:
 
 private:
     bool loadContent(XLInstance& XLInst, clsPanelSource& source, const Record& Panel);
-    /// Answers what is wrong with the place that was found.
-    QString Panel_LoadCustom(XLInstance& XLInst, clsWorkspacePanel& Panel, const QString& SourcePath);
+    /// Answers what is to be said of the place that was found.
+    QStringList Panel_LoadCustom(XLInstance& XLInst, clsWorkspacePanel& Panel, const QString& SourcePath);
     bool Panel_LoadOther(const QString& Path) { return true; }
     QString Panel_FindFile();
     std::optional<QString> recoverFile(clsPanelSource& source, const QString& path);
@@ -74,7 +74,7 @@ private:
     double wantedScale(const clsWorkspacePanel& Panel, const TwipsSize& picture) const;
     /// `take` gives the picture at a scale, and throws where it cannot.
     QImage capture(const clsWorkspacePanel& Panel, const std::function<QImage(double)>& take);
-    bool captureAdjusted(Worksheet& sheet, const Record& Panel, const QString& misfit);
+    bool captureAdjusted(Worksheet& sheet, const Record& Panel, QStringList notices);
 
     // What a picture belongs to.
     static QString openPathOf(const clsWorkspacePanel& Panel, const clsPanelSource& source, const QString& path);
@@ -102,7 +102,6 @@ private:
     double m_askedScale = 0;   ///< that picTemp was to have; it has less where a picture of that size cannot be
     bool m_drawAnew = false;   ///< the cached picture does not count
     QString m_undrawn;         ///< set while picTemp must not be kept as the panel's picture
-    QString m_placeDoubt;      ///< of the range just found, for the notice
     PictureIdentity m_drawing; ///< of the picture that is being made
 };
 

@@ -4,7 +4,7 @@
 #include "platform/FileStamp.h"
 #include "repository/Database.h"
 #include "repository/clsWorkspacePanel.h"
-#include "repository/modUtilsSQL.h"
+#include "thresholds/ThresholdRules.h"
 
 #include <QCryptographicHash>
 #include <QFileInfo>
@@ -12,29 +12,6 @@
 namespace lumivane {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// The limits of a panel, a line for each.
-QStringList limitsOf(int panelID)
-{
-    QStringList lines;
-    std::shared_ptr<Recordset> rules;
-    if (panelID < 1 ||
-        !SQL_OpenRecordset(gDB, rules,
-                           u"SELECT * FROM LvnpanelThresholds WHERE PanelID = "_s + QString::number(panelID), false,
-                           u"clsWorkspacePanel"_s, u"lightCells"_s))
-        return lines;
-    for (; !rules->EOF_(); rules->MoveNext()) {
-        QStringList fields;
-        for (const char16_t* column : {u"rowOffset", u"colOffset", u"highExp", u"ifHigh", u"lowExp", u"ifLow"})
-            fields.append(rules->text(column));
-        lines.append(fields.join(u'\t'));
-    }
-    return lines;
-}
-
-} // namespace
 
 FileVersion FileVersion::of(const QString& path)
 {
@@ -63,7 +40,7 @@ QString definitionDigest(const clsWorkspacePanel& panel)
                       panel.ColWidths,
                       panel.RelativeTo,
                       panel.ContentMatch};
-    parts += limitsOf(panel.ID);
+    parts += thresholdLines(panel.ID);
     return QString::fromLatin1(
         QCryptographicHash::hash(parts.join(u'\n').toUtf8(), QCryptographicHash::Sha256).toHex());
 }

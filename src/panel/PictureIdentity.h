@@ -21,7 +21,7 @@ struct FileVersion
 };
 
 /// What a picture shows. Pictures are kept under the number of their panel alone, in a folder that all projects of an
-/// installation share, and other installations may open the same project: only this tells whether a picture is the
+/// installation share, and other installations may open the same project: only this says whether a picture is the
 /// panel's.
 struct PictureIdentity
 {

@@ -42,13 +42,6 @@ QRect pixelRect(const TwipsRect& rect)
     return {toPixels(rect.left), toPixels(rect.top), toPixels(rect.width), toPixels(rect.height)};
 }
 
-/// The time of the file that the picture shows, which need not be the newest.
-std::optional<QDateTime> shownVersionTime(const PanelPicture& picture)
-{
-    const QDateTime time = picture.identity.version.time();
-    return time.isValid() ? std::optional(time) : std::nullopt;
-}
-
 /// The last pixel of the dashboard at which a panel can still be stored, and the greatest length of one.
 int farthestPixel()
 {
@@ -296,8 +289,11 @@ void frmPanel::SetCaption()
     update();
     std::optional<QDateTime> stamp;
     const auto source = panel->Source();
-    if (gPanelTimeStamp && source)
-        stamp = shownVersionTime(m_pipeline.picTemp).value_or(source->NewestFileTime());
+    if (gPanelTimeStamp && source) {
+        // Of the file that the picture shows, which need not be the newest.
+        const QDateTime shown = m_pipeline.picTemp.identity.version.time();
+        stamp = shown.isValid() ? shown : source->NewestFileTime();
+    }
     QString text = panelCaptionText(shownName(panel->Caption), mark, stamp, Clock::now());
     setAccessibleName(text);
     // A text wider than the panel is not centred, and may be wider than a length that is kept.
@@ -341,13 +337,12 @@ void frmPanel::arrange()
     const auto panel = record();
     if (!panel || isMinimized() || m_unloading)
         return;
-    const bool before = std::exchange(IsLoad, true); // the user has changed nothing
+    const QScopedValueRollback notTheUsers(IsLoad, true), quiet(m_loading, true);
     try {
         showView(panel->ViewType);
     } catch (const RuntimeError&) {
         // It stays as it was laid out before.
     }
-    IsLoad = before;
 }
 
 void frmPanel::setView(const QString& viewType)

@@ -67,12 +67,6 @@ QString fittingFile(const QString& folder, const QString& mask)
            QLocale().toString(FileDateTime(newest), u"d MMM yyyy HH:mm"_s);
 }
 
-bool isSameFolder(const QString& one, const QString& other)
-{
-    const QString first = QFileInfo(one).canonicalFilePath();
-    return !first.isEmpty() && first == QFileInfo(other).canonicalFilePath();
-}
-
 /// The labels stand in several grids; their fields are to begin at one line all the same.
 void alignLabels(std::initializer_list<QLabel*> labels)
 {
@@ -193,7 +187,7 @@ void frmPanelProperties::showFittingFile()
             folder = ui->txtSourceFolder->text();
         else if (ui->cmbUpdateType->currentText() == u"default")
             folder = source()->DestFolder;
-        if (ui->cmbUpdateType->currentText() == u"folder" && isSameFolder(folder, source()->DestFolder))
+        if (ui->cmbUpdateType->currentText() == u"folder" && isSamePlace(folder, source()->DestFolder))
             ui->txtFits->setText(u"This is the folder of the current file."_s);
         else if (!folder.trimmed().isEmpty() && !isBlank(*ui->txtMask))
             ui->txtFits->setText(fittingFile(withDelimiter(folder), ui->txtMask->text()));
@@ -263,7 +257,7 @@ bool frmPanelProperties::ValidateFolder()
     if (isBlank(*ui->txtFrequency))
         return refuse(u"No frequency specified."_s, *ui->txtFrequency);
     const QString folder = withDelimiter(ui->txtSourceFolder->text());
-    if (isSameFolder(folder, source()->DestFolder))
+    if (isSamePlace(folder, source()->DestFolder))
         return refuse(u"The source folder is the folder of the current file itself. New files there are found with the "
                       "update location \"default\". Please choose that, or another source folder."_s,
                       *ui->txtSourceFolder);

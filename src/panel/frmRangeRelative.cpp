@@ -131,7 +131,6 @@ void frmRangeRelative::lookAtWorkbook()
         m_moved = movedDefinition(*m_panel, sheet());
     } catch (const RuntimeError& error) {
         // A rule can be chosen without the workbook; the range stays as stored.
-        m_unreadable = true;
         LogError(objectName(), u"Form_Activate"_s, error.number(), error.description(), false);
     }
 }
@@ -175,7 +174,7 @@ void frmRangeRelative::showFound()
 QString frmRangeRelative::foundText()
 {
     const int rule = ui->cmbRelativeTo->currentIndex();
-    if (m_unreadable)
+    if (!m_opened)
         return u"What a rule finds now is not known, because the workbook cannot be read."_s;
     if (rule < 0)
         return {};
@@ -187,9 +186,7 @@ QString frmRangeRelative::foundText()
     const QString first = plainAddress(found.NewCell);
     const auto chosen = chosenCell();
     if (!chosen && m_hasStoredValue) {
-        const SheetRange cell = sheet().Range(first);
-        const bool isThere = cell.ValueText().compare(m_content, Qt::CaseInsensitive) == 0 ||
-                             sheet().shownText(cell.Row(), cell.Column()).compare(m_content, Qt::CaseInsensitive) == 0;
+        const bool isThere = sheet().Find(sheet().Range(first).area(), {m_content}).has_value();
         return address + (isThere ? u"\nThe stored value is found in %1."_s.arg(first)
                                   : u"\nThe stored value is not found now, so the range stays where it is stored."_s);
     }

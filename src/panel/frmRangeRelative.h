@@ -60,7 +60,6 @@ private:
     bool m_hasStoredValue = false; ///< m_anchor and m_content stand in the panel, and nothing else has been chosen
     QString m_anchorNow;           ///< the cell of the stored value in the present version
     std::unique_ptr<PanelSheet> m_opened;
-    bool m_unreadable = false; ///< the workbook could not be read when the dialog opened
     std::vector<AnchorChoice> m_choices;
     int m_firstRow = 1, m_firstColumn = 1; ///< of the range in the workbook's present version
     /// The panel's definition in the present version of the workbook, where the range has moved.

@@ -5,6 +5,8 @@
 #include "platform/RuntimeError.h"
 #include "repository/clsWorkspacePanel.h"
 
+#include <QScopeGuard>
+
 namespace lumivane {
 
 using namespace Qt::StringLiterals;
@@ -32,16 +34,18 @@ QString locateRange(clsWorkspacePanel& panel, Worksheet& ws)
         return {};
     }
     if (!findsPlace(panel, ws)) {
-        panel.RelativeTo = u"top"_s;
-        panel.GetAdjRange(ws);
-        panel.RelativeTo = rule;
+        {
+            const auto back = qScopeGuard([&] { panel.RelativeTo = rule; });
+            panel.RelativeTo = u"top"_s;
+            panel.GetAdjRange(ws);
+        }
         return u"The rule of this panel finds no place for its range on the sheet %1. The range is shown where it was "
                "last."_s.arg(ws.Name());
     }
     QString bottom, anchor, content;
     panel.parseContentMatch(bottom, anchor, content);
     const auto from = CellArea::parse(byBottom ? bottom : anchor);
-    const auto to = CellArea::parse(byBottom ? RealBottomRight(ws) : panel.NewCell);
+    const auto to = CellArea::parse(byBottom ? LastFilledCell(ws) : panel.NewCell);
     if (from && to &&
         (to->firstRow - from->firstRow != panel.rowOffset() ||
          to->firstColumn - from->firstColumn != panel.columnOffset()))

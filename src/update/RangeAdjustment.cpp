@@ -39,8 +39,7 @@ public:
             return;
         clsWorkspacePanel panel;
         panel.LoadFromRecSet(m_database, row);
-        clsWorkspacePanel located = panel;
-        if (const QString reason = locateRange(located, *sheet); !reason.isEmpty()) {
+        if (const QString reason = misfit(panel, *sheet); !reason.isEmpty()) {
             LogEvent(adjustModule, adjustProcedure, u"%1: %2"_s.arg(panel.Caption, reason), false);
             return;
         }
@@ -49,6 +48,16 @@ public:
     }
 
 private:
+    /// Why the range may not be moved on; one panel that fails keeps the others from nothing.
+    static QString misfit(clsWorkspacePanel located, Worksheet& sheet)
+    {
+        try {
+            return locateRange(located, sheet);
+        } catch (const RuntimeError& failure) {
+            return failure.description();
+        }
+    }
+
     std::shared_ptr<Worksheet> worksheet(const QString& name)
     {
         if (m_unreadable.contains(name))

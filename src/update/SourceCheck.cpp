@@ -16,6 +16,7 @@
 #include "update/Stillness.h"
 
 #include <QFileInfo>
+#include <QScopeGuard>
 
 // How a source finds out that its workbook has a new version: one step fetches it into the destination folder, another
 // adopts what lies there. The two are kept apart, so that a file that somebody drops into the folder is adopted too.
@@ -58,12 +59,6 @@ bool isNoFile(const QString& path)
 QString withExtension(const QString& name, const QString& extension)
 {
     return extension.isEmpty() ? name : QString(name % u'.' % extension);
-}
-
-/// The name of a file without its folder.
-QString fileNameOf(const QString& path)
-{
-    return path.sliced(FileFolder(path).size() + (path.contains(PathDelimiter(path)) ? 1 : 0));
 }
 
 /// A wild card at the very beginning, as in "*.xls", names any file; one behind it names a series of files.
@@ -212,7 +207,7 @@ QString clsPanelSource::chkOutlook(QDateTime& Dt)
         if (!mailIntake())
             return {};
         const QString saved = mailIntake()({OLSubject, OLAttach, OLFolder, LastUpdated, DestFolder}, Dt);
-        return saved.isEmpty() ? QString() : fileNameOf(saved);
+        return saved.isEmpty() ? QString() : FilePart(saved);
     });
 }
 
@@ -237,20 +232,20 @@ QString clsPanelSource::chkExtern(QDateTime&)
 
 bool clsPanelSource::chkNewestFile(const std::shared_ptr<Database>& DB)
 {
-    bool broken = true;
+    bool foundNone = false;
     const bool adopted = trapped(*this, u"modPanelSources"_s, u"chkNewestFile"_s, [&] {
         const QString title = u"Select folder to check for files named ["_s % Mask % u']';
         if (askForMissingFolder(DestFolder, title, SourceFolder)) {
             SaveToDB(DB);
             prompts().doEvents();
         } else if (!FolderExists(DestFolder)) {
-            broken = false;
+            foundNone = true;
             return findsNothing(u"The folder [%1] was not found."_s.arg(DestFolder));
         }
         requireListable(DestFolder);
         const QString candidate = FindNewestFile(DestFolder % Mask);
         if (isNoFile(candidate)) {
-            broken = false;
+            foundNone = true;
             return findsNothing(u"No file named [%1] was found in [%2]."_s.arg(Mask, DestFolder));
         }
         const FileStamp stamp = FileStamp::of(candidate);
@@ -261,12 +256,10 @@ bool clsPanelSource::chkNewestFile(const std::shared_ptr<Database>& DB)
             else
                 waitFor(candidate);
         }
-        broken = false;
-        IsChecked = true;
         return taken;
     });
-    // One failure a pass is enough: the next panel of the source would only meet it again.
-    if (broken)
+    // Looked at once a pass, also where that failed: the next panel of the source would only meet the failure again.
+    if (!foundNone)
         IsChecked = true;
     return adopted;
 }
@@ -285,7 +278,7 @@ bool clsPanelSource::isNewVersion(const QString& candidate, const FileStamp& sta
 bool clsPanelSource::completesTheFetched(const QString& newest) const
 {
     // Only a copy that nobody has changed since it was fetched may be replaced without a newer time.
-    const QString copy = DestFolder % fileNameOf(newest);
+    const QString copy = DestFolder % FilePart(newest);
     if (!FileExists(copy) || FileDateTime(copy) != LastUpdated)
         return false;
     return FileStamp::of(copy).size != FileStamp::of(newest).size || FileDateTime(newest) != LastUpdated;
@@ -324,38 +317,28 @@ bool clsPanelSource::findsNothing(const QString& reason)
 
 bool clsPanelSource::adopt(const std::shared_ptr<Database>& DB, const QString& candidate, const FileStamp& stamp)
 {
-    const QString formerFile = NewestFile;
-    const QDateTime formerTime = LastChecked;
-    bool changed = false;
     const HeldMessages held; // the project is locked until all is written
     // A version that is stored as taken over is not looked at again: it must not be on the disk without its ranges when
     // the program is ended in between.
     Database::Bulk together(*DB);
-    try {
-        NewestFile = fileNameOf(candidate);
-        if (!UpdateLastChecked(DB, FileDateTime(candidate)))
-            throw RuntimeError(
-                RuntimeError::PathAccess,
-                u"The project could not be changed, and the new version [%1] is not taken over."_s.arg(candidate));
-        AdjustRanges(DB, DestFolder % NewestFile);
-        changed = FileStamp::of(candidate) != stamp;
-        if (!changed) {
-            ClearBMPs(DB);
-            together.finish();
-        }
-    } catch (const RuntimeError&) {
+    auto undo = qScopeGuard([&, formerFile = NewestFile, formerTime = LastChecked] {
         together.takeBack();
         NewestFile = formerFile;
         LastChecked = formerTime;
-        throw;
-    }
-    if (changed) {
-        together.takeBack();
-        NewestFile = formerFile;
-        LastChecked = formerTime;
+    });
+    NewestFile = FilePart(candidate);
+    if (!UpdateLastChecked(DB, FileDateTime(candidate)))
+        throw RuntimeError(
+            RuntimeError::PathAccess,
+            u"The project could not be changed, and the new version [%1] is not taken over."_s.arg(candidate));
+    AdjustRanges(DB, DestFolder % NewestFile);
+    if (FileStamp::of(candidate) != stamp) {
         waitFor(candidate);
         return false;
     }
+    ClearBMPs(DB);
+    together.finish();
+    undo.dismiss();
     m_current = {candidate, stamp};
     m_lost.clear();
     return true;
@@ -367,7 +350,7 @@ void clsPanelSource::TakeChosenFile(const std::shared_ptr<Database>& DB, const Q
     DestFolder = withDelimiter(FileFolder(path));
     SaveToDB(DB);
     if (!ownsFullPath()) {
-        NewestFile = QFileInfo(path).fileName();
+        NewestFile = FilePart(path);
         UpdateLastChecked(DB, LastChecked);
     }
     Problem.clear();

@@ -1,10 +1,8 @@
 #include "panel/PanelPipeline.h"
 
 #include "panel/ProjectFixture.h"
-#include "platform/RuntimeError.h"
 #include "repository/Database.h"
 #include "repository/clsPanelSource.h"
-#include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
 #include "services/ProgramFiles.h"
 #include "support/TextTable.h"
@@ -310,7 +308,7 @@ TEST_F(Pipeline, ALostFileIsMissedBeforeTheCacheIsLookedAt)
     EXPECT_FALSE(cached(*m_panel)) << "a refresh deletes the cache before it misses the file";
 }
 
-TEST_F(Pipeline, AFoundFileIsStoredWithItsFolderButNotItsName)
+TEST_F(Pipeline, AFoundFileIsStoredWithItsFolderAndFoundAgain)
 {
     QDir(m_folder.path()).mkdir(u"elsewhere"_s);
     const QString found = m_folder.filePath(u"elsewhere/copy.xlsx"_s);

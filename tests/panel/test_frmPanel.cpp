@@ -7,7 +7,6 @@
 #include "repository/clsWorkspacePanel.h"
 #include "services/modMain.h"
 
-#include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QLabel>

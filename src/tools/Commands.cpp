@@ -1,10 +1,9 @@
 #include "tools/Commands.h"
 
-#include "platform/RuntimeError.h"
-#include "platform/ShownText.h"
+#include "platform/Failures.h"
+#include "tools/Output.h"
 
 #include <QList>
-#include <cstdio>
 
 namespace lumivane {
 
@@ -82,16 +81,11 @@ const QList<Command>& commands()
     return list;
 }
 
-void tell(const QString& text)
-{
-    std::fprintf(stderr, "%s\n", shownText(text).toLocal8Bit().constData());
-}
-
 int refuse(const QString& reason, const QList<Command>& shown)
 {
-    tell(u"lumivanectl: "_s + reason);
+    printError(u"lumivanectl: "_s + reason);
     for (const Command& command : shown)
-        tell(u"usage: lumivanectl %1 %2"_s.arg(command.name, command.usage));
+        printError(u"usage: lumivanectl %1 %2"_s.arg(command.name, command.usage));
     return 2;
 }
 
@@ -107,8 +101,8 @@ int runCommand(const QStringList& words)
             return command.run(CommandLine(words.mid(1), command.form));
         } catch (const UsageError& error) {
             return refuse(QString::fromUtf8(error.what()), {command});
-        } catch (const RuntimeError& error) {
-            tell(u"lumivanectl: "_s + error.description());
+        } catch (const std::exception& failure) {
+            printError(u"lumivanectl: "_s + describedFailure(failure).description());
             return 1;
         }
     }

@@ -31,7 +31,7 @@ QString refreshPanel(const std::shared_ptr<clsWorkspacePanel>& panel, bool& fail
         return drawn ? u"drawn anew"_s : u"unchanged"_s;
     // What is being written is no failure; the next pass comes.
     const auto source = panel->Source();
-    if (source && source->IsWaiting)
+    if (source && source->IsWaiting && pipeline.problem == source->Problem)
         return u"waiting: "_s + pipeline.problem.simplified();
     failed = true;
     return u"failed: "_s + pipeline.problem.simplified();
@@ -60,15 +60,16 @@ int snapshotCommand(const CommandLine& line)
     project.loadDashboard(line.argument(1));
     const DashboardPicture picture = drawDashboard();
     writePicture(picture.image, line.argument(2));
+    QStringList missing;
     if (!picture.cutPanels.isEmpty())
-        throw RuntimeError(RuntimeError::ApplicationDefined,
-                           u"The picture ends at %1 x %2 pixels, so these panels are not or not wholly on it: %3."_s
-                               .arg(picture.image.width())
-                               .arg(picture.image.height())
-                               .arg(picture.cutPanels.join(u", "_s)));
+        missing << u"The picture ends at %1 x %2 pixels, so these panels are not or not wholly on it: %3."_s
+                       .arg(picture.image.width())
+                       .arg(picture.image.height())
+                       .arg(picture.cutPanels.join(u", "_s));
     if (!picture.failedPanels.isEmpty())
-        throw RuntimeError(RuntimeError::ApplicationDefined,
-                           u"No current picture could be had for: %1."_s.arg(picture.failedPanels.join(u", "_s)));
+        missing << u"No current picture could be had for: %1."_s.arg(picture.failedPanels.join(u", "_s));
+    if (!missing.isEmpty())
+        throw RuntimeError(RuntimeError::ApplicationDefined, missing.join(u' '));
     return 0;
 }
 

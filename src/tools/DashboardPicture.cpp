@@ -2,7 +2,6 @@
 
 #include "dashboard/DashboardArea.h"
 #include "host/modUtilsExcel.h"
-#include "panel/Twips.h"
 #include "panel/frmPanel.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"

@@ -149,11 +149,11 @@ bool SheetDescription::filtered(int row) const
 QJsonObject SheetDescription::cells() const
 {
     QJsonObject result;
-    const auto& rows = m_sheet->rows;
-    for (size_t i = m_sheet->rowIndexFrom(m_covered.firstRow); i < rows.size() && rows[i].row <= m_covered.lastRow; ++i)
+    const auto [begin, end] = m_sheet->rowIndices(m_covered);
+    for (size_t i = begin; i < end; ++i)
         for (const Cell& cell : m_sheet->cellsIn(i, m_covered.firstColumn, m_covered.lastColumn))
             if (const QString text = m_shown->shown(cell); !text.isEmpty())
-                result.insert(CellArea::cell(rows[i].row, cell.column).relative(), text);
+                result.insert(CellArea::cell(m_sheet->rows[i].row, cell.column).relative(), text);
     return result;
 }
 

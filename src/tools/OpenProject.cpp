@@ -11,11 +11,16 @@ namespace lumivane {
 
 using namespace Qt::StringLiterals;
 
-OpenProject::OpenProject(const QString& file, const QString& home)
+void useProgramFolder(const QString& home)
 {
     if (!home.isEmpty())
         setProgramFolder(home);
     GetOptionsSettings();
+}
+
+OpenProject::OpenProject(const QString& file, const QString& home)
+{
+    useProgramFolder(home);
     gDB = Database::open(file, databaseConnect());
     gSources = std::make_shared<clsSources>();
     if (!gSources->LoadAll(gDB))

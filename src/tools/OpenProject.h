@@ -1,12 +1,11 @@
 #pragma once
 
-#include <QList>
 #include <QString>
-#include <memory>
 
 namespace lumivane {
 
-class clsWorkspace;
+/// Takes the settings of a program folder; empty: of the one that the program has.
+void useProgramFolder(const QString& home);
 
 /// A project as the program has it open, for one command: gDB, gSources and gWorkspace are set while this object
 /// lives. Throws RuntimeError with a sentence naming the file or the dashboard.

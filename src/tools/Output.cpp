@@ -57,4 +57,10 @@ void writePicture(const QImage& picture, const QString& file)
                            u"The picture %1 cannot be written: %2."_s.arg(file, target.errorString()));
 }
 
+void printError(const QString& text, const char* remark)
+{
+    // Messages are made of several lines with the line ends of boxes.
+    std::fprintf(stderr, "%s%s\n", shownText(text).remove(QChar(u'\r')).toLocal8Bit().constData(), remark);
+}
+
 } // namespace lumivane

@@ -4,8 +4,8 @@
 #include "platform/ApplicationInfo.h"
 #include "platform/RuntimeError.h"
 #include "repository/clsWorkspacePanel.h"
-#include "session/Startup.h"
 #include "tools/Commands.h"
+#include "tools/OpenProject.h"
 #include "tools/Output.h"
 #include "tools/WorkbookArguments.h"
 
@@ -31,11 +31,9 @@ CellArea areaArgument(const QString& text)
 QImage comparisonPicture(const QString& path, const QString& sheetName, const CellArea& area, double scale)
 {
     const auto file = engine::WorkbookFile::open(path);
-    const auto sheet =
-        std::make_shared<engine::SheetContent>(*file->sheet(sheetIndex(*file->content(), path, sheetName)));
-    sheet->view.gridLines = false;
-    return engine::SheetPainter(std::make_shared<engine::ShownSheet>(file->content(), sheet), engine::Metrics::Calc)
-        .image(area, scale);
+    const auto sheet = std::make_shared<engine::ShownSheet>(file->content(),
+                                                            file->sheet(sheetIndex(*file->content(), path, sheetName)));
+    return engine::SheetPainter(sheet, engine::Metrics::Calc).image(area, scale);
 }
 
 } // namespace
@@ -47,7 +45,7 @@ int renderCommand(const CommandLine& line)
     const double scale = line.number(u"scale"_s, 1, leastScale, mostScale);
     const QImage picture = comparesWithCalc(line)
                                ? comparisonPicture(line.argument(0), line.argument(1), area, scale)
-                               : OpenSheet(line.argument(0), line.argument(1)).sheet->CopyPicture(area, scale);
+                               : SheetArgument(line.argument(0), line.argument(1)).sheet().CopyPicture(area, scale);
     writePicture(picture, line.argument(3));
     return 0;
 }
@@ -56,17 +54,15 @@ int renderChartCommand(const CommandLine& line)
 {
     requireEmbedded(line);
     const double scale = line.number(u"scale"_s, 1, leastScale, mostScale);
-    writePicture(OpenSheet(line.argument(0), line.argument(1)).sheet->CopyShapePicture(line.argument(2), scale),
+    writePicture(SheetArgument(line.argument(0), line.argument(1)).sheet().CopyShapePicture(line.argument(2), scale),
                  line.argument(3));
     return 0;
 }
 
 int locateCommand(const CommandLine& line)
 {
-    if (const QString home = line.option(u"home"_s); !home.isEmpty())
-        setProgramFolder(home);
-    GetOptionsSettings(); // says how far panels may reach
-    const OpenSheet opened(line.argument(0), line.argument(1));
+    useProgramFolder(line.option(u"home"_s)); // its settings say how far panels may reach
+    const SheetArgument opened(line.argument(0), line.argument(1));
     clsWorkspacePanel panel;
     panel.ContentType = u"S"_s;
     panel.SheetName = line.argument(1);
@@ -74,9 +70,9 @@ int locateCommand(const CommandLine& line)
     panel.RelativeTo = line.option(u"relative-to"_s);
     panel.ContentMatch = line.option(u"content-match"_s);
     if (line.flag(u"adjust"_s))
-        panel.AdjustAll(*opened.sheet);
+        panel.AdjustAll(opened.sheet());
     else
-        panel.GetAdjRange(*opened.sheet);
+        panel.GetAdjRange(opened.sheet());
     QJsonObject result{{u"range"_s, panel.adjMovRange()},
                        {u"anchor"_s, panel.NewCell},
                        {u"row_offset"_s, panel.rowOffset()},

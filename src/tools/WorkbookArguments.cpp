@@ -40,18 +40,14 @@ int sheetIndex(const engine::WorkbookContent& workbook, const QString& path, con
     refuseSheet(path, name, names);
 }
 
-OpenSheet::OpenSheet(const QString& path, const QString& sheetName)
-    : m_worker(hostFactory().worker()), m_workbook(m_worker->Open(path))
+SheetArgument::SheetArgument(const QString& path, const QString& sheetName)
 {
-    sheet = m_workbook->WorksheetByName(sheetName);
-    if (!sheet)
-        refuseSheet(path, sheetName, m_workbook->WorksheetNames());
-}
-
-OpenSheet::~OpenSheet()
-{
-    m_workbook->Close();
-    m_worker->Quit();
+    if (!m_worker)
+        throw RuntimeError(RuntimeError::ObjectNotSet, u"No spreadsheet engine could be started."_s);
+    const auto workbook = m_worker->Open(path);
+    m_sheet = workbook->WorksheetByName(sheetName);
+    if (!m_sheet)
+        refuseSheet(path, sheetName, workbook->WorksheetNames());
 }
 
 } // namespace lumivane

@@ -4,7 +4,6 @@
 #include "ToolsFixture.h"
 
 #include <QImage>
-#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 

@@ -31,14 +31,14 @@ constexpr int twipsPerPixel = 15;
     throw RuntimeError(RuntimeError::ApplicationDefined, sentence);
 }
 
-/// The reports lie in both folders: where new versions arrive, and where the program keeps those it works with. They
-/// are dated yesterday, so that a version delivered today is newer and looks so.
 /// When the first version came.
 QDateTime yesterday()
 {
     return QDateTime(QDate::currentDate().addDays(-1), QTime(17, 30));
 }
 
+/// The reports lie in both folders: where new versions arrive, and where the program keeps those it works with. They
+/// are dated yesterday, so that a version delivered today is newer and looks so.
 void putFirstVersion(const QDir& folder)
 {
     for (const QString& name : {u"incoming"_s, u"working"_s}) {

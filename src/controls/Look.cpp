@@ -9,7 +9,7 @@
 #include <QWindow>
 
 // Outside the namespace, as the macro demands.
-static void initDashboardResource()
+static void initControlsResource()
 {
     Q_INIT_RESOURCE(controls);
 }
@@ -97,7 +97,7 @@ public:
 
 QIcon dashboardIcon(const QString& name)
 {
-    initDashboardResource();
+    initControlsResource();
     QFile file(u":/icons/"_s + name + u".svg"_s);
     return file.open(QIODevice::ReadOnly) ? QIcon(new DrawnIcon(file.readAll())) : QIcon();
 }

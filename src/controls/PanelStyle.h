@@ -20,8 +20,8 @@ public:
     static bool isDark(const QPalette& palette);
     /// A panel window whose property of this name is true gets a sign in its title.
     static constexpr const char* noticeProperty = "panelNotice";
-    /// What frame a panel window has, a Frame as a number.
     enum class Frame { Plain, Marked, Base };
+    /// What frame a panel window has, a Frame as a number.
     static constexpr const char* markProperty = "panelMark";
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;

@@ -104,7 +104,6 @@ void frmLogin::cmdOK_Click()
         }
         openProject(fileName);
     } catch (const RuntimeError& error) {
-        prompts().setPointer(Prompts::Pointer::Default);
         LogError(objectName(), u"cmdOK_Click"_s, error.number(), error.description(), true);
     }
 }

@@ -168,6 +168,8 @@ private:
     void refreshDashboard();
     void refreshActivePanel(frmPanel& panel);
     void checkPanels();
+    /// What the timer does, not the user: a failure ends it without a box.
+    void runQuietly(const std::function<void()>& steps);
     void sharpenPanel(frmPanel& panel);
     void openPanelWindows(XLInstance& XLInst, bool Refresh, const clsWorkspacePanel* leftOut = nullptr);
     bool loadMarked(frmPanel& panel, XLInstance& XLInst, bool Refresh);

@@ -21,6 +21,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QMenu>
+#include <QScopeGuard>
 #include <QSignalBlocker>
 
 // The commands that make, open, save and delete dashboards, and the list of dashboards.
@@ -143,29 +144,28 @@ frmWorkspace::Saved frmWorkspace::saveUnderNewName(const QString& Mode, bool asC
         for (int i = 1; i <= gWorkspace->NumPanels(); ++i)
             gWorkspace->Panels(i)->becomeCopy();
     }
-    const bool saved = Workspace_Save();
-    if (gWorkspace->ID < 1)
-        before.giveBackTo(*gWorkspace); // it has no row of its own
-    IsBusy = false;
-    return saved ? Saved::Yes : Saved::Failed;
+    const auto end = qScopeGuard([&] {
+        if (gWorkspace->ID < 1)
+            before.giveBackTo(*gWorkspace); // it has no row of its own
+        IsBusy = false;
+    });
+    return Workspace_Save() ? Saved::Yes : Saved::Failed;
 }
 
 bool frmWorkspace::Workspace_Save()
 {
     IsBusy = true;
+    const auto idle = qScopeGuard([this] { IsBusy = false; });
+    IsModified = true; // until all of it is stored
     const bool saved = gWorkspace->SaveToDB(gDB);
-    if (saved) {
+    if (saved)
         ClearDirty();
-        SetFormCaption(gWorkspace->Name);
-    } else {
-        IsModified = true;
-    }
     // A dashboard that was stored in part has its row, and so its entry.
     if (saved || (gWorkspace->ID > 0 && m_actions.cmbWorkspaces->findData(gWorkspace->ID) < 0)) {
+        SetFormCaption(gWorkspace->Name);
         cmbWorkspaces_Load();
         showInList(gWorkspace->ID);
     }
-    IsBusy = false;
     return saved;
 }
 

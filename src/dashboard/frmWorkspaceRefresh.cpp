@@ -34,17 +34,22 @@ void frmWorkspace::Workspace_CheckUpdates()
 {
     if (IsBusy || EditMode)
         return;
+    runQuietly([this] {
+        const PassReport report;
+        gSources->ClearFlags();
+        checkPanels();
+        m_lastCheck->setText(u"Last check "_s + Clock::now().toString(u"HH:mm"_s));
+    });
+}
+
+void frmWorkspace::runQuietly(const std::function<void()>& steps)
+{
     IsBusy = true;
     prompts().setPointer(Prompts::Pointer::ArrowHourglass);
     try {
-        runToItsEnd([this] {
-            const PassReport report;
-            gSources->ClearFlags();
-            checkPanels();
-            m_lastCheck->setText(u"Last check "_s + Clock::now().toString(u"HH:mm"_s));
-        });
+        runToItsEnd(steps);
     } catch (const std::exception&) {
-        // A pass ends without a word; the next one comes soon enough.
+        // It ends without a word; the next pass comes soon enough.
     }
     IsBusy = false;
     prompts().setPointer(Prompts::Pointer::Default);
@@ -68,20 +73,10 @@ void frmWorkspace::sharpenPanel(frmPanel& panel)
 {
     if (IsBusy)
         return; // the next pass sees to it
-    IsBusy = true;
-    prompts().setPointer(Prompts::Pointer::ArrowHourglass);
-    try {
-        runToItsEnd([&panel] {
-            XLInstance XLInst;
-            if (Excel_Init(XLInst))
-                panel.Panel_Sharpen(XLInst);
-            Excel_Exit(XLInst);
-        });
-    } catch (const RuntimeError&) {
-        // The picture at hand serves until the next pass.
-    }
-    IsBusy = false;
-    prompts().setPointer(Prompts::Pointer::Default);
+    runQuietly([&panel] {
+        if (JobWorker worker; worker)
+            panel.Panel_Sharpen(worker.instance());
+    });
 }
 
 void frmWorkspace::mnuWorkspaceRefresh_Click()

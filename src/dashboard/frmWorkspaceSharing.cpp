@@ -67,7 +67,7 @@ void frmWorkspace::reloadSources()
     }
     gSources = sources;
     cmbWorkspaces_Load();
-    ComboSelectByData(*m_actions.cmbWorkspaces, gWorkspace->ID);
+    showInList(gWorkspace->ID);
 }
 
 void frmWorkspace::mnuPanelThresholds_Click()

@@ -1,7 +1,7 @@
 #include "assist/modHTMLHelp.h"
 #include "platform/RuntimeError.h"
+#include "services/ProgramFolder.h"
 #include "services/modUtilsINI.h"
-#include "session/ProgramFolder.h"
 
 #include <QUrl>
 

@@ -8,6 +8,7 @@
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
 #include "services/modUtilsINI.h"
+#include "support/LargeSheets.h"
 
 #include <QAction>
 #include <QFile>
@@ -271,10 +272,11 @@ TEST_F(FailedSave, KeepsTheDashboardUntilItsUserGivesItUp)
 
 TEST_F(FailedSave, NamesThePanelThatStandsTooFarOut)
 {
-    setLargeSheets(true);
-    start();
-    window().panelWindows().first()->setPlace(45000, 450);
-    setLargeSheets(false);
+    {
+        const test::LargeSheets unlimited;
+        start();
+        window().panelWindows().first()->setPlace(45000, 450);
+    }
     EXPECT_FALSE(close(false));
     ASSERT_EQ(m_user.shown.size(), 1);
     EXPECT_TRUE(m_user.shown[0].contains(u"Panel 'One' cannot be stored where it is."_s));
@@ -312,7 +314,7 @@ TEST_F(Lifecycle, APanelThatEndedTheProgramIsLeftOutOnce)
     storeDashboard(u"Morning"_s, {u"One"_s, u"Two"_s});
     const int culprit = gWorkspace->Panels(1)->ID;
     const auto captionsAfterTheEnd = [&](const QString& project) {
-        new LoadMark(project, culprit); // never ends its load
+        const LoadMark mark(project, culprit); // its load has not ended at the next start
         start();
         return panelCaptions();
     };

@@ -79,6 +79,20 @@ bool askForMissingFolder(QString& folder, const QString& title, const QString& s
     return true;
 }
 
+/// The files that this pass may still take over, of all sources.
+QStringList filesToJudge()
+{
+    QStringList files;
+    for (int i = 1; gSources && i <= gSources->Count(); ++i) {
+        const auto source = gSources->SourceByIndex(i);
+        if (source->UpdateType == "folder"_L1 && !source->IsUpdated)
+            files << FindNewestFile(source->SourceFolder % source->Mask);
+        if (!source->IsChecked)
+            files << FindNewestFile(source->DestFolder % source->Mask);
+    }
+    return files;
+}
+
 /// A folder that cannot be listed must not pass for an empty one.
 void requireListable(const QString& folder)
 {
@@ -294,6 +308,8 @@ bool clsPanelSource::standsStill(const QString& path, const FileStamp& stamp) co
             return false;
         pauseFor(rest);
     }
+    if (!isLookedAt(path, stamp))
+        lookAt(filesToJudge());
     return staysAsItWas(path, stamp);
 }
 

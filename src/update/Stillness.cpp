@@ -3,13 +3,26 @@
 #include "platform/Clock.h"
 
 #include <chrono>
+#include <map>
 #include <thread>
 
 namespace lumivane {
 
 namespace {
 
-constexpr int betweenLooks = 200; // milliseconds
+constexpr std::chrono::milliseconds betweenLooks(200);
+
+struct FirstLooks
+{
+    std::chrono::steady_clock::time_point time;
+    std::map<QString, FileStamp> files;
+};
+
+FirstLooks& firstLooks()
+{
+    static FirstLooks looks;
+    return looks;
+}
 
 std::function<void(int)>& thePause()
 {
@@ -26,9 +39,28 @@ int untilGrown(const FileStamp& stamp)
     return age >= 0 && age < youth ? static_cast<int>(youth - age) : 0;
 }
 
+void lookAt(const QStringList& paths)
+{
+    firstLooks() = {};
+    for (const QString& path : paths)
+        firstLooks().files.emplace(path, FileStamp::of(path));
+    firstLooks().time = std::chrono::steady_clock::now();
+}
+
+bool isLookedAt(const QString& path, const FileStamp& stamp)
+{
+    const auto look = firstLooks().files.find(path);
+    return look != firstLooks().files.end() && look->second == stamp;
+}
+
 bool staysAsItWas(const QString& path, const FileStamp& firstLook)
 {
-    pauseFor(betweenLooks);
+    using namespace std::chrono;
+    auto rest = betweenLooks;
+    if (isLookedAt(path, firstLook))
+        rest -= duration_cast<milliseconds>(steady_clock::now() - firstLooks().time);
+    if (rest > 0ms)
+        pauseFor(int(rest.count()));
     return FileStamp::of(path) == firstLook;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/FileStamp.h"
 
+#include <QStringList>
 #include <functional>
 
 namespace lumivane {
@@ -15,7 +16,11 @@ inline constexpr int youth = 2000;
 
 /// Milliseconds until a file of this time is no longer young; 0 for one that is not, or whose time lies ahead.
 int untilGrown(const FileStamp& stamp);
-/// Whether the file is still as it was at the first look. Lets some time pass in between.
+/// Takes the first look at files that will be judged soon, so that one pause serves them all. Forgets earlier looks.
+void lookAt(const QStringList& paths);
+/// Whether the file looked like this then.
+bool isLookedAt(const QString& path, const FileStamp& stamp);
+/// Whether the file is still as it was at this first look. Lets pass what is missing of the time between two looks.
 bool staysAsItWas(const QString& path, const FileStamp& firstLook);
 
 /// How time is let pass: the thread sleeps, if not set otherwise. Tests do without, or let a file change meanwhile.

@@ -4,6 +4,8 @@
 #include "support/XlsxWriter.h"
 #include "update/PassReport.h"
 
+#include <thread>
+
 using namespace lumivane;
 using namespace lumivane::test;
 using namespace Qt::StringLiterals;
@@ -142,6 +144,28 @@ TEST_F(Adopting, AVersionThatTheProjectDoesNotTakeIsTakenBack)
     const auto boxes = user.shown.size();
     source.GetLatest(db, true);
     EXPECT_EQ(user.shown.size(), boxes) << "said once a pass";
+}
+
+TEST_F(Adopting, OnePauseServesAllSourcesOfAPass)
+{
+    source.UpdateType = u"default"_s;
+    store();
+    clsPanelSource other = source;
+    other.ID = 0;
+    other.FullPath = to + u"Costs.xlsx"_s;
+    other.Mask = u"Costs.xlsx"_s;
+    ASSERT_TRUE(other.SaveToDB(db));
+    for (const QString& path : {source.FullPath, other.FullPath})
+        put(path, at(u"10:00:00"_s));
+    ASSERT_TRUE(gSources->LoadAll(db));
+    int pauses = 0;
+    setPause([&](int milliseconds) {
+        ++pauses;
+        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    });
+    for (const int place : {1, 2})
+        EXPECT_TRUE(gSources->SourceByIndex(place)->GetLatest(db, true));
+    EXPECT_EQ(pauses, 1);
 }
 
 /// A row: name, time of the file, who asks, whether it changes between the looks, what becomes of it.

@@ -83,7 +83,7 @@ BENCHMARK(scrolling)->Arg(7)->Arg(60)->Arg(700)->Arg(20000)->Unit(benchmark::kMi
 void openTheSheet(benchmark::State& state)
 {
     ViewedWorkbook workbook(test::writeTemporary(u"Opened.xlsx"_s, bench::largeWorkbook(benchRows, 20)));
-    const auto content = workbook.content()->sheet(0);
+    const auto content = workbook.file()->sheet(0);
     for (auto _ : state) {
         const OpenSheet open(std::make_shared<ViewedSheet>(workbook.content(), content));
         benchmark::DoNotOptimize(open.zoom());

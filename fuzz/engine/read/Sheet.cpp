@@ -37,7 +37,7 @@ Outcome readIn(std::string_view bytes, size_t piece)
     Pieces stream(bytes, piece);
     Outcome outcome;
     try {
-        SheetReader(stream, {palette, 10, 3, false, bytes.size()}, outcome.sheet).read();
+        SheetReader(stream, {palette, {}, 10, 3, false, bytes.size()}, outcome.sheet).read();
         outcome.read = true;
     } catch (const Fault&) {
     }

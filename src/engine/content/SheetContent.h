@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/content/Cell.h"
+#include "engine/content/ConditionalFormats.h"
 #include "engine/content/Drawings.h"
 #include "engine/content/MergedCells.h"
 #include "engine/content/TextTable.h"
@@ -74,6 +75,7 @@ struct SheetContent
     MergedCells merged;
     std::vector<CellArea> filtered; ///< ranges of auto filters
     std::vector<DrawingContent> drawings;
+    std::vector<ConditionalRule> conditions; ///< by priority, the strongest first
     std::vector<UnreadLook> unread;
     TextTable texts;
     SheetView view;

@@ -2,6 +2,8 @@
 
 #include <QColor>
 #include <QString>
+#include <memory>
+#include <optional>
 #include <vector>
 
 // The looks of cells as a workbook stores them, with every theme and indexed colour already resolved.
@@ -54,6 +56,7 @@ struct FillStyle
     QRgb fore = 0xff000000;
     QRgb back = 0xffffffff;
     double gradientDegrees = 0;
+    bool operator==(const FillStyle&) const = default;
 };
 
 enum class LineStyle : quint8 {
@@ -106,6 +109,22 @@ struct CellStyle
     bool quotePrefix = false;
 };
 
+/// What a table style or a condition changes of a cell's look. What is not set stays as it is.
+struct DifferentialStyle
+{
+    std::optional<QRgb> fontColor;
+    std::optional<bool> bold, italic, strikeOut;
+    std::optional<Underline> underline;
+    std::optional<FillStyle> fill;
+    std::optional<BorderLine> left, right, top, bottom;
+    std::optional<BorderLine> vertical, horizontal; ///< between the cells of a table's part
+    QString numberFormat;                           ///< a code; empty: not set
+
+    /// Takes what is not set here from another one.
+    void fillFrom(const DifferentialStyle& other);
+    bool operator==(const DifferentialStyle&) const = default;
+};
+
 /// Every style of a workbook. Never empty: index 0 of each list is the default.
 struct StyleTable
 {
@@ -114,6 +133,7 @@ struct StyleTable
     std::vector<BorderStyle> borders{BorderStyle{}};
     std::vector<QString> numberFormats{QStringLiteral("General")}; ///< format codes, built-in ones spelled out
     std::vector<CellStyle> cells{CellStyle{}};
+    std::vector<std::shared_ptr<const DifferentialStyle>> differentials; ///< of conditional formats and tables
 
     const CellStyle& cell(int index) const
     {

@@ -79,6 +79,45 @@ std::vector<pugi::xml_node> childrenNamed(pugi::xml_node node, std::string_view 
     return found;
 }
 
+void readTree(XmlScanner& xml, pugi::xml_document& document, size_t maxElements)
+{
+    document.reset();
+    std::string text;
+    size_t count = 0;
+    const auto appendTo = [&](pugi::xml_node parent) {
+        if (++count > maxElements)
+            throw Fault{u"an element of it holds more than %1 others"_s.arg(maxElements), ReadCause::TooLarge};
+        pugi::xml_node node = parent.append_child(std::string(xml.tag()).c_str());
+        for (const XmlScanner::Attribute& attribute : xml.attributes()) {
+            text.clear();
+            appendDecoded(text, attribute.value);
+            node.append_attribute(std::string(attribute.name).c_str()).set_value(text.c_str());
+        }
+        return node;
+    };
+    pugi::xml_node node = appendTo(document);
+    while (node != document) {
+        switch (xml.next()) {
+        case XmlScanner::Token::Start:
+            node = appendTo(node);
+            break;
+        case XmlScanner::Token::Text:
+            text.clear();
+            if (xml.textIsLiteral())
+                text = xml.text();
+            else
+                appendDecoded(text, xml.text());
+            node.append_child(pugi::node_pcdata).set_value(text.c_str());
+            break;
+        case XmlScanner::Token::End:
+            node = node.parent();
+            break;
+        case XmlScanner::Token::Finish:
+            return;
+        }
+    }
+}
+
 std::string_view attributeOf(pugi::xml_node node, std::string_view name)
 {
     for (const pugi::xml_attribute attribute : node.attributes()) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/read/package/Package.h"
+#include "engine/read/package/XmlScanner.h"
 
 #include <pugixml.hpp>
 #include <string>
@@ -15,6 +16,10 @@ constexpr quint64 maxSmallPart = 32ull << 20;
 
 /// Throws Fault when the part is too large or its XML is broken.
 void readSmallPart(const Package& package, const Package::Entry& entry, pugi::xml_document& document);
+
+/// Right after a Start: the element as a tree, up to and including its End. Throws Fault where it has more elements
+/// than `maxElements`.
+void readTree(XmlScanner& xml, pugi::xml_document& document, size_t maxElements);
 
 std::string_view localName(pugi::xml_node node);
 /// The first element of that name in the node; a null node if there is none.

@@ -264,6 +264,7 @@ bool XmlScanner::scanTag(const char* from)
         key = *at == ':' ? nameKey({}) : (key ^ static_cast<unsigned char>(*at)) * 0x100000001b3;
     if (at == from && at != end)
         fail("a tag without a name");
+    m_tag = {from, static_cast<size_t>(at - from)};
     m_attributes.clear();
     while (true) {
         while (at != end && isBlank(*at))

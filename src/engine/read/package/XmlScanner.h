@@ -47,6 +47,7 @@ public:
     /// Of the element whose Start or End came last.
     quint64 name() const { return m_name; }
     std::span<const Attribute> attributes() const { return m_attributes; }
+    std::string_view tag() const { return m_tag; } ///< name of the Start that came last, as written
     /// An attribute's value by name; a null view (data() == nullptr) where there is none.
     std::string_view attribute(std::string_view name) const;
 
@@ -89,6 +90,7 @@ private:
     bool m_ended = false;
 
     quint64 m_name = 0;
+    std::string_view m_tag;
     bool m_pendingEnd = false;
     bool m_rootSeen = false;
     bool m_literal = false;

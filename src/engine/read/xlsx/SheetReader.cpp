@@ -2,6 +2,7 @@
 
 #include "engine/read/MergedAreas.h"
 #include "engine/read/package/ReadError.h"
+#include "engine/read/package/SmallParts.h"
 #include "engine/read/xlsx/RichText.h"
 
 #include <algorithm>
@@ -18,11 +19,7 @@ namespace {
 constexpr size_t maxMerges = 200000;
 constexpr size_t maxUnread = 100000;
 constexpr size_t maxTableIds = 100000;
-
-QString conditionalFormats()
-{
-    return u"formats that depend on conditions"_s;
-}
+constexpr size_t maxConditionElements = 200000; // of one <conditionalFormatting>
 
 constexpr double maxHeight = 409.5; ///< points
 constexpr double maxWidth = 255;    ///< characters
@@ -54,7 +51,8 @@ bool plainPlace(std::string_view text, int& row, int& column)
 } // namespace
 
 SheetReader::SheetReader(ByteStream& bytes, const SheetSurroundings& surroundings, SheetContent& content)
-    : m_surroundings(surroundings), m_content(content), m_rows(content, surroundings.maxBytes), m_xml(bytes)
+    : m_surroundings(surroundings), m_content(content), m_rows(content, surroundings.maxBytes), m_xml(bytes),
+      m_conditions(surroundings.palette, surroundings.looks)
 {
 }
 
@@ -69,6 +67,7 @@ void SheetReader::read()
     while (m_xml.next() != Token::Finish)
         ;
     m_rows.finish();
+    m_content.conditions = m_conditions.finish();
 }
 
 /// Right after a Start: calls `handle` with the key of each element in it, right after that one's Start. It must
@@ -118,8 +117,7 @@ void SheetReader::readPart()
         case nameKey("tableParts"):
             return readTableParts();
         case nameKey("conditionalFormatting"):
-            addUnread(conditionalFormats(), m_xml.attribute("sqref"));
-            return m_xml.skip();
+            return readConditions();
         case nameKey("extLst"):
             return readExtensions();
         default:
@@ -497,6 +495,13 @@ void SheetReader::readTableParts()
     });
 }
 
+void SheetReader::readConditions()
+{
+    pugi::xml_document tree;
+    readTree(m_xml, tree, maxConditionElements);
+    m_conditions.read(tree.document_element());
+}
+
 /// Later versions put here what earlier ones do not know; of interest is only what changes the look of cells.
 void SheetReader::readExtensions()
 {
@@ -512,8 +517,8 @@ void SheetReader::readExtensions()
         case nameKey("ext"):
             what.clear();
             break;
-        case nameKey("conditionalFormattings"):
-            what = conditionalFormats();
+        case nameKey("conditionalFormatting"):
+            readConditions();
             break;
         case nameKey("sparklineGroups"):
             what = u"small charts in cells"_s;

@@ -4,6 +4,7 @@
 #include "engine/read/RowBuilder.h"
 #include "engine/read/package/AttributeValues.h"
 #include "engine/read/package/XmlScanner.h"
+#include "engine/read/xlsx/ConditionReader.h"
 #include "engine/read/xlsx/Palette.h"
 
 namespace lumivane::engine {
@@ -12,8 +13,9 @@ namespace lumivane::engine {
 struct SheetSurroundings
 {
     const Palette& palette;
-    int sharedTexts = 0; ///< how many there are
-    int styles = 1;      ///< of cells, as many
+    const ConditionReader::Looks& looks; ///< that conditional formats name by number
+    int sharedTexts = 0;                 ///< how many there are
+    int styles = 1;                      ///< of cells, as many
     bool date1904 = false;
     quint64 partSize = 0;               ///< of the sheet's part in bytes, against which its claims are held; 0: unknown
     qint64 maxBytes = maxWorkbookBytes; ///< for the sheet in memory
@@ -57,6 +59,7 @@ private:
     void readFilter();
     void readMerges();
     void readTableParts();
+    void readConditions();
     void readExtensions();
     void addUnread(const QString& what, std::string_view areas);
     template <class Handle>
@@ -67,6 +70,7 @@ private:
     SheetContent& m_content;
     RowBuilder m_rows;
     XmlScanner m_xml;
+    ConditionReader m_conditions;
     int m_row = 0;     ///< of the <row> being read
     int m_column = 0;  ///< of the cell read last
     int m_cellRow = 0; ///< where that cell belongs, which need not be the row it stands in

@@ -140,6 +140,36 @@ BorderLine readLine(pugi::xml_node border, std::string_view name, std::string_vi
     return line;
 }
 
+std::optional<BorderLine> lineOf(pugi::xml_node border, std::string_view name, std::string_view otherName,
+                                 const Palette& palette)
+{
+    const BorderLine line = readLine(border, name, otherName, palette);
+    return line.style == LineStyle::None ? std::nullopt : std::optional(line);
+}
+
+std::optional<bool> switchIn(pugi::xml_node font, std::string_view name)
+{
+    return childNamed(font, name) ? std::optional(switchedOn(font, name)) : std::nullopt;
+}
+
+/// Solid fills are stored the other way round than in cells, and mostly without saying so.
+std::optional<FillStyle> readDifferentialFill(pugi::xml_node node, const Palette& palette)
+{
+    const pugi::xml_node pattern = childNamed(node, "patternFill");
+    if (!pattern)
+        return childNamed(node, "gradientFill") ? std::optional(readFill(node, palette)) : std::nullopt;
+    FillStyle fill = readFill(node, palette);
+    if (attributeOf(pattern, "patternType").empty() || fill.pattern == Pattern::Solid) {
+        const auto back = palette.color(childNamed(pattern, "bgColor"));
+        const auto color = back ? back : palette.color(childNamed(pattern, "fgColor"));
+        if (!color)
+            return std::nullopt;
+        fill.pattern = Pattern::Solid;
+        fill.fore = *color;
+    }
+    return fill.pattern == Pattern::None ? std::nullopt : std::optional(fill);
+}
+
 BorderStyle readBorder(pugi::xml_node node, const Palette& palette)
 {
     BorderStyle border;
@@ -176,6 +206,8 @@ void readAlignment(pugi::xml_node node, CellStyle& style)
         static_cast<quint8>(std::clamp(integerFrom(attributeOf(node, "readingOrder")).value_or(0), 0, 2));
 }
 
+constexpr qsizetype longestFormat = 255; // that a program takes
+
 /// Number formats by the numbers that the file uses for them, each code once.
 class FormatNumbers
 {
@@ -200,8 +232,7 @@ public:
 private:
     int append(const QString& code)
     {
-        constexpr qsizetype longest = 255; // that a program takes
-        if (code.isEmpty() || code.size() > longest || code.compare(m_codes.front(), Qt::CaseInsensitive) == 0)
+        if (code.isEmpty() || code.size() > longestFormat || code.compare(m_codes.front(), Qt::CaseInsensitive) == 0)
             return 0;
         m_codes.push_back(code);
         return static_cast<int>(m_codes.size()) - 1;
@@ -250,6 +281,30 @@ void readCellStyles(pugi::xml_node styleSheet, StyleTable& table)
 }
 
 } // namespace
+
+DifferentialStyle readDifferential(pugi::xml_node node, const Palette& palette)
+{
+    DifferentialStyle style;
+    const pugi::xml_node font = childNamed(node, "font");
+    style.fontColor = palette.color(childNamed(font, "color"));
+    style.bold = switchIn(font, "b");
+    style.italic = switchIn(font, "i");
+    style.strikeOut = switchIn(font, "strike");
+    if (const pugi::xml_node underline = childNamed(font, "u"))
+        style.underline = underlineFrom(attributeOf(underline, "val"));
+    style.fill = readDifferentialFill(childNamed(node, "fill"), palette);
+    const pugi::xml_node border = childNamed(node, "border");
+    style.left = lineOf(border, "left", "start", palette);
+    style.right = lineOf(border, "right", "end", palette);
+    style.top = lineOf(border, "top", "top", palette);
+    style.bottom = lineOf(border, "bottom", "bottom", palette);
+    style.vertical = lineOf(border, "vertical", "vertical", palette);
+    style.horizontal = lineOf(border, "horizontal", "horizontal", palette);
+    style.numberFormat = textFrom(attributeOf(childNamed(node, "numFmt"), "formatCode"));
+    if (style.numberFormat.size() > longestFormat)
+        style.numberFormat.clear();
+    return style;
+}
 
 Underline underlineFrom(std::string_view text)
 {
@@ -365,6 +420,9 @@ StyleTable readStyles(pugi::xml_node styleSheet, Palette& palette)
     readList(childNamed(styleSheet, "borders"), "border", table.borders,
              [&](pugi::xml_node node) { return readBorder(node, palette); });
     readCellStyles(styleSheet, table);
+    readList(childNamed(styleSheet, "dxfs"), "dxf", table.differentials, [&](pugi::xml_node node) {
+        return std::make_shared<const DifferentialStyle>(readDifferential(node, palette));
+    });
     return table;
 }
 

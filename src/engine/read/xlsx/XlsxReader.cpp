@@ -180,8 +180,8 @@ std::shared_ptr<const SheetContent> XlsxReader::readSheet(const WorkbookContent&
     const auto stream = package.open(*entry);
     content->problem = m_problem;
     SheetReader reader(*stream,
-                       {m_palette, workbook.texts.size(), static_cast<int>(workbook.styles.cells.size()),
-                        workbook.date1904, entry->size, maxBytes},
+                       {m_palette, workbook.styles.differentials, workbook.texts.size(),
+                        static_cast<int>(workbook.styles.cells.size()), workbook.date1904, entry->size, maxBytes},
                        *content);
     reader.read();
     followReferences(package, part, reader.drawingId(), reader.tableIds(), *content);

@@ -1,0 +1,27 @@
+#include "engine/content/Styles.h"
+
+namespace lumivane::engine {
+
+void DifferentialStyle::fillFrom(const DifferentialStyle& other)
+{
+    const auto take = [&](auto DifferentialStyle::*property) {
+        if (!(this->*property))
+            this->*property = other.*property;
+    };
+    take(&DifferentialStyle::fontColor);
+    take(&DifferentialStyle::bold);
+    take(&DifferentialStyle::italic);
+    take(&DifferentialStyle::strikeOut);
+    take(&DifferentialStyle::underline);
+    take(&DifferentialStyle::fill);
+    take(&DifferentialStyle::left);
+    take(&DifferentialStyle::right);
+    take(&DifferentialStyle::top);
+    take(&DifferentialStyle::bottom);
+    take(&DifferentialStyle::vertical);
+    take(&DifferentialStyle::horizontal);
+    if (numberFormat.isEmpty())
+        numberFormat = other.numberFormat;
+}
+
+} // namespace lumivane::engine

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <gtest/gtest.h>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -32,7 +33,13 @@ std::vector<std::array<QString, columns>> textTable(const char* drawn)
     return rows;
 }
 
-/// For tests that take a row of a drawn table as their parameter: the row's first cell is its name.
+/// For tests that take a row of a drawn table as their parameter, each with a fixture of its own.
+template <class Fixture, size_t columns>
+class OfEachRow : public Fixture, public testing::WithParamInterface<std::array<QString, columns>>
+{
+};
+
+/// The row's first cell is its name.
 inline const auto rowName = [](const auto& info) {
     std::string name = info.param[0].toStdString();
     std::replace_if(

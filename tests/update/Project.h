@@ -87,6 +87,18 @@ protected:
     }
     QString storedRange(int panelID) { return storedPanel(panelID).PicRange; }
 
+    /// Stores a panel that goes with the last cell, H40 at present.
+    clsWorkspacePanel follower(const QString& sheet = QStringLiteral("Data"))
+    {
+        return panel(QStringLiteral("bottom"), QStringLiteral("$B$5:$F$20``"), QStringLiteral("bottom=$H$40"), sheet);
+    }
+    /// The source adopts what lies in its folder, and a file of this time lies there. Answers its path.
+    QString adoptHere(const QString& time)
+    {
+        source.UpdateType = QStringLiteral("default");
+        return put(to + QStringLiteral("Sales.xlsx"), at(time));
+    }
+
     const QString from = path(QStringLiteral("from/"));
     const QString to = path(QStringLiteral("to/"));
     LogCapture log;

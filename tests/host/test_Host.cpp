@@ -1,9 +1,7 @@
-#include "support/FindOrder.h"
 #include "support/PlainSheet.h"
-
 #include "support/ThrownError.h"
 
-#include <algorithm>
+#include <cmath>
 #include <gtest/gtest.h>
 
 using namespace lumivane;
@@ -11,37 +9,6 @@ using namespace lumivane::test;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString walk(SearchDirection direction, SearchOrder order)
-{
-    const CellArea area = *CellArea::parse(u"B2:D3");
-    const FindOrder ranks(area, direction, order);
-    std::vector<std::pair<qint64, QString>> visits;
-    for (int row = area.firstRow; row <= area.lastRow; ++row) {
-        for (int column = area.firstColumn; column <= area.lastColumn; ++column)
-            visits.emplace_back(ranks.rank(row, column), CellArea::cell(row, column).relative());
-    }
-    std::sort(visits.begin(), visits.end());
-    QStringList cells;
-    for (const auto& visit : visits)
-        cells.append(visit.second);
-    return cells.join(u' ');
-}
-
-TEST(FindOrder, StartsBehindTheFirstCellAndWraps)
-{
-    EXPECT_EQ(walk(SearchDirection::Next, SearchOrder::ByRows), u"C2 D2 B3 C3 D3 B2"_s);
-    EXPECT_EQ(walk(SearchDirection::Next, SearchOrder::ByColumns), u"B3 C2 C3 D2 D3 B2"_s);
-    EXPECT_EQ(walk(SearchDirection::Previous, SearchOrder::ByRows), u"D3 C3 B3 D2 C2 B2"_s);
-    EXPECT_EQ(walk(SearchDirection::Previous, SearchOrder::ByColumns), u"D3 D2 C3 C2 B3 B2"_s);
-}
-
-TEST(FindOrder, CountsTheWholeSheetWithoutOverflow)
-{
-    const FindOrder ranks(CellArea::wholeSheet(), SearchDirection::Next, SearchOrder::ByRows);
-    EXPECT_EQ(ranks.rank(maxRow, maxColumn), qint64(maxRow) * maxColumn - 2);
-    EXPECT_EQ(ranks.rank(1, 1), qint64(maxRow) * maxColumn - 1);
-}
 
 TEST(Worksheet, RefusalsNameThePlace)
 {

@@ -3,7 +3,6 @@
 #include "host/embedded/EmbeddedHost.h"
 #include "support/XlsxWriter.h"
 
-#include <cmath>
 #include <map>
 
 namespace lumivane::test {
@@ -24,46 +23,26 @@ std::vector<std::pair<CellArea, QString>> itemsOf(const QString& list)
     return items;
 }
 
-QString columnsXml(const QString& widths)
+QString rowsXml(const QString& cells)
 {
-    QString xml;
-    for (const auto& [area, text] : itemsOf(widths)) {
-        // Stored widths count whole pixels of the default font, its padding of five among them.
-        const double characters = text.toDouble();
-        const double stored = std::floor((std::round(characters * 7) + 5) / 7 * 256) / 256;
-        xml += u"<col min='%1' max='%2' width='%3' customWidth='1'%4/>"_s.arg(area.firstColumn)
-                   .arg(area.lastColumn)
-                   .arg(characters > 0 ? stored : 9.140625)
-                   .arg(characters > 0 ? u""_s : u" hidden='1'"_s);
-    }
-    return xml.isEmpty() ? xml : u"<cols>"_s + xml + u"</cols>"_s;
-}
-
-QString rowsXml(const QString& cells, const QString& heights)
-{
-    std::map<int, std::pair<QString, std::map<int, QString>>> rows; // attributes, cells by column
-    for (const auto& [area, points] : itemsOf(heights)) {
-        for (int row = area.firstRow; row <= area.lastRow; ++row)
-            rows[row].first = points.toDouble() > 0 ? u" ht='%1' customHeight='1'"_s.arg(points) : u" hidden='1'"_s;
-    }
+    std::map<int, std::map<int, QString>> rows;
     for (const auto& [area, value] : itemsOf(cells)) {
         bool isNumber = false;
         value.toDouble(&isNumber);
-        rows[area.firstRow].second[area.firstColumn] =
-            u"<c r='%1'"_s.arg(area.relative()) + (isNumber ? u"><v>%1</v></c>"_s
-                                                   : value.startsWith(u'=')
-                                                       ? u"><f>%1</f></c>"_s
-                                                       : u" t='inlineStr'><is><t>%1</t></is></c>"_s)
-                                                      .arg(value.toHtmlEscaped().remove(u'='));
+        const QString inside = isNumber                 ? u"><v>%1</v>"_s
+                               : value.startsWith(u'=') ? u"><f>%1</f>"_s
+                                                        : u" t='inlineStr'><is><t>%1</t></is>"_s;
+        rows[area.firstRow][area.firstColumn] =
+            u"<c r='%1'"_s.arg(area.relative()) + inside.arg(value.toHtmlEscaped().remove(u'=')) + u"</c>"_s;
     }
     QString xml;
     for (const auto& [row, content] : rows) {
-        xml += u"<row r='%1'%2>"_s.arg(row).arg(content.first);
-        for (const auto& [column, cell] : content.second)
+        xml += u"<row r='%1'>"_s.arg(row);
+        for (const auto& [column, cell] : content)
             xml += cell;
         xml += u"</row>"_s;
     }
-    return u"<sheetData>"_s + xml + u"</sheetData>"_s;
+    return xml;
 }
 
 } // namespace
@@ -76,10 +55,14 @@ std::shared_ptr<Worksheet> openSheet(const QString& cells, const QString& height
         EmbeddedApplication application{cache};
         std::shared_ptr<Worksheet> sheet;
     };
-    const WorkbookParts parts({{"Data", QString(columnsXml(widths) + rowsXml(cells, heights)).toStdString(), ""}});
+    const WorkbookParts parts({{"Data", "<sheetData>" + rowsXml(cells).toStdString() + "</sheetData>", ""}});
     auto opened = std::make_shared<Opened>();
     opened->sheet =
         opened->application.Open(writeTemporary(u"Report.xlsx"_s, parts.package()))->WorksheetByName(u"Data"_s);
+    for (const auto& [rows, points] : itemsOf(heights))
+        opened->sheet->setRowHeight(rows.firstRow, rows.lastRow, points.toDouble());
+    for (const auto& [columns, characters] : itemsOf(widths))
+        opened->sheet->setColumnWidth(columns.firstColumn, columns.lastColumn, characters.toDouble());
     return {opened, opened->sheet.get()};
 }
 

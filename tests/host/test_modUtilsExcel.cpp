@@ -201,6 +201,13 @@ TEST(ColLetter, EndsAtIV)
     EXPECT_THROW(ColNumber(sheet, u"?"_s), RuntimeError);
 }
 
+TEST(Offsets, StayWithinTheLimits)
+{
+    PlainSheet sheet(u"Data"_s);
+    EXPECT_THROW(OffsetRows(sheet, u"32766:32767"_s, 1), RuntimeError);
+    EXPECT_THROW(OffsetCols(sheet, u"IU:IV"_s, 1), RuntimeError);
+}
+
 TEST(MoveRange, KeepsTheSizeUpToTheEdges)
 {
     PlainSheet sheet(u"Data"_s);

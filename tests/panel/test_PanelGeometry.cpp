@@ -65,6 +65,8 @@ TEST(CropView, RefusesAScrollRangeBeyondTheLimit)
 TEST(AutosizeView, AddsTitleAndBordersToThePicture)
 {
     EXPECT_EQ(autosizeWindow(usualWindow(), {3000, 2000}), (TwipsSize{3120, 2390}));
+    EXPECT_EQ(autosizeLayout(usualWindow(), {3000, 2000}),
+              (PanelLayout{{0, 0, 5880, 4110}, {0, 0, 3000, 2000}, hidden, hidden}));
 }
 
 TEST(AutosizeView, ALargePictureKeepsItsProportionsInTheRoomThereIs)

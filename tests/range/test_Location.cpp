@@ -131,6 +131,7 @@ TEST(Locating, SaysWhereFormulasWithoutResultsHadASay)
         in the row that is searched    | contents | bottom=`anchor=A$8`content=x | A8=x C8==B1          | yes
         anywhere on the sheet          | contents | bottom=`anchor=A8`content=x  | A8=x C9==B1          | yes
         nothing is searched            | contents | bottom=`anchor=$A$8`content=x | A8=x C9==B1         |
+        an area is no anchor           | contents | bottom=`anchor=$A$8:$B$9`content=x | A8=x C9==B1 | yes
         the range never moves          | top      | bottom=                     | A8=x C9==B1           |)")) {
         const auto sheet = openSheet(QString(cells).replace(u' ', u'|'));
         EXPECT_EQ(placeDoubt(panelOf(u"A1:B9`"_s, rule, match), *sheet).isEmpty(), doubt.isEmpty()) << name;

@@ -56,6 +56,7 @@ INSTANTIATE_TEST_SUITE_P(Masks, FetchFromFolder, testing::ValuesIn(textTable<6>(
     plain name is overwritten         | S.xlsx   | S.xlsx@10:00:00   | S.xlsx | S.xlsx | S.xlsx
     newest of several                 | *.xlsx   | a.xlsx@10:00:00 b.xlsx@10:00:01 c.xlsx@09:59:59 || b.xlsx | b.xlsx
     wild card in front overwrites     | *.xlsx   | S.xlsx@10:00:00   | S.xlsx | S.xlsx | S.xlsx
+    question mark in front overwrites | ?.xlsx   | S.xlsx@10:00:00   | S.xlsx | S.xlsx | S.xlsx
     series keeps both | S*.xlsx | S1.xlsx@10:00:00 | S1.xlsx | S1.xlsx S1_261124103000.xlsx |S1_261124103000.xlsx
     series with a new name            | S*.xlsx  | S2.xlsx@10:00:00  | S1.xlsx | S1.xlsx S2.xlsx | S2.xlsx
     no extension keeps its name       | S        | S@10:00:00        |        | S      | S

@@ -74,6 +74,7 @@ TEST(Keyboard, MovesAndSelects)
         filled cells go on behind a hidden row   | C2 | Cd      | C7 at C7
         to the sheet's edge                      | F4 | Cd      | F1048576 at F1048576
         back from the sheet's edge               | F1048576 | Cu | F4 at F4
+        to the last column                       | D2 | Cr      | XFD2 at XFD2
         extends and comes back                   | C3 | Sr Sr Sl Sl Sl | B3:C3 at C3
         extends to the data's edges              | B2 | CSr CSd | B2:D3 at B2
         extension takes merged cells whole       | C8 | Sd      | B8:D9 at C8

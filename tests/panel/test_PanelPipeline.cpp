@@ -164,43 +164,27 @@ INSTANTIATE_TEST_SUITE_P(Panels, PictureScale, testing::ValuesIn(test::textTable
 
 // ---- what a cached picture belongs to ----
 
-/// A row: name, what is different, whether the picture still stands.
-class CachedFor : public test::OfEachRow<Pipeline, 3>
-{
-protected:
-    void make(const QString& difference)
-    {
-        if (difference == u"project") {
-            ASSERT_TRUE(QFile::copy(programFile(u"lumivane.lvdu"_s), programFile(u"other.lvdu"_s)));
-            gDB = Database::open(programFile(u"other.lvdu"_s), databaseConnect());
-        } else if (difference == u"limit") {
-            gDB->Execute(u"INSERT INTO LvnpanelThresholds(PanelID, rowOffset, colOffset, highExp, ifHigh) "
-                         "VALUES (%1, 2, 2, '>5', 'color')"_s.arg(m_panel->ID));
-        } else if (difference == u"size") {
-            QFile(m_path).resize(1000), touch(m_path, -3600);
-        } else if (difference == u"time") {
-            touch(m_path, -7200); // taken over by another program folder, or put back
-        } else if (difference == u"caption") {
-            m_panel->Caption = u"Another"_s;
-        } else {
-            const std::map<QString, std::pair<QString clsWorkspacePanel::*, QString>> fields = {
-                {u"sheet"_s, {&clsWorkspacePanel::SheetName, u"data"_s}},
-                {u"range"_s, {&clsWorkspacePanel::PicRange, u"B2:C3``"_s}},
-                {u"heights"_s, {&clsWorkspacePanel::RowHeights, u"2:4=20"_s}},
-                {u"widths"_s, {&clsWorkspacePanel::ColWidths, u"B:C=9"_s}},
-                {u"rule"_s, {&clsWorkspacePanel::RelativeTo, u"bottom"_s}},
-                {u"clauses"_s, {&clsWorkspacePanel::ContentMatch, u"bottom=C4"_s}}};
-            const auto& [field, value] = fields.at(difference);
-            (*m_panel).*field = value;
-        }
-    }
-};
+/// A row: name, what is different (of the panel's row, as SQL), whether the picture still stands.
+using CachedFor = test::OfEachRow<Pipeline, 3>;
 
 TEST_P(CachedFor, StandsOnlyForItsProjectDefinitionAndVersion)
 {
     const auto& [name, difference, stands] = GetParam();
     drawCache();
-    make(difference);
+    if (difference == u"project") {
+        ASSERT_TRUE(QFile::copy(programFile(u"lumivane.lvdu"_s), programFile(u"other.lvdu"_s)));
+        gDB = Database::open(programFile(u"other.lvdu"_s), databaseConnect());
+    } else if (difference == u"limit") {
+        gDB->Execute(u"INSERT INTO LvnpanelThresholds(PanelID, rowOffset, colOffset, highExp, ifHigh) "
+                     "VALUES (%1, 2, 2, '>5', 'color')"_s.arg(m_panel->ID));
+    } else if (difference == u"size") {
+        QFile(m_path).resize(1000), touch(m_path, -3600);
+    } else if (difference == u"time") {
+        touch(m_path, -7200); // taken over by another program folder, or put back
+    } else {
+        gDB->Execute(u"UPDATE LvnSavedPanel SET "_s + difference);
+        ASSERT_TRUE(m_panel->LoadFromDB(m_panel->ID, gDB));
+    }
     for (int pass = 0; pass < 2; ++pass) {
         gSources->ClearFlags();
         EXPECT_EQ(reload(), pass == 0 && stands == u"no") << pass;
@@ -209,17 +193,17 @@ TEST_P(CachedFor, StandsOnlyForItsProjectDefinitionAndVersion)
 }
 
 INSTANTIATE_TEST_SUITE_P(Differences, CachedFor, testing::ValuesIn(test::textTable<3>(R"(
-    another caption     | caption | yes
-    another project     | project | no
-    another sheet       | sheet   | no
-    another range       | range   | no
-    other heights       | heights | no
-    other widths        | widths  | no
-    another rule        | rule    | no
-    other clauses       | clauses | no
-    a limit of its own  | limit   | no
-    another size        | size    | no
-    an older time       | time    | no)")),
+    another caption     | Caption = 'Another'         | yes
+    another project     | project                     | no
+    another sheet       | SheetName = 'data'          | no
+    another range       | PicRange = 'B2:C3``'        | no
+    other heights       | RowHeights = '2:4=20'       | no
+    other widths        | ColWidths = 'B:C=9'         | no
+    another rule        | RelativeTo = 'bottom'       | no
+    other clauses       | ContentMatch = 'bottom=C4'  | no
+    a limit of its own  | limit                       | no
+    another size        | size                        | no
+    an older time       | time                        | no)")),
                          test::rowName);
 
 TEST_F(Pipeline, APictureOfThePassBelongsToTheStoredDefinitionToo)

@@ -1,0 +1,7 @@
+#include "engine/formula/Function.h"
+namespace lumivane::engine {
+std::span<const Function> textFunctions()
+{
+    return {};
+}
+} // namespace lumivane::engine

@@ -88,9 +88,6 @@ TEST_F(DatabaseFiles, CreateMakesTheWholeFileOrNone)
     EXPECT_TRUE(failure([&] { Database::create(file); }).contains(u"exists already"_s));
     EXPECT_THROW(Database::create(path(u"none/x.lvdu"_s)), RuntimeError);
     EXPECT_EQ(filesHere(), QStringList({u"lumivane.log"_s, u"lumivane.lvdu"_s}));
-    EXPECT_EQ(db->TableNames(),
-              textList("LvnSavedWorkspace | LvnSavedPanel | LvnPanelSource | LvnSystem | LvnAltPaths |"
-                       "LvnpanelThresholds | LvnDrillback | LvnSourceDoc"));
     Database::create(path(u"errors.mdb"_s), Database::Content::ErrorLog);
     const auto errors = Database::open(path(u"errors.mdb"_s), databaseConnect());
     EXPECT_EQ(errors->OpenRecordset(u"SELECT COUNT(*) AS n FROM TlyS_ErrorLogs"_s)->number(u"n"), 0);
@@ -103,7 +100,6 @@ TEST_F(DatabaseFiles, TextsCompareWithoutCase)
     EXPECT_EQ(rows(u"SELECT DESCRIPTION FROM lvnSavedWorkspace WHERE NAME = 'SALES'"_s), QStringList(u"a"_s));
     EXPECT_EQ(rows(u"SELECT Name FROM LvnSavedWorkspace WHERE NOT Name IN ('SALES')"_s), QStringList(u"costs"_s));
     EXPECT_EQ(rows(u"SELECT Name FROM LvnSavedWorkspace ORDER BY Name"_s), QStringList({u"costs"_s, u"Sales"_s}));
-    EXPECT_EQ(rows(u"SELECT TOP 1 Name FROM LvnSavedWorkspace"_s), QStringList(u"Sales"_s));
     db->Execute(u"INSERT INTO LvnSavedWorkspace (Name) VALUES ('Übersicht')"_s);
     EXPECT_EQ(rows(u"SELECT Name FROM LvnSavedWorkspace WHERE Name = 'ÜBERSICHT'"_s), QStringList(u"Übersicht"_s));
 }
@@ -194,7 +190,6 @@ TEST_F(DatabaseFiles, ABulkKeepsWhatWasDoneBeforeAFailure)
     EXPECT_EQ(rows(u"SELECT Mask FROM LvnSourceDoc"_s), (QStringList{u"a"_s, u"c"_s}));
     const auto other = Database::open(file, databaseConnect());
     EXPECT_EQ(other->Execute(u"UPDATE LvnSourceDoc SET Mask = 'd'"_s), 2) << "nothing is left locked";
-    EXPECT_EQ(db->TableNames().first(), u"LvnSavedWorkspace"_s);
 }
 
 TEST_F(DatabaseFiles, CopyIntoAnotherFileKeepsRowsAndCaseRule)
@@ -244,11 +239,12 @@ TEST_F(DatabaseFiles, AClosedFileSaysSo)
 
 TEST_F(DatabaseFiles, AFileLockedByOthersSaysSo)
 {
-    sqlite3* other = nullptr;
-    sqlite3_open(file.toUtf8().constData(), &other);
-    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
-    EXPECT_TRUE(failure([&] { db->Execute(u"DELETE FROM LvnSystem"_s); }).contains(u"is in use by another program"_s));
-    sqlite3_close(other);
+    {
+        OtherProgram other(file);
+        other.run("BEGIN EXCLUSIVE");
+        EXPECT_TRUE(
+            failure([&] { db->Execute(u"DELETE FROM LvnSystem"_s); }).contains(u"is in use by another program"_s));
+    }
     EXPECT_EQ(db->Execute(u"INSERT INTO LvnSystem (PropertyKey) VALUES ('x')"_s), 1);
 }
 

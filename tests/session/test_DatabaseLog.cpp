@@ -1,11 +1,11 @@
-#include "repository/Database.h"
+#include "repository/OtherProgram.h"
+#include "repository/ProjectRows.h"
 #include "services/ProgramFolder.h"
 #include "services/modMain.h"
 #include "services/modUtilsINI.h"
 #include "session/modUtilsLogDB.h"
 
 #include <QElapsedTimer>
-#include <sqlite3.h>
 
 namespace lumivane::test {
 
@@ -23,15 +23,7 @@ protected:
 
     QStringList entries() const
     {
-        QStringList found;
-        const auto rs = Database::open(file, databaseConnect())->OpenRecordset(u"SELECT * FROM TlyS_ErrorLogs"_s);
-        for (; !rs->EOF_(); rs->MoveNext()) {
-            QStringList values;
-            for (const QString& name : rs->fieldNames())
-                values.append(rs->text(name));
-            found.append(values.join(u'|'));
-        }
-        return found;
+        return rowsOf(*Database::open(file, databaseConnect()), u"SELECT * FROM TlyS_ErrorLogs"_s);
     }
 
     const QString file = path(u"errors.lvdu"_s);
@@ -73,29 +65,23 @@ TEST_F(DatabaseLogFile, WithoutADatabaseTheLogSaysWhy)
         const QString line = u"2026-11-24 10:30:05 Event at [modUtilsLog.InitDBLog]: %1\r\n"_s.arg(told);
         EXPECT_TRUE(logged().endsWith(line.toUtf8())) << logged().constData();
     }
+    Database::create(path(u"project.lvdu"_s));
+    SetIniString(GetIniFile(), u"Settings"_s, u"Log DB"_s, path(u"project.lvdu"_s));
+    InitLog(GetLogFile(), true, false);
+    EXPECT_FALSE(gLogToDB) << "a project is none";
     EXPECT_TRUE(user.shown.isEmpty());
 }
 
 TEST_F(DatabaseLogFile, AnotherProgramThatWritesHoldsNothingUp)
 {
     InitLog(GetLogFile(), true, false);
-    sqlite3* other = nullptr;
-    sqlite3_open(file.toUtf8().constData(), &other);
-    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    OtherProgram other(file);
+    other.run("BEGIN EXCLUSIVE");
     QElapsedTimer timer;
     timer.start();
     LogEvent(u"Main"_s, u"Start"_s, u"in the file alone"_s, false);
     EXPECT_LT(timer.elapsed(), 2000);
-    sqlite3_close(other);
     EXPECT_TRUE(logged().contains("in the file alone"));
-}
-
-TEST_F(DatabaseLogFile, AProjectIsNoLogDatabase)
-{
-    Database::create(path(u"project.lvdu"_s));
-    SetIniString(GetIniFile(), u"Settings"_s, u"Log DB"_s, path(u"project.lvdu"_s));
-    InitLog(GetLogFile(), true, false);
-    EXPECT_FALSE(gLogToDB);
 }
 
 TEST_F(DatabaseLogFile, ADatabaseThatGoesAwayDoesNotSendTheLogRoundInACircle)

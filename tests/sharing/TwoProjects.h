@@ -1,13 +1,13 @@
 #pragma once
 
-#include "repository/Database.h"
+#include "repository/OtherProgram.h"
+#include "repository/ProjectRows.h"
 #include "repository/clsPanelSource.h"
 #include "services/ProgramFolder.h"
 #include "sharing/DashboardExport.h"
 #include "sharing/DashboardImport.h"
 
 #include <QDir>
-#include <sqlite3.h>
 
 namespace lumivane::test {
 
@@ -76,20 +76,6 @@ protected:
         return project.OpenRecordset(QStringLiteral("SELECT MAX(ID) AS ID FROM ") + table)->number32(u"ID");
     }
 
-    /// The rows of a query as text, columns separated by "|", null as "-".
-    static QStringList rows(Database& project, const QString& sql)
-    {
-        QStringList lines;
-        const auto rs = project.OpenRecordset(sql);
-        for (; !rs->EOF_(); rs->MoveNext()) {
-            QStringList values;
-            for (const QString& name : rs->fieldNames())
-                values.append(rs->isNull(name) ? QStringLiteral("-") : rs->text(name));
-            lines.append(values.join(u'|'));
-        }
-        return lines;
-    }
-
     static QStringList texts(const std::vector<DashboardEntry>& entries)
     {
         QStringList names;
@@ -119,21 +105,8 @@ protected:
         QStringList content;
         for (const QString& table : project.TableNames())
             content +=
-                QStringList(QStringLiteral("== ") + table) + rows(project, QStringLiteral("SELECT * FROM ") + table);
+                QStringList(QStringLiteral("== ") + table) + rowsOf(project, QStringLiteral("SELECT * FROM ") + table);
         return content;
-    }
-
-    /// Changes a closed file behind the store's back, as a stranger with other tools would.
-    static void runRaw(const QString& fileName, const QByteArray& sql)
-    {
-        if (sql.isEmpty())
-            return;
-        sqlite3* handle = nullptr;
-        ASSERT_EQ(sqlite3_open(fileName.toUtf8().constData(), &handle), SQLITE_OK);
-        EXPECT_EQ(sqlite3_exec(handle, sql.constData(), nullptr, nullptr, nullptr), SQLITE_OK)
-            << sqlite3_errmsg(handle) << "\n"
-            << sql.left(300).constData();
-        sqlite3_close(handle);
     }
 
     /// A folder that exists, with its delimiter.

@@ -48,18 +48,18 @@ TEST_F(Import, BringsRowsWithNewIdsAndSourcesAsNeverChecked)
     alternate(u"/a/"_s, u"/nowhere/"_s);
 
     ASSERT_TRUE(importAll());
-    EXPECT_EQ(rows(*mine, u"SELECT * FROM LvnSavedWorkspace WHERE ID > 1"_s),
+    EXPECT_EQ(rowsOf(*mine, u"SELECT * FROM LvnSavedWorkspace WHERE ID > 1"_s),
               QStringList{u"2|Sales|About Sales|2026-11-20 08:00:00|-|-|-|kept|-"_s});
-    EXPECT_EQ(rows(*mine, u"SELECT * FROM LvnSavedPanel WHERE ID > 1"_s),
+    EXPECT_EQ(rowsOf(*mine, u"SELECT * FROM LvnSavedPanel WHERE ID > 1"_s),
               QStringList{u"2|2|2|note|S|Sheet1|C|p|$B$2:$C$9`1:1`A:A|1:9=15|A:C=8.43|bottom|bottom=$C$9|N|"
                           "1900-01-01 00:00:00|15|30|3000|4500|2"_s});
-    EXPECT_EQ(rows(*mine, u"SELECT * FROM LvnPanelSource WHERE ID > 1"_s),
+    EXPECT_EQ(rowsOf(*mine, u"SELECT * FROM LvnPanelSource WHERE ID > 1"_s),
               QStringList{u"2|/a/s.xlsx|s*.xlsx|/d/||1900-01-01 00:00:00|1900-01-01 00:00:00|15|folder|/s/|-|Subject|-"
                           "|-|Macro|-|-"_s});
-    EXPECT_EQ(rows(*mine, u"SELECT NewID, ID, FullPath FROM TempSources"_s), QStringList{u"2|1|/a/s.xlsx"_s});
-    EXPECT_EQ(rows(*mine, u"SELECT * FROM LvnpanelThresholds"_s), QStringList{u"2|3|2|>1|color@B2||"_s});
+    EXPECT_EQ(rowsOf(*mine, u"SELECT NewID, ID, FullPath FROM TempSources"_s), QStringList{u"2|1|/a/s.xlsx"_s});
+    EXPECT_EQ(rowsOf(*mine, u"SELECT * FROM LvnpanelThresholds"_s), QStringList{u"2|3|2|>1|color@B2||"_s});
     for (const QString& table : {u"LvnDrillback"_s, u"LvnSourceDoc"_s, u"LvnAltPaths"_s, u"LvnSystem"_s})
-        EXPECT_EQ(rows(*mine, u"SELECT * FROM "_s + table), QStringList{}) << table.toStdString() << " stays behind";
+        EXPECT_EQ(rowsOf(*mine, u"SELECT * FROM "_s + table), QStringList{}) << table.toStdString() << " stays behind";
     EXPECT_EQ(user.shown, QStringList{});
 }
 
@@ -89,9 +89,9 @@ TEST_F(Import, FindsASourceByTypeMaskAndFolderAlone)
                                  {u"/b/t.xlsx"_s, u"new.xlsx"_s, u"/D/"_s}}) // the one before in other letters
         addPanel(*theirs, dashboard, addSource(*theirs, row));
     ASSERT_TRUE(importAll());
-    EXPECT_EQ(rows(*mine, u"SELECT ID, SourceID FROM LvnSavedPanel ORDER BY ID"_s),
+    EXPECT_EQ(rowsOf(*mine, u"SELECT ID, SourceID FROM LvnSavedPanel ORDER BY ID"_s),
               (QStringList{u"1|%1"_s.arg(known), u"2|4"_s, u"3|5"_s, u"4|5"_s}));
-    EXPECT_EQ(rows(*mine, u"SELECT FullPath FROM LvnPanelSource WHERE ID = 5"_s), QStringList{u"/a/t.xlsx"_s});
+    EXPECT_EQ(rowsOf(*mine, u"SELECT FullPath FROM LvnPanelSource WHERE ID = 5"_s), QStringList{u"/a/t.xlsx"_s});
 }
 
 TEST_F(Import, TakesOnlySourcesOfChosenDashboards)
@@ -102,12 +102,12 @@ TEST_F(Import, TakesOnlySourcesOfChosenDashboards)
     exportAll();
     DashboardImport import(sharedFile);
     ASSERT_TRUE(import.Open() && import.ImportDashboard({costs}));
-    EXPECT_EQ(rows(*mine, u"SELECT FullPath FROM LvnPanelSource"_s), QStringList{u"/c.xlsx"_s});
-    EXPECT_EQ(rows(*mine, u"SELECT Name FROM LvnSavedWorkspace"_s), QStringList{u"Costs"_s});
-    EXPECT_EQ(rows(*mine, u"SELECT Caption FROM LvnSavedPanel"_s), QStringList{u"q"_s});
+    EXPECT_EQ(rowsOf(*mine, u"SELECT FullPath FROM LvnPanelSource"_s), QStringList{u"/c.xlsx"_s});
+    EXPECT_EQ(rowsOf(*mine, u"SELECT Name FROM LvnSavedWorkspace"_s), QStringList{u"Costs"_s});
+    EXPECT_EQ(rowsOf(*mine, u"SELECT Caption FROM LvnSavedPanel"_s), QStringList{u"q"_s});
 
     ASSERT_TRUE(import.ImportDashboard({sales}));
-    EXPECT_EQ(rows(*mine, u"SELECT FullPath FROM TempSources"_s), QStringList{u"/s.xlsx"_s}) << "made anew";
+    EXPECT_EQ(rowsOf(*mine, u"SELECT FullPath FROM TempSources"_s), QStringList{u"/s.xlsx"_s}) << "made anew";
 }
 
 TEST_F(Import, GoesOnBehindPanelsThatFailOrHaveNoSource)
@@ -117,7 +117,7 @@ TEST_F(Import, GoesOnBehindPanelsThatFailOrHaveNoSource)
     theirs->Execute(u"INSERT INTO LvnSavedPanel(WorkspaceID, Caption) VALUES (%1, 'no source at all')"_s.arg(first));
     addPanel(*theirs, second, 0, u"other"_s);
     ASSERT_TRUE(importAll());
-    EXPECT_EQ(rows(*mine, u"SELECT WorkspaceID, SourceID, Caption FROM LvnSavedPanel ORDER BY ID"_s),
+    EXPECT_EQ(rowsOf(*mine, u"SELECT WorkspaceID, SourceID, Caption FROM LvnSavedPanel ORDER BY ID"_s),
               (QStringList{u"1|0|source unknown"_s, u"2|0|other"_s}));
     EXPECT_TRUE(logged().contains("ImportPanels"));
 }
@@ -134,6 +134,11 @@ TEST_F(Import, DoesNotFindAWorkTableThatIsTheFirstOfAll)
     EXPECT_FALSE(importAll());
     EXPECT_EQ(user.shown, QStringList{u"Error accessing source panels.  Unable to continue importing dashboards."_s});
     EXPECT_TRUE(logged().contains("[TempSources] is there already"));
+    mine->Close();
+    runRaw(myFile, "PRAGMA writable_schema = 1; UPDATE sqlite_schema SET rowid = -1 WHERE name = 'LvnSavedPanel'");
+    gDB = mine = Database::open(myFile, databaseConnect());
+    ASSERT_EQ(mine->TableNames()[1], u"TempSources"_s);
+    EXPECT_TRUE(importAll()) << "where it is the second, it is found";
 }
 
 // ---- paths ----
@@ -178,7 +183,7 @@ TEST_F(Import, RewritesPathsOfOneColumn)
         DelTempSources(mine);
         ASSERT_TRUE(makeTempSources(theirs, mine, QString::number(dashboard)));
         rewritePaths(theirs, mine);
-        EXPECT_EQ(rows(*mine, u"SELECT FullPath FROM TempSources"_s), filled(row.expected).split(u'|')) << row.name;
+        EXPECT_EQ(rowsOf(*mine, u"SELECT FullPath FROM TempSources"_s), filled(row.expected).split(u'|')) << row.name;
     }
 }
 

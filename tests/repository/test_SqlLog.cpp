@@ -45,16 +45,4 @@ TEST_F(SqlLog, OpeningNamesTheFile)
     EXPECT_TRUE(user.shown.isEmpty());
 }
 
-TEST_F(SqlLog, ClosingSetsTheObjectToNothing)
-{
-    std::shared_ptr<Database> other;
-    ASSERT_TRUE(SQL_OpenDatabase(other, file, databaseConnect(), false, {}, {}));
-    SQL_CloseDatabase(other, true, u"Main"_s, u"Main_Exit"_s);
-    EXPECT_EQ(other, nullptr);
-    EXPECT_TRUE(logged().isEmpty());
-    SQL_CloseDatabase(other, true, u"Main"_s, u"Main_Exit"_s);
-    EXPECT_EQ(user.shown.size(), 1);
-    EXPECT_TRUE(db->isOpen()) << "another opening of the same file stays";
-}
-
 } // namespace lumivane::test

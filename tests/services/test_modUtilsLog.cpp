@@ -2,7 +2,6 @@
 #include "services/ProgramFolder.h"
 #include "services/modMain.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 namespace lumivane::test {

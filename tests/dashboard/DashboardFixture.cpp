@@ -2,16 +2,18 @@
 
 #include "assist/frmTip.h"
 #include "dashboard/frmSaveWorkspace.h"
+#include "host/Host.h"
 #include "panel/frmPanel.h"
 #include "platform/Clock.h"
-#include "repository/Database.h"
+#include "repository/ProjectRows.h"
 #include "repository/clsPanelSource.h"
 #include "repository/clsWorkspace.h"
 #include "repository/clsWorkspacePanel.h"
 
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
+#include <QMdiArea>
 
 namespace lumivane::test {
 
@@ -70,8 +72,8 @@ QStringList DashboardFixture::panelCaptions() const
 void DashboardFixture::answerName(const QString& name)
 {
     whenShown<frmSaveWorkspace>([name](frmSaveWorkspace& dialog) {
-        dialog.findChild<QLineEdit*>(u"txtName"_s)->setText(name);
-        dialog.findChild<QPushButton*>(u"cmdOK"_s)->click();
+        control<QLineEdit>(dialog, u"txtName"_s).setText(name);
+        clickOn(dialog, u"cmdOK"_s);
     });
 }
 
@@ -81,9 +83,47 @@ void DashboardFixture::makeDirty()
     m_window->panelWindows().first()->IsDirty = true;
 }
 
+frmPanel& DashboardFixture::panel(const QString& caption)
+{
+    for (frmPanel* panel : m_window->panelWindows()) {
+        if (gWorkspace->Panels(panel->Index)->Caption == caption)
+            return *panel;
+    }
+    throw std::runtime_error("no panel has the caption " + caption.toStdString());
+}
+
+frmPanel& DashboardFixture::activate(const QString& caption)
+{
+    frmPanel& found = panel(caption);
+    found.mdiArea()->setActiveSubWindow(&found);
+    return found;
+}
+
+std::shared_ptr<PlainApplication> DashboardFixture::showWorkbooks()
+{
+    const auto shown = std::make_shared<PlainApplication>(m_library);
+    HostFactory factory = hostFactory();
+    factory.visibleInstance = [shown] { return shown; };
+    setHostFactory(factory);
+    return shown;
+}
+
+QString DashboardFixture::writeFile(const QString& name, const QByteArray& content)
+{
+    QFile file(programFile(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+    return file.fileName();
+}
+
+QStringList DashboardFixture::rows(const QString& sql) const
+{
+    return rowsOf(*gDB, sql);
+}
+
 int DashboardFixture::rowCount(const QString& table, const QString& where) const
 {
-    return gDB->OpenRecordset(u"SELECT * FROM "_s + table + u" WHERE "_s + where)->rowCount();
+    return int(rows(u"SELECT * FROM "_s + table + u" WHERE "_s + where).size());
 }
 
 } // namespace lumivane::test

@@ -23,6 +23,13 @@ protected:
     /// Ends dialogs of names and choices.
     void answerName(const QString& name);
     void makeDirty();
+    frmPanel& panel(const QString& caption); ///< whatever marks its window's title has
+    frmPanel& activate(const QString& caption);
+    /// The spreadsheet that shows workbooks to the user, in place of the windows that the program has for it.
+    std::shared_ptr<PlainApplication> showWorkbooks();
+    /// A file in the program folder. Answers its path.
+    QString writeFile(const QString& name, const QByteArray& content);
+    QStringList rows(const QString& sql) const;
     qsizetype workersStarted() const { return m_library.events.count(QStringLiteral("start")); }
     int rowCount(const QString& table, const QString& where = QStringLiteral("1 = 1")) const;
 

@@ -1,14 +1,11 @@
 #include "dashboard/DashboardArea.h"
 #include "dashboard/DashboardFixture.h"
-#include "host/Host.h"
 #include "panel/frmPanel.h"
 #include "repository/clsWorkspace.h"
 
 #include <QDragEnterEvent>
-#include <QFile>
 #include <QMimeData>
 #include <QUrl>
-#include <QtTest/QTest>
 
 using namespace lumivane;
 using namespace Qt::StringLiterals;
@@ -21,18 +18,7 @@ protected:
     void SetUp() override
     {
         start();
-        HostFactory factory = hostFactory();
-        factory.visibleInstance = [this] { return std::make_shared<test::PlainApplication>(m_library); };
-        setHostFactory(factory);
-    }
-
-    QString writeFile(const QString& name, const QByteArray& content)
-    {
-        const QString path = m_folder.filePath(name);
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-        return path;
+        showWorkbooks();
     }
 
     /// Drags files over the window and, where they are taken, drops them.
@@ -55,31 +41,23 @@ protected:
     }
 };
 
-TEST_F(EmptyDashboard, DroppedWorkbooksAreOpenedInTheirOrder)
+TEST_F(EmptyDashboard, DroppedWorkbooksAreOpenedInTheirOrderAndOneThatCannotBeReadIsTold)
 {
     const QString sales = addBook(u"sales.xlsx"_s), cash = addBook(u"cash.xlsx"_s);
-    EXPECT_TRUE(drop({sales, cash}));
-    EXPECT_EQ(openings(sales), 1);
-    EXPECT_EQ(openings(cash), 1);
-    EXPECT_LT(m_library.events.indexOf(u"open "_s + sales), m_library.events.indexOf(u"open "_s + cash));
-    EXPECT_TRUE(m_user.shown.isEmpty());
-}
-
-TEST_F(EmptyDashboard, OneThatCannotBeReadIsToldAndTheOthersAreOpened)
-{
-    const QString sales = addBook(u"sales.xlsx"_s);
-    EXPECT_TRUE(drop({writeFile(u"broken.xlsx"_s, "none"), sales}));
+    EXPECT_TRUE(drop({writeFile(u"broken.xlsx"_s, "none"), sales, cash}));
+    const qsizetype first = m_library.events.indexOf(u"open "_s + sales);
+    EXPECT_GE(first, 0);
+    EXPECT_LT(first, m_library.events.indexOf(u"open "_s + cash));
     EXPECT_EQ(m_user.shown.size(), 1);
-    EXPECT_EQ(openings(sales), 1);
 }
 
 TEST_F(EmptyDashboard, WhatIsNoWorkbookIsRefusedBeforeItIsDropped)
 {
     const QString sales = addBook(u"sales.xlsx"_s);
     const QString picture = writeFile(u"chart.png"_s, "\x89PNG\r\n\x1a\n");
-    for (const QStringList& files : {QStringList{picture}, QStringList{sales, picture}, QStringList{m_folder.path()},
-                                     QStringList{u"https://example.org/sales.xlsx"_s},
-                                     QStringList{m_folder.filePath(u"gone.xlsx"_s)}, QStringList()})
+    for (const QStringList& files :
+         {QStringList{sales, picture}, QStringList{m_folder.path()}, QStringList{u"https://example.org/sales.xlsx"_s},
+          QStringList{m_folder.filePath(u"gone.xlsx"_s)}, QStringList()})
         EXPECT_FALSE(drop(files)) << files.join(u' ').toStdString();
     EXPECT_EQ(openings(sales), 0);
 }
@@ -92,14 +70,10 @@ TEST_F(EmptyDashboard, TheHintCanBeReadOnEveryBackground)
         };
         return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF()) + 0.05;
     };
-    for (int red = 0; red < 256; red += 51) {
-        for (int green = 0; green < 256; green += 51) {
-            for (int blue = 0; blue < 256; blue += 51) {
-                const QColor ground(red, green, blue);
-                const double a = brightness(ground), b = brightness(readableOn(ground));
-                EXPECT_GE(std::max(a, b) / std::min(a, b), 4.5) << ground.name().toStdString();
-            }
-        }
+    for (QRgb rgb = 0; rgb < 0x1000000; rgb += 0x1F3D5) {
+        const QColor ground = QColor::fromRgb(rgb);
+        const double a = brightness(ground), b = brightness(readableOn(ground));
+        EXPECT_GE(std::max(a, b) / std::min(a, b), 4.5) << ground.name().toStdString();
     }
 }
 

@@ -10,9 +10,6 @@
 #include "services/modUtilsINI.h"
 #include "support/LargeSheets.h"
 
-#include <QAction>
-#include <QFile>
-#include <QMenu>
 #include <QWheelEvent>
 
 using namespace lumivane;
@@ -21,40 +18,9 @@ using Answer = Prompts::Answer;
 
 namespace {
 
-class Lifecycle : public test::DashboardFixture
-{
-protected:
-    bool panelMenuEnabled() { return window().menus().mnuPanel->menuAction()->isEnabled(); }
-};
+using Lifecycle = test::DashboardFixture;
 
-class Start : public Lifecycle
-{
-};
-
-TEST_F(Start, OpensTheDashboardSeenLastWithAWindowForEachPanel)
-{
-    storeDashboard(u"Morning"_s, {u"One"_s, u"Two"_s});
-    storeDashboard(u"Evening"_s, {u"Three"_s, u"Four"_s, u"Five"_s});
-    start();
-    EXPECT_EQ(listed(), (QStringList{u"Evening"_s, u"Morning"_s}));
-    EXPECT_EQ(window().windowTitle(), u"Lumivane - Evening"_s);
-    EXPECT_EQ(panelCaptions(), (QStringList{u"Five"_s, u"Four"_s, u"Three"_s})) << "made last to first";
-    EXPECT_TRUE(panelMenuEnabled());
-    EXPECT_FALSE(window().AnyPanelDirty() || window().IsModified || window().IsBusy || window().IsFirstActivate);
-    EXPECT_EQ(m_user.pointer, Prompts::Pointer::Default);
-}
-
-TEST_F(Start, ADashboardWithoutPanelsLoadsWithThePanelMenuDisabled)
-{
-    storeDashboard(u"Empty"_s, {});
-    start();
-    EXPECT_EQ(window().windowTitle(), u"Lumivane - Empty"_s);
-    EXPECT_EQ(m_tip, QString()) << "only where nothing is saved";
-    EXPECT_FALSE(panelMenuEnabled());
-    EXPECT_FALSE(window().IsModified);
-}
-
-TEST_F(Start, AProjectThatCannotBeReadEndsTheWindow)
+TEST_F(Lifecycle, AProjectThatCannotBeReadEndsTheWindow)
 {
     gDB->Close();
     start();
@@ -64,57 +30,15 @@ TEST_F(Start, AProjectThatCannotBeReadEndsTheWindow)
     EXPECT_FALSE(window().isVisible());
 }
 
-// ---- the save prompt ----
-
-struct PromptRow
-{
-    const char* name;
-    bool panelDirty;
-    bool modified;
-    Answer answer;
-    bool asked;
-    bool ok;
-    bool stored; ///< the moved panel's place
-    bool dirtyAfter;
-};
-
-class SavePrompt : public Lifecycle, public testing::WithParamInterface<PromptRow>
-{
-};
-
-TEST_P(SavePrompt, AsksOnlyForChangesAndDoesAsAnswered)
-{
-    const PromptRow& row = GetParam();
-    storeDashboard(u"Morning"_s, {u"One"_s});
-    start();
-    window().panelWindows().first()->setPlace(600, 450);
-    window().panelWindows().first()->IsDirty = row.panelDirty;
-    window().IsModified = row.modified;
-    m_user.answers = {row.answer};
-
-    bool OK = !row.ok;
-    window().PromptSave(false, OK);
-    EXPECT_EQ(m_user.asked, row.asked ? QStringList{u"Save changes to Morning?"_s} : QStringList());
-    EXPECT_EQ(OK, row.ok);
-    EXPECT_EQ(stored(u"SELECT * FROM LvnSavedPanel"_s, u"Left"_s), row.stored ? u"600"_s : u"150"_s);
-    EXPECT_EQ(window().AnyPanelDirty() || window().IsModified, row.dirtyAfter);
-}
-
-const PromptRow promptRows[] = {
-    {"nothing_changed", false, false, Answer::Yes, false, true, false, false},
-    {"panel_changed_cancel", true, false, Answer::Cancel, true, false, false, true},
-    {"dashboard_changed_yes", false, true, Answer::Yes, true, true, true, false},
-    {"dashboard_changed_no", false, true, Answer::No, true, true, false, false},
-};
-INSTANTIATE_TEST_SUITE_P(Answers, SavePrompt, testing::ValuesIn(promptRows),
-                         [](const auto& row) { return row.param.name; });
-
-TEST_F(Lifecycle, NoDropsTheEntriesOfDashboardsNeverStored)
+TEST_F(Lifecycle, EachNewAddsAnEntryAndNoDropsThemAll)
 {
     storeDashboard(u"Morning"_s, {u"One"_s});
     start();
     window().mnuWorkspaceNew_Click();
-    ASSERT_EQ(listed(), (QStringList{u"Morning"_s, u"Untitled"_s}));
+    window().ClearDirty();
+    window().mnuWorkspaceNew_Click();
+    EXPECT_EQ(listed(), (QStringList{u"Morning"_s, u"Untitled"_s, u"Untitled"_s}));
+    EXPECT_EQ(list().currentIndex(), 2);
     m_user.answers = {Answer::No};
     bool OK = false;
     window().PromptSave(false, OK);
@@ -133,22 +57,6 @@ protected:
         start();
     }
 };
-
-TEST_F(Switching, ADashboardWithoutANameStaysWhicheverWayItIsNotSaved)
-{
-    window().mnuWorkspaceNew_Click();
-    for (const Answer answer : {Answer::Cancel, Answer::Yes}) {
-        m_user.asked.clear();
-        m_user.answers = {answer};
-        if (answer == Answer::Yes)
-            test::whenShown<frmSaveWorkspace>([](frmSaveWorkspace& dialog) { dialog.reject(); });
-        list().setCurrentIndex(1);
-        EXPECT_EQ(m_user.asked, QStringList{u"Save changes to Untitled?"_s}) << "asked once";
-        EXPECT_EQ(list().currentText(), u"Untitled"_s);
-        EXPECT_EQ(gWorkspace->ID, 0);
-        EXPECT_TRUE(window().IsModified);
-    }
-}
 
 TEST_F(Switching, TheChosenDashboardIsLoadedOnceAfterASave)
 {
@@ -189,20 +97,7 @@ TEST_F(Switching, ADashboardWhoseRowVanishedLoadsEmpty)
 
 // ---- new, save, rename, delete ----
 
-TEST_F(Lifecycle, EachNewAddsAnEntryWhileAnEarlierOneStands)
-{
-    storeDashboard(u"Morning"_s, {u"One"_s});
-    start();
-    window().mnuWorkspaceNew_Click();
-    window().ClearDirty();
-    window().mnuWorkspaceNew_Click();
-    EXPECT_EQ(listed(), (QStringList{u"Morning"_s, u"Untitled"_s, u"Untitled"_s}));
-    EXPECT_EQ(list().currentIndex(), 2);
-    EXPECT_TRUE(window().panelWindows().isEmpty());
-    EXPECT_FALSE(window().IsBusy);
-}
-
-TEST_F(Lifecycle, SaveAsCopiesAllRowsWithTheOldPlaces)
+TEST_F(Lifecycle, SaveAsCopiesThresholdsAndTheOldPlaces)
 {
     storeDashboard(u"Morning"_s, {u"One"_s, u"Two"_s});
     start();
@@ -211,12 +106,8 @@ TEST_F(Lifecycle, SaveAsCopiesAllRowsWithTheOldPlaces)
     gDB->Execute(u"INSERT INTO LvnpanelThresholds VALUES (2, 2, 2, '>5', 'color', '', '')"_s);
     answerName(u"Copy"_s);
     window().mnuWorkspaceSaveAs_Click();
-    EXPECT_EQ(rowCount(u"LvnpanelThresholds"_s, u"PanelID = 4"_s), 1) << "and thresholds";
-    EXPECT_EQ(rowCount(u"LvnSavedWorkspace"_s), 2);
-    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 4);
+    EXPECT_EQ(rowCount(u"LvnpanelThresholds"_s, u"PanelID = 4"_s), 1);
     EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"[Left] = 150"_s), 4) << "Save As alone does not look at the windows";
-    EXPECT_EQ(rowCount(u"LvnPanelSource"_s), 1) << "sources are shared";
-    EXPECT_EQ(list().currentText(), u"Copy"_s);
     window().mnuWorkspaceSave_Click();
     EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"[Left] = 600"_s), 2);
 }
@@ -328,28 +219,17 @@ TEST_F(Lifecycle, APanelThatEndedTheProgramIsLeftOutOnce)
     EXPECT_EQ(panelCaptions().size(), 2);
 }
 
-class UnloadablePanel : public Lifecycle
+TEST_F(Lifecycle, APanelThatDoesNotLoadGoesWithItsRowOnlyWhenTheUserSaysSo)
 {
-protected:
-    void SetUp() override
-    {
-        storeDashboard(u"Morning"_s, {u"One"_s, u"Two"_s, u"Three"_s});
-        gDB->Execute(u"UPDATE LvnSavedPanel SET SheetName = 'Daten' WHERE Caption = 'Two'"_s);
-    }
-};
-
-TEST_F(UnloadablePanel, KeepsItsRowWhenTheUserSaysNo)
-{
+    storeDashboard(u"Morning"_s, {u"One"_s, u"Two"_s, u"Three"_s});
+    gDB->Execute(u"UPDATE LvnSavedPanel SET SheetName = 'Daten' WHERE Caption = 'Two'"_s);
     start();
     EXPECT_EQ(m_user.asked,
               QStringList{u"Unable to load panel with caption 'Two'\r\nDelete this panel from dashboard?"_s});
     EXPECT_EQ(panelCaptions(), (QStringList{u"Three"_s, u"One"_s}));
     EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 3);
     EXPECT_EQ(gWorkspace->NumPanels(), 3);
-}
 
-TEST_F(UnloadablePanel, GoesWithItsRowAndLaterWindowsAreRenumbered)
-{
     m_user.confirmations = {true};
     start();
     EXPECT_EQ(rowCount(u"LvnSavedPanel"_s), 2);

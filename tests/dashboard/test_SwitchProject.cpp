@@ -2,19 +2,14 @@
 #include "dashboard/ProgramWindows.h"
 #include "dashboard/frmLogin.h"
 #include "panel/frmPanel.h"
-#include "platform/Prompts.h"
-#include "repository/Database.h"
+#include "repository/ProjectRows.h"
 #include "repository/clsPanelSource.h"
-#include "repository/clsWorkspace.h"
-#include "repository/clsWorkspacePanel.h"
 #include "session/Startup.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QFile>
 #include <QLineEdit>
-#include <QMenu>
-#include <QPushButton>
 #include <QSignalSpy>
 
 using namespace lumivane;
@@ -47,32 +42,20 @@ protected:
         ASSERT_TRUE(windows.workspace());
         windows.workspace()->Form_Activate();
     }
-    frmLogin& login()
-    {
-        windows.workspace()->menus().mnuWorkspaceSwitchRepository->trigger();
-        return *windows.login();
-    }
-    QLineEdit& path() { return *windows.login()->findChild<QLineEdit*>(u"txtRepository"_s); }
-    QPushButton& button(const QString& name) { return *windows.login()->findChild<QPushButton*>(name); }
+    void login() { windows.workspace()->menus().mnuWorkspaceSwitchRepository->trigger(); }
+    QLineEdit& path() { return test::control<QLineEdit>(*windows.login(), u"txtRepository"_s); }
+    void press(const QString& button) { test::clickOn(*windows.login(), button); }
     void choose(const QString& file)
     {
         login();
         path().setText(file);
-        button(u"cmdOK"_s).click();
+        press(u"cmdOK"_s);
     }
-    QStringList captions() const
-    {
-        QStringList texts;
-        for (const frmPanel* panel : windows.workspace()->panelWindows())
-            texts.append(panel->windowTitle());
-        return texts;
-    }
-    void makeWindowDirty() { windows.workspace()->panelWindows().first()->IsDirty = true; }
+    QString onlyCaption() const { return windows.workspace()->panelWindows().first()->windowTitle(); }
+    static void deleteLater() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
     static QString leftOf(const QString& project)
     {
-        return Database::open(project, databaseConnect())
-            ->OpenRecordset(u"SELECT * FROM LvnSavedPanel"_s)
-            ->text(u"Left");
+        return test::rowsOf(*Database::open(project, databaseConnect()), u"SELECT [Left] FROM LvnSavedPanel"_s)[0];
     }
 
     const QString other = programFile(u"other.lvdu"_s);
@@ -80,33 +63,23 @@ protected:
     QSignalSpy ended{&windows, &ProgramWindows::ended};
 };
 
-TEST_F(SwitchProject, TheMainWindowIsLoadedAnewOnTheChosenProject)
+TEST_F(SwitchProject, TheMainWindowIsLoadedAnewOnTheChosenProjectWhichTheNextRunDoesNotTake)
 {
     const QPointer<frmWorkspace> before = windows.workspace();
     const auto sources = gSources;
     const auto project = gDB;
     choose(u"  %1 "_s.arg(other));
     activate();
-
-    EXPECT_NE(windows.workspace(), before);
-    EXPECT_EQ(windows.workspace()->windowTitle(), u"Lumivane - Night"_s);
-    EXPECT_EQ(captions(), QStringList{u"Two"_s});
+    EXPECT_EQ(onlyCaption(), u"Two"_s);
     EXPECT_NE(gSources, sources);
-    EXPECT_EQ(gDB->Name(), other);
     EXPECT_FALSE(project->isOpen());
     EXPECT_EQ(m_user.pointer, Prompts::Pointer::Default);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    deleteLater();
     EXPECT_FALSE(before) << "the old window is gone";
     EXPECT_FALSE(windows.login());
     EXPECT_EQ(ended.count(), 0) << "the run goes on";
-}
 
-TEST_F(SwitchProject, TheDialogProposesTheProjectChosenLastAndTheNextRunDoesNotTakeIt)
-{
-    choose(other);
-    activate();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(login().windowTitle(), u"Welcome to Lumivane"_s);
+    login();
     EXPECT_EQ(path().text(), other);
     windows.unloadWorkspace();
     ASSERT_TRUE(InitStandard());
@@ -120,11 +93,9 @@ TEST_F(SwitchProject, TheSameProjectIsNotLoadedAgainUnderAnotherName)
     const frmWorkspace* before = windows.workspace();
     const auto project = gDB;
     choose(upper);
-    EXPECT_FALSE(windows.login() && windows.login()->isVisible());
     EXPECT_EQ(windows.workspace(), before);
     EXPECT_EQ(gDB, project);
     EXPECT_TRUE(project->isOpen());
-    EXPECT_EQ(GetDefaultRepository(), QString());
 
     ASSERT_TRUE(QFile::remove(upper) && QFile::copy(gDB->Name(), upper));
     choose(upper);
@@ -133,22 +104,12 @@ TEST_F(SwitchProject, TheSameProjectIsNotLoadedAgainUnderAnotherName)
 
 TEST_F(SwitchProject, AFileThatIsNoProjectIsToldAndAnotherIsAskedFor)
 {
-    const QString text = programFile(u"text.lvdu"_s);
-    QFile file(text);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("no project");
-    file.close();
-    for (const QString& wrong : {text, programFile(u"none.lvdu"_s)}) {
-        m_user.shown.clear();
-        m_user.asked.clear();
-        m_user.files = {other};
-        choose(wrong);
-        EXPECT_EQ(m_user.shown, QStringList{u"You did not pick a valid project file."_s});
-        EXPECT_EQ(m_user.asked, QStringList{u"Select project file"_s});
-        EXPECT_TRUE(windows.login()->isVisible());
-        EXPECT_EQ(path().text(), other) << "to be confirmed";
-        EXPECT_EQ(gDB->Name(), programFile(u"lumivane.lvdu"_s));
-    }
+    m_user.files = {other};
+    choose(writeFile(u"text.lvdu"_s, "no project"));
+    EXPECT_EQ(m_user.shown, QStringList{u"You did not pick a valid project file."_s});
+    EXPECT_TRUE(windows.login()->isVisible());
+    EXPECT_EQ(path().text(), other) << "to be confirmed";
+    EXPECT_EQ(gDB->Name(), programFile(u"lumivane.lvdu"_s));
 }
 
 TEST_F(SwitchProject, OutsideASwitchCancelClosesTheProject)
@@ -161,29 +122,27 @@ TEST_F(SwitchProject, OutsideASwitchCancelClosesTheProject)
 
 TEST_F(SwitchProject, UnsavedWorkIsAskedForBeforeAnythingChanges)
 {
-    const QString ours = programFile(u"lumivane.lvdu"_s);
+    const QString ours = gDB->Name();
     const frmWorkspace* before = windows.workspace();
     login();
     before->panelWindows().first()->setPlace(600, 450);
-    makeWindowDirty();
-    path().setText(other);
+    before->panelWindows().first()->IsDirty = true;
     m_user.answers = {Answer::Cancel, Answer::Yes};
-    button(u"cmdOK"_s).click();
+    path().setText(other);
+    press(u"cmdOK"_s);
     EXPECT_EQ(m_user.asked, QStringList{u"Save changes to Morning?"_s});
     EXPECT_EQ(gDB->Name(), ours);
     EXPECT_TRUE(gDB->isOpen());
     EXPECT_EQ(windows.workspace(), before);
-    EXPECT_EQ(captions(), QStringList{u"One"_s});
+    EXPECT_EQ(onlyCaption(), u"One"_s);
     EXPECT_EQ(GetDefaultRepository(), QString());
     EXPECT_TRUE(windows.login()->isVisible());
 
-    button(u"cmdOK"_s).click();
-    EXPECT_EQ(gDB->Name(), other);
+    press(u"cmdOK"_s);
     activate();
-    EXPECT_EQ(captions(), QStringList{u"Two"_s});
+    EXPECT_EQ(onlyCaption(), u"Two"_s);
     EXPECT_EQ(leftOf(ours), u"600"_s);
     EXPECT_EQ(leftOf(other), u"150"_s);
-    EXPECT_EQ(ended.count(), 0);
 }
 
 TEST_F(SwitchProject, AWindowThatIsGoneIsNotActivatedAnyMore)
@@ -202,7 +161,7 @@ TEST_F(SwitchProject, AWindowThatIsGoneIsNotActivatedAnyMore)
 TEST_F(SwitchProject, TheRunEndsWithTheMainWindowAlone)
 {
     login();
-    button(u"cmdCancel"_s).click();
+    press(u"cmdCancel"_s);
     EXPECT_EQ(ended.count(), 0);
     login();
     windows.workspace()->close();
@@ -231,7 +190,7 @@ TEST_F(SwitchProject, AWindowWhoseCommandStillRunsOutlivesIt)
     bool lived = false;
     user.act = [&] {
         choose(other);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        deleteLater();
         lived = !before.isNull();
     };
     gDB->Execute(u"UPDATE LvnPanelSource SET DestFolder = '/nowhere/'"_s);
@@ -241,7 +200,7 @@ TEST_F(SwitchProject, AWindowWhoseCommandStillRunsOutlivesIt)
     before->mnuWorkspaceRefresh_Click();
     EXPECT_FALSE(user.act) << "the command did not let events run";
     EXPECT_TRUE(lived);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    deleteLater();
     EXPECT_FALSE(before);
     setPrompts(&m_user);
 }

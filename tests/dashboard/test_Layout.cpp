@@ -31,6 +31,10 @@ protected:
         storeDashboard(u"Other"_s, {u"X"_s});
         storeDashboard(u"Morning"_s, {u"A"_s, u"B"_s, u"C"_s});
         start();
+        placeAll();
+    }
+    void placeAll()
+    {
         place(u"A"_s, QRect(40, 30, 300, 200));
         place(u"B"_s, QRect(400, 100, 240, 160));
         place(u"C"_s, QRect(120, 300, 200, 120));
@@ -38,15 +42,6 @@ protected:
         window().ClearDirty();
     }
 
-    /// The window of a panel, whatever marks its caption has.
-    frmPanel& panel(const QString& caption)
-    {
-        for (frmPanel* panel : window().panelWindows()) {
-            if (gWorkspace->Panels(panel->Index)->Caption == caption)
-                return *panel;
-        }
-        throw std::runtime_error("no such panel");
-    }
     clsWorkspacePanel& record(const QString& caption) { return *gWorkspace->Panels(panel(caption).Index); }
     DashboardArea& area() { return *window().findChild<DashboardArea*>(); }
     const DashboardActions& menus() { return window().menus(); }
@@ -128,47 +123,34 @@ TEST_F(Layout, MarksAreSeenAsFrames)
 
 // ---- alignment and size ----
 
-struct FollowRow
+TEST_F(Layout, MarkedPanelsFollowTheBase)
 {
-    const char* name;
-    Command command;
-    QRect b, c; ///< where they end; A is the base
-};
-
-class Following : public Layout, public testing::WithParamInterface<FollowRow>
-{
-};
-
-TEST_P(Following, MarkedPanelsFollowTheBase)
-{
-    const FollowRow& row = GetParam();
+    const struct
+    {
+        Command command;
+        QRect b, c; ///< where they end; A is the base
+    } rows[] = {
+        {&frmWorkspace::mnuAlignLeft_Click, {40, 100, 240, 160}, {40, 300, 200, 120}},
+        {&frmWorkspace::mnuAlignRight_Click, {100, 100, 240, 160}, {140, 300, 200, 120}},
+        {&frmWorkspace::mnuAlignTop_Click, {400, 30, 240, 160}, {120, 30, 200, 120}},
+        {&frmWorkspace::mnuAlignBottom_Click, {400, 70, 240, 160}, {120, 110, 200, 120}},
+        {&frmWorkspace::mnuSameWidth_Click, {400, 100, 300, 160}, {120, 300, 300, 120}},
+        {&frmWorkspace::mnuSameHeight_Click, {400, 100, 240, 200}, {120, 300, 200, 200}},
+        {&frmWorkspace::mnuSameBoth_Click, {400, 100, 300, 200}, {120, 300, 300, 200}},
+    };
     layOut(u"A"_s, {u"B"_s, u"C"_s});
     area().setActiveSubWindow(&panel(u"C"_s)); // the base stays who it was
-    (window().*row.command)();
-    EXPECT_EQ(panel(u"A"_s).geometry(), QRect(40, 30, 300, 200)) << "the base never moves";
-    for (const auto& [caption, expected] : {std::pair(u"B"_s, row.b), std::pair(u"C"_s, row.c)}) {
-        EXPECT_EQ(panel(caption).geometry(), expected) << caption.toStdString();
-        EXPECT_EQ(record(caption).ViewType, u"C"_s);
+    for (const auto& row : rows) {
+        placeAll();
+        (window().*row.command)();
+        EXPECT_EQ(panel(u"A"_s).geometry(), QRect(40, 30, 300, 200)) << "the base never moves";
+        EXPECT_EQ(panel(u"B"_s).geometry(), row.b);
+        EXPECT_EQ(panel(u"C"_s).geometry(), row.c);
+        EXPECT_TRUE(window().IsModified);
+        EXPECT_EQ(record(u"B"_s).pLeft, row.b.x() * twipsPerPixel) << "a save does not look at the windows";
+        EXPECT_EQ(record(u"B"_s).pWidth, row.b.width() * twipsPerPixel);
     }
-    EXPECT_TRUE(window().IsModified);
-
-    window().Workspace_Save(); // which does not look at the windows: the records have followed
-    const int left = row.b.x() * twipsPerPixel, width = row.b.width() * twipsPerPixel;
-    EXPECT_EQ(rowCount(u"LvnSavedPanel"_s, u"Caption = 'B' AND [Left] = %1 AND [Width] = %2"_s.arg(left).arg(width)),
-              1);
 }
-
-const FollowRow followRows[] = {
-    {"lefts", &frmWorkspace::mnuAlignLeft_Click, {40, 100, 240, 160}, {40, 300, 200, 120}},
-    {"rights", &frmWorkspace::mnuAlignRight_Click, {100, 100, 240, 160}, {140, 300, 200, 120}},
-    {"tops", &frmWorkspace::mnuAlignTop_Click, {400, 30, 240, 160}, {120, 30, 200, 120}},
-    {"bottoms", &frmWorkspace::mnuAlignBottom_Click, {400, 70, 240, 160}, {120, 110, 200, 120}},
-    {"width", &frmWorkspace::mnuSameWidth_Click, {400, 100, 300, 160}, {120, 300, 300, 120}},
-    {"height", &frmWorkspace::mnuSameHeight_Click, {400, 100, 240, 200}, {120, 300, 200, 200}},
-    {"both", &frmWorkspace::mnuSameBoth_Click, {400, 100, 300, 200}, {120, 300, 300, 200}},
-};
-INSTANTIATE_TEST_SUITE_P(Commands, Following, testing::ValuesIn(followRows),
-                         [](const auto& row) { return row.param.name; });
 
 TEST_F(Layout, PanelsInOtherViewsBecomeCroppedOnesWhenSized)
 {
@@ -202,54 +184,32 @@ TEST_F(Layout, ArrowKeysMoveTheMarkedPanels)
     EXPECT_TRUE(window().IsModified);
 }
 
-struct DragRow
+TEST_F(Layout, EdgesAreDrawnToNeighboursInLayoutModeUnlessAltIsHeld)
 {
-    const char* name;
-    bool layoutMode;
-    Qt::KeyboardModifiers modifiers;
-    QPoint end; ///< of C's corner, dragged until it is 4 pixels off A's left edge
-    bool afterAPass = false;
-};
-
-class Dragging : public Layout, public testing::WithParamInterface<DragRow>
-{
-protected:
-    void drag(frmPanel& panel, const QPoint& way)
-    {
-        const QPointF title(panel.width() / 2.0, 10);
-        const QPointF begin = panel.mapToGlobal(title);
-        const auto send = [&](QEvent::Type type, const QPointF& global, Qt::MouseButtons buttons) {
-            QMouseEvent event(type, panel.mapFromGlobal(global), global,
-                              type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, buttons, GetParam().modifiers);
-            QCoreApplication::sendEvent(&panel, &event);
+    const auto drag = [this](const QPoint& way, Qt::KeyboardModifiers modifiers) {
+        frmPanel& dragged = panel(u"C"_s);
+        const QPointF begin = dragged.mapToGlobal(QPointF(dragged.width() / 2.0, 10));
+        const auto send = [&](QEvent::Type type, const QPointF& global, Qt::MouseButton button, Qt::MouseButtons held) {
+            QMouseEvent event(type, dragged.mapFromGlobal(global), global, button, held, modifiers);
+            QCoreApplication::sendEvent(&dragged, &event);
         };
-        send(QEvent::MouseMove, begin, Qt::NoButton);
-        send(QEvent::MouseButtonPress, begin, Qt::LeftButton);
-        send(QEvent::MouseMove, begin + way / 2, Qt::LeftButton);
-        send(QEvent::MouseMove, begin + way, Qt::LeftButton);
-        send(QEvent::MouseButtonRelease, begin + way, Qt::NoButton);
-    }
-};
-
-TEST_P(Dragging, InLayoutModeEdgesAreDrawnToNeighbours)
-{
-    if (GetParam().layoutMode)
-        layOut(u"A"_s, {});
-    if (GetParam().afterAPass)
-        window().Workspace_CheckUpdates();
+        send(QEvent::MouseMove, begin, Qt::NoButton, Qt::NoButton);
+        send(QEvent::MouseButtonPress, begin, Qt::LeftButton, Qt::LeftButton);
+        send(QEvent::MouseMove, begin + way, Qt::NoButton, Qt::LeftButton);
+        send(QEvent::MouseButtonRelease, begin + way, Qt::LeftButton, Qt::NoButton);
+        EXPECT_TRUE(window().IsModified || window().AnyPanelDirty()) << "not asked for at the close";
+        const QPoint end = dragged.pos();
+        placeAll();
+        return end;
+    };
+    // To 4 pixels off A's left edge.
+    window().Workspace_CheckUpdates();
     EXPECT_FALSE(window().IsModified || window().AnyPanelDirty());
-    drag(panel(u"C"_s), QPoint(-76, 33));
-    EXPECT_EQ(panel(u"C"_s).pos(), GetParam().end);
-    EXPECT_TRUE(window().IsModified || window().AnyPanelDirty()) << "not asked for at the close";
+    EXPECT_EQ(drag(QPoint(-76, 33), Qt::NoModifier), QPoint(44, 333));
+    layOut(u"A"_s, {});
+    EXPECT_EQ(drag(QPoint(-76, 33), Qt::AltModifier), QPoint(44, 333));
+    EXPECT_EQ(drag(QPoint(-76, 33), Qt::NoModifier), QPoint(40, 333));
 }
-
-const DragRow dragRows[] = {
-    {"layout_mode", true, Qt::NoModifier, {40, 333}},
-    {"layout_mode_with_alt", true, Qt::AltModifier, {44, 333}},
-    {"no_layout_mode", false, Qt::NoModifier, {44, 333}},
-    {"after_a_pass", false, Qt::NoModifier, {44, 333}, true},
-};
-INSTANTIATE_TEST_SUITE_P(Modes, Dragging, testing::ValuesIn(dragRows), [](const auto& row) { return row.param.name; });
 
 TEST_F(Layout, PanelsStopWhereTheyCanStillBeStored)
 {

@@ -1,7 +1,6 @@
 #include "dashboard/DashboardFixture.h"
 #include "panel/frmPanel.h"
 #include "repository/clsWorkspace.h"
-#include "repository/clsWorkspacePanel.h"
 
 #include <QAction>
 
@@ -31,105 +30,53 @@ struct UserSpreadsheet : PlainApplication
     std::shared_ptr<Window> ActiveWindow() override { return window; }
 };
 
-struct PasteCase
-{
-    const char* name;
-    const char* selected;
-    QStringList panes;
-    const char* picRange; ///< stored; empty when the paste is refused
-    const char* told = "";
-    WindowSelection::Kind kind = WindowSelection::Kind::Range;
-    bool visible = true;
-};
-
-void PrintTo(const PasteCase& row, std::ostream* out)
-{
-    *out << row.name;
-}
-
 } // namespace
 
-class Paste : public DashboardFixture, public testing::WithParamInterface<PasteCase>
-{
-};
+using Paste = DashboardFixture;
 
-TEST_P(Paste, MakesAPanelOfTheSelectionOrSaysWhyNot)
+TEST_F(Paste, MakesAPanelOfTheSelectionOrSaysWhyNot)
 {
-    const PasteCase& row = GetParam();
+    using enum WindowSelection::Kind;
     start();
     const auto user = std::make_shared<UserSpreadsheet>(m_library);
-    user->setVisible(row.visible);
     user->Open(addBook(u"Figures.xlsx"_s));
-    user->window->selection.kind = row.kind;
-    user->window->selection.name = QString::fromLatin1(row.selected);
-    user->window->range = QString::fromLatin1(row.selected);
-    user->window->panes = row.panes;
     HostFactory factory = m_library.factory();
     factory.userInstance = [user] { return user; };
     setHostFactory(factory);
+    const struct
+    {
+        WindowSelection::Kind kind;
+        bool visible;
+        QString pane, told;
+    } refused[] = {
+        {Range, true, u"$A$20:$M$50"_s, u"No range of cells selected in the spreadsheet."_s}, // scrolled out
+        {Range, false, u"$A$1:$M$30"_s, u"Excel is not visible."_s},
+        {Other, true, u"$A$1:$M$30"_s, u"Must either select a range, chart object or shape."_s},
+        {Chart, true, u"$A$1:$M$30"_s, u"The name of the chart or shape [x', SheetName = 'y] holds an apostrophe"_s},
+    };
+    for (const auto& row : refused) {
+        m_user.shown.clear();
+        user->setVisible(row.visible);
+        user->window->selection.kind = row.kind;
+        user->window->selection.name = row.kind == Chart ? u"x', SheetName = 'y"_s : u"$B$2:$C$4"_s;
+        user->window->range = u"$B$2:$C$4"_s;
+        user->window->panes = {row.pane};
+        window().menus().mnuWorkspacePaste->trigger();
+        EXPECT_TRUE(m_user.shown.value(0).contains(row.told)) << m_user.shown.value(0);
+        EXPECT_EQ(gWorkspace->NumPanels(), 0);
+        EXPECT_TRUE(window().panelWindows().isEmpty());
+        EXPECT_FALSE(window().IsBusy);
+    }
+    user->window->selection.kind = Range;
+    user->window->selection.name = u"$B$2:$C$4"_s;
     window().ClickX = 300;
     window().ClickY = 450;
-
     window().menus().mnuWorkspacePaste->trigger();
-
-    const QString told = QString::fromLatin1(row.told);
-    EXPECT_EQ(m_user.shown, told.isEmpty() ? QStringList() : QStringList(told));
-    const bool accepted = *row.picRange != '\0';
-    ASSERT_EQ(gWorkspace->NumPanels(), accepted ? 1 : 0);
-    EXPECT_EQ(window().panelWindows().size(), accepted ? 1 : 0);
-    EXPECT_FALSE(window().IsBusy);
-    if (!accepted)
-        return;
     answerName(u"Pasted"_s);
     window().menus().mnuWorkspaceSave->trigger();
-    const QString panel = u"SELECT * FROM LvnSavedPanel"_s;
-    EXPECT_EQ(stored(panel, u"PicRange"_s), QString::fromLatin1(row.picRange));
-    EXPECT_EQ(stored(panel, u"ContentMatch"_s), u"bottom=$C$4"_s);
-    EXPECT_EQ(stored(panel, u"RelativeTo"_s), u"bottom"_s);
-    EXPECT_EQ(stored(panel, u"ViewType"_s), u"C"_s);
-    EXPECT_EQ(stored(panel, u"Caption"_s), u"Figures"_s);
-    EXPECT_EQ(stored(panel, u"Left"_s) + u' ' + stored(panel, u"Top"_s), u"300 450"_s);
-    EXPECT_EQ(stored(u"SELECT * FROM LvnPanelSource"_s, u"FullPath"_s), bookPath(u"Figures.xlsx"_s));
+    EXPECT_EQ(rows(u"SELECT PicRange, ContentMatch, RelativeTo, ViewType, Caption, [Left], [Top] FROM LvnSavedPanel"_s),
+              QStringList{u"$B$2:$C$4``|bottom=$C$4|bottom|C|Figures|300|450"_s});
+    EXPECT_EQ(rows(u"SELECT FullPath FROM LvnPanelSource"_s), QStringList{bookPath(u"Figures.xlsx"_s)});
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    OfTheUser, Paste,
-    testing::Values(
-        PasteCase{"plain", "$B$2:$C$4", {u"$A$1:$M$30"_s}, "$B$2:$C$4``"},
-        PasteCase{"cut to what is on screen", "$B$2:$C$40", {u"$A$1:$M$30"_s}, "$B$2:$C$30``"},
-        PasteCase{"under frozen rows", "$B$3:$C$4", {u"$A$1:$M$2"_s, u"$A$3:$M$30"_s}, "$B$3:$C$4`1:2`"},
-        PasteCase{"beside frozen columns", "$C$2:$C$4", {u"$A$1:$B$30"_s, u"$C$1:$M$30"_s}, "$C$2:$C$4``A:B"},
-        PasteCase{"scrolled out",
-                  "$B$2:$C$4",
-                  {u"$A$20:$M$50"_s},
-                  "",
-                  "No range of cells selected in the spreadsheet.  Please select a range and paste again."},
-        PasteCase{"several areas",
-                  "$B$2,$C$4",
-                  {u"$A$1:$M$30"_s},
-                  "",
-                  "Unable to paste.  Several areas are selected.  Please select a single range and paste again."},
-        PasteCase{"nothing that can be shown",
-                  "$B$2",
-                  {u"$A$1:$M$30"_s},
-                  "",
-                  "Unable to paste.  Invalid selection.  Must either select a range, chart object or shape.",
-                  WindowSelection::Kind::Other},
-        PasteCase{
-            "a chart whose name the project does not take",
-            "x', SheetName = 'y",
-            {u"$A$1:$M$30"_s},
-            "",
-            "Unable to paste.  The name of the chart or shape [x', SheetName = 'y] holds an apostrophe, which the "
-            "project does not take. Please change it and try again.",
-            WindowSelection::Kind::Chart},
-        PasteCase{"hidden instance",
-                  "$B$2",
-                  {u"$A$1:$M$30"_s},
-                  "",
-                  "Unable to paste.  Excel is not visible.",
-                  WindowSelection::Kind::Range,
-                  false}),
-    [](const auto& chosen) { return QString::fromLatin1(chosen.param.name).replace(u' ', u'_').toStdString(); });
 
 } // namespace lumivane::test

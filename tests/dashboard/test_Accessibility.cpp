@@ -22,8 +22,6 @@
 
 #include <QAbstractSpinBox>
 #include <QAccessible>
-#include <QFile>
-#include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenuBar>
@@ -33,11 +31,6 @@ using namespace lumivane;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString described(const QWidget& widget)
-{
-    return QString::fromLatin1(widget.metaObject()->className()) + u' ' + widget.objectName();
-}
 
 /// A part of a larger control, which speaks for it.
 bool belongsToAnother(const QWidget& widget)
@@ -56,66 +49,52 @@ QStringList namelessControls(const QWidget& window)
             continue;
         const QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(widget);
         if (!seen || seen->text(QAccessible::Name).trimmed().isEmpty())
-            nameless.append(described(*widget));
+            nameless.append(QString::fromLatin1(widget->metaObject()->className()) + u' ' + widget->objectName());
     }
     return nameless;
 }
 
-/// Notes the letter of a caption, and complains about one that has none, or one that is taken.
-class Mnemonics
+/// Captions without a letter, or with one that is taken.
+QStringList letterFaults(const QStringList& captions)
 {
-public:
-    QStringList complaints;
-
-    void add(const QString& caption)
-    {
+    QHash<QKeySequence, QString> taken;
+    QStringList faults;
+    for (const QString& caption : captions) {
         const QKeySequence key = QKeySequence::mnemonic(caption);
-        if (key.isEmpty())
-            complaints.append(u"no letter: "_s + caption);
-        else if (m_taken.contains(key))
-            complaints.append(u"one letter: "_s + m_taken.value(key) + u", "_s + caption);
-        m_taken.insert(key, caption);
+        if (key.isEmpty() || taken.contains(key))
+            faults.append(taken.value(key, u"no letter"_s) + u": "_s + caption);
+        taken.insert(key, caption);
     }
-
-private:
-    QHash<QKeySequence, QString> m_taken;
-};
-
-/// OK and Cancel have Enter and Esc.
-bool hasKeyOfItsOwn(const QPushButton& button)
-{
-    return button.text() == u"OK" || button.text() == u"Cancel";
+    return faults;
 }
 
 QStringList mnemonicFaults(const QDialog& dialog)
 {
-    Mnemonics letters;
+    QStringList captions;
     for (const QWidget* widget : dialog.findChildren<QWidget*>()) {
-        if (!widget->isVisibleTo(&dialog))
-            continue;
         const auto* label = qobject_cast<const QLabel*>(widget);
         const auto* button = qobject_cast<const QAbstractButton*>(widget);
-        const auto* push = qobject_cast<const QPushButton*>(widget);
+        if (!widget->isVisibleTo(&dialog))
+            continue;
         if (label && label->buddy())
-            letters.add(label->text());
-        else if (button && !button->text().isEmpty() && !(push && hasKeyOfItsOwn(*push)))
-            letters.add(button->text());
+            captions.append(label->text());
+        else if (button && !button->text().isEmpty() && button->text() != u"OK" && button->text() != u"Cancel")
+            captions.append(button->text()); // the others have Enter and Esc
     }
-    return letters.complaints;
+    return letterFaults(captions);
 }
 
 QStringList menuFaults(const QList<QAction*>& entries)
 {
-    Mnemonics letters;
-    QStringList faults;
+    QStringList captions, faults;
     for (const QAction* entry : entries) {
         if (entry->isSeparator() || !entry->isVisible())
             continue;
-        letters.add(entry->text());
+        captions.append(entry->text());
         if (entry->menu())
             faults += menuFaults(entry->menu()->actions());
     }
-    return letters.complaints + faults;
+    return letterFaults(captions) + faults;
 }
 
 QStringList sharedShortcuts(const QWidget& window)
@@ -140,82 +119,55 @@ MakeDialog dialogOf(Arguments... arguments)
     return [=](ProgramWindows&) { return std::make_unique<Dialog>(arguments...); };
 }
 
-struct DialogRow
-{
-    const char* name;
-    MakeDialog make;
-};
+using Accessibility = test::DashboardFixture;
 
-void PrintTo(const DialogRow& row, std::ostream* out)
-{
-    *out << row.name;
-}
-
-class EveryDialog : public test::DashboardFixture, public testing::WithParamInterface<DialogRow>
-{
-};
-
-TEST_P(EveryDialog, CanBeUsedByKeyboardAndReadAloud)
+TEST_F(Accessibility, EachDialogCanBeUsedByKeyboardAndReadAloud)
 {
     storeDashboard(u"Morning"_s, {u"One"_s});
-    ProgramWindows windows;
-    const std::unique_ptr<QDialog> dialog = GetParam().make(windows);
-    EXPECT_EQ(dialog->objectName(), QString::fromLatin1(GetParam().name)) << "the help topic of most dialogs";
-    EXPECT_FALSE(dialog->windowTitle().isEmpty());
-    EXPECT_EQ(namelessControls(*dialog), QStringList());
-    EXPECT_EQ(mnemonicFaults(*dialog), QStringList());
-
-    qsizetype defaults = 0;
-    for (const QPushButton* button : dialog->findChildren<QPushButton*>())
-        defaults += button->isDefault();
-    EXPECT_EQ(defaults, 1) << "buttons that Enter presses";
-    EXPECT_LE(dialog->minimumSizeHint().width(), 1366);
-    EXPECT_LE(dialog->minimumSizeHint().height(), 700);
+    ProgramWindows run;
+    const std::pair<QString, MakeDialog> dialogs[] = {
+        {u"frmAbout"_s, dialogOf<frmAbout>()},
+        {u"frmAddAltPath"_s, dialogOf<frmAddAltPath>()},
+        {u"frmAltPaths"_s, dialogOf<frmAltPaths>()},
+        {u"frmCaption"_s, dialogOf<frmCaption>()},
+        {u"frmDrillback"_s, dialogOf<frmDrillback>()},
+        {u"frmExport"_s, dialogOf<frmExport>()},
+        {u"frmImport"_s, dialogOf<frmImport>()},
+        {u"frmImportFolders"_s, dialogOf<frmImportFolders>(ImportPreview())},
+        {u"frmLogin"_s, [](ProgramWindows& windows) { return std::make_unique<frmLogin>(windows); }},
+        {u"frmOpenWorkspace"_s, dialogOf<frmOpenWorkspace>(QString())},
+        {u"frmOptions"_s, dialogOf<frmOptions>(QColor(Qt::white))},
+        {u"frmPanelProperties"_s, dialogOf<frmPanelProperties>()},
+        {u"frmRangeRelative"_s, dialogOf<frmRangeRelative>()},
+        {u"frmSaveWorkspace"_s, dialogOf<frmSaveWorkspace>(QString(), QString())},
+        {u"frmThresholds"_s, [](ProgramWindows&) { return std::make_unique<frmThresholds>(*gWorkspace->Panels(1)); }},
+        {u"frmTip"_s, dialogOf<frmTip>()},
+    };
+    for (const auto& [name, make] : dialogs) {
+        SCOPED_TRACE(name);
+        const std::unique_ptr<QDialog> dialog = make(run);
+        EXPECT_EQ(dialog->objectName(), name) << "the help topic of most dialogs";
+        EXPECT_FALSE(dialog->windowTitle().isEmpty());
+        EXPECT_EQ(namelessControls(*dialog), QStringList());
+        EXPECT_EQ(mnemonicFaults(*dialog), QStringList());
+        const auto buttons = dialog->findChildren<QPushButton*>();
+        const auto isDefault = [](const QPushButton* button) { return button->isDefault(); };
+        EXPECT_EQ(std::count_if(buttons.begin(), buttons.end(), isDefault), 1) << "buttons that Enter presses";
+        EXPECT_LE(dialog->minimumSizeHint().width(), 1366);
+        EXPECT_LE(dialog->minimumSizeHint().height(), 700);
+    }
 }
 
-const DialogRow dialogRows[] = {
-    {"frmAbout", dialogOf<frmAbout>()},
-    {"frmAddAltPath", dialogOf<frmAddAltPath>()},
-    {"frmAltPaths", dialogOf<frmAltPaths>()},
-    {"frmCaption", dialogOf<frmCaption>()},
-    {"frmDrillback", dialogOf<frmDrillback>()},
-    {"frmExport", dialogOf<frmExport>()},
-    {"frmImport", dialogOf<frmImport>()},
-    {"frmImportFolders", dialogOf<frmImportFolders>(ImportPreview())},
-    {"frmLogin", [](ProgramWindows& windows) { return std::make_unique<frmLogin>(windows); }},
-    {"frmOpenWorkspace", dialogOf<frmOpenWorkspace>(QString())},
-    {"frmOptions", dialogOf<frmOptions>(QColor(Qt::white))},
-    {"frmPanelProperties", dialogOf<frmPanelProperties>()},
-    {"frmRangeRelative", dialogOf<frmRangeRelative>()},
-    {"frmSaveWorkspace", dialogOf<frmSaveWorkspace>(QString(), QString())},
-    {"frmThresholds", [](ProgramWindows&) { return std::make_unique<frmThresholds>(*gWorkspace->Panels(1)); }},
-    {"frmTip", dialogOf<frmTip>()},
-};
-INSTANTIATE_TEST_SUITE_P(Dialogs, EveryDialog, testing::ValuesIn(dialogRows),
-                         [](const auto& row) { return row.param.name; });
-
-using EveryWindow = test::DashboardFixture;
-
-TEST_F(EveryWindow, TheMainWindowCanBeUsedByKeyboardAndReadAloud)
+TEST_F(Accessibility, EachWindowCanBeUsedByKeyboardAndReadAloud)
 {
     storeDashboard(u"Morning"_s, {u"One"_s});
-    start();
-    EXPECT_EQ(namelessControls(window()), QStringList());
-    EXPECT_EQ(menuFaults(window().menuBar()->actions()), QStringList());
-    EXPECT_EQ(sharedShortcuts(window()), QStringList());
-}
-
-TEST_F(EveryWindow, AWorkbookWindowToo)
-{
-    QFile file(programFile(u"sales.csv"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("Region,Sales\nNorth,12\n");
-    file.close();
     frmWorkbook workbook;
-    ASSERT_TRUE(workbook.openWorkbook(file.fileName()));
-    EXPECT_EQ(namelessControls(workbook), QStringList());
-    EXPECT_EQ(menuFaults(workbook.menuBar()->actions()), QStringList());
-    EXPECT_EQ(sharedShortcuts(workbook), QStringList());
+    ASSERT_TRUE(workbook.openWorkbook(writeFile(u"sales.csv"_s, "Region,Sales\nNorth,12\n")));
+    for (const QMainWindow* window : std::initializer_list<QMainWindow*>{&start(), &workbook}) {
+        EXPECT_EQ(namelessControls(*window), QStringList());
+        EXPECT_EQ(menuFaults(window->menuBar()->actions()), QStringList());
+        EXPECT_EQ(sharedShortcuts(*window), QStringList());
+    }
 }
 
 } // namespace

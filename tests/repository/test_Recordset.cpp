@@ -29,8 +29,8 @@ TEST_F(RecordsetRows, AreReadWhenOpened)
 
 TEST_F(RecordsetRows, ValuesAreCheckedWhereTheyAreRead)
 {
-    db->Execute(u"INSERT INTO LvnSavedPanel (ID, WorkspaceID, SourceID, Caption, LastViewed, [Top], [Left], Height) "
-                "VALUES (1, NULL, 'x', 'Größe', #1/2/2026 3:04:05#, 2.5, 3.5, 99999999999)"_s);
+    db->Execute(u"INSERT INTO LvnSavedPanel (ID, WorkspaceID, SourceID, Caption, LastViewed, [Top], [Left], Height, "
+                "Width) VALUES (1, NULL, 'x', 'Größe', #1/2/2026 3:04:05#, 2.5, 3.5, 99999999999, -99999999999)"_s);
     const auto rs = db->OpenRecordset(u"SELECT * FROM LvnSavedPanel"_s);
     EXPECT_EQ(rs->number(u"id"), 1);
     EXPECT_EQ(rs->text(u"CAPTION"), u"Größe"_s);
@@ -41,6 +41,7 @@ TEST_F(RecordsetRows, ValuesAreCheckedWhereTheyAreRead)
     EXPECT_EQ(number([&] { rs->number(u"WorkspaceID"); }), 94);
     EXPECT_EQ(number([&] { rs->number(u"SourceID"); }), 13);
     EXPECT_EQ(number([&] { rs->number32(u"Height"); }), 6);
+    EXPECT_EQ(number([&] { rs->number32(u"Width"); }), 6);
     EXPECT_EQ(number([&] { rs->date(u"Caption"); }), 13);
     EXPECT_EQ(number([&] { rs->text(u"none"); }), 3265);
     EXPECT_FALSE(rs->date(u"Comments").isValid());

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace lumivane::engine {
 namespace {
 
-TEST(SheetGeometry, turnsStoredWidthsIntoPixelsAndCharacters)
+TEST(SheetGeometry, TurnsStoredWidthsIntoPixelsAndCharacters)
 {
     const std::tuple<const char*, double, int, double> rows[] = {
         {"the customary one", 9.140625, 64, 8.43}, {"ten characters", 10.7109375, 75, 10},
@@ -27,7 +27,7 @@ TEST(SheetGeometry, turnsStoredWidthsIntoPixelsAndCharacters)
     }
 }
 
-TEST(SheetGeometry, givesColumnsTheirDefaultWidth)
+TEST(SheetGeometry, GivesColumnsTheirDefaultWidth)
 {
     const std::tuple<const char*, double, int, int> rows[] = {{"nothing stored", -1, 8, 64},
                                                               {"ten base characters", -1, 10, 80},
@@ -41,7 +41,7 @@ TEST(SheetGeometry, givesColumnsTheirDefaultWidth)
     }
 }
 
-TEST(SheetGeometry, readsBackTheCharactersThatAJobSets)
+TEST(SheetGeometry, ReadsBackTheCharactersThatAJobSets)
 {
     SheetBuilder made;
     for (const double width : {0.5, 1.0, 8.43, 12.71, 30.14, 100.0}) {
@@ -51,7 +51,7 @@ TEST(SheetGeometry, readsBackTheCharactersThatAJobSets)
     }
 }
 
-TEST(SheetGeometry, hidesRowsAndColumns)
+TEST(SheetGeometry, HidesRowsAndColumns)
 {
     SheetBuilder made;
     made.column(1, 1, 10, true).column(2, 2, 0).column(3, 3, 10);
@@ -80,7 +80,7 @@ TEST(SheetGeometry, hidesRowsAndColumns)
     EXPECT_EQ(changed.shownColumnPixels(3), 70) << "what it would have if shown";
 }
 
-TEST(SheetGeometry, sumsUpWithoutWalkingOverEveryRow)
+TEST(SheetGeometry, SumsUpWithoutWalkingOverEveryRow)
 {
     SheetBuilder made;
     made.row(2).height = 30;
@@ -94,7 +94,7 @@ TEST(SheetGeometry, sumsUpWithoutWalkingOverEveryRow)
     EXPECT_EQ(geometry.rowsPixels(5, 4), 0);
 }
 
-TEST(SheetGeometry, doublesEdgesExactlyAtScaleTwo)
+TEST(SheetGeometry, DoublesEdgesExactlyAtScaleTwo)
 {
     SheetBuilder made;
     made.column(1, 1, 9.140625).column(2, 2, 3.3).column(3, 3, 17.77);
@@ -110,7 +110,7 @@ TEST(SheetGeometry, doublesEdgesExactlyAtScaleTwo)
     EXPECT_EQ(geometry.rowEdges(1, 4, 2), doubled(geometry.rowEdges(1, 4)));
 }
 
-TEST(SheetGeometry, growsRowsThatStoreNoHeight)
+TEST(SheetGeometry, GrowsRowsThatStoreNoHeight)
 {
     SheetBuilder made;
     FontStyle large;
@@ -145,7 +145,7 @@ TEST(SheetGeometry, growsRowsThatStoreNoHeight)
     EXPECT_EQ(SheetGeometry(made.shown()).rowHeightPoints(4), 15);
 }
 
-TEST(SheetGeometry, sizesATextFileByItsTexts)
+TEST(SheetGeometry, SizesATextFileByItsTexts)
 {
     SheetBuilder made;
     const int lines = made.style([](CellStyle& style) { style.wrap = true; });
@@ -173,7 +173,7 @@ TEST(SheetGeometry, sizesATextFileByItsTexts)
     }
 }
 
-TEST(SheetGeometry, hidesRowsNotStoredWhereTheSheetSaysSo)
+TEST(SheetGeometry, HidesRowsNotStoredWhereTheSheetSaysSo)
 {
     SheetBuilder made;
     made.sheet().defaultRowsHidden = true;
@@ -184,7 +184,7 @@ TEST(SheetGeometry, hidesRowsNotStoredWhereTheSheetSaysSo)
     EXPECT_EQ(geometry.rowsPixels(1, 1000), 20);
 }
 
-TEST(SheetGeometry, measuresAsCalcDoesWhenAsked)
+TEST(SheetGeometry, MeasuresAsCalcDoesWhenAsked)
 {
     SheetBuilder made;
     made.column(1, 1, 20);
@@ -195,7 +195,7 @@ TEST(SheetGeometry, measuresAsCalcDoesWhenAsked)
     EXPECT_DOUBLE_EQ(geometry.rowHeightPoints(1), 14.25) << "cut to whole pixels";
 }
 
-TEST(Fonts, givesMissingFamiliesOneOfEqualWidths)
+TEST(Fonts, GivesMissingFamiliesOneOfEqualWidths)
 {
     for (const auto& [asked, installed] : test::textPairs(R"(
         Calibri → Carlito | ARIAL → Liberation Sans | Arial CE → Liberation Sans | Times New Roman → Liberation Serif
@@ -203,7 +203,7 @@ TEST(Fonts, givesMissingFamiliesOneOfEqualWidths)
         EXPECT_EQ(installedFamily(asked), installed);
 }
 
-TEST(TextLines, breaksWhereALineIsFull)
+TEST(TextLines, BreaksWhereALineIsFull)
 {
     for (const auto& [name, text, width, expected] : test::textTable<4>(R"(
         fits                                | one two       | 100 | one two
@@ -225,7 +225,7 @@ TEST(TextLines, breaksWhereALineIsFull)
     EXPECT_EQ(breakLines(u"a\r\nb"_s, 100, [](int, int) { return 10.0; })[0].length, 1) << "without the line's end";
 }
 
-TEST(TextLines, measuresEachPartOfALongTextAFewTimes)
+TEST(TextLines, MeasuresEachPartOfALongTextAFewTimes)
 {
     constexpr int size = 200000;
     const std::pair<QString, int> rows[] = {{QString(size, u'x'), size / 3 + 1},
@@ -242,13 +242,13 @@ TEST(TextLines, measuresEachPartOfALongTextAFewTimes)
     }
 }
 
-TEST(TextLines, leaveOutMarksThatNoLetterCarries)
+TEST(TextLines, LeaveOutMarksThatNoLetterCarries)
 {
     const QString accents(30, QChar(0x301));
     EXPECT_EQ(withFewMarks(u"e"_s + accents + u"\u0301\u0301a\u0301"_s), QString(u"e"_s + accents + u"a\u0301"_s));
 }
 
-TEST(TextLines, knowsLastLinesOfParagraphs)
+TEST(TextLines, KnowsLastLinesOfParagraphs)
 {
     const auto lines = breakLines(u"one two\nthree"_s, 30, [](int, int length) { return length * 10.0; });
     ASSERT_EQ(lines.size(), 4u);

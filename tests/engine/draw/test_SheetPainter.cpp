@@ -23,7 +23,7 @@ BorderLine line(LineStyle style, QRgb color = black)
     return {style, color};
 }
 
-TEST(SheetPainter, isAsLargeAsWhatIsVisible)
+TEST(SheetPainter, IsAsLargeAsWhatIsVisible)
 {
     SheetBuilder made;
     made.row(2).hidden = true;
@@ -37,7 +37,7 @@ TEST(SheetPainter, isAsLargeAsWhatIsVisible)
     EXPECT_TRUE(painter.image(CellArea::wholeSheet()).isNull()) << "too large";
 }
 
-TEST(SheetPainter, fillsCells)
+TEST(SheetPainter, FillsCells)
 {
     SheetBuilder made;
     made.blank(1, 1, made.solidStyle(red)).blank(2, 2, made.solidStyle(blue));
@@ -51,7 +51,7 @@ TEST(SheetPainter, fillsCells)
     EXPECT_EQ(image.pixel(130, 50), white);
 }
 
-TEST(SheetPainter, fillsRowsAndColumnsByTheirOwnStyle)
+TEST(SheetPainter, FillsRowsAndColumnsByTheirOwnStyle)
 {
     SheetBuilder made;
     made.row(2).style = made.solidStyle(red);
@@ -63,7 +63,7 @@ TEST(SheetPainter, fillsRowsAndColumnsByTheirOwnStyle)
     EXPECT_EQ(image.pixel(140, 30), red) << "rows before columns";
 }
 
-TEST(SheetPainter, drawsPatternsAndGradients)
+TEST(SheetPainter, DrawsPatternsAndGradients)
 {
     SheetBuilder made;
     made.blank(1, 1, made.fillStyle({Pattern::Gray125, black, white, 0}))
@@ -85,7 +85,7 @@ TEST(SheetPainter, drawsPatternsAndGradients)
     EXPECT_EQ(even.pixel(140, 10), qRgb(63, 0, 191));
 }
 
-TEST(SheetPainter, drawsGridLinesWhereNothingCoversThem)
+TEST(SheetPainter, DrawsGridLinesWhereNothingCoversThem)
 {
     SheetBuilder made;
     made.sheet().view.gridColor = blue;
@@ -105,7 +105,7 @@ TEST(SheetPainter, drawsGridLinesWhereNothingCoversThem)
     EXPECT_EQ(countColor(SheetPainter(made.shown()).image({1, 1, 4, 4}), blue), 0);
 }
 
-TEST(BorderLines, theHeavierOrDarkerLineShows)
+TEST(BorderLines, TheHeavierOrDarkerLineShows)
 {
     const std::pair<BorderLine, BorderLine> rows[] = {
         {line(LineStyle::None), line(LineStyle::Hair)},
@@ -123,7 +123,7 @@ TEST(BorderLines, theHeavierOrDarkerLineShows)
     }
 }
 
-TEST(SheetPainter, drawsTheStrongerBorderOfTwoCells)
+TEST(SheetPainter, DrawsTheStrongerBorderOfTwoCells)
 {
     SheetBuilder made;
     BorderStyle left, right;
@@ -140,7 +140,7 @@ TEST(SheetPainter, drawsTheStrongerBorderOfTwoCells)
     EXPECT_EQ(image.pixel(63, 10), red) << "a thin line takes the last pixel before the edge";
 }
 
-TEST(SheetPainter, keepsBordersAtTheRimInsideThePicture)
+TEST(SheetPainter, KeepsBordersAtTheRimInsideThePicture)
 {
     SheetBuilder made;
     BorderStyle box;
@@ -154,7 +154,7 @@ TEST(SheetPainter, keepsBordersAtTheRimInsideThePicture)
     EXPECT_EQ(draw(made, 1, 1, 2).pixel(2, 20), white);
 }
 
-TEST(SheetPainter, drawsLineStylesPixelByPixel)
+TEST(SheetPainter, DrawsLineStylesPixelByPixel)
 {
     const std::pair<LineStyle, std::string> rows[] = {
         {LineStyle::Thin, "########"},
@@ -185,7 +185,7 @@ TEST(SheetPainter, drawsLineStylesPixelByPixel)
     EXPECT_EQ(downFrom(draw(made, 2, 1), {30, 16}, 8), "..#.#...") << "double lines have a gap";
 }
 
-TEST(SheetPainter, drawsNoBordersInsideMergedAreas)
+TEST(SheetPainter, DrawsNoBordersInsideMergedAreas)
 {
     SheetBuilder made;
     BorderStyle box;
@@ -200,7 +200,7 @@ TEST(SheetPainter, drawsNoBordersInsideMergedAreas)
     EXPECT_EQ(countColor(image, black), 4 * (cellWidth + cellHeight) - 4);
 }
 
-TEST(SheetPainter, drawsDiagonals)
+TEST(SheetPainter, DrawsDiagonals)
 {
     SheetBuilder made;
     BorderStyle border;
@@ -214,7 +214,7 @@ TEST(SheetPainter, drawsDiagonals)
     EXPECT_EQ(countColor(image, red), cellWidth) << "no half-tones";
 }
 
-TEST(SheetPainter, drawsAPartLikeTheSamePartOfTheWhole)
+TEST(SheetPainter, DrawsAPartLikeTheSamePartOfTheWhole)
 {
     SheetBuilder made;
     made.text(1, 1, u"a long text that runs far into its neighbours"_s)

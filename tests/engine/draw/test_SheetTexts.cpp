@@ -56,7 +56,7 @@ QRect inkOf(const QString& text, Change change)
 
 const QString longText = u"mmmmmmmmmmmm"_s; // wider than one cell, narrower than three
 
-TEST(SheetTexts, runOverEmptyNeighboursByAlignment)
+TEST(SheetTexts, RunOverEmptyNeighboursByAlignment)
 {
     const std::tuple<Horizontal, const char*> rows[] = {
         {Horizontal::General, ".##"}, {Horizontal::Left, ".##"}, {Horizontal::Right, "##."},
@@ -69,7 +69,7 @@ TEST(SheetTexts, runOverEmptyNeighboursByAlignment)
     }
 }
 
-TEST(SheetTexts, stopAtWhateverIsInTheNextCell)
+TEST(SheetTexts, StopAtWhateverIsInTheNextCell)
 {
     SheetBuilder emptyText, blankText, merged, styled;
     emptyText.text(1, 1, longText).text(1, 2, QString());
@@ -81,7 +81,7 @@ TEST(SheetTexts, stopAtWhateverIsInTheNextCell)
     EXPECT_EQ(inkedColumns(drawTexts(styled)), "###") << "a style alone is no content";
 }
 
-TEST(SheetTexts, numbersAreNeverCut)
+TEST(SheetTexts, NumbersAreNeverCut)
 {
     SheetBuilder made, hashes;
     made.number(1, 2, 123456789012.0, made.formatStyle(u"#,##0.00"_s));
@@ -98,7 +98,7 @@ TEST(SheetTexts, numbersAreNeverCut)
     EXPECT_EQ(drawTexts(hashes), image) << "a date that does not exist";
 }
 
-TEST(SheetTexts, generalTakesFewerDigitsInANarrowCell)
+TEST(SheetTexts, GeneralTakesFewerDigitsInANarrowCell)
 {
     SheetBuilder made;
     made.number(1, 1, 1.0 / 3).column(1, 1, 6);
@@ -114,7 +114,7 @@ TEST(SheetTexts, generalTakesFewerDigitsInANarrowCell)
     EXPECT_LE(decimals, 4);
 }
 
-TEST(SheetTexts, theCustomaryDigitsFitTheirColumn)
+TEST(SheetTexts, TheCustomaryDigitsFitTheirColumn)
 {
     // 8.43 characters of whole-pixel digits: eight digits fit, nine do not.
     SheetBuilder eight, nine, text;
@@ -126,7 +126,7 @@ TEST(SheetTexts, theCustomaryDigitsFitTheirColumn)
     EXPECT_NE(drawTexts(nine, 1, 1), drawTexts(text, 1, 1));
 }
 
-TEST(SheetTexts, generalAlignsByKind)
+TEST(SheetTexts, GeneralAlignsByKind)
 {
     SheetBuilder made;
     made.number(1, 1, 1)
@@ -145,14 +145,14 @@ TEST(SheetTexts, generalAlignsByKind)
     EXPECT_LT(row(6).right(), 16) << "a number formatted as text";
 }
 
-TEST(SheetTexts, standAtTheirVerticalPlace)
+TEST(SheetTexts, StandAtTheirVerticalPlace)
 {
     for (const auto& [vertical, middle] :
          {std::pair(Vertical::Top, 10), {Vertical::Center, 40}, {Vertical::Bottom, 70}})
         EXPECT_NEAR(inkOf(u"x"_s, [&](CellStyle& style) { style.vertical = vertical; }).center().y(), middle, 5);
 }
 
-TEST(SheetTexts, wrapIntoLines)
+TEST(SheetTexts, WrapIntoLines)
 {
     SheetBuilder made;
     const int wrapped = made.style([](CellStyle& style) { style.wrap = true; });
@@ -168,7 +168,7 @@ TEST(SheetTexts, wrapIntoLines)
     EXPECT_EQ(textLines(drawTexts(plain)), 1) << "line feeds count only where the cell wraps";
 }
 
-TEST(SheetTexts, areIndentedFromTheirSide)
+TEST(SheetTexts, AreIndentedFromTheirSide)
 {
     const auto left = [](Horizontal horizontal, quint8 indent) {
         return inkOf(u"x"_s,
@@ -185,14 +185,14 @@ TEST(SheetTexts, areIndentedFromTheirSide)
     EXPECT_EQ(left(Horizontal::Center, 2), left(Horizontal::Center, 0));
 }
 
-TEST(SheetTexts, shrinkUntilTheyFit)
+TEST(SheetTexts, ShrinkUntilTheyFit)
 {
     const QRect found = inkOf(longText, [](CellStyle& style) { style.shrinkToFit = true; });
     EXPECT_LT(found.right(), cellWidth);
     EXPECT_GT(found.right(), cellWidth - 12) << "no smaller than it must be";
 }
 
-TEST(SheetTexts, turn)
+TEST(SheetTexts, Turn)
 {
     const auto turned = [](qint16 angle) {
         return inkOf(u"mmmmm"_s, [&](CellStyle& style) { style.rotation = angle; });
@@ -203,7 +203,7 @@ TEST(SheetTexts, turn)
     EXPECT_NEAR(turned(45).height(), turned(45).width(), 4);
 }
 
-TEST(SheetTexts, beginWhereTheyAreTurnedTo)
+TEST(SheetTexts, BeginWhereTheyAreTurnedTo)
 {
     // The first letter is the only large one.
     const std::tuple<qint16, bool, bool> rows[] = {
@@ -231,7 +231,7 @@ TEST(SheetTexts, beginWhereTheyAreTurnedTo)
     }
 }
 
-TEST(SheetTexts, areDrawnInTheSubstituteOfAMissingFont)
+TEST(SheetTexts, AreDrawnInTheSubstituteOfAMissingFont)
 {
     const auto drawn = [](const QString& family) {
         SheetBuilder made;
@@ -247,7 +247,7 @@ TEST(SheetTexts, areDrawnInTheSubstituteOfAMissingFont)
     EXPECT_NE(drawn(u"Cambria"_s), drawn(u"Arial"_s));
 }
 
-TEST(SheetTexts, centreAcrossASelection)
+TEST(SheetTexts, CentreAcrossASelection)
 {
     SheetBuilder made;
     const int across = alignedStyle(made, Horizontal::CenterAcross);
@@ -255,14 +255,14 @@ TEST(SheetTexts, centreAcrossASelection)
     EXPECT_NEAR(ink(drawTexts(made)).center().x(), 3 * cellWidth / 2, 2);
 }
 
-TEST(SheetTexts, repeatToFillTheCell)
+TEST(SheetTexts, RepeatToFillTheCell)
 {
     const QRect found = inkOf(u"-"_s, [](CellStyle& style) { style.horizontal = Horizontal::Fill; });
     EXPECT_GT(found.width(), 45);
     EXPECT_LT(found.right(), cellWidth);
 }
 
-TEST(SheetTexts, standInTheMiddleOfMergedAreas)
+TEST(SheetTexts, StandInTheMiddleOfMergedAreas)
 {
     SheetBuilder made;
     made.text(1, 1, u"m"_s, alignedStyle(made, Horizontal::Center, Vertical::Center));
@@ -272,7 +272,7 @@ TEST(SheetTexts, standInTheMiddleOfMergedAreas)
     EXPECT_NEAR(found.center().y(), 3 * cellHeight / 2, 4);
 }
 
-TEST(SheetTexts, mirrorWithTheSheet)
+TEST(SheetTexts, MirrorWithTheSheet)
 {
     SheetBuilder made;
     made.sheet().view.rightToLeft = true;
@@ -283,7 +283,7 @@ TEST(SheetTexts, mirrorWithTheSheet)
     EXPECT_EQ(inkedColumns(image), ".##");
 }
 
-TEST(SheetTexts, takeTheirColours)
+TEST(SheetTexts, TakeTheirColours)
 {
     SheetBuilder made;
     FontStyle first, second;
@@ -306,7 +306,7 @@ TEST(SheetTexts, takeTheirColours)
     EXPECT_GT(redBelow.width(), 3) << "the number's format asks for red";
 }
 
-TEST(SheetTexts, runsWithoutAFontTakeTheCells)
+TEST(SheetTexts, RunsWithoutAFontTakeTheCells)
 {
     SheetBuilder made, plain;
     FontStyle bold;
@@ -316,7 +316,7 @@ TEST(SheetTexts, runsWithoutAFontTakeTheCells)
     EXPECT_EQ(drawTexts(made), drawTexts(plain));
 }
 
-TEST(SheetTexts, areUnderlinedAndStruckOut)
+TEST(SheetTexts, AreUnderlinedAndStruckOut)
 {
     FontStyle plain, single, doubled, accounting, struck;
     single.underline = Underline::Single;
@@ -348,7 +348,7 @@ TEST(SheetTexts, areUnderlinedAndStruckOut)
     }
 }
 
-TEST(SheetTexts, raisedAndLoweredLettersAreSmaller)
+TEST(SheetTexts, RaisedAndLoweredLettersAreSmaller)
 {
     const auto drawn = [](Script script) {
         SheetBuilder made;
@@ -365,7 +365,7 @@ TEST(SheetTexts, raisedAndLoweredLettersAreSmaller)
     EXPECT_GT(lowered.bottom(), normal.bottom());
 }
 
-TEST(SheetTexts, hideZerosWhereTheViewSaysSo)
+TEST(SheetTexts, HideZerosWhereTheViewSaysSo)
 {
     SheetBuilder made;
     made.number(1, 1, 0).number(1, 2, 1).boolean(1, 3, false);
@@ -373,7 +373,7 @@ TEST(SheetTexts, hideZerosWhereTheViewSaysSo)
     EXPECT_EQ(inkedColumns(drawTexts(made)), ".##");
 }
 
-TEST(SheetTexts, areTwiceAsLargeAtScaleTwo)
+TEST(SheetTexts, AreTwiceAsLargeAtScaleTwo)
 {
     SheetBuilder made;
     made.text(1, 1, u"Hamburgefonts"_s);
@@ -383,7 +383,7 @@ TEST(SheetTexts, areTwiceAsLargeAtScaleTwo)
     EXPECT_NEAR(twice.bottom(), 2 * once.bottom(), 3);
 }
 
-TEST(SheetTexts, surviveHostileContent)
+TEST(SheetTexts, SurviveHostileContent)
 {
     SheetBuilder made;
     FontStyle huge, tiny;

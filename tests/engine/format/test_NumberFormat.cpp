@@ -20,7 +20,7 @@ void expectShown(const char* table)
     }
 }
 
-TEST(NumberFormat, showsGeneralNumbers)
+TEST(NumberFormat, ShowsGeneralNumbers)
 {
     expectShown(R"(
         General | 0 → 0 | -0.0 → 0 | 1234567890 → 1234567890 | -2.5 → -2.5 | 0.30000000000000004 → 0.3
@@ -35,7 +35,7 @@ TEST(NumberFormat, showsGeneralNumbers)
         0;0;0;@;0       | 7.25 → 7.25)");
 }
 
-TEST(NumberFormat, showsDigits)
+TEST(NumberFormat, ShowsDigits)
 {
     expectShown(R"(
         0               | 0 → 0 | 0.5 → 1 | -0.4 → 0 | 2.5 → 3 | -2.5 → -3 | 1e20 → 100000000000000000000
@@ -77,7 +77,7 @@ TEST(NumberFormat, showsDigits)
         0;              | 5 → 5)");
 }
 
-TEST(NumberFormat, showsPowersOfTen)
+TEST(NumberFormat, ShowsPowersOfTen)
 {
     expectShown(R"(
         0.00E+00   | 0 → 0.00E+00 | 12345 → 1.23E+04 | -0.00012345 → -1.23E-04 | 9.999 → 1.00E+01
@@ -89,7 +89,7 @@ TEST(NumberFormat, showsPowersOfTen)
         #.##E+0    | 1000 → 1.E+3)");
 }
 
-TEST(NumberFormat, showsFractions)
+TEST(NumberFormat, ShowsFractions)
 {
     expectShown(R"(
         # ?/?      | 0.5 → ·1/2 | 5 → 5···· | 0 → 0···· | -1.25 → -1 1/4 | 0.333333333333 → ·1/3 | 0.99 → 1····
@@ -104,7 +104,7 @@ TEST(NumberFormat, showsFractions)
         0/         | 5 → 5/)");
 }
 
-TEST(NumberFormat, choosesTheSection)
+TEST(NumberFormat, ChoosesTheSection)
 {
     expectShown(R"(
         0;(0)                             | 5 → 5 | -5 → (5) | 0 → 0
@@ -130,7 +130,7 @@ TEST(NumberFormat, choosesTheSection)
         [DBNum1]0                         | 5 → 5)");
 }
 
-TEST(NumberFormat, showsDatesAndTimes)
+TEST(NumberFormat, ShowsDatesAndTimes)
 {
     expectShown(R"(
         yyyy-mm-dd           | 0 → 1900-01-00 | 1 → 1900-01-01 | 59 → 1900-02-28 | 60 → 1900-02-29 | 61 → 1900-03-01
@@ -182,7 +182,7 @@ TEST(NumberFormat, showsDatesAndTimes)
         General;yyyy         | -1 → ########)");
 }
 
-TEST(NumberFormat, counts1904DatesFromTheirOwnDay)
+TEST(NumberFormat, Counts1904DatesFromTheirOwnDay)
 {
     const NumberFormat format(u"yyyy-mm-dd"_s);
     EXPECT_EQ(format.number(0, true).text, u"1904-01-01"_s);
@@ -191,7 +191,7 @@ TEST(NumberFormat, counts1904DatesFromTheirOwnDay)
     EXPECT_TRUE(format.number(2958465 - 1461, true).isError);
 }
 
-TEST(NumberFormat, showsTextsThroughTheirSection)
+TEST(NumberFormat, ShowsTextsThroughTheirSection)
 {
     for (const auto& [code, value, text] : test::textTable<3>(R"(
         General          | abc | abc
@@ -205,7 +205,7 @@ TEST(NumberFormat, showsTextsThroughTheirSection)
         EXPECT_EQ(NumberFormat(code).text(value).text, text) << code;
 }
 
-TEST(NumberFormat, takesTheColourOfTheSectionUsed)
+TEST(NumberFormat, TakesTheColourOfTheSectionUsed)
 {
     const NumberFormat format(u"[Blue]0;[Red]-0;[Color 10]0;[color3]@"_s);
     EXPECT_EQ(format.number(1, false).color, 0xff0000ffu);
@@ -215,7 +215,7 @@ TEST(NumberFormat, takesTheColourOfTheSectionUsed)
     EXPECT_FALSE(NumberFormat(u"[Color 57]0"_s).number(1, false).color);
 }
 
-TEST(NumberFormat, tellsWhereAFillStands)
+TEST(NumberFormat, TellsWhereAFillStands)
 {
     const NumberFormat format(u"_($* #,##0_);_($* (#,##0);_($* \"-\"_)"_s);
     const FormattedText positive = format.number(1234, false);
@@ -227,7 +227,7 @@ TEST(NumberFormat, tellsWhereAFillStands)
     EXPECT_EQ(NumberFormat(u"0"_s).number(5, false).fillPosition, -1);
 }
 
-TEST(NumberFormat, tellsItsKind)
+TEST(NumberFormat, TellsItsKind)
 {
     EXPECT_TRUE(NumberFormat(u"General"_s).isGeneral());
     EXPECT_FALSE(NumberFormat(u"General;0"_s).isGeneral());
@@ -240,7 +240,7 @@ TEST(NumberFormat, tellsItsKind)
     EXPECT_TRUE(NumberFormat(u"General\" h\""_s).number(1, false).isGeneral);
 }
 
-TEST(GeneralNumber, fitsTheWidth)
+TEST(GeneralNumber, FitsTheWidth)
 {
     for (const auto& [value, width, text] : test::textTable<3>(R"(
         0.3333333333333333  | 11 | 0.333333333
@@ -263,7 +263,7 @@ TEST(GeneralNumber, fitsTheWidth)
         EXPECT_EQ(generalNumber(value.toDouble(), width.toInt()), text) << value << " in " << width;
 }
 
-TEST(NumberFormat, survivesOddCodes)
+TEST(NumberFormat, SurvivesOddCodes)
 {
     for (const QString& code : test::textList(R"(
         \ | _ | * | " | [ | [] | [$ | [$-] | [< | [<x]0 | ;;;;;; | 0.0.0 | E+ | 0E+0E+0 | / | 0//0 | ?/0 | #/00 | ,,,

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 namespace lumivane::engine {
 namespace {
 
-TEST(ShownSheet, tellsShownAndPlainTextOfEveryKind)
+TEST(ShownSheet, TellsShownAndPlainTextOfEveryKind)
 {
     SheetBuilder made;
     made.number(1, 1, 1234.5, made.formatStyle(u"#,##0.00"_s))
@@ -31,7 +31,7 @@ TEST(ShownSheet, tellsShownAndPlainTextOfEveryKind)
     }
 }
 
-TEST(ShownSheet, readsTextsOfTheSheetItself)
+TEST(ShownSheet, ReadsTextsOfTheSheetItself)
 {
     SheetBuilder made;
     made.sheet().texts.append("of the sheet");
@@ -44,7 +44,7 @@ TEST(ShownSheet, readsTextsOfTheSheetItself)
     EXPECT_EQ(texts->shown(*made.content()->find(1, 1)), u"of the workbook"_s);
 }
 
-TEST(ShownSheet, survivesIndexesOutsideTheTables)
+TEST(ShownSheet, SurvivesIndexesOutsideTheTables)
 {
     SheetBuilder made;
     made.styles().cells.push_back({});
@@ -59,7 +59,7 @@ TEST(ShownSheet, survivesIndexesOutsideTheTables)
     EXPECT_EQ(texts->shown(lost), QString());
 }
 
-TEST(ShownSheet, countsDatesFromTheWorkbooksDay)
+TEST(ShownSheet, CountsDatesFromTheWorkbooksDay)
 {
     SheetBuilder made;
     made.setDate1904();

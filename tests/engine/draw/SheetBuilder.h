@@ -4,6 +4,7 @@
 #include "engine/content/WorkbookContent.h"
 #include "engine/show/ShownSheet.h"
 
+#include <concepts>
 #include <map>
 #include <memory>
 
@@ -13,43 +14,98 @@ namespace lumivane::engine {
 class SheetBuilder
 {
 public:
-    SheetBuilder();
+    SheetBuilder()
+    {
+        m_workbook->sheets.push_back({QStringLiteral("Sheet1"), true, false});
+        m_sheet->defaultRowHeight = 15;
+    }
 
     StyleTable& styles() { return m_workbook->styles; }
     SheetContent& sheet() { return *m_sheet; }
-    TextTable& texts() { return m_workbook->texts; }
     void setDate1904() { m_workbook->date1904 = true; }
 
-    /// Index of a style that is the default one but for what `change` does to it.
     template <class Change>
+        requires std::invocable<Change, CellStyle&>
     int style(Change change)
     {
         CellStyle made;
         change(made);
-        styles().cells.push_back(made);
-        return static_cast<int>(styles().cells.size()) - 1;
+        return append(styles().cells, made);
     }
-    int formatStyle(const QString& code);
-    int fontStyle(const FontStyle& font);
-    int fillStyle(const FillStyle& fill);
+    // Indexes of styles that are the default one but for this.
+    int style(const CellStyle& style) { return append(styles().cells, style); }
+    int formatStyle(const QString& code) { return style({.numberFormat = append(styles().numberFormats, code)}); }
+    int fontStyle(const FontStyle& font) { return style({.font = append(styles().fonts, font)}); }
+    int fillStyle(const FillStyle& fill) { return style({.fill = append(styles().fills, fill)}); }
     int solidStyle(QRgb color) { return fillStyle({Pattern::Solid, color, 0xffffffff, 0}); }
-    int borderStyle(const BorderStyle& border);
+    int borderStyle(const BorderStyle& border) { return style({.border = append(styles().borders, border)}); }
 
-    SheetBuilder& blank(int row, int column, int style);
-    SheetBuilder& number(int row, int column, double value, int style = 0);
-    SheetBuilder& text(int row, int column, const QString& value, int style = 0);
-    SheetBuilder& richText(int row, int column, const QString& value, std::vector<TextRun> runs, int style = 0);
-    SheetBuilder& boolean(int row, int column, bool value);
-    SheetBuilder& error(int row, int column, ErrorCode code);
-    RowContent& row(int row);
-    SheetBuilder& column(int first, int last, double width, bool hidden = false);
-
-    SheetBuilder& merge(const CellArea& area);
+    SheetBuilder& blank(int row, int column, int style)
+    {
+        return cell(row, column, CellKind::Blank, style, [](Cell&) {});
+    }
+    SheetBuilder& number(int row, int column, double value, int style = 0)
+    {
+        return cell(row, column, CellKind::Number, style, [&](Cell& made) { made.number = value; });
+    }
+    SheetBuilder& text(int row, int column, const QString& value, int style = 0, std::vector<TextRun> runs = {})
+    {
+        const int index = m_workbook->texts.append(value.toStdString());
+        if (!runs.empty())
+            m_workbook->texts.setRuns(index, std::move(runs));
+        return cell(row, column, CellKind::Text, style, [&](Cell& made) { made.text = quint64(index); });
+    }
+    SheetBuilder& richText(int row, int column, const QString& value, std::vector<TextRun> runs, int style = 0)
+    {
+        return text(row, column, value, style, std::move(runs));
+    }
+    SheetBuilder& boolean(int row, int column, bool value)
+    {
+        return cell(row, column, CellKind::Boolean, 0, [&](Cell& made) { made.number = value ? 1 : 0; });
+    }
+    SheetBuilder& error(int row, int column, ErrorCode code)
+    {
+        return cell(row, column, CellKind::Error, 0, [&](Cell& made) { made.text = quint64(code); });
+    }
+    RowContent& row(int row)
+    {
+        m_rows[row].content.row = row;
+        return m_rows[row].content;
+    }
+    SheetBuilder& column(const ColumnContent& content)
+    {
+        m_sheet->columns.push_back(content);
+        return *this;
+    }
+    SheetBuilder& column(int first, int last, double width, bool hidden = false)
+    {
+        return column(ColumnContent{.first = first, .last = last, .width = width, .hidden = hidden});
+    }
+    SheetBuilder& merge(const CellArea& area)
+    {
+        std::vector<CellArea> areas = m_sheet->merged.areas();
+        areas.push_back(area);
+        m_sheet->merged = MergedCells(std::move(areas));
+        return *this;
+    }
 
     /// What the sheet shows as it is now.
-    std::shared_ptr<const ShownSheet> shown(const SheetOverlay* overlay = nullptr);
-    std::shared_ptr<const WorkbookContent> workbook();
-    std::shared_ptr<const SheetContent> content();
+    std::shared_ptr<const ShownSheet> shown(const SheetOverlay* overlay = nullptr)
+    {
+        return std::make_shared<ShownSheet>(m_workbook, content(), overlay);
+    }
+    std::shared_ptr<const SheetContent> content()
+    {
+        m_sheet->rows.clear();
+        m_sheet->cells.clear();
+        for (auto& [number, row] : m_rows) {
+            row.content.firstCell = static_cast<quint32>(m_sheet->cells.size());
+            m_sheet->rows.push_back(row.content);
+            for (const auto& [column, cell] : row.cells)
+                m_sheet->cells.push_back(cell);
+        }
+        return m_sheet;
+    }
 
 private:
     struct Row
@@ -57,11 +113,26 @@ private:
         RowContent content;
         std::map<int, Cell> cells;
     };
-    Cell& cell(int row, int column, CellKind kind, int style);
-    void settle();
 
-    std::shared_ptr<WorkbookContent> m_workbook;
-    std::shared_ptr<SheetContent> m_sheet;
+    template <class Entry>
+    static int append(std::vector<Entry>& list, const Entry& entry)
+    {
+        list.push_back(entry);
+        return static_cast<int>(list.size()) - 1;
+    }
+    SheetBuilder& cell(int row, int column, CellKind kind, int style, auto change)
+    {
+        this->row(row);
+        Cell& made = m_rows[row].cells[column];
+        made.column = static_cast<quint16>(column);
+        made.kind = kind;
+        made.style = static_cast<quint32>(style);
+        change(made);
+        return *this;
+    }
+
+    std::shared_ptr<WorkbookContent> m_workbook = std::make_shared<WorkbookContent>();
+    std::shared_ptr<SheetContent> m_sheet = std::make_shared<SheetContent>();
     std::map<int, Row> m_rows;
 };
 

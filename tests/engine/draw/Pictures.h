@@ -5,15 +5,14 @@
 
 #include <QImage>
 
-// What the tests of pictures draw with and look at.
-
 namespace lumivane::engine {
 
 inline constexpr QRgb red = 0xffff0000, blue = 0xff0000ff, green = 0xff00c000, white = 0xffffffff, black = 0xff000000;
 inline constexpr int cellWidth = 64, cellHeight = 20; // of the default font
 
 /// Draws from A1 on, without gridlines, so that what is not white is what the test is about.
-inline QImage draw(SheetBuilder& made, int rows, int columns, double scale = 1, const SheetOverlay* overlay = nullptr)
+inline QImage draw(SheetBuilder& made, int rows = 1, int columns = 3, double scale = 1,
+                   const SheetOverlay* overlay = nullptr)
 {
     made.sheet().view.gridLines = false;
     return SheetPainter(made.shown(overlay)).image({1, 1, rows, columns}, scale);

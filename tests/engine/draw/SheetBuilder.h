@@ -4,7 +4,6 @@
 #include "engine/content/WorkbookContent.h"
 #include "engine/show/ShownSheet.h"
 
-#include <concepts>
 #include <map>
 #include <memory>
 
@@ -24,14 +23,6 @@ public:
     SheetContent& sheet() { return *m_sheet; }
     void setDate1904() { m_workbook->date1904 = true; }
 
-    template <class Change>
-        requires std::invocable<Change, CellStyle&>
-    int style(Change change)
-    {
-        CellStyle made;
-        change(made);
-        return append(styles().cells, made);
-    }
     // Indexes of styles that are the default one but for this.
     int style(const CellStyle& style) { return append(styles().cells, style); }
     int formatStyle(const QString& code) { return style({.numberFormat = append(styles().numberFormats, code)}); }
@@ -55,10 +46,6 @@ public:
             m_workbook->texts.setRuns(index, std::move(runs));
         return cell(row, column, CellKind::Text, style, [&](Cell& made) { made.text = quint64(index); });
     }
-    SheetBuilder& richText(int row, int column, const QString& value, std::vector<TextRun> runs, int style = 0)
-    {
-        return text(row, column, value, style, std::move(runs));
-    }
     SheetBuilder& boolean(int row, int column, bool value)
     {
         return cell(row, column, CellKind::Boolean, 0, [&](Cell& made) { made.number = value ? 1 : 0; });
@@ -76,10 +63,6 @@ public:
     {
         m_sheet->columns.push_back(content);
         return *this;
-    }
-    SheetBuilder& column(int first, int last, double width, bool hidden = false)
-    {
-        return column(ColumnContent{.first = first, .last = last, .width = width, .hidden = hidden});
     }
     SheetBuilder& merge(const CellArea& area)
     {

@@ -18,9 +18,14 @@ int countColor(const QImage& image, QRgb color)
     return count;
 }
 
-BorderLine line(LineStyle style, QRgb color = black)
+constexpr BorderLine thin{LineStyle::Thin};
+const BorderStyle box{thin, thin, thin, thin, {}};
+
+BorderStyle border(BorderLine BorderStyle::*side, const BorderLine& line)
 {
-    return {style, color};
+    BorderStyle style;
+    style.*side = line;
+    return style;
 }
 
 TEST(SheetPainter, IsAsLargeAsWhatIsVisible)
@@ -28,7 +33,7 @@ TEST(SheetPainter, IsAsLargeAsWhatIsVisible)
     SheetBuilder made;
     made.row(2).hidden = true;
     made.row(3).height = 30;
-    made.column(2, 2, 10, true);
+    made.column({.first = 2, .last = 2, .hidden = true});
     const SheetPainter painter(made.shown());
     EXPECT_EQ(painter.size({1, 1, 3, 3}), QSize(128, 60));
     EXPECT_EQ(painter.image({1, 1, 3, 3}).size(), QSize(128, 60));
@@ -55,8 +60,7 @@ TEST(SheetPainter, FillsRowsAndColumnsByTheirOwnStyle)
 {
     SheetBuilder made;
     made.row(2).style = made.solidStyle(red);
-    made.column(3, 3, 9.140625);
-    made.sheet().columns.back().style = made.solidStyle(blue);
+    made.column({.first = 3, .last = 3, .style = made.solidStyle(blue)});
     const QImage image = draw(made, 3, 3);
     EXPECT_EQ(image.pixel(10, 30), red);
     EXPECT_EQ(image.pixel(140, 10), blue);
@@ -108,14 +112,13 @@ TEST(SheetPainter, DrawsGridLinesWhereNothingCoversThem)
 TEST(BorderLines, TheHeavierOrDarkerLineShows)
 {
     const std::pair<BorderLine, BorderLine> rows[] = {
-        {line(LineStyle::None), line(LineStyle::Hair)},
-        {line(LineStyle::Hair), line(LineStyle::Dotted)},
-        {line(LineStyle::Dashed), line(LineStyle::Thin)},
-        {line(LineStyle::Thin, black), line(LineStyle::Medium, red)},
-        {line(LineStyle::Medium), line(LineStyle::Thick)},
-        {line(LineStyle::Thick), line(LineStyle::Double)},
-        {line(LineStyle::Thin, red), line(LineStyle::Thin, black)},
-        {line(LineStyle::None, black), line(LineStyle::Thin, white)},
+        {{LineStyle::Hair}, {LineStyle::Dotted}},
+        {{LineStyle::Dashed}, thin},
+        {thin, {LineStyle::Medium, red}},
+        {{LineStyle::Medium}, {LineStyle::Thick}},
+        {{LineStyle::Thick}, {LineStyle::Double}},
+        {{LineStyle::Thin, red}, thin},
+        {{LineStyle::None}, {LineStyle::Thin, white}},
     };
     for (const auto& [weaker, stronger] : rows) {
         EXPECT_EQ(strongerLine(weaker, stronger), stronger);
@@ -126,10 +129,8 @@ TEST(BorderLines, TheHeavierOrDarkerLineShows)
 TEST(SheetPainter, DrawsTheStrongerBorderOfTwoCells)
 {
     SheetBuilder made;
-    BorderStyle left, right;
-    left.right = line(LineStyle::Thin, red);
-    right.left = line(LineStyle::Medium, blue);
-    made.blank(1, 1, made.borderStyle(left)).blank(1, 2, made.borderStyle(right));
+    made.blank(1, 1, made.borderStyle(border(&BorderStyle::right, {LineStyle::Thin, red})))
+        .blank(1, 2, made.borderStyle(border(&BorderStyle::left, {LineStyle::Medium, blue})));
     QImage image = draw(made, 1, 2);
     EXPECT_EQ(countColor(image, red), 0);
     EXPECT_EQ(countColor(image, blue), 2 * cellHeight);
@@ -143,8 +144,6 @@ TEST(SheetPainter, DrawsTheStrongerBorderOfTwoCells)
 TEST(SheetPainter, KeepsBordersAtTheRimInsideThePicture)
 {
     SheetBuilder made;
-    BorderStyle box;
-    box.left = box.right = box.top = box.bottom = line(LineStyle::Thin);
     made.blank(1, 1, made.borderStyle(box));
     const QImage image = draw(made, 1, 1);
     for (const QPoint corner : {QPoint(0, 0), QPoint(63, 0), QPoint(0, 19), QPoint(63, 19)})
@@ -172,24 +171,18 @@ TEST(SheetPainter, DrawsLineStylesPixelByPixel)
     };
     for (const auto& [style, along] : rows) {
         SheetBuilder made;
-        BorderStyle border;
-        border.left = line(style);
-        made.blank(1, 1, made.borderStyle(border));
+        made.blank(1, 1, made.borderStyle(border(&BorderStyle::left, {style})));
         made.row(1).height = 60;
         EXPECT_EQ(downFrom(draw(made, 1, 1), {0, 0}, along.size()), along);
     }
     SheetBuilder made;
-    BorderStyle border;
-    border.bottom = line(LineStyle::Double);
-    made.blank(1, 1, made.borderStyle(border));
+    made.blank(1, 1, made.borderStyle(border(&BorderStyle::bottom, {LineStyle::Double})));
     EXPECT_EQ(downFrom(draw(made, 2, 1), {30, 16}, 8), "..#.#...") << "double lines have a gap";
 }
 
 TEST(SheetPainter, DrawsNoBordersInsideMergedAreas)
 {
     SheetBuilder made;
-    BorderStyle box;
-    box.left = box.right = box.top = box.bottom = line(LineStyle::Thin);
     const int boxed = made.borderStyle(box);
     for (int row = 1; row <= 2; ++row)
         for (int column = 1; column <= 2; ++column)
@@ -203,10 +196,7 @@ TEST(SheetPainter, DrawsNoBordersInsideMergedAreas)
 TEST(SheetPainter, DrawsDiagonals)
 {
     SheetBuilder made;
-    BorderStyle border;
-    border.diagonal = line(LineStyle::Thin, red);
-    border.diagonalDown = true;
-    made.blank(1, 1, made.borderStyle(border));
+    made.blank(1, 1, made.borderStyle({{}, {}, {}, {}, {LineStyle::Thin, red}, false, true}));
     const QImage image = draw(made, 1, 1);
     EXPECT_EQ(image.pixel(0, 0), red);
     EXPECT_EQ(image.pixel(63, 19), red);
@@ -218,8 +208,7 @@ TEST(SheetPainter, DrawsAPartLikeTheSamePartOfTheWhole)
 {
     SheetBuilder made;
     made.text(1, 1, u"a long text that runs far into its neighbours"_s)
-        .text(2, 5, u"one from the right that runs to the left"_s,
-              made.style([](CellStyle& style) { style.horizontal = Horizontal::Right; }))
+        .text(2, 5, u"one from the right that runs to the left"_s, made.style({.horizontal = Horizontal::Right}))
         .text(3, 2, u"merged over three cells"_s);
     made.merge({3, 2, 3, 4});
     made.sheet().view.gridLines = false;

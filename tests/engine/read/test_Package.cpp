@@ -78,18 +78,7 @@ TEST(Package, ReadsA64BitDirectory)
 
 TEST(Package, RefusesWhatIsDamagedOrOverABoundAndNamesTheEntry)
 {
-    PackageEntry wrongSum{"a.xml", "one"}, encrypted{"a.xml", "one"}, behind{"a.xml", "one"}, longer{"a.xml", "one"},
-        strange{"a.xml", "one"}, huge{"a.xml", "one"}, dense{"a.xml", "one"};
-    wrongSum.crc = 1;
-    encrypted.flags = 1;
-    behind.offset = 0x7fffffff;
-    longer.packedSize = longer.size = 20;
-    strange.method = 12;
-    huge.size = 0xfffffffe;
-    dense.bytes = std::string(140000, 'x');
-    dense.size = 501 * 140000;
-    PackageEntry second{"b.xml", "two"};
-    second.offset = 0;
+    PackageEntry dense{.name = "a.xml", .bytes = std::string(140000, 'x'), .size = 501 * 140000};
     PackageEntry cut = deflated("a.xml", "some words and some words and words"), broken = cut, tooLong = cut;
     cut.bytes.resize(cut.bytes.size() / 2);
     broken.bytes[0] = '\x07';
@@ -103,14 +92,21 @@ TEST(Package, RefusesWhatIsDamagedOrOverABoundAndNamesTheEntry)
     badDirectory[whole.indexOf("PK\1\2")] = 'Q';
 
     const std::tuple<const char*, QByteArray, const char*> cases[] = {
-        {"checksum", makePackage({wrongSum}), "entry \"a.xml\" does not match its checksum"},
-        {"encrypted", makePackage({encrypted}), "entry \"a.xml\" is protected by a password"},
-        {"offset behind the end", makePackage({behind}), "entry \"a.xml\" lies behind the end of the file"},
-        {"longer than there is room", makePackage({longer}), "entry \"a.xml\" overlaps what follows it"},
-        {"two entries in one place", makePackage({{"a.xml", "one"}, second}), "overlaps what follows it"},
+        {"checksum", makePackage({{.name = "a.xml", .bytes = "one", .crc = 1}}),
+         "entry \"a.xml\" does not match its checksum"},
+        {"encrypted", makePackage({{.name = "a.xml", .bytes = "one", .flags = 1}}),
+         "entry \"a.xml\" is protected by a password"},
+        {"offset behind the end", makePackage({{.name = "a.xml", .bytes = "one", .offset = 0x7fffffff}}),
+         "entry \"a.xml\" lies behind the end of the file"},
+        {"longer than there is room", makePackage({{.name = "a.xml", .bytes = "one", .size = 20, .packedSize = 20}}),
+         "entry \"a.xml\" overlaps what follows it"},
+        {"two entries in one place", makePackage({{"a.xml", "one"}, {.name = "b.xml", .bytes = "two", .offset = 0}}),
+         "overlaps what follows it"},
         {"twice the same name", makePackage({{"a.xml", "1"}, {"A.XML", "2"}}), "it holds entry \"A.XML\" twice"},
-        {"unknown packing", makePackage({strange}), "entry \"a.xml\" is packed in a way that is not read here (12)"},
-        {"too large", makePackage({huge}), "entry \"a.xml\" would take more than 2048 MB"},
+        {"unknown packing", makePackage({{.name = "a.xml", .bytes = "one", .method = 12}}),
+         "entry \"a.xml\" is packed in a way that is not read here (12)"},
+        {"too large", makePackage({{.name = "a.xml", .bytes = "one", .size = 0xfffffffe}}),
+         "entry \"a.xml\" would take more than 2048 MB"},
         {"packed too densely", makePackage({dense}), "entry \"a.xml\" is packed more than 500 times"},
         {"packed data cut", makePackage({cut}), "entry \"a.xml\""},
         {"packed data broken", makePackage({broken}), "entry \"a.xml\" cannot be inflated"},

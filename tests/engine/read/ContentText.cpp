@@ -1,6 +1,5 @@
 #include "engine/read/ContentText.h"
 
-#include "engine/read/WorkbookFile.h"
 #include "support/ThrownError.h"
 
 namespace lumivane::test {
@@ -59,9 +58,14 @@ QString readCells(const QByteArray& bytes, const QString& fileName)
     return failure.number ? failure.text : text;
 }
 
+std::shared_ptr<WorkbookFile> openBook(const WorkbookParts& parts)
+{
+    return WorkbookFile::open(writeTemporary(u"Book.xlsx"_s, parts.package()));
+}
+
 std::shared_ptr<const SheetContent> readSheet(const WorkbookParts& parts)
 {
-    return WorkbookFile::open(writeTemporary(u"Book.xlsx"_s, parts.package()))->sheet(0);
+    return openBook(parts)->sheet(0);
 }
 
 QString addresses(const std::vector<CellArea>& areas)

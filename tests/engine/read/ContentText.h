@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/content/SheetContent.h"
+#include "engine/read/WorkbookFile.h"
 #include "support/QtPrinting.h"
 #include "support/XlsxWriter.h"
 
@@ -11,6 +11,7 @@ namespace lumivane::test {
 /// blank, "==" in front of a value a formula, 'text' a text of the sheet itself. Of a failure its sentence.
 QString readCells(const QByteArray& bytes, const QString& fileName = QStringLiteral("Book.xlsx"));
 
+std::shared_ptr<engine::WorkbookFile> openBook(const WorkbookParts& parts);
 /// The first sheet of a workbook, read from a file.
 std::shared_ptr<const engine::SheetContent> readSheet(const WorkbookParts& parts);
 

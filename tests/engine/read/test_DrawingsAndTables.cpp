@@ -1,5 +1,4 @@
 #include "engine/read/ContentText.h"
-#include "engine/read/WorkbookFile.h"
 
 #include <gtest/gtest.h>
 
@@ -169,7 +168,7 @@ TEST(ChartSheet, HasDrawingsAndNoCells)
                                             "Target='worksheets/sheet1.xml'/></Relationships>");
     parts.set("xl/worksheets/sheet1.xml", "<chartsheet xmlns:r='x'><sheetViews><sheetView zoomScale='70'/></sheetViews>"
                                           "<drawing r:id='d'/></chartsheet>");
-    const auto book = WorkbookFile::open(writeTemporary(u"Book.xlsx"_s, parts.package()));
+    const auto book = openBook(parts);
     EXPECT_TRUE(book->content()->sheets[0].isChartSheet);
     EXPECT_EQ(book->sheet(0)->drawings.size(), 1u);
     EXPECT_EQ(book->sheet(0)->view.zoom, 70);

@@ -1,7 +1,6 @@
 #include "engine/read/ContentText.h"
 #include "engine/read/MergedAreas.h"
 #include "engine/read/RowBuilder.h"
-#include "engine/read/WorkbookFile.h"
 #include "support/TextTable.h"
 
 #include <gtest/gtest.h>
@@ -38,7 +37,6 @@ TEST(SheetReader, ReadsEveryKindOfCell)
         number                          | <c r='A1'><v>12.5</v></c>                          | 1: A=12.5
         number with type                | <c r='A1' t='n'><v>-1E-3</v></c>                   | 1: A=-0.001
         number with blanks and sign     | <c r='A1'><v> +7⏎</v></c>                          | 1: A=7
-        number with an entity           | <c r='A1'><v>1&#48;</v></c>                        | 1: A=10
         not a number                    | <c r='A1'><v>NaN</v></c>                           | 1: A=#NUM!
         style                           | <c r='A1' s='3'><v>1</v></c>                       | 1: A=1/3
         blank with style                | <c s='3' r='A1'/>                                  | 1: A=_/3
@@ -221,7 +219,7 @@ TEST(SheetReader, KeepsTheFirstOfOverlappingMerges)
         the later one goes          | A1:B2 B2:C3 C3:D4 | A1:B2 C3:D4
         the later one begins higher | B5:C6 A1:C5 D1:E9 | B5:C6 D1:E9
         one across many             | B1:B9 D1:D9 A5:E5 | B1:B9 D1:D9
-        twice the same              | A1:B2 A1:B2       | A1:B2
+        only its last column        | B1:B2 A2:B3       | B1:B2
         one corner                  | A1:C3 C3:E5 D4:F6 | A1:C3 D4:F6
         long before, ended          | A1:A2 A3:A4 A2:B9 | A1:A2 A3:A4)")) {
         std::vector<CellArea> areas;
@@ -246,14 +244,12 @@ TEST(SheetReader, FindsTheMergedRangeOfACell)
 
 TEST(SheetReader, ReadsTheFontsOfRuns)
 {
-    const auto book = WorkbookFile::open(writeTemporary(
-        u"Book.xlsx"_s,
+    const auto book = openBook(
         WorkbookParts({{"Data", "<sheetData/>", ""}})
             .set("xl/sharedStrings.xml",
                  "<sst><si><r><t>€😀</t></r><r><rPr><b/><i val='0'/><sz val='14'/><color rgb='FF00B050'/>"
                  "<rFont val='Arial'/><u val='double'/><vertAlign val='superscript'/></rPr><t>big_x000D_</t></r>"
-                 "<r><rPr><strike/></rPr><t></t></r><r><t>end</t></r></si><si><r><t>plain</t></r></si></sst>")
-            .package()));
+                 "<r><rPr><strike/></rPr><t></t></r><r><t>end</t></r></si><si><r><t>plain</t></r></si></sst>"));
     EXPECT_EQ(book->content()->texts.text(0), u"€😀big\nend"_s);
     const std::vector<TextRun>* runs = book->content()->texts.runs(0);
     ASSERT_TRUE(runs);
@@ -271,11 +267,8 @@ TEST(SheetReader, CutsTextsAtWhatACellHolds)
 {
     const QString letters = u"x"_s.repeated(32766), runs = u"<r><rPr><b/></rPr><t>ab</t></r>"_s.repeated(20000);
     const auto texts = [](const QString& xml) {
-        return WorkbookFile::open(
-                   writeTemporary(u"Book.xlsx"_s,
-                                  WorkbookParts({{"Data", "<sheetData/>", ""}})
-                                      .set("xl/sharedStrings.xml", "<sst><si>" + xml.toStdString() + "</si></sst>")
-                                      .package()))
+        const std::string part = "<sst><si>" + xml.toStdString() + "</si></sst>";
+        return openBook(WorkbookParts({{"Data", "<sheetData/>", ""}}).set("xl/sharedStrings.xml", part))
             ->content()
             ->texts;
     };

@@ -22,15 +22,39 @@ public:
     QColor colorAskedFrom; ///< what the last question for a colour began with
     Pointer pointer = Pointer::Default;
 
-    void message(const QString& text, Icon icon) override;
-    bool confirmAction(const QString& text) override;
-    Answer askYesNoCancel(const QString& text) override;
-    QString openFile(const FileQuestion& question) override;
-    QString saveFile(const FileQuestion& question) override;
-    QString browseForFolder(const QString& title, const QString& startFolder) override;
-    std::optional<QColor> chooseColor(const QColor& start) override;
-    void setPointer(Pointer newPointer) override;
+    void message(const QString& text, Icon) override { shown.append(text); }
+    bool confirmAction(const QString& text) override { return answerTo(text, confirmations, false); }
+    Answer askYesNoCancel(const QString& text) override { return answerTo(text, answers, Answer::Cancel); }
+    QString openFile(const FileQuestion& question) override { return answerTo(question.title, files, QString()); }
+    QString saveFile(const FileQuestion& question) override { return answerTo(question.title, files, QString()); }
+    QString browseForFolder(const QString& title, const QString&) override
+    {
+        return answerTo(title, folders, QString());
+    }
+    std::optional<QColor> chooseColor(const QColor& start) override
+    {
+        colorAskedFrom = start;
+        return next(colors, std::optional<QColor>());
+    }
+    void setPointer(Pointer newPointer) override { pointer = newPointer; }
     void doEvents() override {}
+
+private:
+    template <class T>
+    T next(std::deque<T>& queue, T otherwise)
+    {
+        if (queue.empty())
+            return otherwise;
+        const T answer = queue.front();
+        queue.pop_front();
+        return answer;
+    }
+    template <class T>
+    T answerTo(const QString& question, std::deque<T>& queue, T otherwise)
+    {
+        asked.append(question);
+        return next(queue, otherwise);
+    }
 };
 
 } // namespace lumivane::test

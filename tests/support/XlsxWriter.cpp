@@ -21,10 +21,6 @@ uint32_t checksum(const std::string& bytes)
 
 namespace {
 
-constexpr const char* mainNamespace = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
-constexpr const char* relationshipNamespace = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
-constexpr const char* packageNamespace = "http://schemas.openxmlformats.org/package/2006/";
-
 /// A claim, where there is one, instead of the truth.
 quint32 claimed(long long claim, size_t truth)
 {
@@ -46,25 +42,18 @@ void putBytes(QDataStream& to, const std::string& bytes)
 
 std::string relationship(const std::string& id, const std::string& type, const std::string& target)
 {
-    return "<Relationship Id='" + id + "' Type='" + relationshipNamespace + "/" + type + "' Target='" + target + "'/>";
-}
-
-/// A part with this root element.
-std::string xmlPart(const std::string& root, const std::string& nameSpace, const std::string& inside)
-{
-    return "<?xml version='1.0' encoding='UTF-8' standalone='yes'?>\n<" + root + " xmlns='" + nameSpace +
-           "' xmlns:r='" + relationshipNamespace + "'>" + inside + "</" + root + ">";
+    return "<Relationship Id='" + id + "' Type='x/" + type + "' Target='" + target + "'/>";
 }
 
 std::string relationships(const std::string& inside)
 {
-    return xmlPart("Relationships", packageNamespace + std::string("relationships"), inside);
+    return "<Relationships>" + inside + "</Relationships>";
 }
 
 std::string drawingCorner(const std::string& tag, int column, int row)
 {
-    return "<xdr:" + tag + "><xdr:col>" + std::to_string(column) + "</xdr:col><xdr:colOff>0</xdr:colOff><xdr:row>" +
-           std::to_string(row) + "</xdr:row><xdr:rowOff>0</xdr:rowOff></xdr:" + tag + ">";
+    return "<xdr:" + tag + "><xdr:col>" + std::to_string(column) + "</xdr:col><xdr:row>" + std::to_string(row) +
+           "</xdr:row></xdr:" + tag + ">";
 }
 
 std::string sheetPart(size_t index)
@@ -101,13 +90,6 @@ QByteArray makePackage(const std::vector<PackageEntry>& entries)
 
 WorkbookParts::WorkbookParts(const std::vector<SheetXml>& sheets) : m_sheets(sheets)
 {
-    const std::string types = "application/vnd.openxmlformats-";
-    set("[Content_Types].xml",
-        xmlPart("Types", packageNamespace + std::string("content-types"),
-                "<Default Extension='rels' ContentType='" + types + "package.relationships+xml'/>" +
-                    "<Default Extension='xml' ContentType='application/xml'/><Override PartName='/xl/workbook.xml' "
-                    "ContentType='" +
-                    types + "officedocument.spreadsheetml.sheet.main+xml'/>"));
     set("_rels/.rels", relationships(relationship("rId1", "officeDocument", "xl/workbook.xml")));
     std::string targets =
         relationship("styles", "styles", "styles.xml") + relationship("texts", "sharedStrings", "sharedStrings.xml");
@@ -118,7 +100,7 @@ WorkbookParts::WorkbookParts(const std::vector<SheetXml>& sheets) : m_sheets(she
     styles("");
     sharedTexts({});
     for (size_t i = 0; i < sheets.size(); ++i)
-        set("xl/" + sheetPart(i), xmlPart("worksheet", mainNamespace, sheets[i].xml));
+        set("xl/" + sheetPart(i), "<worksheet>" + sheets[i].xml + "</worksheet>");
 }
 
 void WorkbookParts::writeWorkbook()
@@ -130,7 +112,7 @@ void WorkbookParts::writeWorkbook()
                 (m_sheets[i].state.empty() ? "" : " state='" + m_sheets[i].state + "'") + "/>";
     }
     set("xl/workbook.xml",
-        xmlPart("workbook", mainNamespace, m_beforeSheets + "<sheets>" + list + "</sheets>" + m_behindSheets));
+        "<workbook>" + m_beforeSheets + "<sheets>" + list + "</sheets>" + m_behindSheets + "</workbook>");
 }
 
 WorkbookParts& WorkbookParts::set(const std::string& name, const std::string& bytes)
@@ -155,24 +137,20 @@ WorkbookParts& WorkbookParts::sharedTexts(const std::vector<std::string>& texts)
     std::string inside;
     for (const std::string& text : texts)
         inside += "<si><t xml:space=\"preserve\">" + text + "</t></si>";
-    return set("xl/sharedStrings.xml", xmlPart("sst", mainNamespace, inside));
+    return set("xl/sharedStrings.xml", "<sst>" + inside + "</sst>");
 }
 
 WorkbookParts& WorkbookParts::styles(const std::string& xml)
 {
-    return set("xl/styles.xml", xmlPart("styleSheet", mainNamespace, xml));
+    return set("xl/styles.xml", "<styleSheet>" + xml + "</styleSheet>");
 }
 
 WorkbookParts& WorkbookParts::drawings(const std::string& anchors)
 {
-    const std::string format = "http://schemas.openxmlformats.org/drawingml/2006/";
     set("xl/worksheets/_rels/sheet1.xml.rels", relationships(relationship("d", "drawing", "../drawings/drawing1.xml")));
     set("xl/drawings/_rels/drawing1.xml.rels", relationships(relationship("c", "chart", "../charts/chart1.xml") +
                                                              relationship("p", "image", "../media/image1.png")));
-    set("xl/charts/chart1.xml", "<c:chartSpace xmlns:c='" + format + "chart'/>");
-    return set("xl/drawings/drawing1.xml", "<xdr:wsDr xmlns:xdr='" + format + "spreadsheetDrawing' xmlns:a='" + format +
-                                               "main' xmlns:c='" + format + "chart' xmlns:r='" + relationshipNamespace +
-                                               "'>" + anchors + "</xdr:wsDr>");
+    return set("xl/drawings/drawing1.xml", "<xdr:wsDr>" + anchors + "</xdr:wsDr>");
 }
 
 WorkbookParts& WorkbookParts::inWorkbook(const std::string& beforeSheets, const std::string& behindSheets)

@@ -36,14 +36,9 @@ QByteArray json(const QJsonValue& value)
 class Inspection : public ToolsFixture
 {
 protected:
-    QJsonObject sheet(int index)
+    QJsonObject sheet(const QByteArray& workbook, int index = 0)
     {
-        return call({u"inspect"_s, write(u"figures.xlsx"_s, describedWorkbook())})
-            .object()
-            .value(u"sheets")
-            .toArray()
-            .at(index)
-            .toObject();
+        return call({u"inspect"_s, write(u"figures.xlsx"_s, workbook)}).object()[u"sheets"][index].toObject();
     }
 };
 
@@ -51,7 +46,7 @@ protected:
 
 TEST_F(Inspection, TellsWhatASheetShows)
 {
-    const QJsonObject figures = sheet(0);
+    const QJsonObject figures = sheet(describedWorkbook());
     const std::pair<QString, QByteArray> expected[] = {
         {u"name"_s, R"(["Figures"])"},
         {u"visible"_s, "[true]"},
@@ -77,7 +72,7 @@ TEST_F(Inspection, TellsWhatASheetShows)
 
 TEST_F(Inspection, OfAnEmptySheetStaysAtItsCorner)
 {
-    const QJsonObject empty = sheet(1);
+    const QJsonObject empty = sheet(describedWorkbook(), 1);
     EXPECT_EQ(empty.value(u"used_area").toString(), u"A1"_s);
     EXPECT_TRUE(empty.value(u"last_row").isNull());
     EXPECT_TRUE(empty.value(u"last_column").isNull());
@@ -90,8 +85,7 @@ TEST_F(Inspection, StopsAtThreeHundredRowsAndSixtyColumns)
     demo::Sheet& sheet = book.add(u"Large"_s);
     for (const auto& [row, column] : {std::pair(3, 2), std::pair(302, 61), std::pair(303, 2), std::pair(3, 62)})
         sheet.set(row, column, u"x"_s, demo::Look());
-    const QJsonObject large =
-        call({u"inspect"_s, write(u"large.xlsx"_s, book.bytes())}).object().value(u"sheets").toArray().at(0).toObject();
+    const QJsonObject large = this->sheet(book.bytes());
     EXPECT_EQ(large.value(u"covered").toString(), u"B3:BI302"_s);
     EXPECT_EQ(large.value(u"last_row").toInt(), 303);
     EXPECT_EQ(large.value(u"last_column").toString(), u"BJ"_s);

@@ -50,27 +50,6 @@ TEST_F(SharingCommands, CarryADashboardToAnotherProject)
     EXPECT_TRUE(again.errors.contains(u"There are no dashboards to import from."_s)) << again.errors.toStdString();
 }
 
-TEST_F(SharingCommands, BringPathsOfTheOtherWorldToWorkHere)
-{
-    QDir(path(u""_s)).mkpath(u"here/in"_s);
-    QDir(path(u""_s)).mkpath(u"here/work"_s);
-    QFile report(write(u"here/in/Report.csv"_s, "Name,Value\nA,1\n"));
-    ASSERT_TRUE(report.open(QIODevice::ReadWrite));
-    ASSERT_TRUE(report.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFileDevice::FileModificationTime));
-    sql(theirs, u"UPDATE LvnPanelSource SET FullPath = 'C:\\data\\work\\Report.csv', Mask = 'Report*.csv', "
-                "DestFolder = 'C:\\data\\work\\', SourceFolder = 'C:\\data\\in\\', LastUpdated = #2026-11-01#, "
-                "LastChecked = #2026-11-01#, CheckEveryNMin = 1"_s);
-    sql(theirs,
-        u"UPDATE LvnSavedPanel SET Caption = 'Report', ContentType = 'S', SheetName = 'Report', ViewType = 'C', "
-        "PicRange = '$A$1:$B$2``', RelativeTo = 'top', [Top] = 0, [Left] = 0, Height = 3000, Width = 3000"_s);
-    sql(theirs, u"INSERT INTO LvnAltPaths VALUES ('C:\\data\\', '"_s + path(u"here/"_s) + u"')"_s);
-    share(u"export"_s, {theirs, shared, u"Sales"_s});
-    EXPECT_TRUE(share(u"import"_s, {mine, shared}).object()[u"imported"].toBool());
-    const Outcome refreshed = share(u"refresh"_s, {mine, u"Sales"_s});
-    EXPECT_EQ(refreshed.output, u"1\tReport\tdrawn anew\n"_s) << refreshed.errors.toStdString();
-    EXPECT_TRUE(QFile::exists(path(u"here/work/Report.csv"_s))) << "fetched from the one folder into the other";
-}
-
 TEST_F(SharingCommands, TellWhatIsNotThere)
 {
     const Outcome unknown = share(u"export"_s, {theirs, shared, u"Profit"_s});

@@ -6,8 +6,8 @@ usage: arrange_panels.py BIN    (the folder of the programs)"""
 import sys
 
 from desk import click, desk, enter, key, seen, wait_for, wait_until
-from windows import (TWIPS, close_tip, main_window, name_dashboard, open_workbook, panels, paste_panel,
-                     select, stored_dashboards, stored_panels, wait_panels)
+from windows import (TWIPS, close_tip, first_dashboard, main_window, panels, paste_panel, save_as, select,
+                     stored_dashboards, stored_panels, wait_panels)
 from workbook import write_workbook
 
 TABLE = [['Region', 'Sold', 'Left'], *([f'Region {row}', row * 10, row * 3] for row in range(1, 30))]
@@ -15,24 +15,14 @@ TABLE = [['Region', 'Sold', 'Left'], *([f'Region {row}', row * 10, row * 3] for 
 
 def build(program, book):
     """South with one panel, North with three of different sizes; gives these."""
-    program.start()
-    close_tip(program)
-    main_window(program, 'Untitled')
-    open_workbook(program, book)
-    select(program, book, 'A1:C4')
-    paste_panel(program, 'Untitled', 500)
-    key('ctrl+s')
-    name_dashboard(program, 'Save dashboard As', 'South')
-    main_window(program, 'South')
+    first_dashboard(program, book, 'A1:C4', 500, 'South')
     key('ctrl+n')
     main_window(program, 'Untitled')
     pasted = []
     for number, cells in enumerate(('A1:C4', 'A1:B8', 'A2:A3')):
         select(program, book, cells)
         pasted.append(paste_panel(program, 'Untitled', 300 * number + 10))
-    key('ctrl+s')
-    name_dashboard(program, 'Save dashboard As', 'North')
-    main = main_window(program, 'North')
+    main = save_as(program, 'North')
     assert stored_dashboards(program) == ['South', 'North']
     return main, pasted
 
@@ -155,9 +145,7 @@ def switch_project(a_desk, program, main):
     close_tip(program)
     main = main_window(program, 'Untitled')
     wait_panels(main, 0)
-    key('ctrl+s')
-    name_dashboard(program, 'Save dashboard As', 'Elsewhere')
-    main = main_window(program, 'Elsewhere')
+    main = save_as(program, 'Elsewhere')
     assert 'Elsewhere' in a_desk.ctl('sql', other, 'SELECT Name FROM LvnSavedWorkspace')
     assert stored_dashboards(program) == ['South', 'North'], 'the project that was left has changed'
     seen('a dashboard in another project')

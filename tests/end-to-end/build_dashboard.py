@@ -8,8 +8,8 @@ import sys
 
 from desk import click, desk, drag, key, seen, wait_for, wait_until
 from pictures import part
-from windows import (TWIPS, cells_of, check_view, close_tip, drag_corner, main_window, name_box, name_dashboard, open_workbook, panels,
-                     paste_panel, scroll_bars, select, stored_dashboards, stored_panels, wait_panels)
+from windows import (TWIPS, cells_of, check_view, drag_corner, main_window, name_box, open_workbook, panels, paste_panel,
+                     save_as, scroll_bars, select, start_empty, stored_dashboards, stored_panels, wait_panels)
 from workbook import write_workbook
 
 TABLE = [['Region', *(f'M{month}' for month in range(1, 9))],
@@ -17,9 +17,7 @@ TABLE = [['Region', *(f'M{month}' for month in range(1, 9))],
 
 
 def first_start(program):
-    program.start()
-    close_tip(program)
-    main = main_window(program, 'Untitled')
+    main = start_empty(program)
     assert not panels(main)
     assert not main.find('menu item', 'Panel').has('enabled'), 'there is no panel yet'
     seen('an empty dashboard')
@@ -133,9 +131,7 @@ def test(a_desk):
     paste_panel(program, 'Untitled', 450)
     refuse_pasting(program, book)
     last = paste_scrolled(program, book)
-    key('ctrl+s')
-    name_dashboard(program, 'Save dashboard As', 'Sales')
-    main = main_window(program, 'Sales')
+    main = save_as(program, 'Sales')
     check_stored(program, by_mouse)
 
     change_views(program, main, last)

@@ -10,8 +10,7 @@ import time
 
 from desk import click, desk, enter, key, seen, wait_for, wait_until
 from pictures import colors, contains, pixels, screen
-from windows import (close_tip, main_window, name_dashboard, open_workbook, panels, paste_panel, select, stored_panels,
-                     wait_panels)
+from windows import first_dashboard, panels, stored_panels, wait_panels
 from workbook import write_workbook
 
 RED = bytes((200, 30, 30))
@@ -24,15 +23,7 @@ def table(regions):
 
 
 def build(program, book):
-    program.start()
-    close_tip(program)
-    main_window(program, 'Untitled')
-    open_workbook(program, book)
-    select(program, book, 'A12:B12')
-    paste_panel(program, 'Untitled', 100)
-    key('ctrl+s')
-    name_dashboard(program, 'Save dashboard As', 'Totals')
-    main = main_window(program, 'Totals')
+    main = first_dashboard(program, book, 'A12:B12', 100, 'Totals')
     assert stored_panels(program, 'RelativeTo, ContentMatch') == [('bottom', 'bottom=$B$12')]
     return main
 

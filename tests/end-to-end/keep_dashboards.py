@@ -6,8 +6,8 @@ usage: keep_dashboards.py BIN    (the folder of the programs)"""
 import sys
 
 from desk import click, desk, key, seen, wait_for, wait_until, write
-from windows import (check_view, choose_dashboard, close_tip, dashboard_list, main_window, name_dashboard, open_workbook,
-                     paste_panel, select, stored_dashboards, stored_panels, wait_panels)
+from windows import (check_view, choose_dashboard, dashboard_list, main_window, name_dashboard, open_workbook, paste_panel,
+                     select, start_empty, stored_dashboards, stored_panels, wait_panels)
 from workbook import write_workbook
 
 TABLE = [['Region', 'Sold'], *([f'Region {row}', row * 10] for row in range(1, 12))]
@@ -64,89 +64,48 @@ def copy_and_rename(program, main):
     return main
 
 
-class Departure:
-    """A way to leave the dashboard North: leave() asks for it, arrive() waits until it has been left."""
+# Ways to leave the dashboard North, in two steps: what asks for it, and what follows once that is answered; then North is
+# back.
 
-    def __init__(self, program):
-        self.program = program
-
-    def back(self):
-        choose_dashboard(self.program, self.arrive(), 'North')
-
-
-class ByNew(Departure):
-    name = 'a new dashboard'
-
-    def leave(self):
-        key('ctrl+n')
-
-    def arrive(self):
-        return main_window(self.program, 'Untitled')
-
-    def back(self):
-        main = self.arrive()
-        wait_panels(main, 0)
-        choose_dashboard(self.program, main, 'North')
-        self.program.answer('Save changes to Untitled?', 'No')
+def by_new(program):
+    key('ctrl+n')
+    yield
+    main = main_window(program, 'Untitled')
+    wait_panels(main, 0)
+    choose_dashboard(program, main, 'North')
+    program.answer('Save changes to Untitled?', 'No')
 
 
-class ByOpen(Departure):
-    name = 'another one opened'
-    chosen = False
-
-    def leave(self):
-        key('ctrl+o')
-        self.chosen = False
-
-    def arrive(self):
-        if not self.chosen:
-            dialog = self.program.wait_window('Open a dashboard')
-            self.program.choose(dialog.find('combo box'), 'South')
-            self.program.press('OK', dialog)
-            self.chosen = True
-        return main_window(self.program, 'South')
+def by_open(program):
+    key('ctrl+o')
+    yield
+    dialog = program.wait_window('Open a dashboard')
+    program.choose(dialog.find('combo box'), 'South')
+    program.press('OK', dialog)
+    choose_dashboard(program, main_window(program, 'South'), 'North')
 
 
-class ByList(Departure):
-    name = 'another one from the list'
-
-    def leave(self):
-        choose_dashboard(self.program, main_window(self.program, 'North'), 'South')
-
-    def arrive(self):
-        return main_window(self.program, 'South')
+def by_list(program):
+    choose_dashboard(program, main_window(program, 'North'), 'South')
+    yield
+    choose_dashboard(program, main_window(program, 'South'), 'North')
 
 
-class ByRefresh(Departure):
-    name = 'a refresh'
-
-    def leave(self):
-        key('F5')
-
-    def arrive(self):
-        return main_window(self.program, 'North')
-
-    def back(self):
-        self.arrive()
+def by_refresh(program):
+    key('F5')
+    yield
 
 
-class ByClose(Departure):
-    name = 'the end of the program'
-
-    def leave(self):
-        key('ctrl+q')
-
-    def arrive(self):
-        self.program.wait_end()
-        self.program.start()
-        return wait_until(lambda: next((window for window in self.program.windows()
-                                        if window.title.startswith('Lumivane - ') and window.has('active')), None),
-                          'the main window')
-
-    def back(self):
-        main = self.arrive()
-        if main.title != 'Lumivane - North':
-            choose_dashboard(self.program, main, 'North')
+def by_end(program):
+    key('ctrl+q')
+    yield
+    program.wait_end()
+    program.start()
+    main = wait_until(lambda: next((window for window in program.windows()
+                                    if window.title.startswith('Lumivane - ') and window.has('active')), None),
+                      'the main window')
+    if main.title != 'Lumivane - North':
+        choose_dashboard(program, main, 'North')
 
 
 def go_through(departure, program):
@@ -163,7 +122,8 @@ def go_through(departure, program):
         changed = 'CZ'.replace(before, '')
         key(KEYS[changed])
         check_view(main, VIEWS[changed])
-        departure.leave()
+        way = departure(program)
+        next(way)
         program.answer('Save changes to North?', button)
         if button == 'Cancel':
             main = main_window(program, 'North')
@@ -172,9 +132,10 @@ def go_through(departure, program):
             key(KEYS[before])
             check_view(main, VIEWS[before])
         else:
-            departure.back()
+            next(way, None)
+            main_window(program, 'North')
         wait_for(stored_view, changed if button == 'Yes' else before, 'the view in the project')
-        seen(f'{button} before {departure.name}')
+        seen(f'{button}, {departure.__name__}')
 
 
 def give_no_name(program):
@@ -220,9 +181,7 @@ def delete(program):
 def test(a_desk):
     book = write_workbook(a_desk.folder / 'Regions.xlsx', {'Regions': TABLE})
     program = a_desk.program()
-    program.start()
-    close_tip(program)
-    main_window(program, 'Untitled')
+    start_empty(program)
     open_workbook(program, book)
     select(program, book, 'A1:B4')
     paste_panel(program, 'Untitled', 200)
@@ -230,8 +189,8 @@ def test(a_desk):
     open_the_only_one(program, main)
     main = copy_and_rename(program, main)
     choose_dashboard(program, main, 'North')
-    for way in (ByNew, ByOpen, ByList, ByRefresh, ByClose):
-        go_through(way(program), program)
+    for departure in by_new, by_open, by_list, by_refresh, by_end:
+        go_through(departure, program)
     give_no_name(program)
     delete(program)
 

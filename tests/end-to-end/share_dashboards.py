@@ -8,8 +8,8 @@ import sys
 
 from desk import click, desk, enter, key, seen, wait_for, wait_until, write, xdotool
 from pictures import colors
-from windows import (choose_dashboard, close_tip, main_window, name_dashboard, open_workbook, panels, paste_panel, select,
-                     stored_dashboards, stored_panels, wait_panels)
+from windows import (choose_dashboard, first_dashboard, main_window, panels, save_as, start_empty, stored_dashboards,
+                     stored_panels, wait_panels)
 from workbook import write_workbook
 
 TABLE = [['Region', 'Sold'], *([f'Region {row}', row * 10] for row in range(1, 12))]
@@ -30,18 +30,8 @@ class Sharing:
 
 def build(program, book):
     """Two dashboards of one panel each, of one workbook."""
-    program.start()
-    close_tip(program)
-    main_window(program, 'Untitled')
-    open_workbook(program, book)
-    select(program, book, 'A1:B4')
-    paste_panel(program, 'Untitled', 100)
-    key('ctrl+s')
-    name_dashboard(program, 'Save dashboard As', 'North')
-    main_window(program, 'North')
-    key('ctrl+shift+s')
-    name_dashboard(program, 'Save dashboard As', 'South')
-    return main_window(program, 'South')
+    first_dashboard(program, book, 'A1:B4', 100, 'North')
+    return save_as(program, 'South', 'ctrl+shift+s')
 
 
 # Thresholds.
@@ -187,9 +177,7 @@ def check_shown(program, main, sharing):
 
 
 def import_elsewhere(program, sharing):
-    program.start()
-    close_tip(program)
-    main = main_window(program, 'Untitled')
+    main = start_empty(program)
     start_import(program, main, sharing)
     dialog = program.wait_window('Import Dashboards')
     entry, = dialog.find('list', 'Dashboards').children

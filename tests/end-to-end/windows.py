@@ -11,6 +11,29 @@ def close_tip(program):
     program.wait_gone(tip)
 
 
+def start_empty(program):
+    """Starts it on a project without dashboards; gives its main window."""
+    program.start()
+    close_tip(program)
+    return main_window(program, 'Untitled')
+
+
+def first_dashboard(program, book, cells, across, name):
+    """Starts it on an empty project and stores a dashboard of one panel; gives its main window."""
+    start_empty(program)
+    open_workbook(program, book)
+    select(program, book, cells)
+    paste_panel(program, 'Untitled', across)
+    return save_as(program, name)
+
+
+def save_as(program, name, keys='ctrl+s'):
+    """Saves a dashboard that has no name yet, or a copy of one; gives its main window."""
+    key(keys)
+    name_dashboard(program, 'Save dashboard As', name)
+    return main_window(program, name)
+
+
 def main_window(program, dashboard):
     return program.wait_window(f'Lumivane - {dashboard}')
 

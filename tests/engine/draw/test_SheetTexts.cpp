@@ -73,7 +73,7 @@ TEST(SheetTexts, NumbersShowWhatFitsAndAreNeverCut)
         {u"0"_s, 12345678, 9.140625, u"12345678"_s},
         {u"0"_s, 123456789, 9.140625, u"########"_s},
         {u"yyyy-mm-dd"_s, -5, 9.140625, u"########"_s},
-        {u"General"_s, 1.0 / 3, 6, u"0.333"_s},
+        {u"General"_s, 1.0 / 3, 6, u"0.3333"_s},
     };
     for (const auto& [format, value, width, expected] : rows) {
         SheetBuilder made, text;

@@ -27,12 +27,12 @@ quint32 claimed(long long claim, size_t truth)
     return static_cast<quint32>(claim < 0 ? static_cast<long long>(truth) : claim);
 }
 
-/// What a local and a central header have in common, from the flags to the length of the extra field.
+/// What a local and a central header have in common, from the flags to the length of the name.
 void putCommon(QDataStream& to, const PackageEntry& entry)
 {
     to << quint16(entry.flags) << quint16(entry.method) << quint32(0) << claimed(entry.crc, checksum(entry.bytes))
        << claimed(entry.packedSize, entry.bytes.size()) << claimed(entry.size, entry.bytes.size())
-       << quint16(entry.name.size()) << quint16(0);
+       << quint16(entry.name.size());
 }
 
 void putBytes(QDataStream& to, const std::string& bytes)
@@ -74,12 +74,13 @@ QByteArray makePackage(const std::vector<PackageEntry>& entries)
         putBytes(file, "PK\3\4");
         file << quint16(20);
         putCommon(file, entry);
+        file << quint16(0);
         putBytes(file, entry.name + entry.bytes);
         putBytes(list, "PK\1\2");
         list << quint16(20) << quint16(20);
         putCommon(list, entry);
-        list << quint16(0) << quint32(0) << quint32(0) << offset;
-        putBytes(list, entry.name);
+        list << quint16(entry.extra.size()) << quint16(0) << quint32(0) << quint32(0) << offset;
+        putBytes(list, entry.name + entry.extra);
     }
     const auto count = quint16(entries.size());
     const auto directoryOffset = quint32(bytes.size());

@@ -19,7 +19,8 @@ struct PackageEntry
     long long size = -1;   ///< unpacked, to claim instead of the true one
     long long packedSize = -1;
     long long crc = -1;
-    int method = 0; ///< 0 stored; 8 deflate, with `bytes` already packed
+    int method = 0;         ///< 0 stored; 8 deflate, with `bytes` already packed
+    std::string extra = {}; ///< field of the directory
 };
 
 /// The checksum of a ZIP entry.

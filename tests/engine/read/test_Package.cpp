@@ -76,8 +76,18 @@ TEST(Package, ReadsA64BitDirectory)
     EXPECT_EQ(contentOf(bytes.left(end) + record + locator + last, "a"), "one");
 }
 
+TEST(Package, ReadsA64BitSize)
+{
+    const std::string other("\2\0\0\0", 4), size("\1\0\10\0\3\0\0\0\0\0\0\0", 12);
+    const PackageEntry entry{.name = "a", .bytes = "one", .size = 0xffffffff, .extra = other + size};
+    EXPECT_EQ(contentOf(makePackage({entry}), "a"), "one");
+}
+
 TEST(Package, RefusesWhatIsDamagedOrOverABoundAndNamesTheEntry)
 {
+    const auto unsized = [](const std::string& extra) {
+        return PackageEntry{.name = "a.xml", .bytes = "one", .size = 0xffffffff, .extra = extra};
+    };
     PackageEntry dense{.name = "a.xml", .bytes = std::string(140000, 'x'), .size = 501 * 140000};
     PackageEntry cut = deflated("a.xml", "some words and some words and words"), broken = cut, tooLong = cut;
     cut.bytes.resize(cut.bytes.size() / 2);
@@ -107,6 +117,8 @@ TEST(Package, RefusesWhatIsDamagedOrOverABoundAndNamesTheEntry)
          "entry \"a.xml\" is packed in a way that is not read here (12)"},
         {"too large", makePackage({{.name = "a.xml", .bytes = "one", .size = 0xfffffffe}}),
          "entry \"a.xml\" would take more than 2048 MB"},
+        {"64-bit size cut off", makePackage({unsized(std::string("\1\0\6\0\0\0", 6))}), "would take more than 2048 MB"},
+        {"64-bit size too short", makePackage({unsized(std::string("\1\0\2\0\0\0", 6))}), "has a damaged size"},
         {"packed too densely", makePackage({dense}), "entry \"a.xml\" is packed more than 500 times"},
         {"packed data cut", makePackage({cut}), "entry \"a.xml\""},
         {"packed data broken", makePackage({broken}), "entry \"a.xml\" cannot be inflated"},

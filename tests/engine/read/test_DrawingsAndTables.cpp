@@ -27,32 +27,31 @@ WorkbookParts bookWithDrawing(const std::string& anchors)
     return parts;
 }
 
-const std::string fromTo = "<xdr:from><xdr:col>1</xdr:col><xdr:colOff>100</xdr:colOff><xdr:row>2</xdr:row>"
-                           "<xdr:rowOff>200</xdr:rowOff></xdr:from><xdr:to><xdr:col>4</xdr:col><xdr:colOff>300"
-                           "</xdr:colOff><xdr:row>9</xdr:row><xdr:rowOff>400</xdr:rowOff></xdr:to>";
+std::string anchored(const std::string& object)
+{
+    return "<xdr:twoCellAnchor><xdr:from><xdr:col>1</xdr:col><xdr:colOff>100</xdr:colOff><xdr:row>2</xdr:row>"
+           "<xdr:rowOff>200</xdr:rowOff></xdr:from><xdr:to><xdr:col>4</xdr:col><xdr:colOff>300</xdr:colOff>"
+           "<xdr:row>9</xdr:row><xdr:rowOff>400</xdr:rowOff></xdr:to>" +
+           object + "</xdr:twoCellAnchor>";
+}
 
 } // namespace
 
 TEST(Drawings, ReadNamesKindsAndPlaces)
 {
     const auto sheet = readSheet(bookWithDrawing(
-        "<xdr:twoCellAnchor>" + fromTo +
-        "<xdr:graphicFrame><xdr:nvGraphicFramePr><xdr:cNvPr id='2' name='Sales &amp; more'/></xdr:nvGraphicFramePr>"
-        "<a:graphic><a:graphicData><c:chart "
-        "r:id='c'/></a:graphicData></a:graphic></xdr:graphicFrame></xdr:twoCellAnchor>"
+        anchored("<xdr:graphicFrame><xdr:nvGraphicFramePr><xdr:cNvPr id='2' name='Sales &amp; more'/>"
+                 "</xdr:nvGraphicFramePr><a:graphic><a:graphicData><c:chart r:id='c'/></a:graphicData></a:graphic>"
+                 "</xdr:graphicFrame>") +
         "<xdr:oneCellAnchor><xdr:from><xdr:col>0</xdr:col><xdr:row>99999999</xdr:row></xdr:from>"
         "<xdr:ext cx='9525' cy='-1'/><xdr:pic><xdr:nvPicPr><xdr:cNvPr name='Logo' hidden='1'/></xdr:nvPicPr>"
         "<xdr:blipFill><a:blip r:embed='p'/></xdr:blipFill></xdr:pic></xdr:oneCellAnchor>"
         "<xdr:absoluteAnchor><xdr:pos x='500' y='600'/><xdr:ext cx='700' cy='800'/><mc:AlternateContent>"
         "<mc:Choice><xdr:sp><xdr:nvSpPr><xdr:cNvPr name='Box'/></xdr:nvSpPr></xdr:sp></mc:Choice>"
-        "<mc:Fallback><xdr:pic/></mc:Fallback></mc:AlternateContent></xdr:absoluteAnchor>"
-        "<xdr:twoCellAnchor>" +
-        fromTo +
-        "<xdr:clientData/></xdr:twoCellAnchor>"
-        "<xdr:twoCellAnchor>" +
-        fromTo +
-        "<xdr:pic><xdr:nvPicPr><xdr:cNvPr name='Linked'/></xdr:nvPicPr>"
-        "<xdr:blipFill><a:blip r:embed='e'/></xdr:blipFill></xdr:pic></xdr:twoCellAnchor>"));
+        "<mc:Fallback><xdr:pic/></mc:Fallback></mc:AlternateContent></xdr:absoluteAnchor>" +
+        anchored("<xdr:clientData/>") +
+        anchored("<xdr:pic><xdr:nvPicPr><xdr:cNvPr name='Linked'/></xdr:nvPicPr><xdr:blipFill><a:blip r:embed='e'/>"
+                 "</xdr:blipFill></xdr:pic>")));
     QStringList printed;
     for (const DrawingContent& one : sheet->drawings)
         printed << u"%1 '%2' %3, %4 %5 %6 %7, %8 %9"_s.arg(one.kind, one.name, one.anchor.relative())
@@ -74,9 +73,9 @@ TEST(Drawings, ReadNamesKindsAndPlaces)
 TEST(Drawings, TellControlsFromShapes)
 {
     const auto anchor = [](const std::string& object) {
-        return "<mc:AlternateContent><mc:Choice Requires='a14'><xdr:twoCellAnchor>" + fromTo + object +
-               "</xdr:twoCellAnchor></mc:Choice><mc:Fallback><xdr:twoCellAnchor><xdr:pic/></xdr:twoCellAnchor>"
-               "</mc:Fallback></mc:AlternateContent>";
+        return "<mc:AlternateContent><mc:Choice Requires='a14'>" + anchored(object) +
+               "</mc:Choice><mc:Fallback><xdr:twoCellAnchor><xdr:pic/></xdr:twoCellAnchor></mc:Fallback>"
+               "</mc:AlternateContent>";
     };
     const auto sheet = readSheet(
         bookWithDrawing(anchor("<xdr:sp><xdr:nvSpPr><xdr:cNvPr name='Button 1' hidden='1'/></xdr:nvSpPr></xdr:sp>") +

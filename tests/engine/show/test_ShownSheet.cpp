@@ -35,21 +35,15 @@ TEST(ShownSheet, ReadsTextsOfTheSheetItself)
 {
     SheetBuilder made;
     made.sheet().texts.append("of the sheet");
-    made.text(1, 1, u"of the workbook"_s);
     Cell own;
     own.kind = CellKind::SheetText;
-    own.text = 0;
-    const auto texts = made.shown();
-    EXPECT_EQ(texts->shown(own), u"of the sheet"_s);
-    EXPECT_EQ(texts->shown(*made.content()->find(1, 1)), u"of the workbook"_s);
+    EXPECT_EQ(made.text(1, 1, u"of the workbook"_s).shown()->shown(own), u"of the sheet"_s);
 }
 
 TEST(ShownSheet, SurvivesIndexesOutsideTheTables)
 {
     SheetBuilder made;
-    made.styles().cells.push_back({});
-    made.styles().cells.back().numberFormat = 99;
-    made.number(1, 1, 5, 1).number(1, 2, 6, 77);
+    made.number(1, 1, 5, made.style({.numberFormat = 99})).number(1, 2, 6, 77);
     Cell lost;
     lost.kind = CellKind::Text;
     lost.text = 1000000;

@@ -169,6 +169,14 @@ TEST(SheetTexts, BeginWhereTheyAreTurnedTo)
     }
 }
 
+TEST(SheetTexts, AreDrawnInTheSubstituteOfAMissingFont)
+{
+    SheetBuilder missing, substitute;
+    missing.text(1, 1, u"Hamburg 2026"_s, missing.fontStyle({.family = u"Tahoma"_s}));
+    substitute.text(1, 1, u"Hamburg 2026"_s, substitute.fontStyle({.family = u"Liberation Sans"_s}));
+    EXPECT_EQ(draw(missing), draw(substitute));
+}
+
 TEST(SheetTexts, CentreAcrossASelection)
 {
     SheetBuilder made;

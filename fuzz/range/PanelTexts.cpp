@@ -15,7 +15,8 @@ test::PlainSheet smallSheet()
 {
     test::PlainSheet sheet(QStringLiteral("Data"));
     sheet.put(QStringLiteral("C9"), QStringLiteral("Total")).put(QStringLiteral("H52"), QStringLiteral("12"));
-    sheet.height(QStringLiteral("5:7"), 0).width(QStringLiteral("D:E"), 0);
+    sheet.setRowHeight(5, 7, 0);
+    sheet.setColumnWidth(4, 5, 0);
     return sheet;
 }
 

@@ -69,9 +69,10 @@ QJsonValue trueOrNothing(bool condition)
 class SheetDescription
 {
 public:
-    SheetDescription(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
+    SheetDescription(const std::shared_ptr<WorkbookFile>& file, std::shared_ptr<const SheetContent> sheet,
                      Metrics metrics)
-        : m_sheet(std::move(sheet)), m_shown(std::make_shared<ShownSheet>(workbook, m_sheet)),
+        : m_sheet(std::move(sheet)),
+          m_shown(std::make_shared<ShownSheet>(file->content(), m_sheet, nullptr, WorkbookFile::sheetsOf(file))),
           m_geometry(m_shown, metrics), m_used(m_sheet->used.value_or(CellArea::cell(1, 1))),
           m_covered(cutTo(m_used, mostRows, mostColumns))
     {
@@ -112,7 +113,8 @@ QJsonObject SheetDescription::json() const
 
 void SheetDescription::addLastShown(QJsonObject& json) const
 {
-    const auto last = m_shown->extent([this](const Cell& cell) { return !m_shown->shown(cell).isEmpty(); });
+    const auto last =
+        m_shown->extent([this](int row, const Cell& cell) { return !m_shown->shown(row, cell).isEmpty(); });
     json.insert(u"last_row"_s, last ? QJsonValue(last->lastRow) : QJsonValue());
     json.insert(u"last_column"_s, last ? QJsonValue(columnLetters(last->lastColumn)) : QJsonValue());
 }
@@ -152,7 +154,7 @@ QJsonObject SheetDescription::cells() const
     const auto [begin, end] = m_sheet->rowIndices(m_covered);
     for (size_t i = begin; i < end; ++i)
         for (const Cell& cell : m_sheet->cellsIn(i, m_covered.firstColumn, m_covered.lastColumn))
-            if (const QString text = m_shown->shown(cell); !text.isEmpty())
+            if (const QString text = m_shown->shown(m_sheet->rows[i].row, cell); !text.isEmpty())
                 result.insert(CellArea::cell(m_sheet->rows[i].row, cell.column).relative(), text);
     return result;
 }
@@ -217,7 +219,7 @@ int inspectCommand(const CommandLine& line)
     for (size_t i = 0; i < workbook->sheets.size(); ++i) {
         QJsonObject sheet{{u"name"_s, workbook->sheets[i].name}, {u"visible"_s, workbook->sheets[i].visible}};
         if (i < mostSheets && !workbook->sheets[i].isChartSheet) {
-            const QJsonObject described = SheetDescription(workbook, file->sheet(int(i)), metrics).json();
+            const QJsonObject described = SheetDescription(file, file->sheet(int(i)), metrics).json();
             for (auto entry = described.begin(); entry != described.end(); ++entry)
                 sheet.insert(entry.key(), entry.value());
         }

@@ -32,7 +32,8 @@ QImage comparisonPicture(const QString& path, const QString& sheetName, const Ce
 {
     const auto file = engine::WorkbookFile::open(path);
     const auto sheet = std::make_shared<engine::ShownSheet>(file->content(),
-                                                            file->sheet(sheetIndex(*file->content(), path, sheetName)));
+                                                            file->sheet(sheetIndex(*file->content(), path, sheetName)),
+                                                            nullptr, engine::WorkbookFile::sheetsOf(file));
     return engine::SheetPainter(sheet, engine::Metrics::Calc).image(area, scale);
 }
 

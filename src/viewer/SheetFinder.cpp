@@ -26,7 +26,7 @@ public:
         const auto cells = m_sheet.content().cellsIn(rowIndex, firstColumn, lastColumn);
         for (size_t i = 0; i < cells.size(); ++i) {
             const Cell& cell = forward ? cells[i] : cells[cells.size() - 1 - i];
-            if (!m_matcher.hits(cell))
+            if (!m_matcher.hits(row, cell))
                 continue;
             if (!m_sheet.geometry().rowHidden(row) && !m_sheet.geometry().columnHidden(cell.column))
                 return CellSpot{row, cell.column};

@@ -20,10 +20,11 @@ int stepOf(Direction direction)
 
 } // namespace
 
-ViewedSheet::ViewedSheet(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet)
+ViewedSheet::ViewedSheet(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
+                         WorkbookCells::SheetSource others)
     : m_workbook(std::move(workbook)), m_sheet(std::move(sheet)),
-      m_shown(std::make_shared<ShownSheet>(m_workbook, m_sheet)), m_painter(m_shown), m_used(findUsed()),
-      m_lastFilled(findLastFilled())
+      m_shown(std::make_shared<ShownSheet>(m_workbook, m_sheet, nullptr, std::move(others))), m_painter(m_shown),
+      m_used(findUsed()), m_lastFilled(findLastFilled())
 {
 }
 
@@ -45,7 +46,7 @@ CellArea ViewedSheet::findUsed() const
 
 CellSpot ViewedSheet::findLastFilled() const
 {
-    const auto extent = m_shown->extent([](const Cell& cell) { return cell.kind != CellKind::Blank; });
+    const auto extent = m_shown->extent([](int, const Cell& cell) { return cell.kind != CellKind::Blank; });
     return extent ? CellSpot{extent->lastRow, extent->lastColumn} : CellSpot();
 }
 
@@ -57,7 +58,7 @@ bool ViewedSheet::filled(int row, int column) const
 QString ViewedSheet::shownText(int row, int column) const
 {
     const Cell* cell = m_sheet->find(row, column);
-    return cell ? m_shown->shown(*cell) : QString();
+    return cell ? m_shown->shown(row, *cell) : QString();
 }
 
 CellArea ViewedSheet::mergedAround(const CellSpot& cell) const

@@ -20,8 +20,9 @@ struct CellSpot
 class ViewedSheet
 {
 public:
+    /// `others` gives the other sheets of the workbook, for conditions that look at them.
     ViewedSheet(std::shared_ptr<const engine::WorkbookContent> workbook,
-                std::shared_ptr<const engine::SheetContent> sheet);
+                std::shared_ptr<const engine::SheetContent> sheet, engine::WorkbookCells::SheetSource others = {});
 
     const engine::WorkbookContent& workbook() const { return *m_workbook; }
     const engine::SheetContent& content() const { return *m_sheet; }

@@ -56,7 +56,7 @@ std::shared_ptr<const ViewedSheet> ViewedWorkbook::sheet(int index)
                 entry(index).name, name()));
     auto& sheet = m_sheets[index];
     if (!sheet)
-        sheet = std::make_shared<ViewedSheet>(content(), m_file->sheet(index));
+        sheet = std::make_shared<ViewedSheet>(content(), m_file->sheet(index), WorkbookFile::sheetsOf(m_file));
     return sheet;
 }
 

@@ -51,8 +51,9 @@ QString cellContents(const ViewedSheet& sheet, const CellSpot& spot)
     const Cell* cell = sheet.content().find(spot.row, spot.column);
     if (!cell)
         return {};
-    const bool plain = cell->kind == CellKind::Number && !sheet.shown().format(static_cast<int>(cell->style)).isDate();
-    return plain ? sheet.shown().plain(*cell) : sheet.shown().shown(*cell);
+    const bool plain = cell->kind == CellKind::Number &&
+                       !sheet.shown().format(sheet.shown().styleIndex(spot.row, spot.column)).isDate();
+    return plain ? sheet.shown().plain(*cell) : sheet.shown().shown(spot.row, *cell);
 }
 
 QString sizeText(const CellArea& area)

@@ -69,6 +69,7 @@ struct UnreadLook
 
 struct SheetContent
 {
+    int sheetIndex = 0; ///< into WorkbookContent::sheets
     std::vector<Cell> cells;
     std::vector<RowContent> rows;       ///< those stored, ascending
     std::vector<ColumnContent> columns; ///< ascending, not overlapping

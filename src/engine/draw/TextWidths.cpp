@@ -52,7 +52,7 @@ double TextWidths::measuredColumn(int column) const
     for (size_t i = 0; i < m_sheet.rows.size() && width < m_most; ++i) {
         const Cell* cell = cellOf(i, column);
         if (cell && mayBeWider(*cell, width))
-            width = std::max(width, textWidth(*cell));
+            width = std::max(width, textWidth(m_sheet.rows[i].row, *cell));
     }
     return std::min(width, m_most);
 }
@@ -78,9 +78,9 @@ double TextWidths::widestGeneral(double number) const
     return pointed ? (count - 1) * m_widestDigit + advance(u".") : count * m_widestDigit;
 }
 
-double TextWidths::textWidth(const Cell& cell) const
+double TextWidths::textWidth(int row, const Cell& cell) const
 {
-    const QString text = withFewMarks(m_shown.formatted(cell, m_generalChars).text);
+    const QString text = withFewMarks(m_shown.formatted(row, cell, m_generalChars).text);
     double width = 0;
     for (const TextLine& line : splitLines(text))
         width = std::max(width, advance(QStringView(text).mid(line.start, line.length)));

@@ -24,7 +24,7 @@ private:
     double measuredColumn(int column) const;
     bool mayBeWider(const Cell& cell, double width) const;
     double widestGeneral(double number) const;
-    double textWidth(const Cell& cell) const;
+    double textWidth(int row, const Cell& cell) const;
 
     const ShownSheet& m_shown;
     const SheetContent& m_sheet;

@@ -75,6 +75,17 @@ std::shared_ptr<const SheetContent> WorkbookFile::readSheet(int index)
     return sheet;
 }
 
+std::function<std::shared_ptr<const SheetContent>(int)> WorkbookFile::sheetsOf(std::shared_ptr<WorkbookFile> file)
+{
+    return [file = std::move(file)](int index) -> std::shared_ptr<const SheetContent> {
+        try {
+            return file->sheet(index);
+        } catch (const ReadError&) {
+            return nullptr;
+        }
+    };
+}
+
 /// Makes room for a further sheet, so that those of a large workbook can be shown one after the other.
 void WorkbookFile::dropUnused()
 {

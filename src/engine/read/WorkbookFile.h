@@ -5,6 +5,8 @@
 #include "engine/read/package/ReadError.h"
 #include "platform/FileStamp.h"
 
+#include <functional>
+
 namespace lumivane::engine {
 
 /// A workbook file as it was when it was opened. Its sheets are read when first asked for; in between the file is
@@ -22,6 +24,9 @@ public:
     /// The sheet at an index from 0, read now if it was not yet. Throws ReadError, never gives half a sheet.
     std::shared_ptr<const SheetContent> sheet(int index);
     qint64 bytes() const; ///< memory held by all that was read
+
+    /// Gives the sheets of a file by index, for what looks at several; null for one that cannot be read.
+    static std::function<std::shared_ptr<const SheetContent>(int)> sheetsOf(std::shared_ptr<WorkbookFile> file);
 
 private:
     WorkbookFile(const QString& path, qint64 maxBytes);

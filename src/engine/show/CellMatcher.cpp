@@ -16,19 +16,19 @@ CellMatcher::CellMatcher(const ShownSheet& sheet, const FindQuestion& question)
 {
 }
 
-bool CellMatcher::hits(const Cell& cell)
+bool CellMatcher::hits(int row, const Cell& cell)
 {
     if (m_sought.anything)
         return m_sheet.hasContents(cell);
     switch (cell.kind) {
     case CellKind::Number:
-        return numberHits(cell);
+        return numberHits(row, cell);
     case CellKind::Text:
     case CellKind::SheetText:
-        return textHits(cell);
+        return textHits(row, cell);
     case CellKind::Boolean:
     case CellKind::Error:
-        return m_sought.hits(m_sheet.plain(cell)) || m_sought.hits(m_sheet.shown(cell));
+        return m_sought.hits(m_sheet.plain(cell)) || m_sought.hits(m_sheet.shown(row, cell));
     case CellKind::Blank:
     case CellKind::Uncomputed:
         break;
@@ -36,14 +36,15 @@ bool CellMatcher::hits(const Cell& cell)
     return false;
 }
 
-bool CellMatcher::textHits(const Cell& cell)
+bool CellMatcher::textHits(int row, const Cell& cell)
 {
     const bool shared = cell.kind == CellKind::Text;
     if (plainTextHits(shared ? m_sheet.workbook().texts : m_sheet.sheet().texts, shared ? m_shared : m_local,
                       cell.text))
         return true;
     const int format = m_styles.cell(static_cast<int>(cell.style)).numberFormat;
-    return changesTexts(format) && m_sought.hits(m_sheet.shown(cell));
+    return (changesTexts(format) || m_sheet.mayChangeFormat(row, cell.column)) &&
+           m_sought.hits(m_sheet.shown(row, cell));
 }
 
 bool CellMatcher::plainTextHits(const TextTable& table, std::vector<Known>& known, quint64 index) const
@@ -62,11 +63,11 @@ bool CellMatcher::plainTextHits(const TextTable& table, std::vector<Known>& know
     return answer == Known::Hit;
 }
 
-bool CellMatcher::numberHits(const Cell& cell)
+bool CellMatcher::numberHits(int row, const Cell& cell)
 {
     const double value = cell.number;
-    if (!m_sought.whole)
-        return m_sought.hits(m_sheet.plain(cell)) || m_sought.hits(m_sheet.shown(cell));
+    if (!m_sought.whole || m_sheet.mayChangeFormat(row, cell.column))
+        return m_sought.hits(m_sheet.plain(cell)) || m_sought.hits(m_sheet.shown(row, cell));
 
     // Plain texts have 15 digits, so only a number this near can have the sought one.
     const bool plainPossible =
@@ -83,7 +84,7 @@ bool CellMatcher::numberHits(const Cell& cell)
     case FormatReach::Perhaps:
         break;
     }
-    return m_sought.hits(m_sheet.shown(cell));
+    return m_sought.hits(m_sheet.shown(row, cell));
 }
 
 FormatReach CellMatcher::reach(int numberFormat)

@@ -16,14 +16,14 @@ class CellMatcher
 public:
     CellMatcher(const ShownSheet& sheet, const FindQuestion& question);
 
-    bool hits(const Cell& cell);
+    bool hits(int row, const Cell& cell);
 
 private:
     enum class Known : quint8 { Unknown, Hit, Miss };
 
-    bool textHits(const Cell& cell);
+    bool textHits(int row, const Cell& cell);
     bool plainTextHits(const TextTable& table, std::vector<Known>& known, quint64 index) const;
-    bool numberHits(const Cell& cell);
+    bool numberHits(int row, const Cell& cell);
     FormatReach reach(int numberFormat);
     bool changesTexts(int numberFormat);
 

@@ -8,9 +8,9 @@ namespace lumivane::engine {
 
 namespace {
 
-const Cell* firstInRow(std::span<const Cell> cells, bool forward, CellMatcher& matcher)
+const Cell* firstInRow(int row, std::span<const Cell> cells, bool forward, CellMatcher& matcher)
 {
-    const auto hits = [&](const Cell& cell) { return matcher.hits(cell); };
+    const auto hits = [&](const Cell& cell) { return matcher.hits(row, cell); };
     if (forward) {
         const auto hit = std::find_if(cells.begin(), cells.end(), hits);
         return hit != cells.end() ? &*hit : nullptr;
@@ -36,7 +36,7 @@ std::optional<CellArea> findCell(const ShownSheet& shown, const CellArea& area, 
         const int row = sheet.rows[index].row;
         // A search forwards begins just behind the first cell; that one comes last, below.
         const int skip = forward && row == area.firstRow && firstColumn == area.firstColumn ? 1 : 0;
-        const Cell* hit = firstInRow(sheet.cellsIn(index, firstColumn + skip, lastColumn), forward, matcher);
+        const Cell* hit = firstInRow(row, sheet.cellsIn(index, firstColumn + skip, lastColumn), forward, matcher);
         if (!hit)
             continue;
         best = CellArea::cell(row, hit->column);
@@ -47,7 +47,8 @@ std::optional<CellArea> findCell(const ShownSheet& shown, const CellArea& area, 
     }
     if (best || !forward || begin == end || sheet.rows[begin].row != area.firstRow)
         return best;
-    const Cell* first = firstInRow(sheet.cellsIn(begin, area.firstColumn, area.firstColumn), true, matcher);
+    const Cell* first =
+        firstInRow(area.firstRow, sheet.cellsIn(begin, area.firstColumn, area.firstColumn), true, matcher);
     return first ? std::optional(CellArea::cell(area.firstRow, area.firstColumn)) : std::nullopt;
 }
 

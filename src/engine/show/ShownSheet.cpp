@@ -12,34 +12,44 @@ QString booleanText(double value)
     return value != 0 ? u"TRUE"_s : u"FALSE"_s;
 }
 
-/// An index found in a file, made safe.
-template <class T>
-const T& entryOf(const std::vector<T>& list, int index)
-{
-    return list[index >= 0 && static_cast<size_t>(index) < list.size() ? static_cast<size_t>(index) : 0];
-}
-
 const SheetOverlay noOverlay;
 
 } // namespace
 
 ShownSheet::ShownSheet(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
-                       const SheetOverlay* overlay)
+                       const SheetOverlay* overlay, WorkbookCells::SheetSource others)
     : m_workbook(std::move(workbook)), m_sheet(std::move(sheet)), m_overlay(overlay ? overlay : &noOverlay),
-      m_formats(m_workbook->styles.numberFormats.size())
+      m_styles(m_workbook->styles), m_formats(m_workbook->styles.numberFormats.size())
 {
+    if (!m_sheet->conditions.empty())
+        m_conditions = std::make_unique<Conditions>(m_workbook, m_sheet, std::move(others));
 }
 
 const NumberFormat& ShownSheet::format(int style) const
 {
-    const StyleTable& styles = m_workbook->styles;
-    size_t index = static_cast<size_t>(styles.cell(style).numberFormat);
+    const CellStyle& cellStyle = m_styles.cell(style);
+    const size_t index = static_cast<size_t>(std::max(cellStyle.numberFormat, 0));
     if (index >= m_formats.size())
-        index = 0;
+        m_formats.resize(index + 1);
     std::unique_ptr<NumberFormat>& format = m_formats[index];
     if (!format)
-        format = std::make_unique<NumberFormat>(styles.numberFormats[index]);
+        format = std::make_unique<NumberFormat>(m_styles.numberFormat(cellStyle));
     return *format;
+}
+
+bool ShownSheet::mayChangeFormat(int row, int column) const
+{
+    return m_conditions && m_conditions->changesTexts(row, column);
+}
+
+const ConditionResult* ShownSheet::condition(int row, int column) const
+{
+    return m_conditions ? &m_conditions->at(row, column) : nullptr;
+}
+
+QStringList ShownSheet::conditionsLeftOut(const CellArea& area) const
+{
+    return m_conditions ? m_conditions->leftOut(area) : QStringList();
 }
 
 QString ShownSheet::storedText(const Cell& cell) const
@@ -47,9 +57,9 @@ QString ShownSheet::storedText(const Cell& cell) const
     return (cell.kind == CellKind::Text ? m_workbook->texts : m_sheet->texts).text(cell.text);
 }
 
-FormattedText ShownSheet::formatted(const Cell& cell, int generalChars) const
+FormattedText ShownSheet::formatted(int row, const Cell& cell, int generalChars) const
 {
-    const int style = static_cast<int>(cell.style);
+    const int style = mayChangeFormat(row, cell.column) ? styleIndex(row, cell.column) : static_cast<int>(cell.style);
     switch (cell.kind) {
     case CellKind::Number:
         return format(style).number(cell.number, m_workbook->date1904, generalChars);
@@ -64,9 +74,9 @@ FormattedText ShownSheet::formatted(const Cell& cell, int generalChars) const
     }
 }
 
-QString ShownSheet::shown(const Cell& cell) const
+QString ShownSheet::shown(int row, const Cell& cell) const
 {
-    return formatted(cell).text;
+    return formatted(row, cell).text;
 }
 
 QString ShownSheet::shownNumber(double number, int style) const
@@ -108,7 +118,7 @@ double ShownSheet::number(int row, int column) const
 FormattedText ShownSheet::formatted(int row, int column, int generalChars) const
 {
     const Cell* cell = m_sheet->find(row, column);
-    return cell ? formatted(*cell, generalChars) : FormattedText();
+    return cell ? formatted(row, *cell, generalChars) : FormattedText();
 }
 
 const std::vector<TextRun>* ShownSheet::runs(int row, int column) const
@@ -123,6 +133,12 @@ const std::vector<TextRun>* ShownSheet::runs(int row, int column) const
 
 int ShownSheet::styleIndex(int row, int column) const
 {
+    const int stored = storedStyle(row, column);
+    return m_conditions ? m_styles.combined(stored, nullptr, m_conditions->at(row, column).look) : stored;
+}
+
+int ShownSheet::storedStyle(int row, int column) const
+{
     if (const auto index = m_sheet->storedRow(row)) {
         const auto cell = m_sheet->cellsIn(*index, column, column);
         if (!cell.empty())
@@ -136,12 +152,12 @@ int ShownSheet::styleIndex(int row, int column) const
 
 const FontStyle& ShownSheet::font(const CellStyle& style) const
 {
-    return entryOf(m_workbook->styles.fonts, style.font);
+    return m_styles.font(style);
 }
 
 const BorderStyle& ShownSheet::border(const CellStyle& style) const
 {
-    return entryOf(m_workbook->styles.borders, style.border);
+    return m_styles.border(style);
 }
 
 FillStyle ShownSheet::fill(int row, int column) const
@@ -149,7 +165,9 @@ FillStyle ShownSheet::fill(int row, int column) const
     const auto changed = m_overlay->colors.find({row, column});
     if (changed != m_overlay->colors.end())
         return {Pattern::Solid, changed->second};
-    return entryOf(m_workbook->styles.fills, style(row, column).fill);
+    if (const ConditionResult* condition = this->condition(row, column); condition && condition->scale)
+        return {Pattern::Solid, *condition->scale};
+    return m_styles.fill(style(row, column));
 }
 
 bool ShownSheet::hasContents(const Cell& cell) const
@@ -182,13 +200,14 @@ int ShownSheet::nextFilled(int row, int column, int step) const
     return found != cells.rend() ? found->column : 0;
 }
 
-std::optional<CellArea> ShownSheet::extent(const std::function<bool(const Cell&)>& counts) const
+std::optional<CellArea> ShownSheet::extent(const std::function<bool(int row, const Cell&)>& counts) const
 {
     CellArea extent{1, 1, 0, 0};
     for (size_t n = m_sheet->rows.size(); n-- > 0;) {
         // Once the last row is known, only cells further to the right matter.
         const auto cells = m_sheet->cellsIn(n, extent.lastColumn + 1, maxColumn);
-        const auto last = std::find_if(cells.rbegin(), cells.rend(), counts);
+        const auto last = std::find_if(cells.rbegin(), cells.rend(),
+                                       [&](const Cell& cell) { return counts(m_sheet->rows[n].row, cell); });
         if (last == cells.rend())
             continue;
         extent.lastRow = std::max(extent.lastRow, m_sheet->rows[n].row);

@@ -3,6 +3,8 @@
 #include "engine/content/SheetContent.h"
 #include "engine/content/WorkbookContent.h"
 #include "engine/format/NumberFormat.h"
+#include "engine/show/CombinedStyles.h"
+#include "engine/show/Conditions.h"
 #include "engine/show/SheetOverlay.h"
 
 #include <functional>
@@ -12,26 +14,29 @@ namespace lumivane::engine {
 
 /// What the cells of a sheet show, in one opening of its workbook. Texts, searches and pictures all ask here, so that
 /// they agree. The layers, each over those before it: the stored cell (where none is stored, its row or column), what a
-/// table gives, what a condition gives, what a job has laid over it. Tables and conditions are not read yet; style()
-/// and fill() are their place. Formats are made ready once, so keep the object.
+/// table gives, what a condition gives, what a job has laid over it. Formats and conditions are made ready once, so
+/// keep the object.
 class ShownSheet
 {
 public:
-    /// `overlay` may be null. It must outlive the object, which sees what changes in it.
+    /// `overlay` may be null. It must outlive the object, which sees what changes in it. `others` gives the other
+    /// sheets of the workbook, for conditions that look at them; it may be empty.
     ShownSheet(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
-               const SheetOverlay* overlay = nullptr);
+               const SheetOverlay* overlay = nullptr, WorkbookCells::SheetSource others = {});
 
     const WorkbookContent& workbook() const { return *m_workbook; }
     const SheetContent& sheet() const { return *m_sheet; }
     const SheetOverlay& overlay() const { return *m_overlay; }
 
     // Texts are never cut to fit. General shows all 15 digits; only a picture knows a width to fit them into.
-    QString shown(const Cell& cell) const;
+    QString shown(int row, const Cell& cell) const;
     QString plain(const Cell& cell) const;               ///< the value without its number format
     QString shownNumber(double number, int style) const; ///< as a cell of a style would show it
     /// With colour and fill, for drawing. `generalChars` bounds the characters of General.
-    FormattedText formatted(const Cell& cell, int generalChars = NumberFormat::unlimited) const;
+    FormattedText formatted(int row, const Cell& cell, int generalChars = NumberFormat::unlimited) const;
     const NumberFormat& format(int style) const; ///< of a cell style
+    /// Whether a condition may give the cell another number format than its stored style.
+    bool mayChangeFormat(int row, int column) const;
 
     // The same by place; blank where no cell is stored.
     CellKind kind(int row, int column) const;
@@ -40,9 +45,14 @@ public:
     /// Stretches of a rich text; null for any other.
     const std::vector<TextRun>* runs(int row, int column) const;
 
-    /// Index into StyleTable::cells: of the cell, else of its row, else of its column.
+    /// The style that a cell shows: a stored one (of the cell, else of its row, else of its column), or one that a
+    /// table or a condition has made of it.
     int styleIndex(int row, int column) const;
-    const CellStyle& style(int row, int column) const { return m_workbook->styles.cell(styleIndex(row, column)); }
+    const CellStyle& style(int row, int column) const { return m_styles.cell(styleIndex(row, column)); }
+    /// What conditions make of a cell; null where the sheet has none.
+    const ConditionResult* condition(int row, int column) const;
+    /// Conditions of an area that are left out, and why.
+    QStringList conditionsLeftOut(const CellArea& area) const;
     const FontStyle& font(const CellStyle& style) const;
     const BorderStyle& border(const CellStyle& style) const;
     FillStyle fill(int row, int column) const;
@@ -56,17 +66,20 @@ public:
     /// The next cell of a row that is not blank, right (step 1) or left (-1) of a column; 0 if there is none.
     int nextFilled(int row, int column, int step) const;
     /// From A1 to the last row and the last column with a cell that counts; none without any.
-    std::optional<CellArea> extent(const std::function<bool(const Cell&)>& counts) const;
+    std::optional<CellArea> extent(const std::function<bool(int row, const Cell&)>& counts) const;
     /// Formulas of an area for which the file stores no results.
     qint64 uncomputedFormulas(const CellArea& area) const;
 
 private:
     QString storedText(const Cell& cell) const;
+    int storedStyle(int row, int column) const;
 
     std::shared_ptr<const WorkbookContent> m_workbook;
     std::shared_ptr<const SheetContent> m_sheet;
     const SheetOverlay* m_overlay;
-    mutable std::vector<std::unique_ptr<NumberFormat>> m_formats; ///< by index of StyleTable::numberFormats
+    mutable CombinedStyles m_styles;
+    std::unique_ptr<Conditions> m_conditions;                     ///< null where the sheet has none
+    mutable std::vector<std::unique_ptr<NumberFormat>> m_formats; ///< by CellStyle::numberFormat
 };
 
 } // namespace lumivane::engine

@@ -48,7 +48,7 @@ const ShownSheet& EmbeddedSheet::shown()
 {
     if (!m_shown) {
         content();
-        m_shown = std::make_shared<ShownSheet>(m_workbook, m_content, &m_overlay);
+        m_shown = std::make_shared<ShownSheet>(m_workbook, m_content, &m_overlay, WorkbookFile::sheetsOf(m_file));
     }
     return *m_shown;
 }
@@ -76,7 +76,7 @@ std::optional<CellArea> EmbeddedSheet::contentArea(Uncomputed formulas)
 {
     auto& known = m_contentAreas[formulas];
     if (!known)
-        known = shown().extent([&](const Cell& cell) {
+        known = shown().extent([&](int, const Cell& cell) {
             const bool leftOut = formulas == Uncomputed::LeaveOut && cell.kind == CellKind::Uncomputed;
             return !leftOut && m_shown->hasContents(cell);
         });
@@ -96,19 +96,19 @@ QStringList EmbeddedSheet::textsOf(const CellArea& area, TextOf textOf)
     for (size_t i = begin; i < end; ++i) {
         const qsizetype first = qsizetype(m_content->rows[i].row - area.firstRow) * area.columns() - area.firstColumn;
         for (const Cell& cell : m_content->cellsIn(i, area.firstColumn, area.lastColumn))
-            texts[first + cell.column] = textOf(cell);
+            texts[first + cell.column] = textOf(m_content->rows[i].row, cell);
     }
     return texts;
 }
 
 QStringList EmbeddedSheet::shownTexts(const CellArea& area)
 {
-    return textsOf(area, [this](const Cell& cell) { return shown().shown(cell); });
+    return textsOf(area, [this](int row, const Cell& cell) { return shown().shown(row, cell); });
 }
 
 QStringList EmbeddedSheet::valueTexts(const CellArea& area)
 {
-    return textsOf(area, [this](const Cell& cell) { return shown().plain(cell); });
+    return textsOf(area, [this](int, const Cell& cell) { return shown().plain(cell); });
 }
 
 std::vector<double> EmbeddedSheet::rowHeights(int first, int last)

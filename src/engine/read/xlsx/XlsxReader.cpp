@@ -178,6 +178,7 @@ std::shared_ptr<const SheetContent> XlsxReader::readSheet(const WorkbookContent&
         throw Fault{u"its part \"%1\" is missing from the file"_s.arg(textFrom(part))};
     auto content = std::make_shared<SheetContent>();
     const auto stream = package.open(*entry);
+    content->sheetIndex = index;
     content->problem = m_problem;
     SheetReader reader(*stream,
                        {m_palette, workbook.styles.differentials, workbook.texts.size(),

@@ -15,24 +15,6 @@ namespace {
 constexpr qint64 lastSerial = 2958465; // 31 December 9999, counted from 1900
 constexpr qint64 days1904 = 1462;      // by which the 1904 count is behind the other
 
-struct CalendarDay
-{
-    int year, month, day, weekday; // weekday from 1 (Monday)
-};
-
-/// The day of a serial number counted from 1900, in which 1900 was a leap year: day 60 is 29 February, day 0 is the
-/// day before 1 January, written as 0 January.
-CalendarDay calendarDay(qint64 serial)
-{
-    const int weekday = static_cast<int>((serial + 5) % 7) + 1;
-    if (serial == 0)
-        return {1900, 1, 0, weekday};
-    if (serial == 60)
-        return {1900, 2, 29, weekday};
-    const QDate date = dayZero().addDays(serial < 60 ? serial + 1 : serial);
-    return {date.year(), date.month(), date.day(), weekday};
-}
-
 QString padded(qint64 number, int digits)
 {
     return QString::number(number).rightJustified(digits, u'0');
@@ -158,6 +140,17 @@ QString Moment::text(const FormatPart& part) const
 }
 
 } // namespace
+
+CalendarDay calendarDay(qint64 serial)
+{
+    const int weekday = static_cast<int>((serial + 5) % 7) + 1;
+    if (serial == 0)
+        return {1900, 1, 0, weekday};
+    if (serial == 60)
+        return {1900, 2, 29, weekday};
+    const QDate date = dayZero().addDays(serial < 60 ? serial + 1 : serial);
+    return {date.year(), date.month(), date.day(), weekday};
+}
 
 std::optional<QString> dateText(const FormatSection& section, double serial, bool date1904)
 {

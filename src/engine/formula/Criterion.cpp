@@ -4,6 +4,7 @@
 #include "engine/formula/FormulaLimits.h"
 #include "platform/Wildcards.h"
 
+#include <QStringList>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;

@@ -206,9 +206,13 @@ FormulaValue dateDifference(FunctionCall& call)
         return months / 12;
     if (unit == u"YM")
         return months % 12;
-    const auto sinceThen = [&](double year, double month) -> FormulaValue {
+    // The last time that the day came round; a shorter month has its last day instead.
+    const auto sinceThen = [&](int year, int month) -> FormulaValue {
         const auto first = firstOfMonth(year, month);
-        return first ? FormulaValue(double(end) - (*first + a.day - 1)) : ErrorCode::Num;
+        if (!first)
+            return ErrorCode::Num;
+        const CalendarDay then = calendarDay(static_cast<qint64>(*first));
+        return double(end) - (*first + std::min(a.day, daysInMonth(then.year, then.month)) - 1);
     };
     if (unit == u"MD")
         return sinceThen(b.year, b.month - (b.day < a.day));

@@ -202,14 +202,15 @@ int Parser::binary(size_t level)
 /// A sign binds tighter than a power: -2^2 is 4.
 int Parser::signedOperand()
 {
-    const Nested nested(m_depth);
+    constexpr std::pair<QStringView, Operator> signs[]{
+        {u"-", Operator::Minus}, {u"+", Operator::Plus}, {u"@", Operator::Single}};
     skipBlanks();
-    if (take(u"-"))
-        return addOperation(Kind::Unary, Operator::Minus, {signedOperand()});
-    if (take(u"+"))
-        return addOperation(Kind::Unary, Operator::Plus, {signedOperand()});
-    if (take(u"@"))
-        return addOperation(Kind::Unary, Operator::Single, {signedOperand()});
+    for (const auto& [sign, operation] : signs) {
+        if (take(sign)) {
+            const Nested nested(m_depth);
+            return addOperation(Kind::Unary, operation, {signedOperand()});
+        }
+    }
     int operand = intersection();
     for (int count = 0;; ++count) {
         skipBlanks();

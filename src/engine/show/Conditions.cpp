@@ -238,7 +238,7 @@ FormulaRun* Conditions::formula(Rule& rule, qsizetype number)
 
 bool Conditions::compares(Rule& rule, const FormulaValue& value, FormulaPlace at)
 {
-    using Operator = ConditionalRule::Operator;
+    using Comparison = ConditionalRule::Operator;
     FormulaRun* first = formula(rule, 0);
     if (!first || value.isError())
         return false;
@@ -246,22 +246,22 @@ bool Conditions::compares(Rule& rule, const FormulaValue& value, FormulaPlace at
     if (limit.isError())
         return false;
     const int side = compareValues(value, limit);
-    const Operator comparison = rule.stored.comparison;
+    const Comparison comparison = rule.stored.comparison;
     switch (comparison) {
-    case Operator::Less:
+    case Comparison::Less:
         return side < 0;
-    case Operator::LessOrEqual:
+    case Comparison::LessOrEqual:
         return side <= 0;
-    case Operator::Equal:
+    case Comparison::Equal:
         return side == 0;
-    case Operator::NotEqual:
+    case Comparison::NotEqual:
         return side != 0;
-    case Operator::GreaterOrEqual:
+    case Comparison::GreaterOrEqual:
         return side >= 0;
-    case Operator::Greater:
+    case Comparison::Greater:
         return side > 0;
-    case Operator::Between:
-    case Operator::NotBetween:
+    case Comparison::Between:
+    case Comparison::NotBetween:
         break;
     }
     FormulaRun* second = formula(rule, 1);
@@ -273,7 +273,7 @@ bool Conditions::compares(Rule& rule, const FormulaValue& value, FormulaPlace at
     // The two limits may stand in either order.
     const int otherSide = compareValues(value, other);
     const bool between = (side >= 0 && otherSide <= 0) || (side <= 0 && otherSide >= 0);
-    return between == (comparison == Operator::Between);
+    return between == (comparison == Comparison::Between);
 }
 
 bool Conditions::textHolds(Rule& rule, const FormulaValue& value, FormulaPlace at)

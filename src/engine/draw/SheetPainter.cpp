@@ -1,6 +1,7 @@
 #include "engine/draw/SheetPainter.h"
 
 #include "engine/draw/BorderLayer.h"
+#include "engine/draw/ConditionLayer.h"
 #include "engine/draw/FillLayer.h"
 #include "engine/draw/GridLineLayer.h"
 #include "engine/draw/TextLayer.h"
@@ -50,6 +51,7 @@ void SheetPainter::paint(QPainter& painter, const CellArea& area, double scale, 
     const TextLayer texts(scene);
     FillLayer(scene).paint(painter);
     GridLineLayer(scene, texts).paint(painter);
+    ConditionLayer(scene).paint(painter);
     BorderLayer(scene).paint(painter);
     texts.paint(painter);
     painter.restore();

@@ -1,5 +1,7 @@
 #include "engine/draw/TextLayer.h"
 
+#include "engine/draw/ConditionLayer.h"
+
 #include <QPainter>
 #include <QtMath>
 #include <algorithm>
@@ -94,6 +96,9 @@ void TextLayer::placeCell(int row, int column, const CellArea& area)
 {
     const CellStyle& style = m_scene.sheet.style(row, column);
     const CellKind kind = m_scene.sheet.kind(row, column);
+    const ConditionResult* condition = m_scene.sheet.condition(row, column);
+    if (condition && condition->hidesValue)
+        return;
     const bool single = area.rows() == 1 && area.columns() == 1;
     const Place place{
         row,
@@ -103,7 +108,8 @@ void TextLayer::placeCell(int row, int column, const CellArea& area)
         kind,
         m_scene.grid.rect(area),
         shownAlignment(style, kind, m_scene.sheet.format(m_scene.sheet.styleIndex(row, column)), m_scene.measures),
-        single && isTextKind(kind)};
+        single && isTextKind(kind),
+        condition && condition->icon.has_value()};
     if (place.rect.isEmpty())
         return;
     if (isTextKind(kind))
@@ -116,8 +122,12 @@ double TextLayer::indent(const Place& place) const
 {
     const bool indented = place.horizontal == Horizontal::Left || place.horizontal == Horizontal::Right ||
                           place.horizontal == Horizontal::Distributed;
+    const double scale = m_scene.grid.scale();
+    const double icon = place.besideIcon && place.horizontal == Horizontal::Left
+                            ? ConditionLayer::iconSide(m_scene.sheet.font(place.style)) * scale
+                            : 0;
     // Three blanks, in whole pixels of scale 1.
-    return indented ? std::floor(3 * m_blank / m_scene.grid.scale()) * m_scene.grid.scale() * place.style.indent : 0;
+    return icon + (indented ? std::floor(3 * m_blank / scale) * scale * place.style.indent : 0);
 }
 
 double TextLayer::innerWidth(const Place& place) const
@@ -325,7 +335,8 @@ void TextLayer::placeAcross(const Place& place, CellText text)
                  place.kind,
                  m_scene.grid.rect(area),
                  Horizontal::Center,
-                 area.columns() == 1 && place.mayRunOver};
+                 area.columns() == 1 && place.mayRunOver,
+                 place.besideIcon};
     for (int column = area.firstColumn; column < area.lastColumn; ++column)
         m_runOver.insert({place.row, column});
     add(across, std::move(text), across.rect);

@@ -40,6 +40,7 @@ private:
         QRect rect;
         Horizontal horizontal;
         bool mayRunOver;
+        bool besideIcon; ///< that a condition gives the cell
     };
 
     void placeRow(int rowIndex);

@@ -307,7 +307,8 @@ void Conditions::collect(Rule& rule)
     Numbers& all = *rule.cells;
     const bool counts = rule.stored.kind == Kind::Duplicates || rule.stored.kind == Kind::Uniques;
     for (const CellArea& area : rule.stored.areas) {
-        m_cells.eachCell({m_sheet->sheetIndex, area}, counts ? FormulaCells::Texts::Needed : FormulaCells::Texts::Unneeded,
+        m_cells.eachCell({m_sheet->sheetIndex, area},
+                         counts ? FormulaCells::Texts::Needed : FormulaCells::Texts::Unneeded,
                          [&](int, int, const FormulaValue& value) {
                              if (value.isNumber())
                                  counts ? void(++all.numbers[value.number()]) : all.sorted.push_back(value.number());

@@ -174,6 +174,8 @@ std::vector<Undrawn> EmbeddedSheet::undrawn(const CellArea& area)
         if (intersect(look.area, area) && std::find(missing.begin(), missing.end(), entry) == missing.end())
             missing.push_back(entry);
     }
+    for (const QString& fault : shown().conditionsLeftOut(area))
+        missing.push_back({Undrawn::Kind::Look, u"conditional formats (%1)"_s.arg(fault)});
     if (const qint64 formulas = uncomputedFormulas(area))
         missing.push_back({Undrawn::Kind::Formulas, {}, {}, formulas});
     return missing;

@@ -26,7 +26,7 @@ TEST(ShownSheet, TellsShownAndPlainTextOfEveryKind)
         1,234.50 → 1234.5 | 0.333333333333333 → 0.333333333333333 | <abc> → abc | TRUE → TRUE | #N/A → #N/A | →
         2024-01-05 → 45296 | ######## → -1)")) {
         const Cell* cell = made.content()->find(1, ++column);
-        EXPECT_EQ(texts->shown(*cell), shown) << "column " << column;
+        EXPECT_EQ(texts->shown(1, *cell), shown) << "column " << column;
         EXPECT_EQ(texts->plain(*cell), plain) << "column " << column;
     }
 }
@@ -37,7 +37,7 @@ TEST(ShownSheet, ReadsTextsOfTheSheetItself)
     made.sheet().texts.append("of the sheet");
     Cell own;
     own.kind = CellKind::SheetText;
-    EXPECT_EQ(made.text(1, 1, u"of the workbook"_s).shown()->shown(own), u"of the sheet"_s);
+    EXPECT_EQ(made.text(1, 1, u"of the workbook"_s).shown()->shown(1, own), u"of the sheet"_s);
 }
 
 TEST(ShownSheet, SurvivesIndexesOutsideTheTables)
@@ -48,9 +48,9 @@ TEST(ShownSheet, SurvivesIndexesOutsideTheTables)
     lost.kind = CellKind::Text;
     lost.text = 1000000;
     const auto texts = made.shown();
-    EXPECT_EQ(texts->shown(*made.content()->find(1, 1)), u"5"_s);
-    EXPECT_EQ(texts->shown(*made.content()->find(1, 2)), u"6"_s);
-    EXPECT_EQ(texts->shown(lost), QString());
+    EXPECT_EQ(texts->shown(1, *made.content()->find(1, 1)), u"5"_s);
+    EXPECT_EQ(texts->shown(1, *made.content()->find(1, 2)), u"6"_s);
+    EXPECT_EQ(texts->shown(1, lost), QString());
 }
 
 TEST(ShownSheet, CountsDatesFromTheWorkbooksDay)
@@ -58,7 +58,7 @@ TEST(ShownSheet, CountsDatesFromTheWorkbooksDay)
     SheetBuilder made;
     made.setDate1904();
     made.number(1, 1, 43834, made.formatStyle(u"yyyy-mm-dd"_s));
-    EXPECT_EQ(made.shown()->shown(*made.content()->find(1, 1)), u"2024-01-05"_s);
+    EXPECT_EQ(made.shown()->shown(1, *made.content()->find(1, 1)), u"2024-01-05"_s);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "engine/content/ConditionalFormats.h"
 #include "engine/content/Drawings.h"
 #include "engine/content/MergedCells.h"
+#include "engine/content/Sparklines.h"
 #include "engine/content/TextTable.h"
 #include "platform/CellArea.h"
 
@@ -77,6 +78,7 @@ struct SheetContent
     std::vector<CellArea> filtered; ///< ranges of auto filters
     std::vector<DrawingContent> drawings;
     std::vector<ConditionalRule> conditions; ///< by priority, the strongest first
+    std::vector<SparklineGroup> sparklines;
     std::vector<UnreadLook> unread;
     TextTable texts;
     SheetView view;

@@ -4,6 +4,7 @@
 #include "engine/draw/ConditionLayer.h"
 #include "engine/draw/FillLayer.h"
 #include "engine/draw/GridLineLayer.h"
+#include "engine/draw/SparklineLayer.h"
 #include "engine/draw/TextLayer.h"
 
 #include <QPainter>
@@ -52,6 +53,7 @@ void SheetPainter::paint(QPainter& painter, const CellArea& area, double scale, 
     FillLayer(scene).paint(painter);
     GridLineLayer(scene, texts).paint(painter);
     ConditionLayer(scene).paint(painter);
+    SparklineLayer(scene).paint(painter);
     BorderLayer(scene).paint(painter);
     texts.paint(painter);
     painter.restore();

@@ -22,7 +22,9 @@ ShownSheet::ShownSheet(std::shared_ptr<const WorkbookContent> workbook, std::sha
       m_styles(m_workbook->styles), m_formats(m_workbook->styles.numberFormats.size())
 {
     if (!m_sheet->conditions.empty())
-        m_conditions = std::make_unique<Conditions>(m_workbook, m_sheet, std::move(others));
+        m_conditions = std::make_unique<Conditions>(m_workbook, m_sheet, others);
+    if (!m_sheet->sparklines.empty())
+        m_sparklines = std::make_unique<Sparklines>(m_workbook, m_sheet, std::move(others));
 }
 
 const NumberFormat& ShownSheet::format(int style) const
@@ -45,6 +47,11 @@ bool ShownSheet::mayChangeFormat(int row, int column) const
 const ConditionResult* ShownSheet::condition(int row, int column) const
 {
     return m_conditions ? &m_conditions->at(row, column) : nullptr;
+}
+
+const SparklineShown* ShownSheet::sparkline(int row, int column) const
+{
+    return m_sparklines ? m_sparklines->at(row, column) : nullptr;
 }
 
 QStringList ShownSheet::conditionsLeftOut(const CellArea& area) const

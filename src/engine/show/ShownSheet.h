@@ -6,6 +6,7 @@
 #include "engine/show/CombinedStyles.h"
 #include "engine/show/Conditions.h"
 #include "engine/show/SheetOverlay.h"
+#include "engine/show/Sparklines.h"
 
 #include <functional>
 #include <memory>
@@ -51,6 +52,7 @@ public:
     const CellStyle& style(int row, int column) const { return m_styles.cell(styleIndex(row, column)); }
     /// What conditions make of a cell; null where the sheet has none.
     const ConditionResult* condition(int row, int column) const;
+    const SparklineShown* sparkline(int row, int column) const; ///< in a cell; null: none
     /// Conditions of an area that are left out, and why.
     QStringList conditionsLeftOut(const CellArea& area) const;
     const FontStyle& font(const CellStyle& style) const;
@@ -79,6 +81,7 @@ private:
     const SheetOverlay* m_overlay;
     mutable CombinedStyles m_styles;
     std::unique_ptr<Conditions> m_conditions;                     ///< null where the sheet has none
+    std::unique_ptr<Sparklines> m_sparklines;                     ///< the same
     mutable std::vector<std::unique_ptr<NumberFormat>> m_formats; ///< by CellStyle::numberFormat
 };
 

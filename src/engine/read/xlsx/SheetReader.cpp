@@ -4,6 +4,7 @@
 #include "engine/read/package/ReadError.h"
 #include "engine/read/package/SmallParts.h"
 #include "engine/read/xlsx/RichText.h"
+#include "engine/read/xlsx/SparklineReader.h"
 
 #include <algorithm>
 #include <charconv>
@@ -17,9 +18,9 @@ using Token = XmlScanner::Token;
 namespace {
 
 constexpr size_t maxMerges = 200000;
-constexpr size_t maxUnread = 100000;
 constexpr size_t maxTableIds = 100000;
-constexpr size_t maxConditionElements = 200000; // of one <conditionalFormatting>
+constexpr size_t maxTreeElements = 1000000; // of what is looked at as a tree
+constexpr size_t maxSparklineGroups = 10000;
 
 constexpr double maxHeight = 409.5; ///< points
 constexpr double maxWidth = 255;    ///< characters
@@ -498,7 +499,7 @@ void SheetReader::readTableParts()
 void SheetReader::readConditions()
 {
     pugi::xml_document tree;
-    readTree(m_xml, tree, maxConditionElements);
+    readTree(m_xml, tree, maxTreeElements);
     m_conditions.read(tree.document_element());
 }
 
@@ -506,42 +507,22 @@ void SheetReader::readConditions()
 void SheetReader::readExtensions()
 {
     const size_t outside = m_xml.depth() - 1;
-    QString what;
+    pugi::xml_document tree;
     while (true) {
         const Token token = m_xml.next();
         if (token == Token::End && m_xml.depth() == outside)
             return;
         if (token != Token::Start)
             continue;
-        switch (m_xml.name()) {
-        case nameKey("ext"):
-            what.clear();
-            break;
-        case nameKey("conditionalFormatting"):
+        if (m_xml.name() == nameKey("conditionalFormatting")) {
             readConditions();
-            break;
-        case nameKey("sparklineGroups"):
-            what = u"small charts in cells"_s;
-            break;
-        case nameKey("sqref"):
-            m_value.clear();
-            m_xml.appendText(m_value);
-            if (!what.isEmpty())
-                addUnread(what, m_value);
-            break;
+        } else if (m_xml.name() == nameKey("sparklineGroup")) {
+            readTree(m_xml, tree, maxTreeElements);
+            if (m_content.sparklines.size() >= maxSparklineGroups)
+                throw Fault{u"it has more than %1 groups of small charts"_s.arg(maxSparklineGroups),
+                            ReadCause::TooLarge};
+            m_content.sparklines.push_back(readSparklines(tree.document_element(), m_surroundings.palette));
         }
-    }
-}
-
-/// Adds areas that stand in one text, separated by blanks.
-void SheetReader::addUnread(const QString& what, std::string_view areas)
-{
-    while (!areas.empty()) {
-        const size_t end = std::min(areas.find_first_of(" \t\r\n"), areas.size());
-        const std::optional<CellArea> area = areaFrom(areas.substr(0, end));
-        if (area && m_content.unread.size() < maxUnread)
-            m_content.unread.push_back({what, *area});
-        areas.remove_prefix(std::min(end + 1, areas.size()));
     }
 }
 

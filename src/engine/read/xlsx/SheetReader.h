@@ -61,7 +61,6 @@ private:
     void readTableParts();
     void readConditions();
     void readExtensions();
-    void addUnread(const QString& what, std::string_view areas);
     template <class Handle>
     void forChildren(Handle handle);
     [[noreturn]] void failCell(const Cell& cell, const char* what, std::string_view value) const;

@@ -100,9 +100,9 @@ FormulaValue number(FunctionCall& call)
 
 FormulaValue type(FunctionCall& call)
 {
-    const FormulaValue& value = call.value(0);
-    if (value.isArray())
+    if (call.value(0).isArray())
         return 64;
+    const FormulaValue value = call.evaluation().oneOf(call.value(0));
     return value.isText() ? 2 : value.isBoolean() ? 4 : value.isError() ? 16 : 1;
 }
 
@@ -128,7 +128,7 @@ constexpr Function functions[]{
     {"ISERR", 1, 1, "v", isOtherError},  {"ISNA", 1, 1, "v", isNotAvailable},  {"ISREF", 1, 1, "m", isReference},
     {"ISFORMULA", 1, 1, "m", isFormula}, {"ISEVEN", 1, 1, "v", isEven},        {"ISODD", 1, 1, "v", isOdd},
     {"NA", 0, 0, "v", notAvailable},     {"ERROR.TYPE", 1, 1, "v", errorType}, {"N", 1, 1, "v", number},
-    {"TYPE", 1, 1, "v", type},           {"SHEET", 0, 1, "m", sheet},          {"SHEETS", 0, 1, "m", sheets},
+    {"TYPE", 1, 1, "m", type},           {"SHEET", 0, 1, "m", sheet},          {"SHEETS", 0, 1, "m", sheets},
 };
 
 } // namespace

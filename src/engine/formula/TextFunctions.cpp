@@ -195,14 +195,17 @@ FormulaValue join(FunctionCall& call)
 FormulaValue format(FunctionCall& call)
 {
     const FormulaValue value = call.evaluation().oneOf(call.value(0));
-    const NumberFormat format(call.text(1));
-    if (value.isError())
-        return value;
+    const QString code = call.text(1);
+    if (value.isError() || code.isEmpty())
+        return value.isError() ? value : QString();
+    const NumberFormat format(code);
     const FormulaValue number = asNumber(value, call.evaluation().date1904());
     if (value.isBoolean() || !number.isNumber())
         return format.text(call.textOf(value)).text;
     const FormattedText shown = format.number(number.number(), call.evaluation().date1904());
-    return shown.isError ? FormulaValue(ErrorCode::Value) : bounded(shown.text);
+    if (shown.isError) // no such day, or no section for the number
+        return format.isDate() ? FormulaValue(ErrorCode::Value) : plainValueText(number.number());
+    return bounded(shown.text);
 }
 
 FormulaValue value(FunctionCall& call)

@@ -9,20 +9,20 @@
 namespace lumivane::engine {
 namespace {
 
-constexpr size_t mostIndexes = 4;
+constexpr size_t mostIndexes = 3;     ///< of either sort
 constexpr int askedBefore = 3;        ///< times before an index is made
 constexpr qint64 mostSteps = 500'000; ///< of one index: cells, and 16 characters of their texts
+
+std::span<const qint64> startOf(std::span<const qint64> places, qint64 behind)
+{
+    return places.first(static_cast<size_t>(std::lower_bound(places.begin(), places.end(), behind) - places.begin()));
+}
 
 } // namespace
 
 std::span<const qint64> AreaIndex::Numbers::equal(double number) const
 {
-    auto first = std::lower_bound(values.begin(), values.end(), number);
-    auto last = std::upper_bound(first, values.end(), number);
-    while (first != values.begin() && sameNumber(number, *std::prev(first)))
-        --first;
-    while (last != values.end() && sameNumber(number, *last))
-        ++last;
+    const auto [first, last] = std::equal_range(values.begin(), values.end(), significant(number));
     return {places.data() + (first - values.begin()), static_cast<size_t>(last - first)};
 }
 
@@ -37,46 +37,46 @@ AreaIndex::Numbers AreaIndex::sorted(std::vector<std::pair<double, qint64>> foun
     return numbers;
 }
 
-std::span<const qint64> AreaIndex::places(const FormulaValue& value) const
+std::span<const qint64> AreaIndex::places(const FormulaValue& value, qint64 behind) const
 {
     if (value.isNumber())
-        return m_numbers.equal(value.number());
+        return startOf(m_numbers.equal(value.number()), behind);
     if (value.isBoolean())
-        return m_booleans[value.boolean()];
+        return startOf(m_booleans[value.boolean()], behind);
     if (value.isText()) {
         const auto found = m_texts.constFind(value.text().toCaseFolded());
         if (found != m_texts.constEnd())
-            return *found;
+            return startOf(*found, behind);
     }
     return {};
 }
 
-std::span<const qint64> AreaIndex::textsOfNumber(double number) const
+std::span<const qint64> AreaIndex::textsOfNumber(double number, qint64 behind) const
 {
-    return m_numberTexts.equal(number);
+    return startOf(m_numberTexts.equal(number), behind);
 }
 
-std::optional<qint64> AreaIndex::firstPlace(const FormulaValue& value) const
+const AreaIndex* AreaIndexes::beginningWith(const SheetArea& area)
 {
-    const auto found = places(value);
-    if (found.empty())
-        return std::nullopt;
-    // Places of one number ascend; only numbers that differ behind the 15th digit break the order.
-    return found.size() < 100 ? *std::min_element(found.begin(), found.end()) : found.front();
+    if (const AreaIndex* index = of(area))
+        return index;
+    SheetArea openEnded = area;
+    openEnded.cells.lastRow = maxRow;
+    return among(m_openEnded, openEnded);
 }
 
-const AreaIndex* AreaIndexes::of(const SheetArea& area)
+const AreaIndex* AreaIndexes::among(std::list<Entry>& entries, const SheetArea& area) const
 {
     const auto known =
-        std::find_if(m_entries.begin(), m_entries.end(), [&](const Entry& entry) { return entry.area == area; });
-    if (known == m_entries.end()) {
-        if (m_entries.size() == mostIndexes)
-            m_entries.pop_back();
-        m_entries.push_front({area, 1, false, nullptr});
+        std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) { return entry.area == area; });
+    if (known == entries.end()) {
+        if (entries.size() == mostIndexes)
+            entries.pop_back();
+        entries.push_front({area, 1, false, nullptr});
         return nullptr;
     }
-    m_entries.splice(m_entries.begin(), m_entries, known);
-    Entry& entry = m_entries.front();
+    entries.splice(entries.begin(), entries, known);
+    Entry& entry = entries.front();
     if (!entry.built && ++entry.asked > askedBefore) {
         entry.built = true;
         entry.index = build(area);
@@ -93,14 +93,14 @@ std::unique_ptr<AreaIndex> AreaIndexes::build(const SheetArea& area) const
         const qint64 place = qint64(row - area.cells.firstRow) * area.cells.columns() + column - area.cells.firstColumn;
         ++steps;
         if (value.isNumber())
-            numbers.emplace_back(value.number(), place);
+            numbers.emplace_back(significant(value.number()), place);
         else if (value.isBoolean())
             index->m_booleans[value.boolean()].push_back(place);
         else if (value.isText()) {
             steps += Evaluation::textSteps(value.text());
             index->m_texts[value.text().toCaseFolded()].push_back(place);
             if (const auto number = numberFromText(value.text(), m_evaluation.date1904()))
-                numberTexts.emplace_back(*number, place);
+                numberTexts.emplace_back(significant(*number), place);
         }
         return steps <= mostSteps;
     });

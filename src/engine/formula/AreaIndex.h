@@ -17,11 +17,11 @@ class Evaluation;
 class AreaIndex
 {
 public:
+    // Places that ascend, those before `behind` alone.
     /// Of numbers alike in 15 digits, of texts without case, of booleans; not of errors or blank cells.
-    std::span<const qint64> places(const FormulaValue& value) const;
-    std::span<const qint64> textsOfNumber(double number) const; ///< texts that show a number
-    std::optional<qint64> firstPlace(const FormulaValue& value) const;
-    const std::vector<double>& sortedNumbers() const { return m_numbers.values; }
+    std::span<const qint64> places(const FormulaValue& value, qint64 behind) const;
+    std::span<const qint64> textsOfNumber(double number, qint64 behind) const;    ///< texts that show a number
+    const std::vector<double>& sortedNumbers() const { return m_numbers.values; } ///< to their significant digits
 
 private:
     friend class AreaIndexes;
@@ -45,7 +45,10 @@ class AreaIndexes
 public:
     explicit AreaIndexes(Evaluation& evaluation) : m_evaluation(evaluation) {}
     /// Null where it does not pay yet, and where the area holds too much.
-    const AreaIndex* of(const SheetArea& area);
+    const AreaIndex* of(const SheetArea& area) { return among(m_areas, area); }
+    /// Of the area, or of all rows from its first one on: areas that grow with the cell of the formula, as $A$2:$A2
+    /// does, have one in common. Places behind the area's own count are none of it.
+    const AreaIndex* beginningWith(const SheetArea& area);
 
 private:
     struct Entry
@@ -55,10 +58,12 @@ private:
         bool built = false;
         std::unique_ptr<AreaIndex> index;
     };
+    const AreaIndex* among(std::list<Entry>& entries, const SheetArea& area) const;
     std::unique_ptr<AreaIndex> build(const SheetArea& area) const;
 
     Evaluation& m_evaluation;
-    std::list<Entry> m_entries; ///< asked for last first
+    std::list<Entry> m_areas;     ///< asked for last first
+    std::list<Entry> m_openEnded; ///< of all rows from one on; the same
 };
 
 } // namespace lumivane::engine

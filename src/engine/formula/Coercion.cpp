@@ -171,11 +171,18 @@ FormulaValue asBoolean(const FormulaValue& value)
 }
 
 /// 48 of the 53 binary digits of a number are somewhat more than 14 decimal ones.
-constexpr double nearlyNothing = 1.0 / (1ull << 48);
+constexpr int binaryDigits = 48;
 
 bool sameNumber(double a, double b)
 {
-    return a == b || std::abs(a - b) < std::abs(a) * nearlyNothing;
+    return a == b || std::abs(a - b) < std::ldexp(std::abs(a), -binaryDigits);
+}
+
+double significant(double number)
+{
+    int exponent = 0;
+    const double digits = std::frexp(number, &exponent);
+    return std::ldexp(std::round(std::ldexp(digits, binaryDigits)), exponent - binaryDigits);
 }
 
 double sum15(double a, double b)

@@ -18,6 +18,8 @@ FormulaValue asBoolean(const FormulaValue& value);
 
 /// Whether two numbers agree in the 15 digits that count.
 bool sameNumber(double a, double b);
+/// The number without what lies beyond those digits, so that most numbers alike become one.
+double significant(double number);
 /// The sum; 0 where what is left of two numbers lies beyond their 15 digits.
 double sum15(double a, double b);
 

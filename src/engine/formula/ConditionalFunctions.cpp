@@ -102,13 +102,14 @@ bool Matches::visitByIndex(const Visitor& visitor)
     for (const Condition& condition : m_conditions) {
         if (!condition.criterion.isPlainEquality())
             continue;
-        const AreaIndex* index = m_evaluation.indexes().of(condition.area);
+        const AreaIndex* index = m_evaluation.indexes().beginningWith(condition.area);
         if (!index)
             continue;
         const FormulaValue& sought = condition.criterion.operand();
-        visitPlaces(condition, index->places(sought), visitor);
+        const qint64 behind = condition.area.count();
+        visitPlaces(condition, index->places(sought, behind), visitor);
         if (sought.isNumber())
-            visitPlaces(condition, index->textsOfNumber(sought.number()), visitor);
+            visitPlaces(condition, index->textsOfNumber(sought.number(), behind), visitor);
         return true;
     }
     return false;
@@ -168,19 +169,22 @@ void Matches::visit(const Visitor& visitor)
 std::optional<qint64> countByIndex(Evaluation& evaluation, const Condition& condition)
 {
     const FormulaValue& operand = condition.criterion.operand();
+    AreaIndexes& indexes = evaluation.indexes();
     const bool plain = condition.criterion.isPlainEquality();
     const bool compared = operand.isNumber() && condition.criterion.operation() != Operator::NotEqual;
-    const AreaIndex* index = plain || compared ? evaluation.indexes().of(condition.area) : nullptr;
+    const AreaIndex* index = plain      ? indexes.beginningWith(condition.area)
+                             : compared ? indexes.of(condition.area)
+                                        : nullptr;
     if (!index)
         return std::nullopt;
-    const auto alike = static_cast<qint64>(index->places(operand).size());
-    if (plain)
-        return alike + (operand.isNumber() ? static_cast<qint64>(index->textsOfNumber(operand.number()).size()) : 0);
+    const qint64 behind = condition.area.count();
+    const auto alike = static_cast<qint64>(index->places(operand, behind).size());
+    if (plain) {
+        const bool texts = operand.isNumber();
+        return alike + (texts ? static_cast<qint64>(index->textsOfNumber(operand.number(), behind).size()) : 0);
+    }
     const std::vector<double>& sorted = index->sortedNumbers();
-    const qint64 less =
-        std::lower_bound(sorted.begin(), sorted.end(), operand.number(),
-                         [](double number, double limit) { return number < limit && !sameNumber(number, limit); }) -
-        sorted.begin();
+    const qint64 less = std::lower_bound(sorted.begin(), sorted.end(), significant(operand.number())) - sorted.begin();
     const qint64 greater = static_cast<qint64>(sorted.size()) - less - alike;
     switch (condition.criterion.operation()) {
     case Operator::Less:

@@ -338,18 +338,17 @@ FormulaArray Evaluation::arrayOf(const FormulaValue& value)
     if (value.areas().size() != 1)
         return arrayOfOne(ErrorCode::Value);
     SheetArea area = value.areas()[0];
-    const auto count = [&] { return qint64(area.cells.rows()) * area.cells.columns(); };
-    if (count() > FormulaLimits::arrayValues) {
+    if (area.count() > FormulaLimits::arrayValues) {
         const CellArea used = m_cells.used(area.sheet).value_or(CellArea::cell(1, 1));
         area.cells.lastRow = std::clamp(used.lastRow, area.cells.firstRow, area.cells.lastRow);
         area.cells.lastColumn = std::clamp(used.lastColumn, area.cells.firstColumn, area.cells.lastColumn);
     }
-    if (count() > FormulaLimits::arrayValues || !spend(count()))
+    if (area.count() > FormulaLimits::arrayValues || !spend(area.count()))
         return arrayOfOne(ErrorCode::Value);
     if (!m_cells.hasSheet(area.sheet))
         return arrayOfOne(ErrorCode::Ref);
     FormulaArray array{area.cells.rows(), area.cells.columns(), {}};
-    array.values.resize(static_cast<size_t>(count()));
+    array.values.resize(static_cast<size_t>(area.count()));
     eachCell(area, FormulaCells::Texts::Needed, [&](int row, int column, const FormulaValue& cell) {
         const auto before = static_cast<size_t>(row - area.cells.firstRow) * static_cast<size_t>(array.columns);
         array.values[before + static_cast<size_t>(column - area.cells.firstColumn)] = cell;

@@ -19,6 +19,7 @@ struct SheetArea
     int sheet = 0; ///< index into WorkbookContent::sheets
     CellArea cells;
 
+    qint64 count() const { return qint64(cells.rows()) * cells.columns(); }
     bool isCell() const { return cells.rows() == 1 && cells.columns() == 1; }
     bool operator==(const SheetArea&) const = default;
 };

@@ -110,7 +110,7 @@ void Table::each(const std::function<bool(int, const FormulaValue&)>& visit) con
 
 const AreaIndex* Table::index() const
 {
-    return m_value.isReference() ? m_call.evaluation().indexes().of(m_value.areas()[0]) : nullptr;
+    return m_value.isReference() ? m_call.evaluation().indexes().beginningWith(m_value.areas()[0]) : nullptr;
 }
 
 int Table::filledLength() const
@@ -138,8 +138,10 @@ int exactPlace(const Table& line, const FormulaValue& sought, bool wildcards)
 {
     const bool wild = wildcards && sought.isText() && hasWildcards(sought.text());
     if (!wild) {
-        if (const AreaIndex* index = line.index())
-            return static_cast<int>(index->firstPlace(sought).value_or(-1));
+        if (const AreaIndex* index = line.index()) {
+            const auto places = index->places(sought, line.length());
+            return places.empty() ? -1 : static_cast<int>(places.front());
+        }
     }
     int found = -1;
     line.each([&](int place, const FormulaValue& value) {

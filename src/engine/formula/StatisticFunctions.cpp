@@ -111,7 +111,7 @@ FormulaValue countAll(FunctionCall& call)
 FormulaValue countBlank(FunctionCall& call)
 {
     const SheetArea area = call.area(0);
-    qint64 blank = qint64(area.cells.rows()) * area.cells.columns();
+    qint64 blank = area.count();
     call.eachValueOf(0, FormulaCells::Texts::Needed, [&](const FormulaValue& value, bool) {
         blank -= !(value.isText() && value.text().isEmpty());
         return true;
@@ -210,12 +210,15 @@ std::pair<double, double> rankIn(const std::vector<double>& sorted, double numbe
 /// The rank of a number, from 1, and how many share it; 0 of them where it is not among the numbers.
 std::pair<double, double> rankOf(FunctionCall& call)
 {
-    const double number = call.number(0);
+    const double number = significant(call.number(0));
     const SheetArea area = call.area(1);
     const bool ascending = call.number(2, 0) != 0;
     if (const AreaIndex* index = call.evaluation().indexes().of(area))
         return rankIn(index->sortedNumbers(), number, ascending);
-    return rankIn(sortedNumbers(call, 1), number, ascending);
+    std::vector<double> numbers = call.numbersOf(1);
+    std::transform(numbers.begin(), numbers.end(), numbers.begin(), significant);
+    std::sort(numbers.begin(), numbers.end());
+    return rankIn(numbers, number, ascending);
 }
 
 FormulaValue rank(FunctionCall& call)

@@ -30,7 +30,7 @@ qint64 sizeOf(const FormulaValue& value)
     return size;
 }
 
-FormulaArray arrayOfOne(FormulaValue value)
+FormulaValue arrayOfOne(FormulaValue value)
 {
     FormulaArray array{1, 1, {}};
     array.values.push_back(std::move(value));
@@ -38,11 +38,12 @@ FormulaArray arrayOfOne(FormulaValue value)
 }
 
 /// An array of one row or column goes on for all rows and columns; beyond any other there is nothing.
-FormulaValue repeatedAt(const FormulaArray& array, int row, int column)
+const FormulaValue& repeatedAt(const FormulaArray& array, int row, int column)
 {
+    static const FormulaValue nothing = ErrorCode::NA;
     const int inRow = array.rows == 1 ? 0 : row;
     const int inColumn = array.columns == 1 ? 0 : column;
-    return inRow < array.rows && inColumn < array.columns ? array.at(inRow, inColumn) : ErrorCode::NA;
+    return inRow < array.rows && inColumn < array.columns ? array.at(inRow, inColumn) : nothing;
 }
 
 } // namespace
@@ -213,8 +214,9 @@ FormulaValue Evaluation::operate(Operator operation, const FormulaValue& left, c
         const FormulaValue result = operateOn(operation, oneOf(left), oneOf(right), m_date1904);
         return !result.isText() || spend(textSteps(result.text())) ? result : ErrorCode::Value;
     }
-    const FormulaArray a = arrayOf(left);
-    const FormulaArray b = arrayOf(right);
+    const FormulaValue lefts = arrayOf(left), rights = arrayOf(right);
+    const FormulaArray& a = lefts.array();
+    const FormulaArray& b = rights.array();
     FormulaArray results{std::max(a.rows, b.rows), std::max(a.columns, b.columns), {}};
     const qint64 count = qint64(results.rows) * results.columns;
     if (count > FormulaLimits::arrayValues || !spend(count))
@@ -255,14 +257,14 @@ FormulaValue Evaluation::call(const FormulaNode& node, Want want)
 FormulaValue Evaluation::callForEach(const FormulaNode& node, FunctionCall& arguments)
 {
     FormulaArray results{1, 1, {}};
-    std::vector<std::optional<FormulaArray>> varied(static_cast<size_t>(node.operands));
+    std::vector<std::optional<FormulaValue>> varied(static_cast<size_t>(node.operands));
     for (int place = 0; place < node.operands; ++place) {
         if (node.function->parameter(place) == 'm' || !worksOnEach(arguments.value(place)))
             continue;
         auto& array = varied[static_cast<size_t>(place)];
         array = arrayOf(arguments.value(place));
-        results.rows = std::max(results.rows, array->rows);
-        results.columns = std::max(results.columns, array->columns);
+        results.rows = std::max(results.rows, array->array().rows);
+        results.columns = std::max(results.columns, array->array().columns);
     }
     const qint64 count = qint64(results.rows) * results.columns;
     if (count > FormulaLimits::arrayValues)
@@ -273,7 +275,7 @@ FormulaValue Evaluation::callForEach(const FormulaNode& node, FunctionCall& argu
             FunctionCall call(*this, node, Want::One);
             for (int place = 0; place < node.operands; ++place) {
                 const auto& array = varied[static_cast<size_t>(place)];
-                call.setValue(place, array ? repeatedAt(*array, row, column) : arguments.value(place));
+                call.setValue(place, array ? repeatedAt(array->array(), row, column) : arguments.value(place));
             }
             FormulaValue result = node.function->evaluate(call);
             result = call.failure() ? FormulaValue(*call.failure()) : oneOf(result);
@@ -329,10 +331,10 @@ std::optional<SheetArea> Evaluation::filled(const SheetArea& area)
     return common ? std::optional(SheetArea{area.sheet, *common}) : std::nullopt;
 }
 
-FormulaArray Evaluation::arrayOf(const FormulaValue& value)
+FormulaValue Evaluation::arrayOf(const FormulaValue& value)
 {
     if (value.isArray())
-        return value.array();
+        return value;
     if (!value.isReference())
         return arrayOfOne(value);
     if (value.areas().size() != 1)

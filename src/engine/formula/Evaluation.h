@@ -28,6 +28,7 @@ public:
 
     FormulaValue value(FormulaPlace at);
     FormulaValue single(FormulaPlace at);
+    bool isExhausted() const { return m_runStepsLeft <= 0; }
     const QString& unknownFunction() const { return m_unknownFunction; }
 
     // For functions.
@@ -49,9 +50,9 @@ public:
     void eachCell(const SheetArea& area, FormulaCells::Texts texts, const FormulaCells::Visitor& visit);
     /// An area without the rows and columns behind all contents of its sheet; none if nothing is left.
     std::optional<SheetArea> filled(const SheetArea& area);
-    /// All values of anything, blank cells included; a whole column ends with its sheet's contents. Of what is too
-    /// large, or of a union, one error.
-    FormulaArray arrayOf(const FormulaValue& value);
+    /// All values of anything as an array, blank cells included; a whole column ends with its sheet's contents. Of what
+    /// is too large, or of a union, one error.
+    FormulaValue arrayOf(const FormulaValue& value);
     /// What a text refers to, as INDIRECT takes it.
     FormulaValue reference(const QString& text);
     AreaIndexes& indexes() { return *m_indexes; }

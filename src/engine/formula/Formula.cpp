@@ -47,6 +47,11 @@ bool FormulaRun::isTrue(FormulaPlace at)
     return value.isNumber() ? value.number() != 0 : value.isBoolean() && value.boolean();
 }
 
+bool FormulaRun::isExhausted() const
+{
+    return m_evaluation->isExhausted();
+}
+
 const QString& FormulaRun::unknownFunction() const
 {
     return m_evaluation->unknownFunction();

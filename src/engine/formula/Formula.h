@@ -55,6 +55,8 @@ public:
     /// As a condition: a number other than 0 or TRUE.
     bool isTrue(FormulaPlace at);
 
+    /// Whether the steps of the run have come to their end: every further value is #VALUE!.
+    bool isExhausted() const;
     /// The first function that is not known, in the formula or in a defined name that it uses; empty if all are.
     const QString& unknownFunction() const;
 

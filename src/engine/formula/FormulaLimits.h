@@ -12,7 +12,7 @@ inline constexpr int arrayValues = 500'000;
 /// Steps of one evaluation: a part of the formula, a cell that is looked at, 16 characters of its text.
 inline constexpr qint64 steps = 5'000'000;
 /// Steps of all evaluations of a FormulaRun.
-inline constexpr qint64 runSteps = 100'000'000;
+inline constexpr qint64 runSteps = 50'000'000;
 /// Values in arrays, and 16 characters of texts each, that a run keeps for its next evaluations.
 inline constexpr qint64 keptValues = 5'000'000;
 inline constexpr int patternLength = 255; ///< characters of a text with wildcards

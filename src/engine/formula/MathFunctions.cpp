@@ -236,7 +236,8 @@ FormulaValue sumOfProducts(FunctionCall& call)
     std::vector<double> products;
     int rows = 0, columns = 0;
     for (int place = 0; place < call.count(); ++place) {
-        const FormulaArray array = call.evaluation().arrayOf(call.value(place));
+        const FormulaValue argument = call.evaluation().arrayOf(call.value(place));
+        const FormulaArray& array = argument.array();
         if (place == 0) {
             rows = array.rows;
             columns = array.columns;

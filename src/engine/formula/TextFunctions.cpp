@@ -186,8 +186,8 @@ FormulaValue join(FunctionCall& call)
                              [&](const FormulaValue& value, bool) { return add(value); });
             continue;
         }
-        const FormulaArray all = call.evaluation().arrayOf(call.value(place));
-        std::all_of(all.values.begin(), all.values.end(), add);
+        const FormulaValue all = call.evaluation().arrayOf(call.value(place));
+        std::all_of(all.array().values.begin(), all.array().values.end(), add);
     }
     return text;
 }

@@ -62,7 +62,11 @@ const ColumnContent* SheetContent::findColumn(int column) const
 
 qint64 SheetContent::bytes() const
 {
-    return qint64(cells.capacity() * sizeof(Cell) + rows.capacity() * sizeof(RowContent) +
+    qint64 drawn = pictureBytes;
+    for (const DrawingContent& drawing : drawings)
+        drawn += drawingBytes(drawing);
+    return drawn +
+           qint64(cells.capacity() * sizeof(Cell) + rows.capacity() * sizeof(RowContent) +
                   columns.capacity() * sizeof(ColumnContent)) +
            merged.bytes() + texts.bytes() + qint64(sizeof(*this));
 }

@@ -167,7 +167,7 @@ std::vector<Undrawn> EmbeddedSheet::undrawn(const CellArea& area)
         missing.push_back({Undrawn::Kind::Part, content().problem});
     for (const DrawingContent& drawing : content().drawings) {
         if (showsOn(painter().geometry(), drawing, area))
-            missing.push_back({Undrawn::Kind::Drawing, drawing.kind, drawing.name});
+            missing.push_back({Undrawn::Kind::Drawing, kindWord(drawing.kind), drawing.name});
     }
     for (const UnreadLook& look : content().unread) {
         const Undrawn entry{Undrawn::Kind::Look, look.what};
@@ -206,7 +206,7 @@ QImage EmbeddedSheet::CopyShapePicture(const QString& name, double)
     for (const DrawingContent& drawing : content().drawings) {
         if (drawing.name.compare(name, Qt::CaseInsensitive) == 0)
             throw RuntimeError(RuntimeError::ApplicationDefined,
-                               u"The %1 \"%2\" on %3 cannot be drawn yet."_s.arg(drawing.kind, name, place()));
+                               u"The %1 \"%2\" on %3 cannot be drawn yet."_s  .arg(kindWord(drawing.kind), name, place()));
     }
     throw RuntimeError(RuntimeError::ApplicationDefined,
                        u"There is no chart or shape \"%1\" on %2."_s.arg(name, place()));

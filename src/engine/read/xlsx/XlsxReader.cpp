@@ -139,6 +139,7 @@ void XlsxReader::readThemeAndStyles(const Package& package, const std::vector<Re
 {
     pugi::xml_document document;
     if (const Package::Entry* theme = referredEntry(package, relationships, "theme")) {
+        m_theme = theme->name;
         readSmallPart(package, *theme, document);
         m_palette.readTheme(document.document_element());
     }
@@ -184,13 +185,14 @@ std::shared_ptr<const SheetContent> XlsxReader::readSheet(const WorkbookContent&
                         workbook.date1904, entry->size, maxBytes},
                        *content);
     reader.read();
-    followReferences(package, part, reader.drawingId(), reader.tableIds(), *content);
+    followReferences(package, part, reader.drawingId(), reader.tableIds(), maxBytes, *content);
     return content;
 }
 
 /// Drawings and tables are beside the cells: what is wrong with them is said with the sheet, which is whole otherwise.
 void XlsxReader::followReferences(const Package& package, const std::string& part, const std::string& drawingId,
-                                  const std::vector<std::string>& tableIds, SheetContent& content) const
+                                  const std::vector<std::string>& tableIds, qint64 maxBytes,
+                                  SheetContent& content) const
 {
     if (drawingId.empty() && tableIds.empty())
         return;
@@ -211,7 +213,12 @@ void XlsxReader::followReferences(const Package& package, const std::string& par
         const Package::Entry* entry = target(drawingId);
         if (!entry)
             throw Fault{u"the part with the drawings is missing from the file"_s};
-        content.drawings = readDrawings(package, *entry);
+        SheetDrawings read =
+            readDrawings(package, *entry, m_palette, package.find(m_theme), maxBytes - content.bytes());
+        content.drawings = std::move(read.drawings);
+        content.pictureBytes = read.pictureBytes;
+        if (!read.complete)
+            addProblem(content, u"The sheet holds more drawings than can be shown; some are missing."_s);
     } catch (const Fault& fault) {
         addProblem(content, u"Charts and pictures are missing: %1."_s.arg(fault.what));
     }

@@ -145,11 +145,14 @@ void paintPicture(QPainter& painter, const QPainterPath& outline, const QRectF& 
         return paintMissing(painter, place, scale);
     const QRectF whole(place.topLeft() - QPointF(fill.left * wholeSize.width(), fill.top * wholeSize.height()),
                        wholeSize);
+    // Only what is left of it is painted, lest pixels that were cut off show in the smoothed edge.
+    const QRectF part(fill.left * image.width(), fill.top * image.height(), shownWidth * image.width(),
+                      shownHeight * image.height());
     painter.save();
     painter.setClipPath(outline, Qt::IntersectClip);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setOpacity(painter.opacity() * fill.opacity);
-    painter.drawImage(whole, image);
+    painter.drawImage(whole & place, image, part & QRectF(image.rect()));
     painter.restore();
 }
 

@@ -61,7 +61,7 @@ void paintDrawing(QPainter& painter, const DrawingContent& drawing, QRectF place
     place = QRectF(QPointF(std::round(place.left()), std::round(place.top())),
                    QPointF(std::round(place.right()), std::round(place.bottom())));
     // The anchor encloses a shape as it lies, its frame is that before it is turned.
-    if (drawing.anchorKind == AnchorKind::TwoCells && liesOnItsSide(drawing.shape)) {
+    if (drawing.anchorKind == AnchorKind::TwoCells && liesOnItsSide(drawing.shape.rotation)) {
         const QPointF center = place.center();
         place.setSize(place.size().transposed());
         place.moveCenter(center);

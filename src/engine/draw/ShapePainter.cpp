@@ -24,9 +24,9 @@ QPointF sharpened(const ShapeContent& shape, double scale)
 
 } // namespace
 
-bool liesOnItsSide(const ShapeContent& shape)
+bool liesOnItsSide(double rotation)
 {
-    const double angle = std::fmod(std::fmod(shape.rotation, 180) + 180, 180);
+    const double angle = std::fmod(std::fmod(rotation, 180) + 180, 180);
     return angle >= 45 && angle < 135;
 }
 

@@ -28,7 +28,8 @@ private:
     const double m_scale;
 };
 
-/// Whether a shape lies on its side, so that the frame which encloses it as drawn has its width for its height.
-bool liesOnItsSide(const ShapeContent& shape);
+/// Whether what is turned by so many degrees lies on its side, so that the frame which encloses it as drawn has its
+/// width for its height.
+bool liesOnItsSide(double rotation);
 
 } // namespace lumivane::engine

@@ -1,5 +1,7 @@
 #include "engine/draw/ShapeTexts.h"
 
+#include "engine/draw/ShapePainter.h"
+
 #include <QPainter>
 #include <QTextCharFormat>
 #include <QTextLayout>
@@ -187,6 +189,8 @@ void paintShapeText(QPainter& painter, const ShapeText& text, const QRectF& plac
     painter.translate(inner.center());
     painter.rotate(text.ownRotation);
     QSizeF size(std::max(inner.width(), 0.0), std::max(inner.height(), 0.0));
+    if (liesOnItsSide(text.ownRotation))
+        size.transpose();
     if (text.turn != TextTurn::None) {
         painter.rotate(text.turn == TextTurn::Clockwise ? 90 : -90);
         size.transpose();

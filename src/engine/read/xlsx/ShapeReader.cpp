@@ -170,7 +170,10 @@ void ShapeReader::readText(pugi::xml_node object, ShapeContent& shape)
     const pugi::xml_node font = childNamed(childNamed(object, "style"), "fontRef");
     const QRgb color = theme.color(font, std::nullopt).value_or(m_looks.theme().textColor());
     const QString family = theme.family(attributeOf(font, "idx") == "major" ? "+mj-lt" : "+mn-lt");
-    shape.text = readShapeText(childNamed(object, "txBody"), theme, color, family, m_budget);
+    const pugi::xml_node body = childNamed(object, "txBody");
+    shape.text = readShapeText(body, theme, color, family, m_budget);
+    if (flagFrom(attributeOf(childNamed(body, "bodyPr"), "upright"), false))
+        shape.text.ownRotation -= shape.rotation;
 }
 
 } // namespace lumivane::engine

@@ -219,25 +219,20 @@ QImage EmbeddedSheet::CopyPicture(const CellArea& area, double scale)
 
 QImage EmbeddedSheet::CopyShapePicture(const QString& name, double scale)
 {
-    for (const DrawingContent& drawing : content().drawings) {
-        if (drawing.name.compare(name, Qt::CaseInsensitive) == 0)
-            return drawingPicture(drawing, scale);
-    }
-    throw RuntimeError(RuntimeError::ApplicationDefined,
-                       u"There is no chart or shape \"%1\" on %2."_s.arg(name, place()));
-}
-
-QImage EmbeddedSheet::drawingPicture(const DrawingContent& drawing, double scale)
-{
-    const QString kind = kindWord(drawing.kind);
-    if (isUndrawn(drawing))
-        throw RuntimeError(RuntimeError::ApplicationDefined,
-                           u"The %1 \"%2\" on %3 cannot be drawn yet."_s.arg(kind, drawing.name, place()));
-    const QImage picture = painter().drawingImage(drawing, std::clamp(scale, 0.01, maxPictureScale));
+    const auto& drawings = content().drawings;
+    const auto drawing = std::find_if(drawings.begin(), drawings.end(), [&](const DrawingContent& one) {
+        return one.name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    const auto fail = [this, &name](const QString& sentence, const QString& kind) {
+        throw RuntimeError(RuntimeError::ApplicationDefined, sentence.arg(kind, name, place()));
+    };
+    if (drawing == drawings.end())
+        fail(u"There is no %1 \"%2\" on %3."_s, u"chart or shape"_s);
+    if (isUndrawn(*drawing))
+        fail(u"The %1 \"%2\" on %3 cannot be drawn yet."_s, kindWord(drawing->kind));
+    const QImage picture = painter().drawingImage(*drawing, std::clamp(scale, 0.01, maxPictureScale));
     if (picture.isNull())
-        throw RuntimeError(
-            RuntimeError::ApplicationDefined,
-            u"The %1 \"%2\" on %3 has no size or is too large for a picture."_s.arg(kind, drawing.name, place()));
+        fail(u"The %1 \"%2\" on %3 has no size or is too large for a picture."_s, kindWord(drawing->kind));
     return picture;
 }
 

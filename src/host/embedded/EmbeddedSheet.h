@@ -49,7 +49,6 @@ private:
     const engine::ShownSheet& shown();
     QString place() const;
     void addUndrawn(const CellArea& area, std::vector<Undrawn>& missing);
-    QImage drawingPicture(const engine::DrawingContent& drawing, double scale);
 
     std::shared_ptr<engine::WorkbookFile> m_file;
     std::shared_ptr<const engine::WorkbookContent> m_workbook;

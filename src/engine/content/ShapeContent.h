@@ -166,7 +166,15 @@ struct ShapeText
     double ownRotation = 0; ///< beside the shape's
 };
 
-/// A shape, a picture or a group of them.
+enum class ControlKind : quint8 { Button, CheckBox, Radio, DropDown, List, Spin, ScrollBar, Group, Label, Edit };
+
+struct ControlContent
+{
+    ControlKind kind = ControlKind::Button;
+    int state = 0; ///< 1: checked; 2: neither checked nor not
+};
+
+/// A shape, a picture, a control or a group of them.
 struct ShapeContent
 {
     enum class Kind : quint8 { Shape, Picture, Group, Control, Undrawn };
@@ -180,6 +188,7 @@ struct ShapeContent
     ShapeLine line;
     ShapeShadow shadow;
     ShapeText text;
+    ControlContent control;
     QRectF childPlace; ///< the coordinates of a group's children that its own place shows
     std::vector<ShapeContent> children;
 };

@@ -67,7 +67,7 @@ qint64 SheetContent::bytes() const
         drawn += drawingBytes(drawing);
     return drawn +
            qint64(cells.capacity() * sizeof(Cell) + rows.capacity() * sizeof(RowContent) +
-                  columns.capacity() * sizeof(ColumnContent)) +
+                  columns.capacity() * sizeof(ColumnContent) + comments.capacity() * sizeof(CommentMark)) +
            merged.bytes() + texts.bytes() + qint64(sizeof(*this));
 }
 

@@ -66,6 +66,13 @@ struct UnreadLook
     CellArea area;
 };
 
+/// Of a cell that has a comment.
+struct CommentMark
+{
+    int row = 0, column = 0;
+    bool threaded = false; ///< a conversation, not a note
+};
+
 struct SheetContent
 {
     std::vector<Cell> cells;
@@ -76,6 +83,7 @@ struct SheetContent
     std::vector<DrawingContent> drawings; ///< each lies over those before it
     qint64 pictureBytes = 0;              ///< that the drawings' pictures take
     std::vector<UnreadLook> unread;
+    std::vector<CommentMark> comments;
     TextTable texts;
     SheetView view;
     double defaultRowHeight = -1;     ///< points; below 0: from the default font

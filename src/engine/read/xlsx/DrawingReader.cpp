@@ -3,6 +3,7 @@
 #include "engine/read/package/AttributeValues.h"
 #include "engine/read/package/ReadError.h"
 #include "engine/read/package/SmallParts.h"
+#include "engine/read/xlsx/ControlReader.h"
 #include "engine/read/xlsx/ShapeReader.h"
 
 #include <algorithm>
@@ -74,6 +75,7 @@ public:
     }
 
     void readAll(pugi::xml_node root);
+    void readControls(const Package::Entry& part);
     SheetDrawings result();
 
 private:
@@ -92,6 +94,7 @@ private:
     LookReader m_looks;
     ShapeReader m_shapes;
     std::vector<DrawingContent> m_drawings;
+    std::vector<int> m_numbers; ///< of their shapes; 0 where a file gives none
 };
 
 void AnchorReader::readAll(pugi::xml_node root)
@@ -101,6 +104,22 @@ void AnchorReader::readAll(pugi::xml_node root)
             readChoice(child);
         else
             readAnchor(child);
+    }
+}
+
+void AnchorReader::readControls(const Package::Entry& part)
+{
+    std::map<int, DrawingContent*> controls;
+    for (size_t i = 0; i < m_drawings.size(); ++i) {
+        if (m_drawings[i].kind == DrawingKind::Control)
+            controls[m_numbers[i]] = &m_drawings[i];
+    }
+    if (controls.empty())
+        return;
+    try {
+        ControlReader(m_package, part, m_pictures, m_budget).read(controls);
+    } catch (const Fault&) {
+        // They are named as not drawn then. Such parts are often careless in their XML.
     }
 }
 
@@ -155,6 +174,7 @@ void AnchorReader::readAnchor(pugi::xml_node anchor)
         readFrame(object, drawing);
     }
     m_drawings.push_back(std::move(drawing));
+    m_numbers.push_back(integerFrom(attributeOf(nameElement(object), "id")).value_or(0));
 }
 
 void AnchorReader::readFrame(pugi::xml_node object, DrawingContent& drawing)
@@ -208,7 +228,7 @@ QString AnchorReader::partOf(std::string_view id) const
 } // namespace
 
 SheetDrawings readDrawings(const Package& package, const Package::Entry& entry, const Palette& palette,
-                           const Package::Entry* theme, qint64 maxBytes)
+                           const Package::Entry* theme, const Package::Entry* controls, qint64 maxBytes)
 {
     pugi::xml_document document;
     readSmallPart(package, entry, document);
@@ -217,6 +237,8 @@ SheetDrawings readDrawings(const Package& package, const Package::Entry& entry, 
     const DrawingTheme looks(palette, package, theme);
     AnchorReader reader(package, entry, looks, maxBytes);
     reader.readAll(document.document_element());
+    if (controls)
+        reader.readControls(*controls);
     return reader.result();
 }
 

@@ -14,8 +14,9 @@ struct SheetDrawings
 };
 
 /// What lies on a sheet, from its drawing part. Shapes take their looks from the part with the theme, which may be
-/// null. Pictures take at most `maxBytes`. Throws Fault when the drawing part or the theme is broken.
+/// null, controls from one of their own, which may be null too. Pictures take at most `maxBytes`. Throws Fault when the
+/// drawing part or the theme is broken.
 SheetDrawings readDrawings(const Package& package, const Package::Entry& entry, const Palette& palette,
-                           const Package::Entry* theme, qint64 maxBytes);
+                           const Package::Entry* theme, const Package::Entry* controls, qint64 maxBytes);
 
 } // namespace lumivane::engine

@@ -21,6 +21,10 @@ QString shapeGap(const ShapeContent& shape)
         return {};
     if (shape.kind == ShapeContent::Kind::Undrawn)
         return u"a part of it is not drawn"_s;
+    if (shape.kind == ShapeContent::Kind::Control) {
+        const bool holdsList = shape.control.kind == ControlKind::List || shape.control.kind == ControlKind::DropDown;
+        return holdsList ? u"the entries of its list are missing"_s : QString();
+    }
     if (shape.fill.kind == FillKind::Picture) {
         if (const QString problem = PictureCache::shared().problem(shape.fill.picture); !problem.isEmpty())
             return problem;

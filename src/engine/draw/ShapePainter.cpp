@@ -1,5 +1,6 @@
 #include "engine/draw/ShapePainter.h"
 
+#include "engine/draw/ControlPainter.h"
 #include "engine/draw/ShapeFills.h"
 #include "engine/draw/ShapeLines.h"
 #include "engine/draw/ShapeOutline.h"
@@ -41,6 +42,8 @@ void ShapePainter::paint(const ShapeContent& shape, const QRectF& place)
     m_painter.translate(-place.center());
     if (shape.kind == ShapeContent::Kind::Group)
         paintGroup(shape, place);
+    else if (shape.kind == ShapeContent::Kind::Control)
+        paintControl(m_painter, shape, place, m_fonts);
     else
         paintUnturned(shape, place);
     m_painter.restore();

@@ -1,6 +1,7 @@
 #include "engine/draw/SheetPainter.h"
 
 #include "engine/draw/BorderLayer.h"
+#include "engine/draw/CommentLayer.h"
 #include "engine/draw/DrawingLayer.h"
 #include "engine/draw/DrawingPlace.h"
 #include "engine/draw/FillLayer.h"
@@ -54,6 +55,7 @@ void SheetPainter::paint(QPainter& painter, const CellArea& area, double scale, 
     GridLineLayer(scene, texts).paint(painter);
     BorderLayer(scene).paint(painter);
     texts.paint(painter);
+    CommentLayer(scene).paint(painter);
     DrawingLayer(scene).paint(painter);
     painter.restore();
 }

@@ -224,6 +224,15 @@ TEST(Pictures, OfLinesLeadNowhere)
     EXPECT_FALSE(isSelfContained("<!DOCTYPE svg [<!ENTITY a 'b'>]><svg>&a;</svg>"));
 }
 
+TEST(Comments, AreMarkedInTheCornerOfTheirCells)
+{
+    SheetBuilder made;
+    made.sheet().comments = {{2, 2, false}, {40, 40, false}};
+    EXPECT_EQ(ink(draw(made, 4, 4, 2)), QRect(245, 40, 11, 11));
+    made.sheet().view.rightToLeft = true;
+    EXPECT_EQ(draw(made, 4, 4).pixel(128, 20), red);
+}
+
 TEST(Drawings, WriteTheirTexts)
 {
     DrawingContent box = shapeOn({1, 1, 6, 3});

@@ -131,6 +131,38 @@ TEST(Pictures, AreKeptOnceAndNeverFetched)
     EXPECT_EQ(sheet->pictureBytes, 5);
 }
 
+TEST(Controls, TakeTheirLooksFromTheOlderPart)
+{
+    const std::string twin = "</xdr:cNvPr></xdr:nvSpPr></xdr:sp>";
+    WorkbookParts parts({{"Data", "<sheetData/><drawing r:id='d'/><legacyDrawing r:id='v'/>", ""}});
+    parts.drawings("<mc:AlternateContent><mc:Choice Requires='a14'>" +
+                   drawingAnchor(0, 0, 2, 2, "<xdr:sp><xdr:nvSpPr><xdr:cNvPr id='1028' hidden='1'>" + twin) +
+                   drawingAnchor(0, 0, 2, 2, "<xdr:sp><xdr:nvSpPr><xdr:cNvPr id='1029' hidden='1'>" + twin) +
+                   "</mc:Choice></mc:AlternateContent>");
+    parts.set("xl/worksheets/_rels/sheet1.xml.rels",
+              "<R><Relationship Id='d' Type='x/drawing' Target='../drawings/drawing1.xml'/>"
+              "<Relationship Id='v' Type='x/vmlDrawing' Target='../v.vml'/>"
+              "<Relationship Id='c' Type='x/comments' Target='../c.xml'/></R>");
+    parts.set("xl/v.vml",
+              "<xml><v:shape id='Box' o:spid='_x0000_s1028'><v:textbox><div><font size='220'>A\n b</font></div>"
+              "</v:textbox><x:ClientData ObjectType='Checkbox'><x:Checked>1</x:Checked></x:ClientData>"
+              "</v:shape></xml>");
+    parts.set("xl/c.xml", "<comments><authors><author>Ann</author><author>tc={1}</author></authors><commentList>"
+                          "<comment ref='B2' authorId='0'/><comment ref='C3' authorId='1'/></commentList></comments>");
+    const auto sheet = readSheet(parts);
+    ASSERT_EQ(sheet->drawings.size(), 2u);
+    const ShapeContent& box = sheet->drawings[0].shape;
+    EXPECT_EQ(box.control.kind, ControlKind::CheckBox);
+    EXPECT_EQ(box.control.state, 1);
+    EXPECT_EQ(box.text.paragraphs.at(0).runs.at(0).text, u"A b"_s);
+    EXPECT_EQ(box.text.paragraphs.at(0).runs.at(0).font.points, 11);
+    EXPECT_EQ(sheet->drawings[1].shape.kind, ShapeContent::Kind::Undrawn);
+    ASSERT_EQ(sheet->comments.size(), 2u);
+    EXPECT_EQ(sheet->comments[0].row, 2);
+    EXPECT_FALSE(sheet->comments[0].threaded);
+    EXPECT_TRUE(sheet->comments[1].threaded);
+}
+
 TEST(Shapes, AreBounded)
 {
     std::string nested, many;

@@ -190,7 +190,7 @@ QJsonArray SheetDescription::objects() const
     QJsonArray result;
     for (const DrawingContent& drawing : m_sheet->drawings)
         result.append(
-            QJsonObject{{u"kind"_s, drawing.kind},
+            QJsonObject{{u"kind"_s, kindWord(drawing.kind)},
                         {u"name"_s, drawing.name},
                         {u"cell"_s, CellArea::cell(drawing.anchor.firstRow, drawing.anchor.firstColumn).relative()}});
     return result;

@@ -208,10 +208,12 @@ int OpenSheet::paneAt(const QPoint& place) const
 QRect OpenSheet::drawingRect(int pane, int drawing) const
 {
     const DrawingContent& content = m_sheet->content().drawings[static_cast<size_t>(drawing)];
-    const QRect cells = rectIn(pane, content.anchor);
     const QRect lastCell = rectIn(pane, CellArea::cell(content.anchor.lastRow, content.anchor.lastColumn));
-    const Stretch across = drawingColumns(content, cells.left(), lastCell.left(), scale());
-    const Stretch down = drawingRows(content, cells.top(), lastCell.top(), scale());
+    const QRect firstCell = rectIn(pane, CellArea::cell(content.anchor.firstRow, content.anchor.firstColumn));
+    const auto columns = [](const QRect& cell) { return Stretch{double(cell.x()), double(cell.x() + cell.width())}; };
+    const auto rows = [](const QRect& cell) { return Stretch{double(cell.y()), double(cell.y() + cell.height())}; };
+    const Stretch across = drawingColumns(content, columns(firstCell), columns(lastCell), scale());
+    const Stretch down = drawingRows(content, rows(firstCell), rows(lastCell), scale());
     const QPoint start(qRound(across.begin), qRound(down.begin)), end(qRound(across.end), qRound(down.end));
     return QRect(start, QSize(std::max(1, end.x() - start.x()), std::max(1, end.y() - start.y())));
 }

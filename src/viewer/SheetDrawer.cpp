@@ -1,5 +1,7 @@
 #include "viewer/SheetDrawer.h"
 
+#include "engine/draw/DrawingLayer.h"
+
 #include <QElapsedTimer>
 #include <QPainter>
 #include <QPainterPath>
@@ -118,19 +120,21 @@ void SheetDrawer::drawDrawings(QPainter& painter, int pane, const DrawingPicture
         const QRect place = m_layout.toView(m_sheet.drawingRect(pane, static_cast<int>(i)));
         if (!place.intersects(clip.adjusted(-pen(8), -pen(8), pen(8), pen(8))))
             continue;
-        const QImage image = picture ? picture(static_cast<int>(i)) : QImage();
-        if (image.isNull()) {
-            drawPlaceholder(painter, place, drawings[i].name, drawings[i].kind);
-        } else {
+        // All others are drawn with the cells.
+        if (isUndrawn(drawings[i])) {
+            const QImage image = picture ? picture(static_cast<int>(i)) : QImage();
             painter.setRenderHint(QPainter::SmoothPixmapTransform);
-            painter.drawImage(place, image);
+            if (image.isNull())
+                drawPlaceholder(painter, place, drawings[i].name, drawings[i].kind);
+            else
+                painter.drawImage(place, image);
         }
         if (m_sheet.selectedDrawing() == static_cast<int>(i))
             drawSelectedDrawing(painter, place);
     }
 }
 
-void SheetDrawer::drawPlaceholder(QPainter& painter, const QRect& place, const QString& name, const QString& kind) const
+void SheetDrawer::drawPlaceholder(QPainter& painter, const QRect& place, const QString& name, DrawingKind kind) const
 {
     painter.save();
     painter.setClipRect(place.adjusted(0, 0, 1, 1), Qt::IntersectClip);
@@ -139,7 +143,9 @@ void SheetDrawer::drawPlaceholder(QPainter& painter, const QRect& place, const Q
     painter.drawRect(place.adjusted(0, 0, -1, -1));
     painter.setPen(QColor(0x4a, 0x5a, 0x6a));
     painter.setFont(m_headerFont);
-    const QString what = kind == u"chart" ? u"Chart"_s : kind == u"picture" ? u"Picture"_s : u"Drawing"_s;
+    const QString what = kind == DrawingKind::Chart     ? u"Chart"_s
+                         : kind == DrawingKind::Picture ? u"Picture"_s
+                                                        : u"Drawing"_s;
     painter.drawText(place.adjusted(pen(6), pen(4), -pen(6), -pen(4)), Qt::AlignCenter | Qt::TextWordWrap,
                      u"%1 \"%2\"\nis not drawn here"_s.arg(what, name));
     painter.restore();

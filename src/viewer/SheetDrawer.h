@@ -46,7 +46,7 @@ private:
     bool drawPane(QPainter& painter, int pane, const std::function<bool()>& hasTime);
     void drawBlank(QPainter& painter, const QRect& place) const;
     void drawDrawings(QPainter& painter, int pane, const DrawingPicture& picture);
-    void drawPlaceholder(QPainter& painter, const QRect& place, const QString& name, const QString& kind) const;
+    void drawPlaceholder(QPainter& painter, const QRect& place, const QString& name, engine::DrawingKind kind) const;
     void drawSelectedDrawing(QPainter& painter, const QRect& place) const;
     void drawSelection(QPainter& painter, int pane);
     void drawPaneLines(QPainter& painter);

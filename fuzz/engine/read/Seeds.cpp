@@ -46,6 +46,34 @@ const std::string drawing =
     "<nvGraphicFramePr><cNvPr name='Chart 1'/></nvGraphicFramePr></graphicFrame></twoCellAnchor><oneCellAnchor><from/>"
     "<ext cx='1' cy='2'/><AlternateContent><Choice><pic/></Choice></AlternateContent></oneCellAnchor></wsDr>";
 
+const std::string shapes =
+    "<wsDr><twoCellAnchor editAs='oneCell'><from><col>1</col><row>2</row></from><to><col>3</col><row>9</row></to><sp>"
+    "<nvSpPr><cNvPr name='A'/></nvSpPr><spPr><xfrm rot='2700000' flipV='1'><off x='0' y='0'/><ext cx='9' "
+    "cy='9'/></xfrm>"
+    "<custGeom><avLst><gd name='adj' fmla='val 25000'/></avLst><gdLst><gd name='a' fmla='*/ w adj "
+    "100000'/></gdLst><rect "
+    "l='l' t='t' r='r' b='b'/><pathLst><path w='9' h='9'><moveTo><pt x='a' y='0'/></moveTo><arcTo wR='5' hR='a' "
+    "stAng='0' swAng='cd4'/><cubicBezTo><pt x='1' y='2'/><pt x='3' y='4'/><pt x='5' y='6'/></cubicBezTo><close/></path>"
+    "</pathLst></custGeom><gradFill><gsLst><gs pos='0'><schemeClr val='accent1'><tint "
+    "val='50000'/></schemeClr></gs><gs "
+    "pos='100000'><prstClr val='dkBlue'/></gs></gsLst><path path='rect'><fillToRect l='50000' "
+    "t='50000'/></path></gradFill>"
+    "<ln w='25400' cap='rnd'><solidFill><srgbClr val='FF0000'/></solidFill><prstDash val='dashDot'/><tailEnd "
+    "type='stealth' w='lg'/></ln><effectLst><outerShdw blurRad='50800' dist='38100' dir='2700000'><srgbClr "
+    "val='000000'>"
+    "<alpha val='40000'/></srgbClr></outerShdw></effectLst></spPr><txBody><bodyPr vert='vert270' wrap='none' "
+    "anchor='b'>"
+    "<normAutofit fontScale='90000'/></bodyPr><p><pPr algn='just' marL='9525' indent='-9525'><buChar "
+    "char='*'/></pPr><r>"
+    "<rPr sz='1200' b='1' u='sng' "
+    "baseline='30000'/><t>text</t></r><br/></p></txBody></sp></twoCellAnchor><oneCellAnchor>"
+    "<from/><ext cx='952500' cy='952500'/><grpSp><grpSpPr><xfrm><off x='0' y='0'/><ext cx='9' cy='9'/><chOff x='0' "
+    "y='0'/>"
+    "<chExt cx='90' cy='90'/></xfrm><pattFill prst='dkUpDiag'/></grpSpPr><pic><nvPicPr><cNvPr name='P'/></nvPicPr>"
+    "<blipFill><blip embed='p'><alphaModFix amt='50000'/></blip><srcRect l='10000' b='-5000'/></blipFill><spPr><xfrm>"
+    "<off x='1' y='1'/><ext cx='50' cy='50'/></xfrm><prstGeom prst='roundRect'/></spPr></pic><cxnSp><spPr><xfrm><ext "
+    "cx='90' cy='90'/></xfrm><prstGeom prst='bentConnector3'/><grpFill/></spPr></cxnSp></grpSp></oneCellAnchor></wsDr>";
+
 const std::string relationships =
     "<R><Relationship Id='d' Type='x/drawing' Target='../drawings/drawing1.xml'/><Relationship Id='t' Type='x/table' "
     "Target='/xl/styles.xml'/></R>";
@@ -90,6 +118,8 @@ int main(int argc, char** argv)
     write(folder + QLatin1String("/fuzz-workbook"), 1, all);
     write(folder + QLatin1String("/fuzz-sheet"), 1, "\x05" + sheet);
     write(folder + QLatin1String("/fuzz-sheet"), 2, "\xff" + sheet);
+    write(folder + QLatin1String("/fuzz-drawing"), 1, shapes);
+    write(folder + QLatin1String("/fuzz-drawing"), 2, drawing);
     int number = 0;
     for (const std::string& table : tables)
         write(folder + QLatin1String("/fuzz-text-file"), ++number, table);

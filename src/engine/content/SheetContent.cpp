@@ -62,8 +62,12 @@ const ColumnContent* SheetContent::findColumn(int column) const
 
 qint64 SheetContent::bytes() const
 {
-    return qint64(cells.capacity() * sizeof(Cell) + rows.capacity() * sizeof(RowContent) +
-                  columns.capacity() * sizeof(ColumnContent)) +
+    qint64 drawn = pictureBytes;
+    for (const DrawingContent& drawing : drawings)
+        drawn += drawingBytes(drawing);
+    return drawn +
+           qint64(cells.capacity() * sizeof(Cell) + rows.capacity() * sizeof(RowContent) +
+                  columns.capacity() * sizeof(ColumnContent) + comments.capacity() * sizeof(CommentMark)) +
            merged.bytes() + texts.bytes() + qint64(sizeof(*this));
 }
 

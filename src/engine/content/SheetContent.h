@@ -68,6 +68,13 @@ struct UnreadLook
     CellArea area;
 };
 
+/// Of a cell that has a comment.
+struct CommentMark
+{
+    int row = 0, column = 0;
+    bool threaded = false; ///< a conversation, not a note
+};
+
 struct SheetContent
 {
     int sheetIndex = 0; ///< into WorkbookContent::sheets
@@ -75,11 +82,13 @@ struct SheetContent
     std::vector<RowContent> rows;       ///< those stored, ascending
     std::vector<ColumnContent> columns; ///< ascending, not overlapping
     MergedCells merged;
-    std::vector<CellArea> filtered; ///< ranges of auto filters
-    std::vector<DrawingContent> drawings;
+    std::vector<CellArea> filtered;       ///< ranges of auto filters
+    std::vector<DrawingContent> drawings; ///< each lies over those before it
+    qint64 pictureBytes = 0;              ///< that the drawings' pictures take
     std::vector<ConditionalRule> conditions; ///< by priority, the strongest first
     std::vector<SparklineGroup> sparklines;
     std::vector<UnreadLook> unread;
+    std::vector<CommentMark> comments;
     TextTable texts;
     SheetView view;
     double defaultRowHeight = -1;     ///< points; below 0: from the default font

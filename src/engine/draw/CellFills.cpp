@@ -1,6 +1,5 @@
 #include "engine/draw/CellFills.h"
 
-#include <QBrush>
 #include <QImage>
 #include <QLinearGradient>
 #include <QPainter>
@@ -99,8 +98,13 @@ void paintFill(QPainter& painter, const QRect& place, const FillStyle& fill, dou
         paintGradient(painter, place, fill);
         return;
     default:
-        painter.fillRect(place, QBrush(patternTile(fill, std::clamp(static_cast<int>(std::lround(scale)), 1, 16))));
+        painter.fillRect(place, patternBrush(fill, scale));
     }
+}
+
+QBrush patternBrush(const FillStyle& fill, double scale)
+{
+    return QBrush(patternTile(fill, std::clamp(static_cast<int>(std::lround(scale)), 1, 16)));
 }
 
 FillStyle evened(const FillStyle& fill)

@@ -24,6 +24,7 @@ struct Measures
 
     // Looks
     bool gridLines;
+    bool commentMarks; ///< cells with a comment are marked
     bool evenPatterns; ///< a pattern shows in its mean colour
 
     // Sizes

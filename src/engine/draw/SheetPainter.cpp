@@ -1,7 +1,10 @@
 #include "engine/draw/SheetPainter.h"
 
 #include "engine/draw/BorderLayer.h"
+#include "engine/draw/CommentLayer.h"
 #include "engine/draw/ConditionLayer.h"
+#include "engine/draw/DrawingLayer.h"
+#include "engine/draw/DrawingPlace.h"
 #include "engine/draw/FillLayer.h"
 #include "engine/draw/GridLineLayer.h"
 #include "engine/draw/SparklineLayer.h"
@@ -56,7 +59,26 @@ void SheetPainter::paint(QPainter& painter, const CellArea& area, double scale, 
     SparklineLayer(scene).paint(painter);
     BorderLayer(scene).paint(painter);
     texts.paint(painter);
+    CommentLayer(scene).paint(painter);
+    DrawingLayer(scene).paint(painter);
     painter.restore();
+}
+
+QImage SheetPainter::drawingImage(const DrawingContent& drawing, double scale) const
+{
+    constexpr double mostPixels = 64e6;
+    const QSizeF exact = DrawingPlaces(m_geometry, {drawing}).rect(drawing).size() * scale;
+    if (exact.width() * exact.height() > mostPixels || std::max(exact.width(), exact.height()) > maxSide)
+        return {};
+    QImage image(exact.toSize(), QImage::Format_RGB32);
+    if (image.isNull())
+        return {};
+    image.setDotsPerMeterX(3780);
+    image.setDotsPerMeterY(3780);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    paintDrawing(painter, drawing, image.rect(), Fonts::shared(scale, Measures::of(m_metrics)));
+    return image;
 }
 
 QImage SheetPainter::image(const CellArea& area, double scale) const

@@ -25,6 +25,9 @@ public:
     /// A null image where nothing of the area is visible, a side would be longer than maxSide or memory is short.
     QImage image(const CellArea& area, double scale = 1) const;
 
+    /// One of the sheet's drawings alone, on white. A null image where it has no extent or is too large.
+    QImage drawingImage(const DrawingContent& drawing, double scale = 1) const;
+
     const SheetGeometry& geometry() const { return m_geometry; }
 
 private:

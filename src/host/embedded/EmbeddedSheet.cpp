@@ -1,5 +1,6 @@
 #include "host/embedded/EmbeddedSheet.h"
 
+#include "engine/draw/DrawingLayer.h"
 #include "engine/draw/DrawingPlace.h"
 #include "engine/show/CellSearch.h"
 #include "platform/RuntimeError.h"
@@ -160,15 +161,30 @@ QStringList EmbeddedSheet::ShapeNames()
     return names;
 }
 
+void EmbeddedSheet::addUndrawn(const CellArea& area, std::vector<Undrawn>& missing)
+{
+    if (content().drawings.empty())
+        return;
+    const DrawingPlaces places(painter().geometry(), content().drawings);
+    const QRectF place = places.rect(area);
+    for (const DrawingContent& drawing : content().drawings) {
+        if (!places.showsOn(drawing, place))
+            continue;
+        const QString kind = kindWord(drawing.kind);
+        if (isUndrawn(drawing))
+            missing.push_back({Undrawn::Kind::Drawing, kind, drawing.name});
+        else if (const QString gap = drawingGap(drawing); !gap.isEmpty())
+            missing.push_back(
+                {Undrawn::Kind::Look, u"the %1 \"%2\" as it should be (%3)"_s.arg(kind, drawing.name, gap)});
+    }
+}
+
 std::vector<Undrawn> EmbeddedSheet::undrawn(const CellArea& area)
 {
     std::vector<Undrawn> missing;
     if (!content().problem.isEmpty())
         missing.push_back({Undrawn::Kind::Part, content().problem});
-    for (const DrawingContent& drawing : content().drawings) {
-        if (showsOn(painter().geometry(), drawing, area))
-            missing.push_back({Undrawn::Kind::Drawing, drawing.kind, drawing.name});
-    }
+    addUndrawn(area, missing);
     for (const UnreadLook& look : content().unread) {
         const Undrawn entry{Undrawn::Kind::Look, look.what};
         if (intersect(look.area, area) && std::find(missing.begin(), missing.end(), entry) == missing.end())
@@ -203,15 +219,23 @@ QImage EmbeddedSheet::CopyPicture(const CellArea& area, double scale)
     return picture;
 }
 
-QImage EmbeddedSheet::CopyShapePicture(const QString& name, double)
+QImage EmbeddedSheet::CopyShapePicture(const QString& name, double scale)
 {
-    for (const DrawingContent& drawing : content().drawings) {
-        if (drawing.name.compare(name, Qt::CaseInsensitive) == 0)
-            throw RuntimeError(RuntimeError::ApplicationDefined,
-                               u"The %1 \"%2\" on %3 cannot be drawn yet."_s.arg(drawing.kind, name, place()));
-    }
-    throw RuntimeError(RuntimeError::ApplicationDefined,
-                       u"There is no chart or shape \"%1\" on %2."_s.arg(name, place()));
+    const auto& drawings = content().drawings;
+    const auto drawing = std::find_if(drawings.begin(), drawings.end(), [&](const DrawingContent& one) {
+        return one.name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    const auto fail = [this, &name](const QString& sentence, const QString& kind) {
+        throw RuntimeError(RuntimeError::ApplicationDefined, sentence.arg(kind, name, place()));
+    };
+    if (drawing == drawings.end())
+        fail(u"There is no %1 \"%2\" on %3."_s, u"chart or shape"_s);
+    if (isUndrawn(*drawing))
+        fail(u"The %1 \"%2\" on %3 cannot be drawn yet."_s, kindWord(drawing->kind));
+    const QImage picture = painter().drawingImage(*drawing, std::clamp(scale, 0.01, maxPictureScale));
+    if (picture.isNull())
+        fail(u"The %1 \"%2\" on %3 has no size or is too large for a picture."_s, kindWord(drawing->kind));
+    return picture;
 }
 
 } // namespace lumivane

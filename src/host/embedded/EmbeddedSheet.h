@@ -48,6 +48,7 @@ private:
     QStringList textsOf(const CellArea& area, TextOf textOf);
     const engine::ShownSheet& shown();
     QString place() const;
+    void addUndrawn(const CellArea& area, std::vector<Undrawn>& missing);
 
     std::shared_ptr<engine::WorkbookFile> m_file;
     std::shared_ptr<const engine::WorkbookContent> m_workbook;

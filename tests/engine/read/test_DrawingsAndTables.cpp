@@ -54,7 +54,7 @@ TEST(Drawings, ReadNamesKindsAndPlaces)
                  "</xdr:blipFill></xdr:pic>")));
     QStringList printed;
     for (const DrawingContent& one : sheet->drawings)
-        printed << u"%1 '%2' %3, %4 %5 %6 %7, %8 %9"_s.arg(one.kind, one.name, one.anchor.relative())
+        printed << u"%1 '%2' %3, %4 %5 %6 %7, %8 %9"_s.arg(kindWord(one.kind), one.name, one.anchor.relative())
                            .arg(one.startX)
                            .arg(one.startY)
                            .arg(one.endX)
@@ -82,10 +82,10 @@ TEST(Drawings, TellControlsFromShapes)
                         anchor("<xdr:sp><xdr:nvSpPr><xdr:cNvPr name='Formula'/></xdr:nvSpPr></xdr:sp>")));
     ASSERT_EQ(sheet->drawings.size(), 2u);
     EXPECT_EQ(sheet->drawings[0].name, u"Button 1"_s);
-    EXPECT_EQ(sheet->drawings[0].kind, u"control"_s);
+    EXPECT_EQ(sheet->drawings[0].kind, DrawingKind::Control);
     EXPECT_FALSE(sheet->drawings[0].hidden);
     EXPECT_EQ(sheet->drawings[0].anchor.relative(), u"B3:E10"_s);
-    EXPECT_EQ(sheet->drawings[1].kind, u"shape"_s);
+    EXPECT_EQ(sheet->drawings[1].kind, DrawingKind::Shape);
 }
 
 TEST(Looks, AreToldWhereTheyAreNotRead)

@@ -1,18 +1,21 @@
 #include "engine/read/xlsx/Palette.h"
 
+#include "engine/content/ColorChange.h"
 #include "engine/format/IndexedColors.h"
 #include "engine/read/package/AttributeValues.h"
 #include "engine/read/package/SmallParts.h"
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 
 namespace lumivane::engine {
 
 namespace {
 
 constexpr QRgb opaque = 0xff000000;
+
+constexpr std::string_view themeNames[] = {"dk1",     "lt1",     "dk2",     "lt2",     "accent1", "accent2",
+                                           "accent3", "accent4", "accent5", "accent6", "hlink",   "folHlink"};
 
 constexpr int windowText = 64, windowBackground = 65;
 
@@ -25,46 +28,7 @@ std::optional<QRgb> hexColor(std::string_view text)
     return value | opaque;
 }
 
-double channel(double low, double high, double hue)
-{
-    hue -= std::floor(hue);
-    if (hue < 1.0 / 6)
-        return low + (high - low) * 6 * hue;
-    if (hue < 0.5)
-        return high;
-    if (hue < 2.0 / 3)
-        return low + (high - low) * (2.0 / 3 - hue) * 6;
-    return low;
-}
-
 } // namespace
-
-QRgb tinted(QRgb color, double tint)
-{
-    if (tint == 0 || !(std::abs(tint) <= 1))
-        return color;
-    const double red = qRed(color) / 255.0, green = qGreen(color) / 255.0, blue = qBlue(color) / 255.0;
-    const double most = std::max({red, green, blue}), least = std::min({red, green, blue});
-    const double spread = most - least;
-    double lightness = (most + least) / 2, hue = 0, saturation = 0;
-    if (spread > 0) {
-        saturation = lightness <= 0.5 ? spread / (most + least) : spread / (2 - most - least);
-        if (most == red)
-            hue = (green - blue) / spread / 6;
-        else if (most == green)
-            hue = 1.0 / 3 + (blue - red) / spread / 6;
-        else
-            hue = 2.0 / 3 + (red - green) / spread / 6;
-    }
-    lightness = tint < 0 ? lightness * (1 + tint) : lightness * (1 - tint) + tint;
-    const double high =
-        lightness <= 0.5 ? lightness * (1 + saturation) : lightness + saturation - lightness * saturation;
-    const double low = 2 * lightness - high;
-    const auto byte = [&](double shift) {
-        return static_cast<int>(std::lround(channel(low, high, hue + shift) * 255));
-    };
-    return qRgb(byte(1.0 / 3), byte(0), byte(-1.0 / 3));
-}
 
 Palette::Palette()
     : m_theme{0xff000000, 0xffffffff, 0xff1f497d, 0xffeeece1, 0xff4f81bd, 0xffc0504d,
@@ -79,11 +43,9 @@ Palette::Palette()
 
 void Palette::readTheme(pugi::xml_node theme)
 {
-    static constexpr std::string_view names[] = {"dk1",     "lt1",     "dk2",     "lt2",     "accent1", "accent2",
-                                                 "accent3", "accent4", "accent5", "accent6", "hlink",   "folHlink"};
     const pugi::xml_node scheme = childNamed(childNamed(theme, "themeElements"), "clrScheme");
     for (size_t i = 0; i < m_theme.size(); ++i) {
-        const pugi::xml_node color = childNamed(scheme, names[i]).first_child();
+        const pugi::xml_node color = childNamed(scheme, themeNames[i]).first_child();
         // A system colour carries the value that it had where the file was written.
         const std::string_view value = attributeOf(color, localName(color) == "sysClr" ? "lastClr" : "val");
         m_theme[i] = hexColor(value).value_or(m_theme[i]);
@@ -110,6 +72,20 @@ std::optional<QRgb> Palette::indexedColor(int index) const
     if (index < 0 || index >= static_cast<int>(m_indexed.size()))
         return std::nullopt;
     return m_indexed[static_cast<size_t>(index)];
+}
+
+std::optional<QRgb> Palette::themeColor(std::string_view name) const
+{
+    // Sheets show dark texts on a light ground; no file says otherwise for its drawings.
+    static constexpr std::pair<std::string_view, std::string_view> roles[] = {
+        {"tx1", "dk1"}, {"bg1", "lt1"}, {"tx2", "dk2"}, {"bg2", "lt2"}};
+    for (const auto& [role, color] : roles) {
+        if (name == role)
+            name = color;
+    }
+    const auto place = std::find(std::begin(themeNames), std::end(themeNames), name);
+    return place != std::end(themeNames) ? std::optional(m_theme[static_cast<size_t>(place - std::begin(themeNames))])
+                                         : std::nullopt;
 }
 
 std::optional<QRgb> Palette::color(std::string_view rgb, std::string_view theme, std::string_view indexed,

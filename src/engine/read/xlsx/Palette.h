@@ -26,13 +26,12 @@ public:
                               std::string_view tint) const;
     std::optional<QRgb> color(pugi::xml_node node) const;
     std::optional<QRgb> indexedColor(int index) const;
+    /// A colour of the theme by the name that drawings use: "accent1", "dk1" or "tx1".
+    std::optional<QRgb> themeColor(std::string_view name) const;
 
 private:
     std::array<QRgb, 12> m_theme;
     std::vector<QRgb> m_indexed;
 };
-
-/// Lighter for a tint up to 1, darker down to -1, by the lightness of hue, lightness and saturation.
-QRgb tinted(QRgb color, double tint);
 
 } // namespace lumivane::engine

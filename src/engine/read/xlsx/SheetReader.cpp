@@ -110,9 +110,10 @@ void SheetReader::readPart()
         case nameKey("mergeCells"):
             return readMerges();
         case nameKey("drawing"):
+        case nameKey("legacyDrawing"):
             for (const XmlScanner::Attribute& attribute : m_xml.attributes()) {
                 if (attribute.name.ends_with(":id"))
-                    m_drawingId = attribute.value;
+                    (name == nameKey("drawing") ? m_drawingId : m_controlsId) = attribute.value;
             }
             return m_xml.skip();
         case nameKey("tableParts"):

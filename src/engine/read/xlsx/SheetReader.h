@@ -30,6 +30,7 @@ public:
 
     /// Relationship ids of the drawing and of tables, to be followed by the caller.
     const std::string& drawingId() const { return m_drawingId; }
+    const std::string& controlsId() const { return m_controlsId; } ///< of the part with controls and comments
     const std::vector<std::string>& tableIds() const { return m_tableIds; }
 
 private:
@@ -76,7 +77,7 @@ private:
     bool m_viewRead = false;
     std::string m_value;
     std::string m_buffer;
-    std::string m_drawingId;
+    std::string m_drawingId, m_controlsId;
     std::vector<std::string> m_tableIds;
 };
 

@@ -62,6 +62,28 @@ void readTables(const Package& package, const std::set<const Package::Entry*>& t
     }
 }
 
+std::vector<CommentMark> readCommentMarks(const Package& package, const Package::Entry& entry)
+{
+    constexpr size_t maxComments = 100000;
+    pugi::xml_document document;
+    readSmallPart(package, entry, document);
+    const pugi::xml_node root = document.document_element();
+    const std::vector<pugi::xml_node> authors = childrenNamed(childNamed(root, "authors"), "author");
+    std::vector<CommentMark> marks;
+    for (const pugi::xml_node comment : childNamed(root, "commentList").children()) {
+        const std::optional<CellPlace> place = placeFrom(attributeOf(comment, "ref"));
+        if (!place || marks.size() >= maxComments)
+            continue;
+        // A conversation leaves a note for older programs, by an author that stands for it.
+        const int author = integerFrom(attributeOf(comment, "authorId")).value_or(-1);
+        const bool known = author >= 0 && author < static_cast<int>(authors.size());
+        const bool threaded =
+            known && std::string_view(authors[static_cast<size_t>(author)].child_value()).starts_with("tc=");
+        marks.push_back({place->row, place->column, threaded});
+    }
+    return marks;
+}
+
 } // namespace
 
 XlsxReader::XlsxReader(const QString& path) : m_path(path) {}
@@ -139,6 +161,7 @@ void XlsxReader::readThemeAndStyles(const Package& package, const std::vector<Re
 {
     pugi::xml_document document;
     if (const Package::Entry* theme = referredEntry(package, relationships, "theme")) {
+        m_theme = theme->name;
         readSmallPart(package, *theme, document);
         m_palette.readTheme(document.document_element());
     }
@@ -185,15 +208,15 @@ std::shared_ptr<const SheetContent> XlsxReader::readSheet(const WorkbookContent&
                         static_cast<int>(workbook.styles.cells.size()), workbook.date1904, entry->size, maxBytes},
                        *content);
     reader.read();
-    followReferences(package, part, reader.drawingId(), reader.tableIds(), *content);
+    followReferences(package, part, reader, maxBytes, *content);
     return content;
 }
 
 /// Drawings and tables are beside the cells: what is wrong with them is said with the sheet, which is whole otherwise.
-void XlsxReader::followReferences(const Package& package, const std::string& part, const std::string& drawingId,
-                                  const std::vector<std::string>& tableIds, SheetContent& content) const
+void XlsxReader::followReferences(const Package& package, const std::string& part, const SheetReader& reader,
+                                  qint64 maxBytes, SheetContent& content) const
 {
-    if (drawingId.empty() && tableIds.empty())
+    if (reader.drawingId().empty() && reader.controlsId().empty() && reader.tableIds().empty())
         return;
     try {
         const std::vector<Relationship> relationships = readRelationships(package, part);
@@ -202,17 +225,24 @@ void XlsxReader::followReferences(const Package& package, const std::string& par
             return found && !found->external ? package.find(found->target) : nullptr;
         };
         std::set<const Package::Entry*> tables;
-        for (const std::string& id : tableIds) {
+        for (const std::string& id : reader.tableIds()) {
             if (const Package::Entry* entry = target(id))
                 tables.insert(entry);
         }
         readTables(package, tables, content);
-        if (drawingId.empty())
+        if (const Package::Entry* comments = referredEntry(package, relationships, "comments"))
+            content.comments = readCommentMarks(package, *comments);
+        if (reader.drawingId().empty())
             return;
-        const Package::Entry* entry = target(drawingId);
+        const Package::Entry* entry = target(reader.drawingId());
         if (!entry)
             throw Fault{u"the part with the drawings is missing from the file"_s};
-        content.drawings = readDrawings(package, *entry);
+        SheetDrawings read = readDrawings(package, *entry, m_palette, package.find(m_theme),
+                                          target(reader.controlsId()), maxBytes - content.bytes());
+        content.drawings = std::move(read.drawings);
+        content.pictureBytes = read.pictureBytes;
+        if (!read.complete)
+            addProblem(content, u"The sheet holds more drawings than can be shown; some are missing."_s);
     } catch (const Fault& fault) {
         addProblem(content, u"Charts and pictures are missing: %1."_s.arg(fault.what));
     }

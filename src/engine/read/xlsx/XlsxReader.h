@@ -7,6 +7,8 @@
 
 namespace lumivane::engine {
 
+class SheetReader;
+
 /// Workbooks in a package of XML parts. The package is opened anew for each sheet.
 class XlsxReader : public FormatReader
 {
@@ -25,11 +27,12 @@ private:
                             WorkbookContent& content);
     void readTexts(const Package& package, const std::vector<Relationship>& relationships, qint64 maxBytes,
                    WorkbookContent& content);
-    void followReferences(const Package& package, const std::string& part, const std::string& drawingId,
-                          const std::vector<std::string>& tableIds, SheetContent& content) const;
+    void followReferences(const Package& package, const std::string& part, const SheetReader& reader, qint64 maxBytes,
+                          SheetContent& content) const;
 
     const QString m_path;
     Palette m_palette;
+    std::string m_theme;              ///< its part, read again for drawings; empty without one
     QString m_problem;                ///< what of all sheets could not be read, for the user; empty if all was
     std::vector<std::string> m_parts; ///< of the sheets, by index; empty where the workbook names none
 };

@@ -1,0 +1,170 @@
+#include "engine/draw/PictureCache.h"
+
+#include "engine/draw/MetafileConverter.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <algorithm>
+
+namespace lumivane::engine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype maxSvgBytes = 8 << 20;
+constexpr int maxSide = 4096;  // of a picture made of lines
+constexpr size_t maxSizes = 4; // that are kept of one picture
+
+struct Decoded
+{
+    QImage image;
+    QString problem;
+};
+
+Decoded decode(const QByteArray& bytes, PictureFormat format, const QSize& wanted)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer, formatName(format));
+    reader.setAutoDetectImageFormat(false);
+    if (!reader.canRead())
+        return {{}, u"it is damaged, or pictures of its format cannot be read here"_s};
+    const QSize own = reader.size();
+    if (own.isEmpty())
+        return {{}, u"it is damaged"_s};
+    if (format == PictureFormat::Svg)
+        reader.setScaledSize(wanted.boundedTo({maxSide, maxSide}));
+    else if (qint64(own.width()) * own.height() > PictureCache::maxPixels)
+        return {{}, u"it is too large"_s};
+    QImage image = reader.read();
+    if (image.isNull())
+        return {{}, u"it is damaged"_s};
+    // Painting makes pictures smaller by leaving out pixels; this takes their mean.
+    const QSize least = image.size().boundedTo(wanted);
+    if (format != PictureFormat::Svg && least != image.size())
+        image = image.scaled(least, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return {std::move(image).convertToFormat(QImage::Format_ARGB32_Premultiplied), {}};
+}
+
+} // namespace
+
+PictureCache& PictureCache::shared()
+{
+    static PictureCache cache;
+    return cache;
+}
+
+QImage PictureCache::image(const PictureFill& fill, const QSize& size)
+{
+    const QSize wanted = size.expandedTo({1, 1});
+    const std::lock_guard lock(m_mutex);
+    const QImage sharp = decoded(fill.outline, wanted);
+    return sharp.isNull() ? decoded(fill.data, wanted) : sharp;
+}
+
+QString PictureCache::problem(const PictureFill& fill)
+{
+    if (!fill.data && !fill.outline)
+        return u"it is not in the file"_s;
+    constexpr QSize small(16, 16);
+    const std::lock_guard lock(m_mutex);
+    for (const Data& data : {fill.outline, fill.data}) {
+        if (!data)
+            continue;
+        Entry& known = entry(data);
+        if (known.images.empty() && known.problem.isEmpty())
+            decoded(data, small);
+        if (known.problem.isEmpty() && known.images.empty())
+            return u"it takes too long"_s;
+        if (known.problem.isEmpty())
+            return {};
+    }
+    return entry(fill.data ? fill.data : fill.outline).problem;
+}
+
+PictureCache::Entry& PictureCache::entry(const Data& data)
+{
+    return m_entries[data];
+}
+
+QImage PictureCache::decoded(const Data& data, const QSize& size)
+{
+    if (!data)
+        return {};
+    Entry& known = entry(data);
+    for (size_t i = 0; i < known.sizes.size(); ++i) {
+        if (known.sizes[i] == size)
+            return known.images[i];
+    }
+    return known.problem.isEmpty() ? made(known, data, size) : QImage();
+}
+
+QImage PictureCache::made(Entry& known, const Data& data, const QSize& size)
+{
+    PictureFormat format = pictureFormat(data->bytes);
+    const bool isMetafile = format == PictureFormat::Emf || format == PictureFormat::Wmf;
+    if (isMetafile && known.outline.isEmpty()) {
+        if (!hasTimeForMetafiles())
+            return {};
+        QElapsedTimer spent;
+        spent.start();
+        ConvertedMetafile converted = convertMetafile(format, data->bytes);
+        m_metafileTime += spent.elapsed();
+        known.outline = std::move(converted.svg);
+        known.problem = std::move(converted.problem);
+    } else if (format == PictureFormat::Unknown) {
+        known.problem = u"its format is not known"_s;
+    } else if (format == PictureFormat::Svg && (data->bytes.size() > maxSvgBytes || !isSelfContained(data->bytes))) {
+        known.problem = u"it draws on other files"_s;
+    }
+    if (!known.problem.isEmpty())
+        return {};
+    Decoded decoded = isMetafile ? decode(known.outline, PictureFormat::Svg, size) : decode(data->bytes, format, size);
+    known.problem = std::move(decoded.problem);
+    if (decoded.image.isNull())
+        return {};
+    makeRoom(decoded.image.sizeInBytes());
+    if (known.images.size() >= maxSizes) {
+        m_bytes -= known.images.front().sizeInBytes();
+        known.images.erase(known.images.begin());
+        known.sizes.erase(known.sizes.begin());
+    }
+    m_bytes += decoded.image.sizeInBytes();
+    known.images.push_back(decoded.image);
+    known.sizes.push_back(size);
+    return decoded.image;
+}
+
+bool PictureCache::hasTimeForMetafiles()
+{
+    if (!m_metafileClock.isValid() || m_metafileClock.elapsed() > 60'000) {
+        m_metafileClock.start();
+        m_metafileTime = 0;
+    }
+    return m_metafileTime < maxMetafileTime;
+}
+
+/// Forgets pictures that no sheet holds any more, and all of them where that is not enough: they are quickly made anew.
+void PictureCache::makeRoom(qint64 bytes)
+{
+    const auto forget = [this](Entry& entry) {
+        for (const QImage& image : entry.images)
+            m_bytes -= image.sizeInBytes();
+        entry.images.clear();
+        entry.sizes.clear();
+    };
+    for (auto place = m_entries.begin(); place != m_entries.end();) {
+        const bool unused = place->first.expired();
+        if (unused)
+            forget(place->second);
+        place = unused ? m_entries.erase(place) : std::next(place);
+    }
+    if (m_bytes + bytes <= maxBytes)
+        return;
+    for (auto& [data, entry] : m_entries)
+        forget(entry);
+}
+
+} // namespace lumivane::engine

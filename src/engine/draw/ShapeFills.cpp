@@ -1,0 +1,181 @@
+#include "engine/draw/ShapeFills.h"
+
+#include "engine/draw/CellFills.h"
+#include "engine/draw/PictureCache.h"
+
+#include <QPainter>
+#include <QtMath>
+#include <algorithm>
+#include <cmath>
+
+namespace lumivane::engine {
+namespace {
+
+constexpr double emuPerPixel = 9525;
+
+QGradientStops stopsOf(const ShapeFill& fill)
+{
+    QGradientStops stops;
+    for (const GradientStop& stop : fill.stops)
+        stops.append({stop.position, QColor::fromRgba(stop.color)});
+    return stops;
+}
+
+QBrush linearBrush(const ShapeFill& fill, const QRectF& place)
+{
+    const double angle = qDegreesToRadians(fill.angle);
+    QPointF direction(std::cos(angle), std::sin(angle));
+    if (fill.scaled) {
+        direction = {direction.x() * place.height(), direction.y() * place.width()};
+        direction /= std::max(std::hypot(direction.x(), direction.y()), 1e-6);
+    }
+    // The line runs through the middle, as long as the place is in that direction.
+    const double half = (std::abs(direction.x()) * place.width() + std::abs(direction.y()) * place.height()) / 2;
+    QLinearGradient gradient(place.center() - direction * half, place.center() + direction * half);
+    gradient.setStops(stopsOf(fill));
+    return gradient;
+}
+
+/// From a rectangle in the shape to its sides, or from a point to its corners.
+void paintPathGradient(QPainter& painter, const QPainterPath& outline, const QRectF& place, const ShapeFill& fill)
+{
+    const QRectF inner(place.x() + fill.center.x() * place.width(), place.y() + fill.center.y() * place.height(),
+                       fill.center.width() * place.width(), fill.center.height() * place.height());
+    if (fill.round) {
+        const QPointF middle = inner.center();
+        const double across = std::max({middle.x() - place.left(), place.right() - middle.x(), 1e-3});
+        const double down = std::max({middle.y() - place.top(), place.bottom() - middle.y(), 1e-3});
+        QRadialGradient gradient(QPointF(0, 0), M_SQRT2);
+        gradient.setStops(stopsOf(fill));
+        QBrush brush(gradient);
+        brush.setTransform(QTransform(across, 0, 0, down, middle.x(), middle.y()));
+        painter.fillPath(outline, brush);
+        return;
+    }
+    QLinearGradient colors(QPointF(0, 0), QPointF(1, 0));
+    colors.setStops(stopsOf(fill));
+    constexpr int steps = 128;
+    QImage line(steps, 1, QImage::Format_ARGB32_Premultiplied);
+    line.fill(Qt::transparent);
+    QPainter along(&line);
+    along.scale(steps, 1);
+    along.fillRect(QRectF(0, 0, 1, 1), colors);
+    along.end();
+    painter.save();
+    painter.setClipPath(outline, Qt::IntersectClip);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    for (int i = steps; i-- > 0;) {
+        const double share = (i + 1.0) / steps;
+        const QRectF ring(QPointF(inner.left() + (place.left() - inner.left()) * share,
+                                  inner.top() + (place.top() - inner.top()) * share),
+                          QPointF(inner.right() + (place.right() - inner.right()) * share,
+                                  inner.bottom() + (place.bottom() - inner.bottom()) * share));
+        painter.fillRect(ring, line.pixelColor(i, 0));
+    }
+    painter.restore();
+}
+
+/// The pattern of cells that is nearest to one of shapes.
+Pattern nearestPattern(const std::string& name)
+{
+    const auto has = [&name](const char* part) { return name.find(part) != std::string::npos; };
+    if (name.starts_with("pct")) {
+        const int share = std::atoi(name.c_str() + 3);
+        return share <= 5    ? Pattern::Gray0625
+               : share <= 15 ? Pattern::Gray125
+               : share <= 30 ? Pattern::LightGray
+               : share <= 60 ? Pattern::MediumGray
+                             : Pattern::DarkGray;
+    }
+    const bool dark = name.starts_with("dk") || name.starts_with("wd") || name.starts_with("nar");
+    if (has("UpDiag"))
+        return dark ? Pattern::DarkUp : Pattern::LightUp;
+    if (has("DnDiag"))
+        return dark ? Pattern::DarkDown : Pattern::LightDown;
+    if (has("Horz") || name == "horz")
+        return dark ? Pattern::DarkHorizontal : Pattern::LightHorizontal;
+    if (has("Vert") || name == "vert")
+        return dark ? Pattern::DarkVertical : Pattern::LightVertical;
+    if (has("Grid") || name == "cross" || has("Brick"))
+        return Pattern::LightGrid;
+    if (has("Check"))
+        return Pattern::DarkGrid;
+    return name == "trellis" ? Pattern::DarkTrellis : Pattern::LightTrellis;
+}
+
+/// What stands where a picture cannot be shown.
+void paintMissing(QPainter& painter, const QRectF& place, double scale)
+{
+    painter.save();
+    painter.setPen(QPen(QColor(0x80, 0x80, 0x80), scale));
+    const QRectF frame = place.adjusted(scale / 2, scale / 2, -scale / 2, -scale / 2);
+    painter.drawRect(frame);
+    painter.drawLine(frame.topLeft(), frame.bottomRight());
+    painter.drawLine(frame.topRight(), frame.bottomLeft());
+    painter.restore();
+}
+
+void paintTiles(QPainter& painter, const QPainterPath& outline, const QRectF& place, const PictureFill& fill,
+                double scale)
+{
+    // Tiles are as large as the picture at 96 dots per inch.
+    constexpr QSize anySize(4096, 4096);
+    const QImage tile = PictureCache::shared().image(fill, anySize);
+    if (tile.isNull())
+        return paintMissing(painter, place, scale);
+    QBrush brush(tile);
+    brush.setTransform(QTransform(
+        std::clamp(fill.tileWidth, 0.01, 100.0) * scale, 0, 0, std::clamp(fill.tileHeight, 0.01, 100.0) * scale,
+        place.x() + fill.tileX / emuPerPixel * scale, place.y() + fill.tileY / emuPerPixel * scale));
+    painter.fillPath(outline, brush);
+}
+
+void paintPicture(QPainter& painter, const QPainterPath& outline, const QRectF& place, const PictureFill& fill,
+                  double scale)
+{
+    if (fill.tiled)
+        return paintTiles(painter, outline, place, fill, scale);
+    // The place that the whole picture would take, of which a part shows.
+    const double shownWidth = std::max(1 - fill.left - fill.right, 1e-3);
+    const double shownHeight = std::max(1 - fill.top - fill.bottom, 1e-3);
+    const QSizeF wholeSize(place.width() / shownWidth, place.height() / shownHeight);
+    constexpr double largest = 1e5;
+    const QImage image = PictureCache::shared().image(fill, wholeSize.boundedTo({largest, largest}).toSize());
+    if (image.isNull())
+        return paintMissing(painter, place, scale);
+    const QRectF whole(place.topLeft() - QPointF(fill.left * wholeSize.width(), fill.top * wholeSize.height()),
+                       wholeSize);
+    // Only what is left of it is painted, lest pixels that were cut off show in the smoothed edge.
+    const QRectF part(fill.left * image.width(), fill.top * image.height(), shownWidth * image.width(),
+                      shownHeight * image.height());
+    painter.save();
+    painter.setClipPath(outline, Qt::IntersectClip);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setOpacity(painter.opacity() * fill.opacity);
+    painter.drawImage(whole & place, image, part & QRectF(image.rect()));
+    painter.restore();
+}
+
+} // namespace
+
+void paintShapeFill(QPainter& painter, const QPainterPath& outline, const QRectF& place, const ShapeFill& fill,
+                    double scale)
+{
+    switch (fill.kind) {
+    case FillKind::None:
+        return;
+    case FillKind::Solid:
+        return painter.fillPath(outline, QColor::fromRgba(fill.color));
+    case FillKind::LinearGradient:
+        return painter.fillPath(outline, linearBrush(fill, place));
+    case FillKind::PathGradient:
+        return paintPathGradient(painter, outline, place, fill);
+    case FillKind::Pattern:
+        return painter.fillPath(outline,
+                                patternBrush({nearestPattern(fill.pattern), fill.color, fill.backColor}, scale));
+    case FillKind::Picture:
+        return paintPicture(painter, outline, place, fill.picture, scale);
+    }
+}
+
+} // namespace lumivane::engine

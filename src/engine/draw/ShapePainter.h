@@ -1,0 +1,35 @@
+#pragma once
+
+#include "engine/content/ShapeContent.h"
+#include "engine/draw/Fonts.h"
+
+#include <QRectF>
+
+class QPainter;
+
+namespace lumivane::engine {
+
+/// Draws shapes, pictures and groups of them at one scale.
+class ShapePainter
+{
+public:
+    ShapePainter(QPainter& painter, const Fonts& fonts) : m_painter(painter), m_fonts(fonts), m_scale(fonts.scale()) {}
+
+    /// Draws a shape whose frame, before it is turned, lies in `place`, in pixels.
+    void paint(const ShapeContent& shape, const QRectF& place);
+
+private:
+    void paintUnturned(const ShapeContent& shape, const QRectF& place);
+    void paintGroup(const ShapeContent& group, const QRectF& place);
+    void paintText(const ShapeContent& shape, const QRectF& textRect);
+
+    QPainter& m_painter;
+    const Fonts& m_fonts;
+    const double m_scale;
+};
+
+/// Whether what is turned by so many degrees lies on its side, so that the frame which encloses it as drawn has its
+/// width for its height.
+bool liesOnItsSide(double rotation);
+
+} // namespace lumivane::engine

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "engine/content/Drawings.h"
+#include "engine/read/xlsx/DrawingBudget.h"
+#include "engine/read/xlsx/DrawingPictures.h"
+
+namespace lumivane::engine {
+
+/// Reads how controls look from the older part that sheets keep them in (VML), by the numbers of their shapes.
+class ControlReader
+{
+public:
+    ControlReader(const Package& package, const Package::Entry& part, DrawingPictures& pictures, DrawingBudget& budget);
+
+    /// Adds looks and state to the controls, by the number of their shape. Throws Fault where the part is broken.
+    void read(const std::map<int, DrawingContent*>& controls);
+
+private:
+    void readShape(pugi::xml_node shape, DrawingContent& drawing);
+    ShapeText readText(pugi::xml_node shape, pugi::xml_node data, ControlKind kind);
+    void addRuns(pugi::xml_node node, const FontStyle& font, ShapeParagraph& paragraph, int depth);
+
+    const Package& m_package;
+    const Package::Entry& m_part;
+    DrawingPictures& m_pictures;
+    DrawingBudget& m_budget;
+    std::vector<Relationship> m_relationships;
+};
+
+} // namespace lumivane::engine

@@ -1,0 +1,257 @@
+#include "Pictures.h"
+#include "engine/draw/DrawingLayer.h"
+#include "engine/draw/GuideValues.h"
+#include "engine/draw/PictureCache.h"
+#include "engine/draw/PictureFormat.h"
+#include "support/TextTable.h"
+
+#include <QBuffer>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace lumivane::engine {
+namespace {
+
+/// A red shape from one cell's corner to another's.
+DrawingContent shapeOn(const CellArea& anchor, const std::string& preset = "rect")
+{
+    DrawingContent drawing;
+    drawing.anchor = anchor;
+    drawing.shape.kind = ShapeContent::Kind::Shape;
+    drawing.shape.geometry.preset = preset;
+    drawing.shape.fill.kind = FillKind::Solid;
+    drawing.shape.fill.color = red;
+    return drawing;
+}
+
+QImage drawn(const DrawingContent& drawing, double scale = 1)
+{
+    SheetBuilder made;
+    made.sheet().drawings = {drawing};
+    return draw(made, 12, 6, scale);
+}
+
+QByteArray encoded(const QImage& image, const char* format = "png")
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    image.save(&buffer, format);
+    return bytes;
+}
+
+/// Its left half red, its right half blue.
+PictureFill redAndBlue()
+{
+    QImage image(20, 10, QImage::Format_RGB32);
+    image.fill(red);
+    for (int y = 0; y < 10; ++y)
+        for (int x = 10; x < 20; ++x)
+            image.setPixel(x, y, blue);
+    PictureFill fill;
+    fill.data = std::make_shared<const PictureData>(PictureData{u"image1.png"_s, encoded(image)});
+    return fill;
+}
+
+DrawingContent pictureOn(const CellArea& anchor, const PictureFill& fill)
+{
+    DrawingContent drawing = shapeOn(anchor);
+    drawing.kind = DrawingKind::Picture;
+    drawing.shape.kind = ShapeContent::Kind::Picture;
+    drawing.shape.fill.kind = FillKind::Picture;
+    drawing.shape.fill.picture = fill;
+    return drawing;
+}
+
+TEST(Drawings, FollowTheRowsOrKeepTheirSize)
+{
+    SheetBuilder made;
+    made.row(3).hidden = true;
+    DrawingContent fixed = shapeOn({2, 5, 2, 5});
+    fixed.anchorKind = AnchorKind::OneCell;
+    fixed.width = 20 * 9525;
+    fixed.height = 60 * 9525;
+    DrawingContent inset = shapeOn({2, 2, 6, 3});
+    inset.startY = 100 * 9525; // beyond its cell
+    made.sheet().drawings = {inset, fixed};
+    const QImage image = draw(made, 12, 6, 2);
+    EXPECT_EQ(ink(image, QRect(0, 0, 256, 440)), QRect(128, 80, 128, 80));
+    EXPECT_EQ(ink(image, QRect(400, 0, 300, 440)), QRect(512, 40, 40, 120));
+}
+
+TEST(Drawings, AreTurnedAboutTheirCenter)
+{
+    DrawingContent shape = shapeOn({2, 2, 6, 5}); // 192 x 80 pixels
+    shape.shape.rotation = 90;
+    EXPECT_EQ(ink(drawn(shape)), QRect(64, 20, 192, 80)) << "the anchor encloses it as it lies";
+    shape.anchorKind = AnchorKind::OneCell;
+    shape.width = 100 * 9525;
+    shape.height = 40 * 9525;
+    EXPECT_EQ(ink(drawn(shape)), QRect(94, -10, 40, 100).intersected(QRect(0, 0, 384, 240)));
+}
+
+TEST(Drawings, PlaceTheChildrenOfGroups)
+{
+    DrawingContent group = shapeOn({1, 1, 6, 3}); // 128 x 100 pixels
+    group.shape.kind = ShapeContent::Kind::Group;
+    group.shape.childPlace = QRectF(1000, 1000, 128, 50);
+    ShapeContent child = shapeOn({}).shape;
+    child.place = QRectF(1064, 1025, 32, 25);
+    group.shape.children = {child};
+    EXPECT_EQ(ink(drawn(group)), QRect(64, 50, 32, 50));
+    group.shape.flippedAcross = true;
+    EXPECT_EQ(ink(drawn(group)), QRect(32, 50, 32, 50));
+}
+
+TEST(Drawings, HaveTheOutlinesOfPresets)
+{
+    // Points of a shape of 128 x 100 pixels, in percent.
+    for (const auto& [preset, inside, outside] : test::textTable<3>(R"(
+        rect             | 2,2 98,98         |
+        roundRect        | 2,50 50,2         | 1,1 99,99
+        ellipse          | 50,3 85,80        | 8,8 92,92
+        triangle         | 50,20 10,95       | 10,20 90,20
+        rtTriangle       | 10,20 90,96       | 90,20
+        diamond          | 50,5 5,50         | 15,15 85,85
+        parallelogram    | 30,5 70,95        | 3,3 97,97
+        trapezoid        | 5,95 50,5         | 3,3 97,3
+        hexagon          | 3,50 50,3         | 3,3 97,97
+        octagon          | 3,50 50,3         | 3,3 97,97
+        pentagon         | 50,5 25,97        | 5,5 3,97
+        plus             | 50,3 3,50         | 5,5 95,95
+        star4            | 50,5 50,50        | 30,30 70,70
+        star5            | 50,5 50,50        | 10,10 50,95
+        rightArrow       | 5,50 95,50 62,10  | 5,10 95,10
+        leftArrow        | 95,50 5,50 38,10  | 95,10 5,10
+        upArrow          | 50,5 50,95 12,45  | 12,95 5,5
+        downArrow        | 50,5 50,95 12,55  | 12,5 5,95
+        leftRightArrow   | 4,50 96,50        | 50,10
+        chevron          | 50,50 95,50       | 5,50 97,10
+        homePlate        | 5,50 95,50        | 97,10
+        wedgeRectCallout | 5,5 50,95         |
+        can              | 50,50 50,3        | 1,1 99,99
+        donut            | 50,5 5,50         | 50,50
+        flowChartDecision | 50,5             | 15,15
+        somethingNew     | 2,2 98,98         |
+    )")) {
+        const QImage image = drawn(shapeOn({1, 1, 6, 3}, preset.toStdString()));
+        const auto colorAt = [&](const QString& point) {
+            const QStringList parts = point.split(u',');
+            return image.pixel(int(parts[0].toInt() * 1.28), parts[1].toInt());
+        };
+        for (const QString& point : inside.split(u' ', Qt::SkipEmptyParts))
+            EXPECT_EQ(colorAt(point), red) << preset << point;
+        for (const QString& point : outside.split(u' ', Qt::SkipEmptyParts))
+            EXPECT_EQ(colorAt(point), white) << preset << point;
+    }
+    EXPECT_EQ(drawingGap(shapeOn({1, 1, 2, 2})), QString());
+    EXPECT_EQ(drawingGap(shapeOn({1, 1, 2, 2}, "somethingNew")), u"its outline is drawn as a rectangle"_s);
+}
+
+TEST(Drawings, ComputeGuides)
+{
+    for (const auto& [formula, expected] : test::textTable<2>(R"(
+        val 7          | 7
+        */ w 1 4       | 50
+        +- h 5 1       | 104
+        +/ 4 6 5       | 2
+        ?: 0 1 2       | 2
+        pin 0 w 100    | 100
+        mod 3 4 0      | 5
+        at2 1 1        | 2700000
+        cos 10 cd2     | -10
+        */ 1 1 0       | 0
+        sqrt -1        | 0
+        before         | 0
+        +- before 1 0  | 8
+    )")) {
+        const GuideValues values({200, 100}, {{"before", "val 7"}}, {{"x", formula.toStdString()}});
+        EXPECT_NEAR(values.value("x"), expected.toDouble(), 1e-6) << formula;
+    }
+}
+
+TEST(Pictures, AreCutMirroredAndTurned)
+{
+    const CellArea place{1, 1, 6, 3};
+    PictureFill fill = redAndBlue();
+    EXPECT_EQ(drawn(pictureOn(place, fill)).pixel(30, 50), red);
+    EXPECT_EQ(drawn(pictureOn(place, fill)).pixel(100, 50), blue);
+    DrawingContent mirrored = pictureOn(place, fill);
+    mirrored.shape.flippedAcross = true;
+    EXPECT_EQ(drawn(mirrored).pixel(30, 50), blue);
+    mirrored.shape.rotation = 180;
+    EXPECT_EQ(drawn(mirrored).pixel(30, 50), red);
+    fill.left = 0.5;
+    EXPECT_EQ(drawn(pictureOn(place, fill)).pixel(5, 50), blue);
+    fill.opacity = 0.5;
+    EXPECT_NEAR(qRed(drawn(pictureOn(place, fill)).pixel(100, 50)), 128, 1);
+}
+
+TEST(Pictures, AreRefusedWithAReason)
+{
+    QByteArray bomb = encoded(QImage(1, 1, QImage::Format_RGB32), "bmp");
+    for (const int at : {18, 22}) // its sides
+        bomb.replace(at, 4, QByteArray("\x10\x27\0\0", 4));
+    const std::tuple<const char*, QByteArray, QString> rows[] = {
+        {"cut off", redAndBlue().data->bytes.left(30), u"it is damaged"_s},
+        {"10000 by 10000 pixels", bomb, u"it is too large"_s},
+        {"of another format", "II\xbc\1", u"its format is not known"_s},
+        {"leading elsewhere", "<svg xmlns='http://www.w3.org/2000/svg'><style>@import url(x)</style></svg>",
+         u"it draws on other files"_s},
+    };
+    for (const auto& [name, bytes, expected] : rows) {
+        PictureFill fill;
+        fill.data = std::make_shared<const PictureData>(PictureData{u"x"_s, bytes});
+        EXPECT_TRUE(drawingGap(pictureOn({1, 1, 6, 3}, fill)).startsWith(expected)) << name;
+        EXPECT_EQ(drawn(pictureOn({1, 1, 6, 3}, fill)).pixel(60, 0), qRgb(0x80, 0x80, 0x80)) << name;
+    }
+    EXPECT_EQ(drawingGap(pictureOn({1, 1, 6, 3}, {})), u"it is not in the file"_s);
+}
+
+TEST(Pictures, OfLinesLeadNowhere)
+{
+    for (const auto& [name, inside, allowed] : test::textTable<3>(R"(
+        own element       | <path fill='url(#a)'/>                                   | yes
+        own pixels        | <image href='data:image/png;base64,iVBOR'/>              | yes
+        a file            | <image href='/etc/passwd'/>                              | no
+        another SVG in it | <image href='data:image/png;base64,PHN2Zz4='/>           | no
+        a style           | <path style='fill:url( "http://x/y")'/>                  | no
+        broken            | <path>                                                   | no
+    )"))
+        EXPECT_EQ(isSelfContained(QString(u"<svg>"_s + inside + u"</svg>"_s).toUtf8()), allowed == u"yes") << name;
+    const QString repeats = u"<use href='#a'/>"_s.repeated(9);
+    EXPECT_FALSE(isSelfContained(QString(u"<svg>"_s + repeats + u"</svg>"_s).toUtf8()));
+    EXPECT_FALSE(isSelfContained("<!DOCTYPE svg [<!ENTITY a 'b'>]><svg>&a;</svg>"));
+}
+
+TEST(Comments, AreMarkedInTheCornerOfTheirCells)
+{
+    SheetBuilder made;
+    made.sheet().comments = {{2, 2, false}, {40, 40, false}};
+    EXPECT_EQ(ink(draw(made, 4, 4, 2)), QRect(245, 40, 11, 11));
+    made.sheet().view.rightToLeft = true;
+    EXPECT_EQ(draw(made, 4, 4).pixel(128, 20), red);
+}
+
+TEST(Drawings, WriteTheirTexts)
+{
+    DrawingContent box = shapeOn({1, 1, 6, 3});
+    box.shape.fill.kind = FillKind::None;
+    ShapeParagraph paragraph;
+    paragraph.runs = {{u"Text"_s, FontStyle()}};
+    box.shape.text.paragraphs = {paragraph};
+    const QRect top = ink(drawn(box));
+    EXPECT_TRUE(QRect(9, 5, 40, 20).contains(top)) << top.x() << ' ' << top.y();
+    box.shape.text.anchor = TextAnchor::Bottom;
+    box.shape.text.paragraphs[0].align = TextAlign::Right;
+    const QRect bottom = ink(drawn(box));
+    EXPECT_TRUE(QRect(78, 75, 41, 20).contains(bottom)) << bottom.x() << ' ' << bottom.y();
+    box.shape.flippedDown = true;
+    EXPECT_LT(ink(drawn(box)).bottom(), 30) << "on its head, not mirrored";
+    box.shape.text.turn = TextTurn::Clockwise;
+    const QRect turned = ink(drawn(box));
+    EXPECT_GT(turned.height(), turned.width());
+}
+
+} // namespace
+} // namespace lumivane::engine

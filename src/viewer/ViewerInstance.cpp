@@ -78,7 +78,9 @@ public:
         if (drawing < 0)
             return {WindowSelection::Kind::Range, QString()};
         const auto& content = sheet->sheet().content().drawings[static_cast<size_t>(drawing)];
-        return {content.kind == engine::DrawingKind::Chart ? WindowSelection::Kind::Chart : WindowSelection::Kind::Other, content.name};
+        return {content.kind == engine::DrawingKind::Chart ? WindowSelection::Kind::Chart
+                                                           : WindowSelection::Kind::Other,
+                content.name};
     }
     QString RangeSelection() override { return shown() ? shown()->selection().address() : QString(); }
     int PanesCount() override { return shown() ? shown()->panes().count() : 0; }

@@ -82,9 +82,9 @@ struct SheetContent
     std::vector<RowContent> rows;       ///< those stored, ascending
     std::vector<ColumnContent> columns; ///< ascending, not overlapping
     MergedCells merged;
-    std::vector<CellArea> filtered;       ///< ranges of auto filters
-    std::vector<DrawingContent> drawings; ///< each lies over those before it
-    qint64 pictureBytes = 0;              ///< that the drawings' pictures take
+    std::vector<CellArea> filtered;          ///< ranges of auto filters
+    std::vector<DrawingContent> drawings;    ///< each lies over those before it
+    qint64 pictureBytes = 0;                 ///< that the drawings' pictures take
     std::vector<ConditionalRule> conditions; ///< by priority, the strongest first
     std::vector<SparklineGroup> sparklines;
     std::vector<UnreadLook> unread;

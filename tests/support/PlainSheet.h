@@ -34,7 +34,7 @@ public:
     void clear(const QString& address)
     {
         const CellArea area = CellArea::parse(address).value();
-        m_cells.erase({area.firstRow, area.firstColumn});
+        std::erase_if(m_cells, [&](const auto& cell) { return area.contains(cell.first.first, cell.first.second); });
     }
     PlainSheet& shape(const QString& name)
     {

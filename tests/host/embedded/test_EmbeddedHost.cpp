@@ -175,16 +175,16 @@ TEST(EmbeddedSheet, TellsWhatAPictureLacks)
     EXPECT_EQ(missing(u"A1:D6"_s), QString()) << "squeezed away with its rows";
 }
 
-TEST(EmbeddedSheet, TellsOfConditionalFormatsOnlyWhereTheyHold)
+TEST(EmbeddedSheet, NamesConditionalFormatsThatAreLeftOutOnlyWhereTheyLie)
 {
     OwnApplication own;
-    const auto sheet =
-        own.open(WorkbookParts(
-                     {{"Data",
-                       oneCell + "<conditionalFormatting sqref='B2:C4'><cfRule type='cellIs'/></conditionalFormatting>",
-                       ""}}))
-            ->ActiveSheet();
-    const Undrawn conditions{Undrawn::Kind::Look, u"formats that depend on conditions"_s};
+    const auto sheet = own.open(WorkbookParts({{"Data",
+                                                oneCell + "<conditionalFormatting sqref='B2:C4'><cfRule "
+                                                          "type='expression'><formula>NOSUCH()</formula></cfRule>"
+                                                          "</conditionalFormatting>",
+                                                ""}}))
+                           ->ActiveSheet();
+    const Undrawn conditions{Undrawn::Kind::Look, u"conditional formats (the function NOSUCH)"_s};
     EXPECT_EQ(sheet->undrawn(area(u"C4:F9"_s)), std::vector{conditions});
     EXPECT_TRUE(sheet->undrawn(area(u"A1:A9"_s)).empty());
 }

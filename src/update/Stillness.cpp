@@ -59,7 +59,7 @@ bool staysAsItWas(const QString& path, const FileStamp& firstLook)
     auto rest = betweenLooks;
     if (isLookedAt(path, firstLook))
         rest -= duration_cast<milliseconds>(steady_clock::now() - firstLooks().time);
-    if (rest > 0ms)
+    if (rest.count() > 0)
         pauseFor(int(rest.count()));
     return FileStamp::of(path) == firstLook;
 }

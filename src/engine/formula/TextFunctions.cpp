@@ -187,7 +187,10 @@ FormulaValue join(FunctionCall& call)
             continue;
         }
         const FormulaValue all = call.evaluation().arrayOf(call.value(place));
-        std::all_of(all.array().values.begin(), all.array().values.end(), add);
+        for (const FormulaValue& value : all.array().values) {
+            if (!add(value))
+                break;
+        }
     }
     return text;
 }

@@ -225,16 +225,16 @@ QImage EmbeddedSheet::CopyShapePicture(const QString& name, double scale)
     const auto drawing = std::find_if(drawings.begin(), drawings.end(), [&](const DrawingContent& one) {
         return one.name.compare(name, Qt::CaseInsensitive) == 0;
     });
-    const auto fail = [this, &name](const QString& sentence, const QString& kind) {
-        throw RuntimeError(RuntimeError::ApplicationDefined, sentence.arg(kind, name, place()));
+    const auto failure = [&](const QString& sentence, const QString& kind) {
+        return RuntimeError(RuntimeError::ApplicationDefined, sentence.arg(kind, name, place()));
     };
     if (drawing == drawings.end())
-        fail(u"There is no %1 \"%2\" on %3."_s, u"chart or shape"_s);
+        throw failure(u"There is no %1 \"%2\" on %3."_s, u"chart or shape"_s);
     if (isUndrawn(*drawing))
-        fail(u"The %1 \"%2\" on %3 cannot be drawn yet."_s, kindWord(drawing->kind));
+        throw failure(u"The %1 \"%2\" on %3 cannot be drawn yet."_s, kindWord(drawing->kind));
     const QImage picture = painter().drawingImage(*drawing, std::clamp(scale, 0.01, maxPictureScale));
     if (picture.isNull())
-        fail(u"The %1 \"%2\" on %3 has no size or is too large for a picture."_s, kindWord(drawing->kind));
+        throw failure(u"The %1 \"%2\" on %3 has no size or is too large for a picture."_s, kindWord(drawing->kind));
     return picture;
 }
 

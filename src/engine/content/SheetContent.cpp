@@ -62,12 +62,15 @@ const ColumnContent* SheetContent::findColumn(int column) const
 
 qint64 SheetContent::bytes() const
 {
-    qint64 drawn = pictureBytes;
+    qint64 beside = pictureBytes;
     for (const DrawingContent& drawing : drawings)
-        drawn += drawingBytes(drawing);
-    return drawn +
+        beside += drawingBytes(drawing);
+    for (const PivotContent& pivot : pivots)
+        beside += qint64(sizeof(pivot) + pivot.rows.capacity() + pivot.columns.capacity());
+    return beside +
            qint64(cells.capacity() * sizeof(Cell) + rows.capacity() * sizeof(RowContent) +
-                  columns.capacity() * sizeof(ColumnContent) + comments.capacity() * sizeof(CommentMark)) +
+                  columns.capacity() * sizeof(ColumnContent) + comments.capacity() * sizeof(CommentMark) +
+                  tables.capacity() * sizeof(TableContent)) +
            merged.bytes() + texts.bytes() + qint64(sizeof(*this));
 }
 

@@ -5,6 +5,7 @@
 #include "engine/content/Drawings.h"
 #include "engine/content/MergedCells.h"
 #include "engine/content/Sparklines.h"
+#include "engine/content/Tables.h"
 #include "engine/content/TextTable.h"
 #include "platform/CellArea.h"
 
@@ -61,13 +62,6 @@ struct SheetView
     QString activeCell;
 };
 
-/// A look of cells that is not read, such as a conditional format: a picture of these cells lacks it.
-struct UnreadLook
-{
-    QString what; ///< as in "Not shown here: the look of the table "Sales""
-    CellArea area;
-};
-
 /// Of a cell that has a comment.
 struct CommentMark
 {
@@ -87,7 +81,8 @@ struct SheetContent
     qint64 pictureBytes = 0;                 ///< that the drawings' pictures take
     std::vector<ConditionalRule> conditions; ///< by priority, the strongest first
     std::vector<SparklineGroup> sparklines;
-    std::vector<UnreadLook> unread;
+    std::vector<TableContent> tables;
+    std::vector<PivotContent> pivots;
     std::vector<CommentMark> comments;
     TextTable texts;
     SheetView view;

@@ -185,11 +185,6 @@ std::vector<Undrawn> EmbeddedSheet::undrawn(const CellArea& area)
     if (!content().problem.isEmpty())
         missing.push_back({Undrawn::Kind::Part, content().problem});
     addUndrawn(area, missing);
-    for (const UnreadLook& look : content().unread) {
-        const Undrawn entry{Undrawn::Kind::Look, look.what};
-        if (intersect(look.area, area) && std::find(missing.begin(), missing.end(), entry) == missing.end())
-            missing.push_back(entry);
-    }
     for (const QString& fault : shown().conditionsLeftOut(area))
         missing.push_back({Undrawn::Kind::Look, u"conditional formats (%1)"_s.arg(fault)});
     if (const qint64 formulas = uncomputedFormulas(area))

@@ -88,15 +88,6 @@ TEST(Drawings, TellControlsFromShapes)
     EXPECT_EQ(sheet->drawings[1].kind, DrawingKind::Shape);
 }
 
-TEST(Looks, AreToldWhereTheyAreNotRead)
-{
-    const auto sheet = readSheet(bookWithDrawing(""));
-    QStringList looks;
-    for (const UnreadLook& look : sheet->unread)
-        looks << look.what + u' ' + look.area.relative();
-    EXPECT_EQ(looks, QStringList({u"the look of the table \"Sales\" A1:C9"_s}));
-}
-
 TEST(Tables, AreReadOnceEachAndNotWithoutEnd)
 {
     const auto bookWithTables = [](int names, int files) {
@@ -114,9 +105,9 @@ TEST(Tables, AreReadOnceEachAndNotWithoutEnd)
         return readSheet(book);
     };
     const auto oneFile = bookWithTables(20000, 1), manyFiles = bookWithTables(1001, 1001);
-    EXPECT_EQ(oneFile->unread.size(), 1u);
+    EXPECT_EQ(oneFile->tables.size(), 1u);
     EXPECT_EQ(oneFile->problem, u""_s);
-    EXPECT_EQ(manyFiles->unread.size(), 1000u);
+    EXPECT_EQ(manyFiles->tables.size(), 1000u);
     EXPECT_EQ(manyFiles->problem, u"The looks of all but 1000 tables are missing."_s);
 }
 

@@ -6,8 +6,7 @@
 #include "engine/read/xlsx/RichText.h"
 #include "engine/read/xlsx/SheetReader.h"
 #include "engine/read/xlsx/StyleReader.h"
-
-#include <set>
+#include "engine/read/xlsx/TableReader.h"
 
 namespace lumivane::engine {
 
@@ -31,35 +30,9 @@ const Package::Entry* referredEntry(const Package& package, const std::vector<Re
     return entry;
 }
 
-void readTable(pugi::xml_node table, SheetContent& content)
-{
-    const pugi::xml_node filter = childNamed(table, "autoFilter");
-    if (const std::optional<CellArea> area = areaFrom(attributeOf(filter, "ref")))
-        content.filtered.push_back(*area);
-    const pugi::xml_node look = childNamed(table, "tableStyleInfo");
-    const std::optional<CellArea> area = areaFrom(attributeOf(table, "ref"));
-    if (area && localName(table) == "table" && !attributeOf(look, "name").empty() &&
-        attributeOf(look, "name") != "None")
-        content.unread.push_back(
-            {u"the look of the table \"%1\""_s.arg(textFrom(attributeOf(table, "displayName"))), *area});
-}
-
 void addProblem(SheetContent& content, const QString& sentence)
 {
     content.problem += (content.problem.isEmpty() ? u""_s : u" "_s) + sentence;
-}
-
-/// Each once, whatever number of times the sheet names it.
-void readTables(const Package& package, const std::set<const Package::Entry*>& tables, SheetContent& content)
-{
-    size_t count = 0;
-    for (const Package::Entry* entry : tables) {
-        if (++count > maxTables)
-            return addProblem(content, u"The looks of all but %1 tables are missing."_s.arg(maxTables));
-        pugi::xml_document document;
-        readSmallPart(package, *entry, document);
-        readTable(document.document_element(), content);
-    }
 }
 
 std::vector<CommentMark> readCommentMarks(const Package& package, const Package::Entry& entry)
@@ -169,6 +142,7 @@ void XlsxReader::readThemeAndStyles(const Package& package, const std::vector<Re
     if (const Package::Entry* look = referredEntry(package, relationships, "styles", &missing)) {
         readSmallPart(package, *look, document);
         content.styles = readStyles(document.document_element(), m_palette);
+        m_tableStyles.readOwn(document.document_element(), content.styles.differentials);
     } else if (!missing.empty()) {
         // Dates look like numbers then, so whoever sees the sheet must know.
         m_problem =
@@ -214,10 +188,8 @@ std::shared_ptr<const SheetContent> XlsxReader::readSheet(const WorkbookContent&
 
 /// Drawings and tables are beside the cells: what is wrong with them is said with the sheet, which is whole otherwise.
 void XlsxReader::followReferences(const Package& package, const std::string& part, const SheetReader& reader,
-                                  qint64 maxBytes, SheetContent& content) const
+                                  qint64 maxBytes, SheetContent& content)
 {
-    if (reader.drawingId().empty() && reader.controlsId().empty() && reader.tableIds().empty())
-        return;
     try {
         const std::vector<Relationship> relationships = readRelationships(package, part);
         const auto target = [&](const std::string& id) {
@@ -227,6 +199,11 @@ void XlsxReader::followReferences(const Package& package, const std::string& par
         std::set<const Package::Entry*> tables;
         for (const std::string& id : reader.tableIds()) {
             if (const Package::Entry* entry = target(id))
+                tables.insert(entry);
+        }
+        for (const Relationship& reference : relationships) {
+            const Package::Entry* entry = reference.external ? nullptr : package.find(reference.target);
+            if (reference.type == "pivotTable" && entry)
                 tables.insert(entry);
         }
         readTables(package, tables, content);
@@ -246,6 +223,31 @@ void XlsxReader::followReferences(const Package& package, const std::string& par
     } catch (const Fault& fault) {
         addProblem(content, u"Charts and pictures are missing: %1."_s.arg(fault.what));
     }
+}
+
+/// Each once, whatever number of times the sheet names it. One that is broken does not keep the others from being read.
+void XlsxReader::readTables(const Package& package, const std::set<const Package::Entry*>& tables,
+                            SheetContent& content)
+{
+    TableReader reader(m_tableStyles, m_palette, content);
+    QString broken;
+    size_t count = 0;
+    for (const Package::Entry* entry : tables) {
+        if (++count > maxTables) {
+            addProblem(content, u"The looks of all but %1 tables are missing."_s.arg(maxTables));
+            break;
+        }
+        try {
+            pugi::xml_document document;
+            readSmallPart(package, *entry, document);
+            reader.readTable(document.document_element());
+            reader.readPivot(document.document_element());
+        } catch (const Fault& fault) {
+            broken = fault.what;
+        }
+    }
+    if (!broken.isEmpty())
+        addProblem(content, u"The look of a table is missing: %1."_s.arg(broken));
 }
 
 } // namespace lumivane::engine

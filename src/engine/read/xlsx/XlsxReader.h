@@ -4,6 +4,9 @@
 #include "engine/read/package/Package.h"
 #include "engine/read/package/SmallParts.h"
 #include "engine/read/xlsx/Palette.h"
+#include "engine/read/xlsx/TableStyles.h"
+
+#include <set>
 
 namespace lumivane::engine {
 
@@ -28,10 +31,12 @@ private:
     void readTexts(const Package& package, const std::vector<Relationship>& relationships, qint64 maxBytes,
                    WorkbookContent& content);
     void followReferences(const Package& package, const std::string& part, const SheetReader& reader, qint64 maxBytes,
-                          SheetContent& content) const;
+                          SheetContent& content);
+    void readTables(const Package& package, const std::set<const Package::Entry*>& tables, SheetContent& content);
 
     const QString m_path;
     Palette m_palette;
+    TableStyles m_tableStyles;
     std::string m_theme;              ///< its part, read again for drawings; empty without one
     QString m_problem;                ///< what of all sheets could not be read, for the user; empty if all was
     std::vector<std::string> m_parts; ///< of the sheets, by index; empty where the workbook names none

@@ -19,7 +19,8 @@ const SheetOverlay noOverlay;
 ShownSheet::ShownSheet(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
                        const SheetOverlay* overlay, WorkbookCells::SheetSource others)
     : m_workbook(std::move(workbook)), m_sheet(std::move(sheet)), m_overlay(overlay ? overlay : &noOverlay),
-      m_styles(m_workbook->styles), m_formats(m_workbook->styles.numberFormats.size())
+      m_styles(m_workbook->styles), m_tables(TableLooks::of(*m_sheet)),
+      m_formats(m_workbook->styles.numberFormats.size())
 {
     if (!m_sheet->conditions.empty())
         m_conditions = std::make_unique<Conditions>(m_workbook, m_sheet, others);
@@ -141,7 +142,8 @@ const std::vector<TextRun>* ShownSheet::runs(int row, int column) const
 int ShownSheet::styleIndex(int row, int column) const
 {
     const int stored = storedStyle(row, column);
-    return m_conditions ? m_styles.combined(stored, nullptr, m_conditions->at(row, column).look) : stored;
+    return m_styles.combined(stored, m_tables ? m_tables->at(row, column) : nullptr,
+                             m_conditions ? m_conditions->at(row, column).look : nullptr);
 }
 
 int ShownSheet::storedStyle(int row, int column) const

@@ -7,6 +7,7 @@
 #include "engine/show/Conditions.h"
 #include "engine/show/SheetOverlay.h"
 #include "engine/show/Sparklines.h"
+#include "engine/show/TableLooks.h"
 
 #include <functional>
 #include <memory>
@@ -80,6 +81,7 @@ private:
     std::shared_ptr<const SheetContent> m_sheet;
     const SheetOverlay* m_overlay;
     mutable CombinedStyles m_styles;
+    std::unique_ptr<TableLooks> m_tables;                         ///< null where no table changes a cell
     std::unique_ptr<Conditions> m_conditions;                     ///< null where the sheet has none
     std::unique_ptr<Sparklines> m_sparklines;                     ///< the same
     mutable std::vector<std::unique_ptr<NumberFormat>> m_formats; ///< by CellStyle::numberFormat

@@ -51,7 +51,7 @@ void appendCell(std::string& xml, int row, int column, std::minstd_rand& random,
     }
 }
 
-std::string sheetXml(int rows, int columns, int texts)
+std::string sheetXml(int rows, int columns, int texts, const std::string& conditions)
 {
     std::minstd_rand random(7);
     const std::string last = columnName(columns) + std::to_string(rows);
@@ -64,8 +64,9 @@ std::string sheetXml(int rows, int columns, int texts)
             appendCell(xml, row, column, random, texts);
         xml += "</row>";
     }
-    return xml + "</sheetData><pageMargins left=\"0.7\" right=\"0.7\" top=\"0.75\" bottom=\"0.75\" header=\"0.3\" "
-                 "footer=\"0.3\"/>";
+    return xml + "</sheetData>" + conditions +
+           "<pageMargins left=\"0.7\" right=\"0.7\" top=\"0.75\" bottom=\"0.75\" header=\"0.3\" "
+           "footer=\"0.3\"/>";
 }
 
 void deflate(PackageEntry& entry)
@@ -93,17 +94,49 @@ void deflate(PackageEntry& entry)
 
 } // namespace
 
-QByteArray largeWorkbook(int rows, int columns)
+std::string everyCondition(const std::string& cells)
+{
+    std::string xml = "<conditionalFormatting sqref=\"" + cells + "\">";
+    int priority = 0;
+    const auto add = [&](const std::string& attributes, const std::string& contents) {
+        xml += "<cfRule dxfId=\"0\" priority=\"" + std::to_string(++priority) + "\" " + attributes + ">" + contents +
+               "</cfRule>";
+    };
+    add("type=\"cellIs\" operator=\"between\"", "<formula>100</formula><formula>120</formula>");
+    add("type=\"expression\"", "<formula>AND(MOD(ROW(),7)=0,$D1>AVERAGE($D$1:$D$30))</formula>");
+    add("type=\"containsText\" operator=\"containsText\" text=\"11\"",
+        "<formula>NOT(ISERROR(SEARCH(\"11\",A1)))</formula>");
+    add("type=\"beginsWith\" operator=\"beginsWith\" text=\"9\"", "<formula>LEFT(A1,1)=\"9\"</formula>");
+    add("type=\"containsBlanks\"", "<formula>LEN(TRIM(A1))=0</formula>");
+    add("type=\"containsErrors\"", "<formula>ISERROR(A1)</formula>");
+    add("type=\"timePeriod\" timePeriod=\"lastMonth\"", "");
+    add("type=\"top10\" rank=\"3\"", "");
+    add("type=\"top10\" rank=\"5\" percent=\"1\" bottom=\"1\"", "");
+    add("type=\"aboveAverage\" stdDev=\"2\"", "");
+    add("type=\"duplicateValues\"", "");
+    add("type=\"uniqueValues\"", "");
+    const std::string ends = "<cfvo type=\"min\"/><cfvo type=\"max\"/>";
+    add("type=\"colorScale\"",
+        "<colorScale>" + ends + "<color rgb=\"FFFFFFFF\"/><color rgb=\"FF63BE7B\"/></colorScale>");
+    add("type=\"dataBar\"", "<dataBar>" + ends + "<color rgb=\"FF638EC6\"/></dataBar>");
+    add("type=\"iconSet\"",
+        "<iconSet iconSet=\"3Arrows\"><cfvo type=\"percent\" val=\"0\"/><cfvo type=\"percent\" val=\"33\"/>"
+        "<cfvo type=\"percentile\" val=\"67\"/></iconSet>");
+    return xml + "</conditionalFormatting>";
+}
+
+QByteArray largeWorkbook(int rows, int columns, const std::string& conditions)
 {
     const int texts = rows / 4 + 10;
-    test::WorkbookParts parts({{"Data", sheetXml(rows, columns, texts), ""}});
+    test::WorkbookParts parts({{"Data", sheetXml(rows, columns, texts, conditions), ""}});
     std::vector<std::string> words;
     for (int i = 0; i < texts; ++i)
         words.push_back("Customer " + std::to_string(i * 37) + " of region " + std::to_string(i % 12));
     parts.sharedTexts(words);
     parts.styles("<fonts><font><sz val=\"11\"/><name val=\"Calibri\"/></font><font><b/></font></fonts><fills><fill/>"
                  "</fills><borders><border/></borders><cellXfs><xf/><xf fontId=\"1\"/><xf numFmtId=\"14\"/>"
-                 "<xf numFmtId=\"4\"/><xf numFmtId=\"2\"/><xf><alignment horizontal=\"center\"/></xf></cellXfs>");
+                 "<xf numFmtId=\"4\"/><xf numFmtId=\"2\"/><xf><alignment horizontal=\"center\"/></xf></cellXfs>"
+                 "<dxfs><dxf><font><b/><color rgb=\"FF9C0006\"/></font></dxf></dxfs>");
     for (PackageEntry& entry : parts.entries)
         deflate(entry);
     return parts.package();

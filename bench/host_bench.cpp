@@ -113,6 +113,39 @@ void FindDateOnSheet(benchmark::State& state)
     search(state, CellArea::wholeSheet(), u"2/30/2026"_s);
 }
 
+/// The picture of 30 x 12 cells without (0) and with (1) a conditional format of every kind on them.
+void ConditionedPicture(benchmark::State& state)
+{
+    ContentCache cache;
+    EmbeddedApplication application(cache);
+    const auto sheet =
+        application
+            .Open(test::writeTemporary(
+                u"Marked.xlsx"_s, bench::largeWorkbook(30, 12, state.range(0) ? bench::everyCondition("A1:L30") : "")))
+            ->ActiveSheet();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(sheet->CopyPicture(pictured));
+}
+
+/// The first picture of a cell in a column of 100,000 cells without (0) and with (1) a color scale over them.
+void ColorScaleAtFirstSight(benchmark::State& state)
+{
+    const std::string scale =
+        "<conditionalFormatting sqref=\"D1:D100000\"><cfRule type=\"colorScale\" priority=\"1\"><colorScale>"
+        "<cfvo type=\"min\"/><cfvo type=\"percentile\" val=\"50\"/><cfvo type=\"max\"/><color rgb=\"FFF8696B\"/>"
+        "<color rgb=\"FFFFEB84\"/><color rgb=\"FF63BE7B\"/></colorScale></cfRule></conditionalFormatting>";
+    ContentCache cache;
+    EmbeddedApplication reader(cache);
+    const QString path =
+        test::writeTemporary(u"Marked.xlsx"_s, bench::largeWorkbook(100000, 12, state.range(0) ? scale : ""));
+    const auto kept = reader.Open(path)->ActiveSheet();
+    kept->usedArea();
+    for (auto _ : state) {
+        EmbeddedApplication application(cache);
+        benchmark::DoNotOptimize(application.Open(path)->ActiveSheet()->CopyPicture(*CellArea::parse(u"D1:D2")));
+    }
+}
+
 void sizes(benchmark::internal::Benchmark* bench)
 {
     bench->Args({200, 12})->Args({5000, 20})->Args({100000, 20})->Unit(benchmark::kMillisecond);
@@ -125,6 +158,8 @@ BENCHMARK(FindTextInColumn)->Apply(sizes);
 BENCHMARK(FindTextOnSheet)->Apply(sizes);
 BENCHMARK(FindNumberOnSheet)->Apply(sizes);
 BENCHMARK(FindDateOnSheet)->Apply(sizes);
+BENCHMARK(ConditionedPicture)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(ColorScaleAtFirstSight)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

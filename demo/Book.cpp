@@ -97,6 +97,12 @@ uint32_t pixelsOf(double characters)
     return uint32_t(std::floor((256 * characters + std::floor(128.0 / digitWidth)) / 256 * digitWidth));
 }
 
+void addCondition(lxw_worksheet* sheet, const CellArea& cells, lxw_conditional_format& condition)
+{
+    worksheet_conditional_format_range(sheet, lxw_row_t(cells.firstRow - 1), lxw_col_t(cells.firstColumn - 1),
+                                       lxw_row_t(cells.lastRow - 1), lxw_col_t(cells.lastColumn - 1), &condition);
+}
+
 } // namespace
 
 QString cellName(int row, int column)
@@ -197,6 +203,26 @@ void Sheet::freeze(int rows, int columns)
     m_frozenColumns = columns;
 }
 
+void Sheet::addDataBars(const CellArea& cells, const QByteArray& color)
+{
+    m_bars.emplace_back(cells, color);
+}
+
+void Sheet::addArrows(const CellArea& cells)
+{
+    m_arrows.push_back(cells);
+}
+
+void Sheet::addPicture(int row, int column, const QString& description, const QByteArray& png)
+{
+    m_pictures.push_back({row, column, description.toUtf8(), png});
+}
+
+void Sheet::addTextBox(const TextBox& box)
+{
+    m_boxes.append(box);
+}
+
 double Sheet::number(int row, int column) const
 {
     const auto cells = m_cells.find(row);
@@ -226,6 +252,12 @@ QByteArray Book::bytes() const
     if (const lxw_error failed = workbook_close(workbook))
         throw RuntimeError(RuntimeError::ApplicationDefined,
                            u"The workbook cannot be written: %1"_s.arg(QString::fromUtf8(lxw_strerror(failed))));
+    int drawing = 0; // parts with drawings are numbered in the order of the sheets that have any
+    for (const Sheet& sheet : m_sheets) {
+        drawing += sheet.m_pictures.empty() ? 0 : 1;
+        if (!sheet.m_boxes.isEmpty())
+            addTextBoxes(file.fileName(), drawing, sheet.m_boxes);
+    }
     file.open(QIODevice::ReadOnly);
     return file.readAll();
 }
@@ -251,6 +283,40 @@ void Sheet::write(lxw_worksheet* sheet, const FormatOf& formatOf) const
     for (const auto& [row, cells] : m_cells) {
         for (const auto& [column, cell] : cells)
             cell.write(sheet, row, column, formatOf(cell.look));
+    }
+    writeConditions(sheet);
+    writePictures(sheet);
+}
+
+void Sheet::writeConditions(lxw_worksheet* sheet) const
+{
+    for (const auto& [cells, color] : m_bars) {
+        lxw_conditional_format bars{};
+        bars.type = LXW_CONDITIONAL_DATA_BAR;
+        bars.data_bar_2010 = LXW_TRUE;
+        bars.bar_color = colorOf(color);
+        bars.bar_solid = LXW_TRUE;
+        addCondition(sheet, cells, bars);
+    }
+    for (const CellArea& cells : m_arrows) {
+        lxw_conditional_format arrows{};
+        arrows.type = LXW_CONDITIONAL_TYPE_ICON_SETS;
+        arrows.icon_style = LXW_CONDITIONAL_ICONS_3_ARROWS_COLORED;
+        addCondition(sheet, cells, arrows);
+    }
+}
+
+void Sheet::writePictures(lxw_worksheet* sheet) const
+{
+    for (const Picture& picture : m_pictures) {
+        lxw_image_options options{};
+        options.object_position = LXW_OBJECT_MOVE_DONT_SIZE;
+        options.x_offset = 8;
+        options.y_offset = 6;
+        options.description = const_cast<char*>(picture.description.constData()); // read only
+        worksheet_insert_image_buffer_opt(sheet, lxw_row_t(picture.row - 1), lxw_col_t(picture.column - 1),
+                                          reinterpret_cast<const unsigned char*>(picture.png.constData()),
+                                          size_t(picture.png.size()), &options);
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TextBoxes.h"
+
 #include <QByteArray>
 #include <QDate>
 #include <QList>
@@ -9,6 +11,7 @@
 #include <list>
 #include <map>
 #include <variant>
+#include <vector>
 
 struct lxw_format;
 struct lxw_worksheet;
@@ -60,6 +63,11 @@ public:
     void hideRow(int row);
     void merge(const QString& area);
     void freeze(int rows, int columns);
+    void addDataBars(const CellArea& cells, const QByteArray& color);
+    void addArrows(const CellArea& cells); ///< up for the upper third of the values, down for the lower one
+    /// A PNG at the top left of a cell, in its own size; it moves with the cell.
+    void addPicture(int row, int column, const QString& description, const QByteArray& png);
+    void addTextBox(const TextBox& box); ///< on a sheet that has a picture
 
     double number(int row, int column) const; ///< of a cell set before; 0 for others
 
@@ -80,6 +88,11 @@ private:
         double height = 0; ///< 0: from its texts
         bool hidden = false;
     };
+    struct Picture
+    {
+        int row, column;
+        QByteArray description, png;
+    };
     struct Width
     {
         int first, last;
@@ -87,12 +100,18 @@ private:
     };
 
     void write(lxw_worksheet* sheet, const FormatOf& formatOf) const;
+    void writeConditions(lxw_worksheet* sheet) const;
+    void writePictures(lxw_worksheet* sheet) const;
 
     QString m_name;
     std::map<int, std::map<int, Cell>> m_cells;
     std::map<int, RowFormat> m_rows;
     QList<Width> m_widths;
     QStringList m_merged;
+    std::vector<std::pair<CellArea, QByteArray>> m_bars; ///< with their colours
+    std::vector<CellArea> m_arrows;
+    std::vector<Picture> m_pictures;
+    QList<TextBox> m_boxes;
     int m_frozenRows = 0, m_frozenColumns = 0;
 };
 

@@ -1,11 +1,37 @@
 #include "ReportLooks.h"
 #include "Reports.h"
 
+#include <QBuffer>
+#include <QImage>
+#include <QPainter>
+
 using namespace Qt::StringLiterals;
 
 namespace lumivane::demo {
 
 namespace {
+
+/// The mark of the made-up company, 48 pixels in the square.
+QByteArray logo()
+{
+    QImage image(48, 48, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(u"#1B3A57"_s));
+    painter.drawEllipse(0, 0, 48, 48);
+    painter.setBrush(QColor(u"#2A9D8F"_s));
+    painter.drawPolygon(QPolygonF({{10, 34}, {24, 10}, {38, 34}}));
+    painter.setBrush(QColor(u"#FFF6DD"_s));
+    painter.drawEllipse(QPointF(24, 30), 6, 6);
+    painter.end();
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return png;
+}
 
 constexpr auto money = "#,##0.0;[Red]-#,##0.0;\"–\"";
 
@@ -46,6 +72,11 @@ void putAccounts(Sheet& sheet, int version)
         sheet.set(reserve + 1 + i, 1, lines[i].first, looks::label);
         sheet.set(reserve + 1 + i, 4, lines[i].second, amount);
     }
+    const double weeks = (available - due) / wages;
+    sheet.addPicture(reserve + 1, 2, u"Logo of the house"_s, logo());
+    sheet.addTextBox({{reserve + 1, 3, reserve + 3, 3},
+                      u"Note"_s,
+                      u"Covers the wages of %1 weeks"_s.arg(QLocale::c().toString(weeks, 'f', 1))});
     sheet.fillRow(reserve + 4, 1, 4, sum);
     sheet.set(reserve + 4, 1, u"Left over"_s, looks::totalLabel);
     sheet.setFormula(reserve + 4, 4, sumFormula(reserve + 1, reserve + 3, 4), available - due - wages, sum);

@@ -59,6 +59,8 @@ int putDailySales(Sheet& sheet, int version)
     for (int day = 0; day < days; ++day)
         putSalesDay(sheet, firstRow + day, day);
     const int totalRow = firstRow + days;
+    sheet.addDataBars({firstRow, 7, totalRow - 1, 7}, "9CD3CB");
+    sheet.addArrows({firstRow, 8, totalRow - 1, 8});
     sheet.set(totalRow, 1, u"Total"_s, looks::totalLabel);
     putSums(sheet, totalRow, firstRow, totalRow - 1, 2, 7, looks::total);
     sheet.setFormula(totalRow, 8, u"G%1/%2-1"_s.arg(totalRow).arg(plannedPerDay * days),

@@ -1,7 +1,7 @@
 # What ./run and ./test share: packages, timed steps, the build.
 
 # Debian packages by purpose. Only those that are missing get installed.
-build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev libsqlite3-dev libisal-dev libpugixml-dev libxlsxwriter-dev)
+build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev libsqlite3-dev libisal-dev libpugixml-dev libxlsxwriter-dev libzip-dev)
 runtime_packages=(libqt6svg6 qt6-image-formats-plugins emf2svg libwmf-bin fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation fonts-dejavu-core)
 test_packages=(libgtest-dev libbenchmark-dev clang clang-format clang-tidy cppcheck xvfb xauth openbox xdotool dbus-daemon imagemagick python3 python3-jeepney git)
 

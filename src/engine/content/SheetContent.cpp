@@ -65,6 +65,8 @@ qint64 SheetContent::bytes() const
     qint64 beside = pictureBytes;
     for (const DrawingContent& drawing : drawings)
         beside += drawingBytes(drawing);
+    for (const OpenNote& note : openNotes)
+        beside += drawingBytes(note.box);
     for (const PivotContent& pivot : pivots)
         beside += qint64(sizeof(pivot) + pivot.rows.capacity() + pivot.columns.capacity());
     return beside +

@@ -67,6 +67,14 @@ struct CommentMark
 {
     int row = 0, column = 0;
     bool threaded = false; ///< a conversation, not a note
+    int text = -1;         ///< index into SheetContent::texts; -1: not known
+};
+
+/// A comment whose text is always to be seen, in a box beside its cell.
+struct OpenNote
+{
+    int row = 0, column = 0; ///< of the cell
+    DrawingContent box;
 };
 
 struct SheetContent
@@ -84,6 +92,7 @@ struct SheetContent
     std::vector<TableContent> tables;
     std::vector<PivotContent> pivots;
     std::vector<CommentMark> comments;
+    std::vector<OpenNote> openNotes;
     TextTable texts;
     SheetView view;
     double defaultRowHeight = -1;     ///< points; below 0: from the default font

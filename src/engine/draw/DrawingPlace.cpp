@@ -1,6 +1,7 @@
 #include "engine/draw/DrawingPlace.h"
 
 #include "engine/draw/SheetGeometry.h"
+#include "engine/draw/VisibleGrid.h"
 
 #include <algorithm>
 
@@ -56,6 +57,14 @@ Stretch drawingColumns(const DrawingContent& drawing, const Stretch& first, cons
 {
     return along(drawing.anchorKind, first, last, pixelsOf(drawing.startX, scale), pixelsOf(drawing.endX, scale),
                  pixelsOf(drawing.width, scale));
+}
+
+QRectF placeIn(const VisibleGrid& grid, const QRectF& place, const QPointF& origin)
+{
+    QRectF result((place.topLeft() - origin) * grid.scale(), place.size() * grid.scale());
+    if (grid.rightToLeft())
+        result.moveLeft(grid.size().width() - result.right());
+    return result;
 }
 
 DrawingPlaces::DrawingPlaces(const SheetGeometry& geometry, const std::vector<DrawingContent>& drawings)

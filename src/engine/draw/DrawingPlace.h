@@ -8,6 +8,7 @@
 namespace lumivane::engine {
 
 class SheetGeometry;
+class VisibleGrid;
 
 /// A stretch of a sheet in pixels, along its rows or along its columns.
 struct Stretch
@@ -21,6 +22,9 @@ struct Stretch
 /// whatever lies below it.
 Stretch drawingRows(const DrawingContent& drawing, const Stretch& first, const Stretch& last, double scale = 1);
 Stretch drawingColumns(const DrawingContent& drawing, const Stretch& first, const Stretch& last, double scale = 1);
+
+/// Where a place on the sheet at scale 1 lies in a picture of the grid, whose own place begins at `origin`.
+QRectF placeIn(const VisibleGrid& grid, const QRectF& place, const QPointF& origin);
 
 /// The places of all drawings of a sheet at scale 1, in pixels from the corner of A1 and as on a sheet written from
 /// left to right. Rows are walked over once, however many drawings there are.

@@ -147,8 +147,6 @@ TEST(Controls, TakeTheirLooksFromTheOlderPart)
               "<xml><v:shape id='Box' o:spid='_x0000_s1028'><v:textbox><div><font size='220'>A\n b</font></div>"
               "</v:textbox><x:ClientData ObjectType='Checkbox'><x:Checked>1</x:Checked></x:ClientData>"
               "</v:shape></xml>");
-    parts.set("xl/c.xml", "<comments><authors><author>Ann</author><author>tc={1}</author></authors><commentList>"
-                          "<comment ref='B2' authorId='0'/><comment ref='C3' authorId='1'/></commentList></comments>");
     const auto sheet = readSheet(parts);
     ASSERT_EQ(sheet->drawings.size(), 2u);
     const ShapeContent& box = sheet->drawings[0].shape;
@@ -157,10 +155,49 @@ TEST(Controls, TakeTheirLooksFromTheOlderPart)
     EXPECT_EQ(box.text.paragraphs.at(0).runs.at(0).text, u"A b"_s);
     EXPECT_EQ(box.text.paragraphs.at(0).runs.at(0).font.points, 11);
     EXPECT_EQ(sheet->drawings[1].shape.kind, ShapeContent::Kind::Undrawn);
-    ASSERT_EQ(sheet->comments.size(), 2u);
+}
+
+TEST(Comments, HaveTextsAndSomeStandOpen)
+{
+    const auto note = [](const char* style, const char* inside) {
+        return "<v:shape fillcolor='#00ff00 [80]' style='position:absolute;" + std::string(style) +
+               "'><x:ClientData ObjectType='Note'><x:Anchor>\n 2, 15, 0, 2, 4, 15, 4, 8</x:Anchor>" + inside +
+               "</x:ClientData></v:shape>";
+    };
+    WorkbookParts parts({{"Data", "<sheetData/><legacyDrawing r:id='v'/>", ""}});
+    parts.set("xl/worksheets/_rels/sheet1.xml.rels",
+              "<R><Relationship Id='v' Type='x/vmlDrawing' Target='../v.vml'/>"
+              "<Relationship Id='c' Type='x/comments' Target='../c.xml'/>"
+              "<Relationship Id='t' Type='x/threadedComment' Target='../t.xml'/></R>");
+    parts.set("xl/v.vml", "<xml>" + note("visibility:hidden", "<x:Row>1</x:Row><x:Column>1</x:Column>") +
+                              note("visibility:visible", "<x:Row>3</x:Row><x:Column>3</x:Column><x:Visible/>") +
+                              note("", "<x:Row>8</x:Row><x:Column>8</x:Column>") + "</xml>");
+    parts.set("xl/c.xml",
+              "<comments><authors><author>Ann</author><author>tc={1}</author></authors><commentList>"
+              "<comment ref='B2' authorId='0'/><comment ref='C3' authorId='1'><text><t>For old programs</t></text>"
+              "</comment><comment ref='D4' authorId='0'><text><r><rPr><b/></rPr><t>Ann:\n</t></r><r><t>See\nhere</t>"
+              "</r></text></comment></commentList></comments>");
+    parts.set("xl/t.xml", "<ThreadedComments><threadedComment ref='C3'><text>Is it?</text></threadedComment>"
+                          "<threadedComment ref='C3'><text>Yes.</text></threadedComment></ThreadedComments>");
+    const auto sheet = readSheet(parts);
+    ASSERT_EQ(sheet->comments.size(), 3u);
+    const auto textOf = [&](size_t i) { return sheet->texts.text(quint64(sheet->comments[i].text)); };
     EXPECT_EQ(sheet->comments[0].row, 2);
     EXPECT_FALSE(sheet->comments[0].threaded);
+    EXPECT_EQ(sheet->comments[0].text, -1);
     EXPECT_TRUE(sheet->comments[1].threaded);
+    EXPECT_EQ(textOf(1), u"Is it?\nYes."_s);
+    EXPECT_EQ(textOf(2), u"Ann:\nSee\nhere"_s);
+    ASSERT_EQ(sheet->openNotes.size(), 1u) << "one is hidden, one belongs to no comment";
+    const DrawingContent& box = sheet->openNotes[0].box;
+    EXPECT_EQ(box.anchor, *CellArea::parse(u"C1:E5"_s));
+    EXPECT_EQ(box.startX, 15 * 9525);
+    EXPECT_EQ(hex(box.shape.fill.color), u"ff00ff00"_s);
+    const auto& lines = box.shape.text.paragraphs;
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_TRUE(lines[0].runs.at(0).font.bold);
+    EXPECT_EQ(lines[1].runs.at(0).text, u"See"_s);
+    EXPECT_FALSE(lines[2].runs.at(0).font.bold);
 }
 
 TEST(Shapes, AreBounded)

@@ -3,6 +3,7 @@
 #include "engine/read/package/AttributeValues.h"
 #include "engine/read/package/ReadError.h"
 #include "engine/read/xlsx/DrawingReader.h"
+#include "engine/read/xlsx/NoteReader.h"
 #include "engine/read/xlsx/RichText.h"
 #include "engine/read/xlsx/SheetReader.h"
 #include "engine/read/xlsx/StyleReader.h"
@@ -35,26 +36,34 @@ void addProblem(SheetContent& content, const QString& sentence)
     content.problem += (content.problem.isEmpty() ? u""_s : u" "_s) + sentence;
 }
 
-std::vector<CommentMark> readCommentMarks(const Package& package, const Package::Entry& entry)
+/// Comments without which the sheet is whole otherwise. Conversations and boxes are beside the comments themselves.
+void readNotes(const Package& package, const std::vector<Relationship>& relationships, const Package::Entry* boxes,
+               const Palette& palette, qint64 maxBytes, SheetContent& content)
 {
-    constexpr size_t maxComments = 100000;
-    pugi::xml_document document;
-    readSmallPart(package, entry, document);
-    const pugi::xml_node root = document.document_element();
-    const std::vector<pugi::xml_node> authors = childrenNamed(childNamed(root, "authors"), "author");
-    std::vector<CommentMark> marks;
-    for (const pugi::xml_node comment : childNamed(root, "commentList").children()) {
-        const std::optional<CellPlace> place = placeFrom(attributeOf(comment, "ref"));
-        if (!place || marks.size() >= maxComments)
-            continue;
-        // A conversation leaves a note for older programs, by an author that stands for it.
-        const int author = integerFrom(attributeOf(comment, "authorId")).value_or(-1);
-        const bool known = author >= 0 && author < static_cast<int>(authors.size());
-        const bool threaded =
-            known && std::string_view(authors[static_cast<size_t>(author)].child_value()).starts_with("tc=");
-        marks.push_back({place->row, place->column, threaded});
+    constexpr qint64 mostBytes = 16 << 20;
+    const qint64 allowed = std::min(mostBytes, maxBytes - content.bytes());
+    const Package::Entry* comments = referredEntry(package, relationships, "comments");
+    if (!comments)
+        return;
+    try {
+        readComments(*package.open(*comments), palette, allowed, content);
+        pugi::xml_document document;
+        if (const Package::Entry* said = referredEntry(package, relationships, "threadedComment")) {
+            readSmallPart(package, *said, document);
+            readConversations(document.document_element(), allowed, content);
+        }
+    } catch (const Fault& fault) {
+        addProblem(content, u"Comments are missing: %1."_s.arg(fault.what));
     }
-    return marks;
+    if (!boxes)
+        return;
+    try {
+        pugi::xml_document document;
+        readSmallPart(package, *boxes, document);
+        readOpenNotes(document.document_element(), content);
+    } catch (const Fault&) {
+        // Such parts are often careless in their XML. The cells are marked all the same.
+    }
 }
 
 } // namespace
@@ -207,8 +216,7 @@ void XlsxReader::followReferences(const Package& package, const std::string& par
                 tables.insert(entry);
         }
         readTables(package, tables, content);
-        if (const Package::Entry* comments = referredEntry(package, relationships, "comments"))
-            content.comments = readCommentMarks(package, *comments);
+        readNotes(package, relationships, target(reader.controlsId()), m_palette, maxBytes, content);
         if (reader.drawingId().empty())
             return;
         const Package::Entry* entry = target(reader.drawingId());

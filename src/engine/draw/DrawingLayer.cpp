@@ -38,28 +38,8 @@ QString shapeGap(const ShapeContent& shape)
     return {};
 }
 
-} // namespace
-
-void DrawingLayer::paint(QPainter& painter) const
-{
-    const std::vector<DrawingContent>& drawings = m_scene.sheet.sheet().drawings;
-    if (std::all_of(drawings.begin(), drawings.end(), isUndrawn))
-        return;
-    const DrawingPlaces places(m_scene.geometry, drawings);
-    const VisibleGrid& grid = m_scene.grid;
-    const QRectF area = places.rect(grid.area());
-    for (const DrawingContent& drawing : drawings) {
-        if (isUndrawn(drawing))
-            continue;
-        QRectF place = places.rect(drawing).translated(-area.topLeft());
-        place = QRectF(place.topLeft() * grid.scale(), place.size() * grid.scale());
-        if (grid.rightToLeft())
-            place.moveLeft(grid.size().width() - place.right());
-        paintDrawing(painter, drawing, place, m_scene.fonts);
-    }
-}
-
-void paintDrawing(QPainter& painter, const DrawingContent& drawing, QRectF place, const Fonts& fonts)
+/// Where the frame of a drawing lies before it is turned.
+QRectF frameIn(QRectF place, const DrawingContent& drawing)
 {
     // Sharp edges begin with whole pixels.
     place = QRectF(QPointF(std::round(place.left()), std::round(place.top())),
@@ -70,8 +50,50 @@ void paintDrawing(QPainter& painter, const DrawingContent& drawing, QRectF place
         place.setSize(place.size().transposed());
         place.moveCenter(center);
     }
-    if (place.width() + place.height() > 0)
-        ShapePainter(painter, fonts).paint(drawing.shape, place);
+    return place;
+}
+
+} // namespace
+
+void DrawingLayer::paint(QPainter& painter) const
+{
+    const std::vector<DrawingContent>& drawings = m_scene.sheet.sheet().drawings;
+    if (std::all_of(drawings.begin(), drawings.end(), isUndrawn))
+        return;
+    const DrawingPlaces places(m_scene.geometry, drawings);
+    const VisibleGrid& grid = m_scene.grid;
+    const QPointF origin = places.rect(grid.area()).topLeft();
+    for (const DrawingContent& drawing : drawings) {
+        if (isUndrawn(drawing))
+            continue;
+        paintDrawing(painter, drawing, placeIn(grid, places.rect(drawing), origin), m_scene.fonts);
+    }
+}
+
+void paintDrawing(QPainter& painter, const DrawingContent& drawing, const QRectF& place, const Fonts& fonts)
+{
+    const QRectF frame = frameIn(place, drawing);
+    if (frame.width() + frame.height() > 0)
+        ShapePainter(painter, fonts).paint(drawing.shape, frame);
+}
+
+QRect coveredBy(const DrawingContent& drawing, const QRectF& place, double scale)
+{
+    const QRectF frame = frameIn(place, drawing);
+    if (frame.width() + frame.height() <= 0)
+        return {};
+    // An outline may reach as far as its file says.
+    const double farthest = std::max(frame.width(), frame.height());
+    const QRectF covered =
+        coveredByShape(drawing.shape, frame, scale) & frame.adjusted(-farthest, -farthest, farthest, farthest);
+    constexpr double tiny = 0.01; // from turning
+    return covered.adjusted(tiny, tiny, -tiny, -tiny).toAlignedRect();
+}
+
+bool isHit(const DrawingContent& drawing, const QRectF& place, double scale, const QPointF& point, double reach)
+{
+    return !drawing.hidden && place.adjusted(-reach, -reach, reach, reach).contains(point) &&
+           isAtPoint(drawing.shape, frameIn(place, drawing), scale, point, reach);
 }
 
 QString drawingGap(const DrawingContent& drawing)

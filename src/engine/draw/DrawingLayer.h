@@ -19,7 +19,13 @@ private:
 };
 
 /// Draws one drawing into a place, in pixels at the scale of the fonts.
-void paintDrawing(QPainter& painter, const DrawingContent& drawing, QRectF place, const Fonts& fonts);
+void paintDrawing(QPainter& painter, const DrawingContent& drawing, const QRectF& place, const Fonts& fonts);
+
+/// The pixels that a drawing covers in such a place: more where it is turned, has a line, or points out of its frame.
+QRect coveredBy(const DrawingContent& drawing, const QRectF& place, double scale);
+
+/// Whether a drawing in such a place is hit by a click; `reach` is how near to a line counts.
+bool isHit(const DrawingContent& drawing, const QRectF& place, double scale, const QPointF& point, double reach);
 
 /// What a drawing of which something is drawn lacks ("its outline is drawn as a rectangle"); empty for nothing.
 QString drawingGap(const DrawingContent& drawing);

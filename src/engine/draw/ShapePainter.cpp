@@ -23,6 +23,48 @@ QPointF sharpened(const ShapeContent& shape, double scale)
     return shape.line.drawn && width % 2 == 1 ? QPointF(0.5, 0.5) : QPointF(0, 0);
 }
 
+QTransform aboutCenter(const QRectF& place, const QTransform& transform)
+{
+    return QTransform::fromTranslate(-place.center().x(), -place.center().y()) * transform *
+           QTransform::fromTranslate(place.center().x(), place.center().y());
+}
+
+QTransform turned(const ShapeContent& shape, const QRectF& place)
+{
+    return aboutCenter(place, QTransform().rotate(shape.rotation));
+}
+
+QTransform mirrored(const ShapeContent& shape, const QRectF& place)
+{
+    return aboutCenter(place, QTransform::fromScale(shape.flippedAcross ? -1 : 1, shape.flippedDown ? -1 : 1));
+}
+
+/// Of a child before the group is mirrored and turned.
+QRectF placeInGroup(const ShapeContent& group, const ShapeContent& child, const QRectF& place, double scale)
+{
+    const QRectF& inner = group.childPlace;
+    const double across = inner.width() > 0 ? place.width() / inner.width() : scale / emuPerPixel;
+    const double down = inner.height() > 0 ? place.height() / inner.height() : scale / emuPerPixel;
+    const QPointF corner((child.place.x() - inner.x()) * across, (child.place.y() - inner.y()) * down);
+    return QRectF(place.topLeft() + corner, QSizeF(child.place.width() * across, child.place.height() * down));
+}
+
+/// From the EMU of an outline to the pixels of its place.
+QTransform transformInto(const QRectF& place, const ShapeContent& shape, double scale)
+{
+    const double pixels = scale / emuPerPixel;
+    return QTransform::fromScale(pixels, pixels) * QTransform::fromTranslate(place.x(), place.y()) *
+           mirrored(shape, place);
+}
+
+QList<QPainterPath> pathsIn(const QTransform& toPlace, const ShapeOutline& outline)
+{
+    QList<QPainterPath> paths;
+    for (const OutlinePath& one : outline.paths)
+        paths.append(toPlace.map(one.path));
+    return paths;
+}
+
 } // namespace
 
 bool liesOnItsSide(double rotation)
@@ -31,15 +73,33 @@ bool liesOnItsSide(double rotation)
     return angle >= 45 && angle < 135;
 }
 
+QRectF coveredByShape(const ShapeContent& shape, const QRectF& place, double scale)
+{
+    if (shape.hidden || shape.kind == ShapeContent::Kind::Undrawn)
+        return {};
+    QRectF covered = place;
+    if (shape.kind == ShapeContent::Kind::Group) {
+        for (const ShapeContent& child : shape.children)
+            covered |=
+                mirrored(shape, place).mapRect(coveredByShape(child, placeInGroup(shape, child, place, scale), scale));
+    } else if (shape.kind != ShapeContent::Kind::Control) {
+        const ShapeOutline outline = outlineOf(shape.geometry, place.size() * emuPerPixel / scale);
+        for (const QPainterPath& path : pathsIn(transformInto(place, shape, scale), outline))
+            covered |= path.boundingRect();
+        const double half = shape.line.drawn ? linePixels(shape.line, scale) / 2 : 0;
+        const QPointF moved = sharpened(shape, scale);
+        covered = covered.adjusted(moved.x() - half, moved.y() - half, moved.x() + half, moved.y() + half);
+    }
+    return turned(shape, place).mapRect(covered);
+}
+
 void ShapePainter::paint(const ShapeContent& shape, const QRectF& place)
 {
     if (shape.hidden || shape.kind == ShapeContent::Kind::Undrawn)
         return;
     m_painter.save();
     m_painter.setRenderHint(QPainter::Antialiasing);
-    m_painter.translate(place.center());
-    m_painter.rotate(shape.rotation);
-    m_painter.translate(-place.center());
+    m_painter.setTransform(turned(shape, place), true);
     if (shape.kind == ShapeContent::Kind::Group)
         paintGroup(shape, place);
     else if (shape.kind == ShapeContent::Kind::Control)
@@ -51,29 +111,16 @@ void ShapePainter::paint(const ShapeContent& shape, const QRectF& place)
 
 void ShapePainter::paintUnturned(const ShapeContent& shape, const QRectF& place)
 {
-    const double pixels = m_scale / emuPerPixel;
-    const ShapeOutline outline = outlineOf(shape.geometry, place.size() / pixels);
-    QTransform toPlace;
-    toPlace.translate(place.center().x(), place.center().y());
-    toPlace.scale(shape.flippedAcross ? -1 : 1, shape.flippedDown ? -1 : 1);
-    toPlace.translate(-place.width() / 2, -place.height() / 2);
-    toPlace.scale(pixels, pixels);
-    QList<QPainterPath> paths;
-    for (const OutlinePath& one : outline.paths)
-        paths.append(toPlace.map(one.path));
-
+    const ShapeOutline outline = outlineOf(shape.geometry, place.size() * emuPerPixel / m_scale);
+    const QTransform toPlace = transformInto(place, shape, m_scale);
+    QList<QPainterPath> paths = pathsIn(toPlace, outline);
     paintShadow(m_painter, shape, paths, m_scale);
     m_painter.save();
     if (shape.fill.kind == FillKind::Picture && (shape.flippedAcross || shape.flippedDown)) {
         // The picture is mirrored with its shape.
-        m_painter.translate(place.center());
-        m_painter.scale(shape.flippedAcross ? -1 : 1, shape.flippedDown ? -1 : 1);
-        m_painter.translate(-place.center());
+        m_painter.setTransform(mirrored(shape, place), true);
         for (QPainterPath& path : paths)
-            path = QTransform(shape.flippedAcross ? -1 : 1, 0, 0, shape.flippedDown ? -1 : 1,
-                              shape.flippedAcross ? 2 * place.center().x() : 0,
-                              shape.flippedDown ? 2 * place.center().y() : 0)
-                       .map(path);
+            path = mirrored(shape, place).map(path);
     }
     for (size_t i = 0; i < outline.paths.size(); ++i) {
         if (outline.paths[i].filled)
@@ -86,6 +133,21 @@ void ShapePainter::paintUnturned(const ShapeContent& shape, const QRectF& place)
     }
     m_painter.restore();
     paintText(shape, toPlace.mapRect(outline.textRect));
+}
+
+bool isAtPoint(const ShapeContent& shape, const QRectF& place, double scale, const QPointF& point, double reach)
+{
+    const QPointF unturned = turned(shape, place).inverted().map(point);
+    const bool seeThrough =
+        shape.kind == ShapeContent::Kind::Shape && shape.fill.kind == FillKind::None && shape.text.paragraphs.empty();
+    if (!seeThrough)
+        return place.contains(unturned);
+    QPainterPathStroker pen;
+    pen.setWidth(linePixels(shape.line, scale) + 2 * reach);
+    const QList<QPainterPath> paths =
+        pathsIn(transformInto(place, shape, scale), outlineOf(shape.geometry, place.size() * emuPerPixel / scale));
+    return std::any_of(paths.begin(), paths.end(),
+                       [&](const QPainterPath& path) { return pen.createStroke(path).contains(unturned); });
 }
 
 /// A text is turned with its shape but never mirrored; one that stands on its head is turned instead.
@@ -103,17 +165,9 @@ void ShapePainter::paintText(const ShapeContent& shape, const QRectF& textRect)
 
 void ShapePainter::paintGroup(const ShapeContent& group, const QRectF& place)
 {
-    m_painter.translate(place.center());
-    m_painter.scale(group.flippedAcross ? -1 : 1, group.flippedDown ? -1 : 1);
-    m_painter.translate(-place.center());
-    const QRectF& inner = group.childPlace;
-    const double across = inner.width() > 0 ? place.width() / inner.width() : m_scale / emuPerPixel;
-    const double down = inner.height() > 0 ? place.height() / inner.height() : m_scale / emuPerPixel;
-    for (const ShapeContent& child : group.children) {
-        const QPointF corner((child.place.x() - inner.x()) * across, (child.place.y() - inner.y()) * down);
-        paint(child,
-              QRectF(place.topLeft() + corner, QSizeF(child.place.width() * across, child.place.height() * down)));
-    }
+    m_painter.setTransform(mirrored(group, place), true);
+    for (const ShapeContent& child : group.children)
+        paint(child, placeInGroup(group, child, place, m_scale));
 }
 
 } // namespace lumivane::engine

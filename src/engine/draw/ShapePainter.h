@@ -28,6 +28,14 @@ private:
     const double m_scale;
 };
 
+/// What a shape covers that is drawn in such a place at a scale, shadows and texts that run over it left out; empty for
+/// what is not drawn.
+QRectF coveredByShape(const ShapeContent& shape, const QRectF& place, double scale);
+
+/// Whether a shape drawn in such a place is there at a point: anywhere in its frame, but of one without fill and text
+/// only within `reach` of its lines, since what lies below it is seen through it.
+bool isAtPoint(const ShapeContent& shape, const QRectF& place, double scale, const QPointF& point, double reach);
+
 /// Whether what is turned by so many degrees lies on its side, so that the frame which encloses it as drawn has its
 /// width for its height.
 bool liesOnItsSide(double rotation);

@@ -7,6 +7,7 @@
 #include "engine/draw/DrawingPlace.h"
 #include "engine/draw/FillLayer.h"
 #include "engine/draw/GridLineLayer.h"
+#include "engine/draw/NoteLayer.h"
 #include "engine/draw/SparklineLayer.h"
 #include "engine/draw/TextLayer.h"
 
@@ -61,6 +62,7 @@ void SheetPainter::paint(QPainter& painter, const CellArea& area, double scale, 
     texts.paint(painter);
     CommentLayer(scene).paint(painter);
     DrawingLayer(scene).paint(painter);
+    NoteLayer(scene).paint(painter);
     painter.restore();
 }
 
@@ -68,16 +70,21 @@ QImage SheetPainter::drawingImage(const DrawingContent& drawing, double scale) c
 {
     constexpr double mostPixels = 64e6;
     const QSizeF exact = DrawingPlaces(m_geometry, {drawing}).rect(drawing).size() * scale;
-    if (exact.width() * exact.height() > mostPixels || std::max(exact.width(), exact.height()) > maxSide)
+    if (std::max(exact.width(), exact.height()) > maxSide)
         return {};
-    QImage image(exact.toSize(), QImage::Format_RGB32);
+    const QRectF place(QPointF(0, 0), exact.toSize());
+    const QRect covered = coveredBy(drawing, place, scale);
+    if (double(covered.width()) * covered.height() > mostPixels || !drawable(covered.size()))
+        return {};
+    QImage image(covered.size(), QImage::Format_RGB32);
     if (image.isNull())
         return {};
     image.setDotsPerMeterX(3780);
     image.setDotsPerMeterY(3780);
     image.fill(Qt::white);
     QPainter painter(&image);
-    paintDrawing(painter, drawing, image.rect(), Fonts::shared(scale, Measures::of(m_metrics)));
+    painter.translate(-covered.topLeft());
+    paintDrawing(painter, drawing, place, Fonts::shared(scale, Measures::of(m_metrics)));
     return image;
 }
 

@@ -90,6 +90,48 @@ TEST(Drawings, AreTurnedAboutTheirCenter)
     EXPECT_EQ(ink(drawn(shape)), QRect(94, -10, 40, 100).intersected(QRect(0, 0, 384, 240)));
 }
 
+/// A row: name, place, turn, width of the line in pixels, size of its own picture.
+TEST(Drawings, HavePicturesOfTheirOwnThatHoldAllOfThem)
+{
+    const std::tuple<const char*, std::string, double, int, QSize> rows[] = {
+        {"plain", "rect", 0, 0, {64, 40}},
+        {"with a line", "rect", 0, 4, {68, 44}},
+        {"with a thin line", "rect", 0, 1, {65, 41}},
+        {"turned", "rect", 90, 0, {40, 64}},
+        {"pointing out of its frame", "wedgeRectCallout", 0, 0, {64, 45}},
+    };
+    for (const auto& [name, preset, turn, line, size] : rows) {
+        DrawingContent shape = shapeOn({2, 2, 2, 2}, preset);
+        shape.anchorKind = AnchorKind::OneCell;
+        shape.width = 64 * 9525;
+        shape.height = 40 * 9525;
+        shape.shape.rotation = turn;
+        shape.shape.line.drawn = line > 0;
+        shape.shape.line.width = line * 9525;
+        shape.shape.line.color = red;
+        SheetBuilder made;
+        const QImage picture = SheetPainter(made.shown()).drawingImage(shape, 1);
+        EXPECT_EQ(picture.size(), size) << name;
+        EXPECT_EQ(ink(picture), picture.rect()) << name;
+    }
+}
+
+TEST(Drawings, AreHitWhereTheyAreSeen)
+{
+    DrawingContent frame = shapeOn({1, 1, 6, 3});
+    const QRectF place(0, 0, 100, 60);
+    const auto hit = [&](double x, double y) { return isHit(frame, place, 1, {x, y}, 4); };
+    EXPECT_TRUE(hit(50, 30));
+    frame.shape.fill.kind = FillKind::None;
+    EXPECT_FALSE(hit(50, 30)) << "cells are seen through it";
+    EXPECT_TRUE(hit(2, 30) && hit(-2, 30));
+    frame.shape.geometry.preset = "line";
+    EXPECT_TRUE(hit(50, 32)) << "on its way from corner to corner";
+    EXPECT_FALSE(hit(2, 30));
+    frame.hidden = true;
+    EXPECT_FALSE(hit(50, 30));
+}
+
 TEST(Drawings, PlaceTheChildrenOfGroups)
 {
     DrawingContent group = shapeOn({1, 1, 6, 3}); // 128 x 100 pixels
@@ -231,6 +273,20 @@ TEST(Comments, AreMarkedInTheCornerOfTheirCells)
     EXPECT_EQ(ink(draw(made, 4, 4, 2)), QRect(245, 40, 11, 11));
     made.sheet().view.rightToLeft = true;
     EXPECT_EQ(draw(made, 4, 4).pixel(128, 20), red);
+}
+
+TEST(Comments, ThatStandOpenLieOverAllElse)
+{
+    SheetBuilder made;
+    OpenNote note{2, 2, shapeOn({4, 4, 6, 5})};
+    made.sheet().openNotes = {note};
+    made.sheet().drawings = {shapeOn({1, 4, 9, 6})};
+    made.sheet().drawings[0].shape.fill.color = blue;
+    const QImage image = draw(made, 9, 6);
+    EXPECT_EQ(image.pixel(200, 90), red);
+    EXPECT_EQ(ink(image, QRect(0, 0, 190, 180)).topLeft(), QPoint(128, 20)) << "an arrow points at the cell";
+    made.row(2).hidden = true;
+    EXPECT_NE(draw(made, 9, 6).pixel(200, 70), red) << "with its cell";
 }
 
 TEST(Drawings, WriteTheirTexts)

@@ -49,22 +49,44 @@ HostFactory& theHostFactory()
     return factory;
 }
 
+QString undrawnPhrase(const Undrawn& entry)
+{
+    if (entry.kind == Undrawn::Kind::Drawing)
+        return u"the %1 \"%2\""_s.arg(entry.what, entry.name);
+    if (entry.kind == Undrawn::Kind::Formulas)
+        return entry.count == 1 ? u"the result of a formula, which the file does not store"_s
+                                : u"the results of %1 formulas, which the file does not store"_s.arg(entry.count);
+    return entry.what;
+}
+
 } // namespace
 
 QString undrawnSentence(const std::vector<Undrawn>& undrawn)
 {
     QStringList phrases;
-    for (const Undrawn& entry : undrawn) {
-        if (entry.kind == Undrawn::Kind::Drawing)
-            phrases.append(u"the %1 \"%2\""_s.arg(entry.what, entry.name));
-        else if (entry.kind == Undrawn::Kind::Formulas)
-            phrases.append(entry.count == 1
-                               ? u"the result of a formula, which the file does not store"_s
-                               : u"the results of %1 formulas, which the file does not store"_s.arg(entry.count));
-        else
-            phrases.append(entry.what);
-    }
+    for (const Undrawn& entry : undrawn)
+        phrases.append(undrawnPhrase(entry));
     return phrases.isEmpty() ? QString() : u"Not shown here: %1."_s.arg(phrases.join(u", "_s));
+}
+
+QStringList undrawnSentences(const std::vector<Undrawn>& undrawn)
+{
+    using enum Undrawn::Kind;
+    constexpr std::pair<Undrawn::Kind, QStringView> sentences[] = {{Drawing, u"Not drawn: %1."},
+                                                                   {Look, u"Not drawn as in the file: %1."},
+                                                                   {Formulas, u"Left blank: %1."},
+                                                                   {Part, u"%1"}};
+    QStringList result;
+    for (const auto& [kind, sentence] : sentences) {
+        QStringList phrases;
+        for (const Undrawn& entry : undrawn) {
+            if (entry.kind == kind)
+                phrases.append(undrawnPhrase(entry));
+        }
+        if (!phrases.isEmpty())
+            result.append(sentence.toString().arg(phrases.join(kind == Part ? u" "_s : u", "_s)));
+    }
+    return result;
 }
 
 SheetRange SheetRange::Cells(int i, int j) const

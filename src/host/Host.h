@@ -71,6 +71,8 @@ struct Undrawn
 };
 /// "Not shown here: the chart "Sales", the results of 2 formulas, which the file does not store."; empty for none.
 QString undrawnSentence(const std::vector<Undrawn>& undrawn);
+/// The same as a sentence for each kind of thing that is lacking.
+QStringList undrawnSentences(const std::vector<Undrawn>& undrawn);
 
 /// Whether formulas for which the file stores no results count as contents.
 enum class Uncomputed { Count, LeaveOut };
@@ -124,6 +126,8 @@ public:
     /// What of the area a picture of it lacks; empty when it shows everything. Whoever shows the picture has to say so:
     /// a picture with a gap must not pass for a whole one.
     virtual std::vector<Undrawn> undrawn(const CellArea&) { return {}; }
+    /// The same for the picture of a chart or shape.
+    virtual std::vector<Undrawn> undrawnOfShape(const QString&) { return {}; }
 
     virtual void Activate() = 0;
     void Select() { Activate(); }
@@ -164,6 +168,7 @@ struct WindowSelection
         Nothing,
         Range, ///< cells
         Chart, ///< a chart on the sheet, by its border or by its area
+        Shape, ///< a picture, shape, group or control that can be captured by its name
         Other, ///< any other drawing
     };
     Kind kind = Kind::Nothing;

@@ -510,7 +510,7 @@ void PanelPipeline::captureShape(Worksheet& sheet, const QString& name, const cl
 {
     try {
         picTemp.image = capture(Panel, [&](double scale) { return sheet.CopyShapePicture(name, scale); });
-        picTemp.notice.clear();
+        picTemp.notice = undrawnSentence(sheet.undrawnOfShape(name));
     } catch (const RuntimeError& error) {
         // The chart is there and only this host cannot draw it: that is no reason to offer the panel for deletion.
         LogError(panelModule, u"Panel_PasteExcel"_s, error.number(), error.description(), false);

@@ -37,6 +37,13 @@ QImage comparisonPicture(const QString& path, const QString& sheetName, const Ce
     return engine::SheetPainter(sheet, engine::Metrics::Calc).image(area, scale);
 }
 
+/// A picture with a gap must not pass for a whole one.
+void printUndrawn(const std::vector<Undrawn>& undrawn)
+{
+    for (const QString& sentence : undrawnSentences(undrawn))
+        printError(sentence);
+}
+
 } // namespace
 
 int renderCommand(const CommandLine& line)
@@ -44,10 +51,11 @@ int renderCommand(const CommandLine& line)
     requireEmbedded(line);
     const CellArea area = areaArgument(line.argument(2));
     const double scale = line.number(u"scale"_s, 1, leastScale, mostScale);
-    const QImage picture = comparesWithCalc(line)
-                               ? comparisonPicture(line.argument(0), line.argument(1), area, scale)
-                               : SheetArgument(line.argument(0), line.argument(1)).sheet().CopyPicture(area, scale);
+    const SheetArgument opened(line.argument(0), line.argument(1));
+    const QImage picture = comparesWithCalc(line) ? comparisonPicture(line.argument(0), line.argument(1), area, scale)
+                                                  : opened.sheet().CopyPicture(area, scale);
     writePicture(picture, line.argument(3));
+    printUndrawn(opened.sheet().undrawn(area));
     return 0;
 }
 
@@ -55,8 +63,9 @@ int renderChartCommand(const CommandLine& line)
 {
     requireEmbedded(line);
     const double scale = line.number(u"scale"_s, 1, leastScale, mostScale);
-    writePicture(SheetArgument(line.argument(0), line.argument(1)).sheet().CopyShapePicture(line.argument(2), scale),
-                 line.argument(3));
+    const SheetArgument opened(line.argument(0), line.argument(1));
+    writePicture(opened.sheet().CopyShapePicture(line.argument(2), scale), line.argument(3));
+    printUndrawn(opened.sheet().undrawnOfShape(line.argument(2)));
     return 0;
 }
 

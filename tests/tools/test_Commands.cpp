@@ -1,5 +1,6 @@
 #include "ToolsFixture.h"
 #include "support/TextTable.h"
+#include "support/XlsxWriter.h"
 
 #include <QImage>
 
@@ -79,6 +80,20 @@ TEST_F(Commands, PicturesAreAsLargeAsTheVisibleCells)
     EXPECT_EQ(QImage(target).size(), QSize(75 + 64, 20 + 40 + 3 * 20));
     ASSERT_EQ(call({u"render"_s, u"--scale"_s, u"2"_s, book, u"Data"_s, u"A1:B6"_s, target}).status, 0);
     EXPECT_EQ(QImage(target).size(), QSize(2 * 139, 2 * 120));
+}
+
+TEST_F(Commands, SayWhatAPictureLacks)
+{
+    WorkbookParts parts({{"Data",
+                          "<sheetData><row r='1'><c r='A1'><f>1+1</f></c><c r='B1'><f>1+1</f></c></row></sheetData>"
+                          "<drawing r:id='d'/>",
+                          ""}});
+    parts.drawings(drawingAnchor(1, 2, 3, 4, chartObject("Sales")) + drawingAnchor(1, 2, 3, 4, chartObject("Costs")));
+    const Outcome outcome =
+        call({u"render"_s, write(u"gaps.xlsx"_s, parts.package()), u"Data"_s, u"A1:D9"_s, path(u"x.png"_s)});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, u"Not drawn: the chart \"Sales\", the chart \"Costs\".\n"
+                              "Left blank: the results of 2 formulas, which the file does not store.\n"_s);
 }
 
 TEST_F(Commands, AProjectIsMadeOnceAndAnswersStatements)

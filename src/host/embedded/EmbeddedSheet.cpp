@@ -19,6 +19,17 @@ namespace {
 constexpr qint64 maxPicturePixels = 64ll << 20;
 constexpr double maxPictureScale = 8;
 
+/// What a picture of a drawing lacks.
+std::optional<Undrawn> undrawnOf(const DrawingContent& drawing)
+{
+    const QString kind = kindWord(drawing.kind);
+    if (isUndrawn(drawing))
+        return Undrawn{Undrawn::Kind::Drawing, kind, drawing.name};
+    if (const QString gap = drawingGap(drawing); !gap.isEmpty())
+        return Undrawn{Undrawn::Kind::Look, u"the %1 \"%2\" as it should be (%3)"_s.arg(kind, drawing.name, gap)};
+    return std::nullopt;
+}
+
 } // namespace
 
 EmbeddedSheet::EmbeddedSheet(std::shared_ptr<WorkbookFile> file, int index, const QString& workbookName,
@@ -170,13 +181,25 @@ void EmbeddedSheet::addUndrawn(const CellArea& area, std::vector<Undrawn>& missi
     for (const DrawingContent& drawing : content().drawings) {
         if (!places.showsOn(drawing, place))
             continue;
-        const QString kind = kindWord(drawing.kind);
-        if (isUndrawn(drawing))
-            missing.push_back({Undrawn::Kind::Drawing, kind, drawing.name});
-        else if (const QString gap = drawingGap(drawing); !gap.isEmpty())
-            missing.push_back(
-                {Undrawn::Kind::Look, u"the %1 \"%2\" as it should be (%3)"_s.arg(kind, drawing.name, gap)});
+        if (const auto lacking = undrawnOf(drawing))
+            missing.push_back(*lacking);
     }
+}
+
+std::vector<Undrawn> EmbeddedSheet::undrawnOfShape(const QString& name)
+{
+    const DrawingContent* drawing = drawingNamed(name);
+    const auto lacking = drawing ? undrawnOf(*drawing) : std::nullopt;
+    return lacking ? std::vector<Undrawn>{*lacking} : std::vector<Undrawn>();
+}
+
+const DrawingContent* EmbeddedSheet::drawingNamed(const QString& name)
+{
+    const auto& drawings = content().drawings;
+    const auto found = std::find_if(drawings.begin(), drawings.end(), [&](const DrawingContent& one) {
+        return one.name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    return found == drawings.end() ? nullptr : &*found;
 }
 
 std::vector<Undrawn> EmbeddedSheet::undrawn(const CellArea& area)
@@ -216,15 +239,14 @@ QImage EmbeddedSheet::CopyPicture(const CellArea& area, double scale)
 
 QImage EmbeddedSheet::CopyShapePicture(const QString& name, double scale)
 {
-    const auto& drawings = content().drawings;
-    const auto drawing = std::find_if(drawings.begin(), drawings.end(), [&](const DrawingContent& one) {
-        return one.name.compare(name, Qt::CaseInsensitive) == 0;
-    });
+    const DrawingContent* drawing = drawingNamed(name);
     const auto failure = [&](const QString& sentence, const QString& kind) {
         return RuntimeError(RuntimeError::ApplicationDefined, sentence.arg(kind, name, place()));
     };
-    if (drawing == drawings.end())
+    if (!drawing)
         throw failure(u"There is no %1 \"%2\" on %3."_s, u"chart or shape"_s);
+    if (drawing->hidden)
+        throw failure(u"The %1 \"%2\" on %3 is hidden."_s, kindWord(drawing->kind));
     if (isUndrawn(*drawing))
         throw failure(u"The %1 \"%2\" on %3 cannot be drawn yet."_s, kindWord(drawing->kind));
     const QImage picture = painter().drawingImage(*drawing, std::clamp(scale, 0.01, maxPictureScale));

@@ -35,6 +35,7 @@ public:
     std::optional<CellArea> Find(const CellArea& area, const FindQuestion& question) override;
     QStringList ShapeNames() override;
     std::vector<Undrawn> undrawn(const CellArea& area) override;
+    std::vector<Undrawn> undrawnOfShape(const QString& name) override;
     void Activate() override { m_onActivate(); }
     QImage CopyPicture(const CellArea& area, double scale = 1) override;
     QImage CopyShapePicture(const QString& name, double scale = 1) override;
@@ -48,6 +49,8 @@ private:
     QStringList textsOf(const CellArea& area, TextOf textOf);
     const engine::ShownSheet& shown();
     QString place() const;
+    /// The first of that name, without regard to case; null if there is none.
+    const engine::DrawingContent* drawingNamed(const QString& name);
     void addUndrawn(const CellArea& area, std::vector<Undrawn>& missing);
 
     std::shared_ptr<engine::WorkbookFile> m_file;

@@ -65,6 +65,33 @@ QJsonValue trueOrNothing(bool condition)
     return condition ? QJsonValue(true) : QJsonValue(QJsonValue::Undefined);
 }
 
+/// "cell" is where it begins. The anchor is the cells that it covers, or that first one with a size of its own, or a
+/// place on the sheet in points.
+QJsonArray objectsJson(const SheetContent& sheet)
+{
+    const auto points = [](qint64 emu) { return roundedTo(double(emu) / 12700, 0.01); };
+    QJsonArray result;
+    for (const DrawingContent& drawing : sheet.drawings) {
+        const CellArea first = CellArea::cell(drawing.anchor.firstRow, drawing.anchor.firstColumn);
+        QJsonObject object{
+            {u"kind"_s, kindWord(drawing.kind)}, {u"name"_s, drawing.name}, {u"cell"_s, first.relative()}};
+        if (drawing.anchorKind == AnchorKind::Absolute) {
+            object.insert(u"x"_s, points(drawing.startX));
+            object.insert(u"y"_s, points(drawing.startY));
+        } else {
+            object.insert(u"anchor"_s, drawing.anchor.relative());
+        }
+        if (drawing.width >= 0 && drawing.height >= 0) {
+            object.insert(u"width"_s, points(drawing.width));
+            object.insert(u"height"_s, points(drawing.height));
+        }
+        if (drawing.hidden)
+            object.insert(u"hidden"_s, true);
+        result.append(object);
+    }
+    return result;
+}
+
 /// Describes one sheet of a workbook as people see it.
 class SheetDescription
 {
@@ -86,7 +113,6 @@ private:
     QJsonObject cells() const;
     QJsonArray merged() const;
     QJsonValue panes() const;
-    QJsonArray objects() const;
     CellArea sample() const;
     bool filtered(int row) const;
 
@@ -103,7 +129,7 @@ QJsonObject SheetDescription::json() const
                      {u"merged"_s, merged()},
                      {u"panes"_s, panes()},
                      {u"grid_lines"_s, m_sheet->view.gridLines},
-                     {u"objects"_s, objects()},
+                     {u"objects"_s, objectsJson(*m_sheet)},
                      {u"sample_range"_s, sample().relative()},
                      {u"cells"_s, cells()}};
     addLastShown(json);
@@ -185,17 +211,6 @@ QJsonValue SheetDescription::panes() const
     return {};
 }
 
-QJsonArray SheetDescription::objects() const
-{
-    QJsonArray result;
-    for (const DrawingContent& drawing : m_sheet->drawings)
-        result.append(
-            QJsonObject{{u"kind"_s, kindWord(drawing.kind)},
-                        {u"name"_s, drawing.name},
-                        {u"cell"_s, CellArea::cell(drawing.anchor.firstRow, drawing.anchor.firstColumn).relative()}});
-    return result;
-}
-
 CellArea SheetDescription::sample() const
 {
     CellArea area = m_used;
@@ -218,8 +233,10 @@ int inspectCommand(const CommandLine& line)
     QJsonArray sheets;
     for (size_t i = 0; i < workbook->sheets.size(); ++i) {
         QJsonObject sheet{{u"name"_s, workbook->sheets[i].name}, {u"visible"_s, workbook->sheets[i].visible}};
-        if (i < mostSheets && !workbook->sheets[i].isChartSheet) {
-            const QJsonObject described = SheetDescription(file, file->sheet(int(i)), metrics).json();
+        if (!workbook->sheets[i].isChartSheet) {
+            const auto content = file->sheet(int(i));
+            const QJsonObject described = i < mostSheets ? SheetDescription(file, content, metrics).json()
+                                                         : QJsonObject{{u"objects"_s, objectsJson(*content)}};
             for (auto entry = described.begin(); entry != described.end(); ++entry)
                 sheet.insert(entry.key(), entry.value());
         }

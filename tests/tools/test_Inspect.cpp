@@ -1,4 +1,5 @@
 #include "ToolsFixture.h"
+#include "support/XlsxWriter.h"
 
 using namespace Qt::StringLiterals;
 
@@ -68,6 +69,18 @@ TEST_F(Inspection, TellsWhatASheetShows)
     };
     for (const auto& [key, value] : expected)
         EXPECT_EQ(json(figures.value(key)).toStdString(), value.toStdString()) << key.toStdString();
+}
+
+TEST_F(Inspection, ListsDrawingsWithTheirAnchors)
+{
+    WorkbookParts parts({{"Data", "<sheetData/><drawing r:id='d'/>", ""}});
+    parts.drawings(drawingAnchor(1, 2, 3, 4, chartObject("Sales")) + sizedAnchor(1, 2, 96, 48, chartObject("Costs")) +
+                   "<xdr:absoluteAnchor><xdr:pos x='12700' y='25400'/><xdr:ext cx='63500' cy='127000'/>" +
+                   chartObject("Free", "hidden='1'") + "</xdr:absoluteAnchor>");
+    EXPECT_EQ(json(sheet(parts.package()).value(u"objects")).toStdString(),
+              R"([[{"anchor":"B3:D5","cell":"B3","kind":"chart","name":"Sales"},)"
+              R"({"anchor":"B3","cell":"B3","height":36,"kind":"chart","name":"Costs","width":72},)"
+              R"({"cell":"A1","height":10,"hidden":true,"kind":"chart","name":"Free","width":5,"x":1,"y":2}]])");
 }
 
 TEST_F(Inspection, OfAnEmptySheetStaysAtItsCorner)

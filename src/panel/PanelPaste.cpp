@@ -11,6 +11,7 @@
 #include "services/modUtilsLog.h"
 
 #include <QFile>
+#include <algorithm>
 
 namespace lumivane {
 
@@ -43,6 +44,22 @@ void forgetFormerRange(clsWorkspacePanel& panel)
     panel.ColWidths.clear();
     if (panel.ID > 0)
         QFile::remove(panelPictureFile(panel.ID));
+}
+
+/// Why a panel could not find a chart or shape again, for which it has nothing but the name; empty if it can.
+QString ambiguity(Worksheet& sheet, const QString& name)
+{
+    if (name.isEmpty())
+        return u"What is selected has no name by which a panel could find it.  Please give it one and save the workbook."_s;
+    const QStringList names = sheet.ShapeNames();
+    const auto alike = std::count_if(names.begin(), names.end(), [&](const QString& other) {
+        return other.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    return alike < 2
+               ? QString()
+               : u"There are %1 charts or shapes named [%2] on the sheet [%3].  Please give them different names and "
+                 "save the workbook."_s.arg(alike)
+                     .arg(name, sheet.Name());
 }
 
 } // namespace
@@ -101,10 +118,11 @@ bool PanelPaste::pasteSelection(Application& user, const PanelPipeline::Record& 
     if (!FileExists(path))
         return refusePasting(u"The workbook [%1] has no file. Please save it and paste again."_s.arg(workbook->Name()));
     const WindowSelection selection = window->Selection();
-    const bool isChart = selection.kind == WindowSelection::Kind::Chart;
+    const bool isShape =
+        selection.kind == WindowSelection::Kind::Chart || selection.kind == WindowSelection::Kind::Shape;
     for (const QString& reason :
          {unstorable(u"path of the workbook"_s, path), unstorable(u"name of the sheet"_s, sheet->Name()),
-          unstorable(u"name of the chart or shape"_s, isChart ? selection.name : QString())}) {
+          unstorable(u"name of the chart or shape"_s, isShape ? selection.name : QString())}) {
         if (!reason.isEmpty())
             return refusePasting(reason);
     }
@@ -121,7 +139,8 @@ bool PanelPaste::pasteSelection(Application& user, const PanelPipeline::Record& 
     case WindowSelection::Kind::Range:
         return pasteRange(*window, *sheet, path, Panel);
     case WindowSelection::Kind::Chart:
-        return pasteChart(selection.name, sheet, path, Panel);
+    case WindowSelection::Kind::Shape:
+        return pasteShape(selection.name, sheet, path, Panel);
     case WindowSelection::Kind::Nothing:
     case WindowSelection::Kind::Other:
         break;
@@ -142,9 +161,11 @@ bool PanelPaste::pasteRange(Window& window, Worksheet& sheet, const QString& pat
     return drawFirstPicture(path, Panel);
 }
 
-bool PanelPaste::pasteChart(const QString& name, const std::shared_ptr<Worksheet>& sheet, const QString& path,
+bool PanelPaste::pasteShape(const QString& name, const std::shared_ptr<Worksheet>& sheet, const QString& path,
                             const PanelPipeline::Record& Panel)
 {
+    if (const QString reason = ambiguity(*sheet, name); !reason.isEmpty())
+        return refusePasting(reason);
     forgetFormerRange(*Panel);
     Panel->ContentType = u"C"_s;
     Panel->PicRange = name;

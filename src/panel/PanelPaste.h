@@ -21,7 +21,7 @@ private:
     XLInstance GetUserExcel();
     bool pasteSelection(Application& user, const PanelPipeline::Record& Panel);
     bool pasteRange(Window& window, Worksheet& sheet, const QString& path, const PanelPipeline::Record& Panel);
-    bool pasteChart(const QString& name, const std::shared_ptr<Worksheet>& sheet, const QString& path,
+    bool pasteShape(const QString& name, const std::shared_ptr<Worksheet>& sheet, const QString& path,
                     const PanelPipeline::Record& Panel);
     bool drawFirstPicture(const QString& path, const PanelPipeline::Record& Panel);
 

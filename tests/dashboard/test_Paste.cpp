@@ -39,7 +39,10 @@ TEST_F(Paste, MakesAPanelOfTheSelectionOrSaysWhyNot)
     using enum WindowSelection::Kind;
     start();
     const auto user = std::make_shared<UserSpreadsheet>(m_library);
-    user->Open(addBook(u"Figures.xlsx"_s));
+    const QString figures = addBook(u"Figures.xlsx"_s);
+    for (const QString& name : {u"Twice"_s, u"twice"_s})
+        m_library.books[figures].front().shape(name);
+    user->Open(figures);
     HostFactory factory = m_library.factory();
     factory.userInstance = [user] { return user; };
     setHostFactory(factory);
@@ -48,17 +51,22 @@ TEST_F(Paste, MakesAPanelOfTheSelectionOrSaysWhyNot)
         WindowSelection::Kind kind;
         bool visible;
         QString pane, told;
+        QString name = u"$B$2:$C$4"_s;
     } refused[] = {
         {Range, true, u"$A$20:$M$50"_s, u"No range of cells selected in the spreadsheet."_s}, // scrolled out
         {Range, false, u"$A$1:$M$30"_s, u"Excel is not visible."_s},
         {Other, true, u"$A$1:$M$30"_s, u"Must either select a range, chart object or shape."_s},
-        {Chart, true, u"$A$1:$M$30"_s, u"The name of the chart or shape [x', SheetName = 'y] holds an apostrophe"_s},
+        {Chart, true, u"$A$1:$M$30"_s, u"The name of the chart or shape [x', SheetName = 'y] holds an apostrophe"_s,
+         u"x', SheetName = 'y"_s},
+        {Shape, true, u"$A$1:$M$30"_s, u"There are 2 charts or shapes named [twice] on the sheet [Data]."_s,
+         u"twice"_s},
+        {Shape, true, u"$A$1:$M$30"_s, u"has no name by which a panel could find it"_s, QString()},
     };
     for (const auto& row : refused) {
         m_user.shown.clear();
         user->setVisible(row.visible);
         user->window->selection.kind = row.kind;
-        user->window->selection.name = row.kind == Chart ? u"x', SheetName = 'y"_s : u"$B$2:$C$4"_s;
+        user->window->selection.name = row.name;
         user->window->range = u"$B$2:$C$4"_s;
         user->window->panes = {row.pane};
         window().menus().mnuWorkspacePaste->trigger();
@@ -67,8 +75,7 @@ TEST_F(Paste, MakesAPanelOfTheSelectionOrSaysWhyNot)
         EXPECT_TRUE(window().panelWindows().isEmpty());
         EXPECT_FALSE(window().IsBusy);
     }
-    user->window->selection.kind = Range;
-    user->window->selection.name = u"$B$2:$C$4"_s;
+    user->window->selection = {Range, {}};
     window().ClickX = 300;
     window().ClickY = 450;
     window().menus().mnuWorkspacePaste->trigger();
@@ -77,6 +84,11 @@ TEST_F(Paste, MakesAPanelOfTheSelectionOrSaysWhyNot)
     EXPECT_EQ(rows(u"SELECT PicRange, ContentMatch, RelativeTo, ViewType, Caption, [Left], [Top] FROM LvnSavedPanel"_s),
               QStringList{u"$B$2:$C$4``|bottom=$C$4|bottom|C|Figures|300|450"_s});
     EXPECT_EQ(rows(u"SELECT FullPath FROM LvnPanelSource"_s), QStringList{bookPath(u"Figures.xlsx"_s)});
+
+    user->window->selection = {Shape, u"Trend"_s};
+    window().menus().mnuWorkspacePaste->trigger();
+    ASSERT_EQ(gWorkspace->NumPanels(), 2) << m_user.shown.join(u'|');
+    EXPECT_EQ(gWorkspace->Panels(2)->ContentType + gWorkspace->Panels(2)->PicRange, u"CTrend"_s);
 }
 
 } // namespace lumivane::test

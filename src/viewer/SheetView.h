@@ -6,6 +6,8 @@
 #include <QTimer>
 #include <memory>
 
+class QHelpEvent;
+
 namespace lumivane {
 
 /// Shows one sheet with its headers and lets the user scroll, zoom and select by mouse and keyboard. What is open and
@@ -40,6 +42,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -55,6 +58,7 @@ private:
     void updateScrollBars();
     void scrollFromBar(Qt::Orientation orientation, int value);
     void updateCursor(const QPoint& place);
+    void showComment(const QHelpEvent& event);
     void tellSelection();
     void stopMoving();
 

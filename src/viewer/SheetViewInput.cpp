@@ -1,12 +1,16 @@
 #include "viewer/SheetView.h"
 
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <cmath>
 
 namespace lumivane {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -237,6 +241,33 @@ void SheetView::updateCursor(const QPoint& view)
     const bool inHeader = m_layout.inRowHeader(view) || m_layout.inColumnHeader(view);
     const bool overDrawing = !inHeader && m_sheet->drawingAt(m_layout.toCells(view)) >= 0;
     viewport()->setCursor(inHeader ? Qt::ArrowCursor : overDrawing ? Qt::PointingHandCursor : Qt::CrossCursor);
+}
+
+bool SheetView::viewportEvent(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QAbstractScrollArea::viewportEvent(event);
+    showComment(*static_cast<QHelpEvent*>(event));
+    return true;
+}
+
+/// The comment of the cell under the pointer, unless a drawing lies over it.
+void SheetView::showComment(const QHelpEvent& event)
+{
+    constexpr qsizetype longest = 2000;
+    const QPoint view = devicePoint(event.pos());
+    QString text;
+    CellSpot cell;
+    if (m_sheet && !m_layout.inRowHeader(view) && !m_layout.inColumnHeader(view) &&
+        m_sheet->drawingAt(m_layout.toCells(view)) < 0) {
+        cell = m_sheet->cellAt(m_layout.toCells(view));
+        text = m_sheet->sheet().commentText(cell).left(longest);
+    }
+    if (text.isEmpty())
+        QToolTip::hideText();
+    else
+        QToolTip::showText(event.globalPos(), u"<p style='white-space:pre-wrap'>%1</p>"_s.arg(text.toHtmlEscaped()),
+                           viewport(), cellRect(cell));
 }
 
 void SheetView::dragTo(const QPoint& place)

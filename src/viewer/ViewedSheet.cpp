@@ -61,6 +61,16 @@ QString ViewedSheet::shownText(int row, int column) const
     return cell ? m_shown->shown(row, *cell) : QString();
 }
 
+QString ViewedSheet::commentText(const CellSpot& cell) const
+{
+    const CellArea merged = mergedAround(cell);
+    for (const CommentMark& mark : m_sheet->comments) {
+        if (mark.row == merged.firstRow && mark.column == merged.firstColumn && mark.text >= 0)
+            return m_sheet->texts.text(static_cast<quint64>(mark.text));
+    }
+    return {};
+}
+
 CellArea ViewedSheet::mergedAround(const CellSpot& cell) const
 {
     const CellArea* merged = m_shown->mergedAt(cell.row, cell.column);

@@ -33,6 +33,8 @@ public:
     /// A formula that shows an empty text fills its cell.
     bool filled(int row, int column) const;
     QString shownText(int row, int column) const;
+    /// Of the comment of a cell, with its line ends; empty where it has none.
+    QString commentText(const CellSpot& cell) const;
     /// From A1 to the last cell in use, merged areas and drawings included.
     const CellArea& used() const { return m_used; }
     /// The last row and column with something in a cell.

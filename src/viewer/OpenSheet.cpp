@@ -1,5 +1,6 @@
 #include "viewer/OpenSheet.h"
 
+#include "engine/draw/DrawingLayer.h"
 #include "engine/draw/DrawingPlace.h"
 
 #include <QStringList>
@@ -10,6 +11,7 @@
 namespace lumivane {
 
 using namespace engine;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -176,6 +178,25 @@ void OpenSheet::takeOver(const OpenSheet& before)
     m_selection.select(before.m_selection.areas());
     if (before.m_selection.areas().size() == 1)
         m_selection.selectArea(before.m_selection.areas().front(), active);
+    if (before.m_selectedDrawing >= 0)
+        m_selectedDrawing = drawingNamed(before.drawing(before.m_selectedDrawing).name);
+}
+
+QString OpenSheet::selectedDrawingText() const
+{
+    if (m_selectedDrawing < 0)
+        return {};
+    const DrawingContent& selected = drawing(m_selectedDrawing);
+    return u"the %1 \"%2\""_s.arg(kindWord(selected.kind), selected.name);
+}
+
+int OpenSheet::drawingNamed(const QString& name) const
+{
+    const auto& drawings = m_sheet->content().drawings;
+    const auto found = std::find_if(drawings.begin(), drawings.end(), [&](const DrawingContent& one) {
+        return !one.hidden && one.name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    return found == drawings.end() ? -1 : static_cast<int>(found - drawings.begin());
 }
 
 CellSpot OpenSheet::cellAt(const QPoint& place) const
@@ -207,7 +228,7 @@ int OpenSheet::paneAt(const QPoint& place) const
 
 QRect OpenSheet::drawingRect(int pane, int drawing) const
 {
-    const DrawingContent& content = m_sheet->content().drawings[static_cast<size_t>(drawing)];
+    const DrawingContent& content = this->drawing(drawing);
     const QRect lastCell = rectIn(pane, CellArea::cell(content.anchor.lastRow, content.anchor.lastColumn));
     const QRect firstCell = rectIn(pane, CellArea::cell(content.anchor.firstRow, content.anchor.firstColumn));
     const auto columns = [](const QRect& cell) { return Stretch{double(cell.x()), double(cell.x() + cell.width())}; };
@@ -222,8 +243,14 @@ int OpenSheet::drawingAt(const QPoint& place) const
 {
     const int pane = paneAt(place);
     const auto& drawings = m_sheet->content().drawings;
+    constexpr double reach = 4; // pixels of the window system
     for (size_t i = drawings.size(); i-- > 0;) {
-        if (!drawings[i].hidden && drawingRect(pane, static_cast<int>(i)).contains(place))
+        const QRectF rect = drawingRect(pane, static_cast<int>(i));
+        QPointF point = place + QPointF(0.5, 0.5);
+        // Places run to the left here, drawings never do.
+        if (m_sheet->content().view.rightToLeft)
+            point.setX(2 * rect.center().x() - point.x());
+        if (isHit(drawings[i], rect, scale(), point, reach * m_deviceScale))
             return static_cast<int>(i);
     }
     return -1;

@@ -45,7 +45,7 @@ public:
     /// frozen before a cell that is not in sight itself: it could fill the window.
     void freezeAt(const CellSpot& cell);
     void unfreeze();
-    /// Selection, zoom, panes and place of another opening of the sheet.
+    /// Selection, zoom, panes and place of another opening of the sheet. A selected drawing is found by its name.
     void takeOver(const OpenSheet& before);
 
     CellSpot cellAt(const QPoint& place) const;
@@ -54,12 +54,17 @@ public:
     QRect paneRect(int pane) const;
     int paneAt(const QPoint& place) const;
 
-    /// Index of the visible drawing under a place; -1 if there is none.
+    /// Index of the visible drawing under a place; -1 if there is none. Cells seen through a shape stay in reach.
     int drawingAt(const QPoint& place) const;
     QRect drawingRect(int pane, int drawing) const;
+    const engine::DrawingContent& drawing(int index) const
+    {
+        return m_sheet->content().drawings[static_cast<size_t>(index)];
+    }
     /// Index of the selected drawing; -1 while cells are selected.
     int selectedDrawing() const { return m_selectedDrawing; }
     void selectDrawing(int drawing) { m_selectedDrawing = drawing; }
+    QString selectedDrawingText() const; ///< "the chart "Sales""; empty while cells are selected
 
     /// Moves the active cell, or with `extend` the corner that moves, and scrolls to it.
     void move(Direction direction, Step step, bool extend);
@@ -71,6 +76,7 @@ private:
     void applyScale();
     void applyStoredPanes();
     void applyStoredSelection();
+    int drawingNamed(const QString& name) const;
     CellSpot target(const CellSpot& from, Direction direction, Step step) const;
 
     std::shared_ptr<const ViewedSheet> m_sheet;

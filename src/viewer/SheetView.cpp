@@ -210,8 +210,10 @@ void SheetView::setZoom(int percent)
 void SheetView::tellSelection()
 {
     const CellSpot active = m_sheet->selection().activeCell();
-    setAccessibleDescription(CellArea::cell(active.row, active.column).relative() + u": "_s +
-                             m_sheet->sheet().shownText(active.row, active.column));
+    setAccessibleDescription(m_sheet->selectedDrawing() >= 0
+                                 ? m_sheet->selectedDrawingText()
+                                 : QString(CellArea::cell(active.row, active.column).relative() + u": "_s +
+                                           m_sheet->sheet().shownText(active.row, active.column)));
     QAccessibleEvent event(this, QAccessible::DescriptionChanged);
     QAccessible::updateAccessibility(&event);
     Q_EMIT selectionChanged();

@@ -77,9 +77,9 @@ public:
         const int drawing = sheet->selectedDrawing();
         if (drawing < 0)
             return {WindowSelection::Kind::Range, QString()};
-        const auto& content = sheet->sheet().content().drawings[static_cast<size_t>(drawing)];
+        const engine::DrawingContent& content = sheet->drawing(drawing);
         return {content.kind == engine::DrawingKind::Chart ? WindowSelection::Kind::Chart
-                                                           : WindowSelection::Kind::Other,
+                                                           : WindowSelection::Kind::Shape,
                 content.name};
     }
     QString RangeSelection() override { return shown() ? shown()->selection().address() : QString(); }

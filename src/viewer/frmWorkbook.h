@@ -89,6 +89,8 @@ private:
     void showFigures();
     void updateActions();
     void copySelection();
+    void copyDrawing(const OpenSheet& sheet);
+    void describeCopy(const OpenSheet& sheet);
     void goTo(const QString& text);
     void find(bool forward);
     void findWhileTyping();

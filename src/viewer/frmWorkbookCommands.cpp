@@ -1,6 +1,7 @@
 #include "viewer/frmWorkbook.h"
 
 #include "controls/FileDrop.h"
+#include "engine/draw/DrawingLayer.h"
 #include "platform/Prompts.h"
 #include "services/RecentWorkbooks.h"
 #include "viewer/CellPlace.h"
@@ -110,8 +111,9 @@ void frmWorkbook::showSelection()
     const OpenSheet& sheet = *m_view->sheet();
     const SheetSelection& selection = sheet.selection();
     noteUse();
+    describeCopy(sheet);
     if (sheet.selectedDrawing() >= 0) {
-        m_nameBox->setPlace(sheet.sheet().content().drawings[static_cast<size_t>(sheet.selectedDrawing())].name);
+        m_nameBox->setPlace(sheet.drawing(sheet.selectedDrawing()).name);
         m_cellText->clear();
     } else {
         const CellSpot active = selection.activeCell();
@@ -167,13 +169,36 @@ void frmWorkbook::copySelection()
     if (!sheet)
         return;
     if (sheet->selectedDrawing() >= 0) {
-        const QImage picture = drawingPicture(sheet->selectedDrawing());
-        if (!picture.isNull())
-            QGuiApplication::clipboard()->setImage(picture);
+        copyDrawing(*sheet);
         return;
     }
     QGuiApplication::clipboard()->setText(selectionText(sheet->sheet(), sheet->selection().areas()));
     statusBar()->showMessage(u"Copied as text"_s, shortRemark);
+}
+
+void frmWorkbook::copyDrawing(const OpenSheet& sheet)
+{
+    const DrawingContent& drawing = sheet.drawing(sheet.selectedDrawing());
+    const QImage picture = isUndrawn(drawing) ? QImage() : sheet.sheet().painter().drawingImage(drawing, sheet.scale());
+    if (picture.isNull()) {
+        prompts().message(u"Unable to copy %1: it cannot be drawn here."_s.arg(sheet.selectedDrawingText()),
+                          Prompts::Icon::Exclamation);
+        return;
+    }
+    QGuiApplication::clipboard()->setImage(picture);
+    statusBar()->showMessage(u"Copied %1 as a picture"_s.arg(sheet.selectedDrawingText()), shortRemark);
+}
+
+/// The command says what it would copy now.
+void frmWorkbook::describeCopy(const OpenSheet& sheet)
+{
+    constexpr qsizetype longest = 60;
+    QString what = sheet.selectedDrawingText();
+    m_actions.copy->setStatusTip(what.isEmpty() ? u"Copy the selected cells as text"_s
+                                                : u"Copy %1 as a picture"_s.arg(what));
+    if (what.size() > longest)
+        what = what.left(longest) + u"\u2026"_s;
+    m_actions.copy->setText(what.isEmpty() ? u"&Copy"_s : u"&Copy %1"_s.arg(what.replace(u'&', u"&&"_s)));
 }
 
 void frmWorkbook::goTo(const QString& text)

@@ -169,9 +169,16 @@ TEST_F(WorkbookWindow, SelectsDrawings)
     EXPECT_EQ(shown->Selection(), (WindowSelection{WindowSelection::Kind::Chart, u"Sales"_s}));
     EXPECT_EQ(shown->RangeSelection(), u"$C$3"_s) << "the cells stay selected behind it";
     click(window, middle(window, 22, 8));
-    EXPECT_EQ(shown->Selection(), (WindowSelection{WindowSelection::Kind::Other, u"Logo"_s}));
+    EXPECT_EQ(shown->Selection(), (WindowSelection{WindowSelection::Kind::Shape, u"Logo"_s}));
+    auto& copy = control<QAction>(window, u"copyAction"_s);
+    EXPECT_EQ(copy.statusTip(), u"Copy the picture \"Logo\" as a picture"_s);
+    copy.trigger();
+    EXPECT_EQ(user.shown.value(0), u"Unable to copy the picture \"Logo\": it cannot be drawn here."_s);
+    window.readAgain();
+    EXPECT_EQ(shown->Selection().name, u"Logo"_s);
     QTest::keyClick(&window.view(), Qt::Key_Escape);
     EXPECT_EQ(shown->Selection().kind, WindowSelection::Kind::Range);
+    EXPECT_EQ(copy.statusTip(), u"Copy the selected cells as text"_s);
 }
 
 TEST_F(WorkbookWindow, GoesWhereTheNameBoxSays)

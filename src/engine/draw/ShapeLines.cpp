@@ -99,7 +99,8 @@ void paintEnd(QPainter& painter, QPainterPath& path, int tip, int neighbour, con
     painter.rotate(-direction.angle());
     const QPainterPath shape = endShape(end.kind, length, end.width * unit);
     if (end.kind == LineEnd::Arrow)
-        painter.strokePath(shape, QPen(QColor::fromRgba(line.color), width, Qt::SolidLine, Qt::RoundCap));
+        painter.strokePath(shape,
+                           QPen(QColor::fromRgba(line.color), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     else
         painter.fillPath(shape, QColor::fromRgba(line.color));
     painter.restore();

@@ -132,64 +132,6 @@ TEST(Drawings, AreHitWhereTheyAreSeen)
     EXPECT_FALSE(hit(50, 30));
 }
 
-TEST(Drawings, PlaceTheChildrenOfGroups)
-{
-    DrawingContent group = shapeOn({1, 1, 6, 3}); // 128 x 100 pixels
-    group.shape.kind = ShapeContent::Kind::Group;
-    group.shape.childPlace = QRectF(1000, 1000, 128, 50);
-    ShapeContent child = shapeOn({}).shape;
-    child.place = QRectF(1064, 1025, 32, 25);
-    group.shape.children = {child};
-    EXPECT_EQ(ink(drawn(group)), QRect(64, 50, 32, 50));
-    group.shape.flippedAcross = true;
-    EXPECT_EQ(ink(drawn(group)), QRect(32, 50, 32, 50));
-}
-
-TEST(Drawings, HaveTheOutlinesOfPresets)
-{
-    // Points of a shape of 128 x 100 pixels, in percent.
-    for (const auto& [preset, inside, outside] : test::textTable<3>(R"(
-        rect             | 2,2 98,98         |
-        roundRect        | 2,50 50,2         | 1,1 99,99
-        ellipse          | 50,3 85,80        | 8,8 92,92
-        triangle         | 50,20 10,95       | 10,20 90,20
-        rtTriangle       | 10,20 90,96       | 90,20
-        diamond          | 50,5 5,50         | 15,15 85,85
-        parallelogram    | 30,5 70,95        | 3,3 97,97
-        trapezoid        | 5,95 50,5         | 3,3 97,3
-        hexagon          | 3,50 50,3         | 3,3 97,97
-        octagon          | 3,50 50,3         | 3,3 97,97
-        pentagon         | 50,5 25,97        | 5,5 3,97
-        plus             | 50,3 3,50         | 5,5 95,95
-        star4            | 50,5 50,50        | 30,30 70,70
-        star5            | 50,5 50,50        | 10,10 50,95
-        rightArrow       | 5,50 95,50 62,10  | 5,10 95,10
-        leftArrow        | 95,50 5,50 38,10  | 95,10 5,10
-        upArrow          | 50,5 50,95 12,45  | 12,95 5,5
-        downArrow        | 50,5 50,95 12,55  | 12,5 5,95
-        leftRightArrow   | 4,50 96,50        | 50,10
-        chevron          | 50,50 95,50       | 5,50 97,10
-        homePlate        | 5,50 95,50        | 97,10
-        wedgeRectCallout | 5,5 50,95         |
-        can              | 50,50 50,3        | 1,1 99,99
-        donut            | 50,5 5,50         | 50,50
-        flowChartDecision | 50,5             | 15,15
-        somethingNew     | 2,2 98,98         |
-    )")) {
-        const QImage image = drawn(shapeOn({1, 1, 6, 3}, preset.toStdString()));
-        const auto colorAt = [&](const QString& point) {
-            const QStringList parts = point.split(u',');
-            return image.pixel(int(parts[0].toInt() * 1.28), parts[1].toInt());
-        };
-        for (const QString& point : inside.split(u' ', Qt::SkipEmptyParts))
-            EXPECT_EQ(colorAt(point), red) << preset << point;
-        for (const QString& point : outside.split(u' ', Qt::SkipEmptyParts))
-            EXPECT_EQ(colorAt(point), white) << preset << point;
-    }
-    EXPECT_EQ(drawingGap(shapeOn({1, 1, 2, 2})), QString());
-    EXPECT_EQ(drawingGap(shapeOn({1, 1, 2, 2}, "somethingNew")), u"its outline is drawn as a rectangle"_s);
-}
-
 TEST(Drawings, ComputeGuides)
 {
     for (const auto& [formula, expected] : test::textTable<2>(R"(
@@ -212,23 +154,6 @@ TEST(Drawings, ComputeGuides)
     }
 }
 
-TEST(Pictures, AreCutMirroredAndTurned)
-{
-    const CellArea place{1, 1, 6, 3};
-    PictureFill fill = redAndBlue();
-    EXPECT_EQ(drawn(pictureOn(place, fill)).pixel(30, 50), red);
-    EXPECT_EQ(drawn(pictureOn(place, fill)).pixel(100, 50), blue);
-    DrawingContent mirrored = pictureOn(place, fill);
-    mirrored.shape.flippedAcross = true;
-    EXPECT_EQ(drawn(mirrored).pixel(30, 50), blue);
-    mirrored.shape.rotation = 180;
-    EXPECT_EQ(drawn(mirrored).pixel(30, 50), red);
-    fill.left = 0.5;
-    EXPECT_EQ(drawn(pictureOn(place, fill)).pixel(5, 50), blue);
-    fill.opacity = 0.5;
-    EXPECT_NEAR(qRed(drawn(pictureOn(place, fill)).pixel(100, 50)), 128, 1);
-}
-
 TEST(Pictures, AreRefusedWithAReason)
 {
     QByteArray bomb = encoded(QImage(1, 1, QImage::Format_RGB32), "bmp");
@@ -248,6 +173,8 @@ TEST(Pictures, AreRefusedWithAReason)
         EXPECT_EQ(drawn(pictureOn({1, 1, 6, 3}, fill)).pixel(60, 0), qRgb(0x80, 0x80, 0x80)) << name;
     }
     EXPECT_EQ(drawingGap(pictureOn({1, 1, 6, 3}, {})), u"it is not in the file"_s);
+    EXPECT_EQ(drawingGap(shapeOn({1, 1, 2, 2})), QString());
+    EXPECT_EQ(drawingGap(shapeOn({1, 1, 2, 2}, "somethingNew")), u"its outline is drawn as a rectangle"_s);
 }
 
 TEST(Pictures, OfLinesLeadNowhere)

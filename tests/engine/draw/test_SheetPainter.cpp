@@ -21,13 +21,6 @@ int countColor(const QImage& image, QRgb color)
 constexpr BorderLine thin{LineStyle::Thin};
 const BorderStyle box{thin, thin, thin, thin, {}};
 
-BorderStyle border(BorderLine BorderStyle::*side, const BorderLine& line)
-{
-    BorderStyle style;
-    style.*side = line;
-    return style;
-}
-
 TEST(SheetPainter, IsAsLargeAsWhatIsVisible)
 {
     SheetBuilder made;
@@ -126,21 +119,6 @@ TEST(BorderLines, TheHeavierOrDarkerLineShows)
     }
 }
 
-TEST(SheetPainter, DrawsTheStrongerBorderOfTwoCells)
-{
-    SheetBuilder made;
-    made.blank(1, 1, made.borderStyle(border(&BorderStyle::right, {LineStyle::Thin, red})))
-        .blank(1, 2, made.borderStyle(border(&BorderStyle::left, {LineStyle::Medium, blue})));
-    QImage image = draw(made, 1, 2);
-    EXPECT_EQ(countColor(image, red), 0);
-    EXPECT_EQ(countColor(image, blue), 2 * cellHeight);
-    EXPECT_EQ(image.pixel(63, 10), blue);
-    made.blank(1, 2, 0);
-    image = draw(made, 1, 2);
-    EXPECT_EQ(countColor(image, red), cellHeight);
-    EXPECT_EQ(image.pixel(63, 10), red) << "a thin line takes the last pixel before the edge";
-}
-
 TEST(SheetPainter, KeepsBordersAtTheRimInsideThePicture)
 {
     SheetBuilder made;
@@ -151,57 +129,6 @@ TEST(SheetPainter, KeepsBordersAtTheRimInsideThePicture)
     EXPECT_EQ(countColor(image, black), 2 * (cellWidth + cellHeight) - 4);
     EXPECT_EQ(draw(made, 1, 1, 2).pixel(1, 20), black) << "two pixels wide at scale 2";
     EXPECT_EQ(draw(made, 1, 1, 2).pixel(2, 20), white);
-}
-
-TEST(SheetPainter, DrawsLineStylesPixelByPixel)
-{
-    const std::pair<LineStyle, std::string> rows[] = {
-        {LineStyle::Thin, "########"},
-        {LineStyle::Hair, "#.#.#.#."},
-        {LineStyle::Dotted, "##..##.."},
-        {LineStyle::Dashed, "###.###."},
-        {LineStyle::DashDot, "#########...###...###"},
-        {LineStyle::MediumDashed, "#########...###"},
-    };
-    const auto downFrom = [](const QImage& image, const QPoint& start, size_t length) {
-        std::string pixels;
-        for (int i = 0; i < int(length); ++i)
-            pixels += image.pixel(start + QPoint(0, i)) == black ? '#' : '.';
-        return pixels;
-    };
-    for (const auto& [style, along] : rows) {
-        SheetBuilder made;
-        made.blank(1, 1, made.borderStyle(border(&BorderStyle::left, {style})));
-        made.row(1).height = 60;
-        EXPECT_EQ(downFrom(draw(made, 1, 1), {0, 0}, along.size()), along);
-    }
-    SheetBuilder made;
-    made.blank(1, 1, made.borderStyle(border(&BorderStyle::bottom, {LineStyle::Double})));
-    EXPECT_EQ(downFrom(draw(made, 2, 1), {30, 16}, 8), "..#.#...") << "double lines have a gap";
-}
-
-TEST(SheetPainter, DrawsNoBordersInsideMergedAreas)
-{
-    SheetBuilder made;
-    const int boxed = made.borderStyle(box);
-    for (int row = 1; row <= 2; ++row)
-        for (int column = 1; column <= 2; ++column)
-            made.blank(row, column, boxed);
-    made.merge({1, 1, 2, 2});
-    const QImage image = draw(made, 2, 2);
-    EXPECT_TRUE(ink(image, QRect(1, 1, 2 * cellWidth - 2, 2 * cellHeight - 2)).isNull());
-    EXPECT_EQ(countColor(image, black), 4 * (cellWidth + cellHeight) - 4);
-}
-
-TEST(SheetPainter, DrawsDiagonals)
-{
-    SheetBuilder made;
-    made.blank(1, 1, made.borderStyle({{}, {}, {}, {}, {LineStyle::Thin, red}, false, true}));
-    const QImage image = draw(made, 1, 1);
-    EXPECT_EQ(image.pixel(0, 0), red);
-    EXPECT_EQ(image.pixel(63, 19), red);
-    EXPECT_EQ(image.pixel(63, 0), white);
-    EXPECT_EQ(countColor(image, red), cellWidth) << "no half-tones";
 }
 
 TEST(SheetPainter, DrawsAPartLikeTheSamePartOfTheWhole)

@@ -1,5 +1,5 @@
-#include "engine/draw/SheetPainter.h"
 #include "engine/read/WorkbookFile.h"
+#include "engine/show/ShownSheet.h"
 #include "support/TextTable.h"
 #include "support/XlsxWriter.h"
 
@@ -52,27 +52,6 @@ TEST(Sparklines, PointsFollowGapsHiddenColumnsDatesAndScales)
         EXPECT_EQ(u"%1 to %2: "_s.arg(shown->least).arg(shown->most) + points.join(u' '), expected) << name;
     }
     EXPECT_FALSE(sheetWith("", "#REF!")->sparkline(1, 1));
-}
-
-TEST(Sparklines, ColumnsStandOnTheirBaseInTheColorsOfTheirPoints)
-{
-    const auto picture = [](const std::string& attributes) {
-        return SheetPainter(sheetWith(attributes)).image({1, 1, 1, 1}, 4);
-    };
-    // The four slots of the cell, each above and below the middle.
-    const auto described = [](const QImage& image) {
-        QString text;
-        for (const double y : {0.2, 0.4, 0.7, 0.87})
-            for (const double x : {0.16, 0.38, 0.62, 0.85}) {
-                const QRgb color = image.pixel(int(x * image.width()), int(y * image.height())) & 0xffffff;
-                text += color == 0xff ? u'b' : color == 0xff0000 ? u'r' : color == 0xff00 ? u'g' : u'.';
-                if (x > 0.8)
-                    text += u' ';
-            }
-        return text.trimmed();
-    };
-    EXPECT_EQ(described(picture("type='column' negative='1' last='1'")), u"...g ...g b..g .r.."_s);
-    EXPECT_EQ(described(picture("type='stacked'")), u"b..b b..b .b.. .b.."_s);
 }
 
 } // namespace

@@ -33,12 +33,6 @@ struct PictureFill
 
 enum class FillKind : quint8 { None, Solid, LinearGradient, PathGradient, Pattern, Picture };
 
-struct GradientStop
-{
-    double position = 0; ///< 0 to 1
-    QRgb color = 0;
-};
-
 struct ShapeFill
 {
     FillKind kind = FillKind::None;

@@ -2,6 +2,13 @@
 
 namespace lumivane::engine {
 
+bool FillStyle::operator==(const FillStyle& other) const
+{
+    const bool sameGradient =
+        gradient == other.gradient || (gradient && other.gradient && *gradient == *other.gradient);
+    return pattern == other.pattern && fore == other.fore && back == other.back && sameGradient;
+}
+
 void DifferentialStyle::fillFrom(const DifferentialStyle& other)
 {
     const auto take = [&](auto DifferentialStyle::*property) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QRectF>
 #include <QString>
 #include <memory>
 #include <optional>
@@ -47,7 +48,23 @@ enum class Pattern : quint8 {
     LightUp,
     LightGrid,
     LightTrellis,
-    Gradient, ///< from `fore` to `back`, along `gradientDegrees`
+    Gradient, ///< as `gradient` says
+};
+
+struct GradientStop
+{
+    double position = 0; ///< 0 to 1
+    QRgb color = 0;
+    bool operator==(const GradientStop&) const = default;
+};
+
+/// Colours that pass over into each other across a cell.
+struct CellGradient
+{
+    std::vector<GradientStop> stops; ///< ascending
+    double degrees = 0;              ///< in which they follow each other, clockwise; 0: from left to right
+    std::optional<QRectF> inner; ///< they follow each other from this part of the cell, in shares of it, to its sides
+    bool operator==(const CellGradient&) const = default;
 };
 
 struct FillStyle
@@ -55,8 +72,8 @@ struct FillStyle
     Pattern pattern = Pattern::None;
     QRgb fore = 0xff000000;
     QRgb back = 0xffffffff;
-    double gradientDegrees = 0;
-    bool operator==(const FillStyle&) const = default;
+    std::shared_ptr<const CellGradient> gradient = {}; ///< null but for Pattern::Gradient
+    bool operator==(const FillStyle& other) const;
 };
 
 enum class LineStyle : quint8 {

@@ -1,9 +1,9 @@
 #include "engine/draw/CellFills.h"
 
+#include "engine/draw/Gradients.h"
+
 #include <QImage>
-#include <QLinearGradient>
 #include <QPainter>
-#include <QtMath>
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -71,17 +71,14 @@ QImage patternTile(const FillStyle& fill, int dot)
     return tile;
 }
 
-void paintGradient(QPainter& painter, const QRect& place, const FillStyle& fill)
+void paintGradient(QPainter& painter, const QRect& place, const CellGradient& gradient)
 {
-    // The line of the gradient runs through the middle, as long as the place is in that direction.
-    const double angle = qDegreesToRadians(fill.gradientDegrees);
-    const QPointF direction(std::cos(angle), std::sin(angle));
-    const double half = (std::fabs(direction.x()) * place.width() + std::fabs(direction.y()) * place.height()) / 2;
-    const QPointF middle = QRectF(place).center();
-    QLinearGradient gradient(middle - direction * half, middle + direction * half);
-    gradient.setColorAt(0, QColor::fromRgb(fill.fore));
-    gradient.setColorAt(1, QColor::fromRgb(fill.back));
-    painter.fillRect(place, gradient);
+    if (!gradient.inner)
+        return painter.fillRect(place, linearGradient(gradient.stops, place, directionOf(gradient.degrees)));
+    const QRectF& inner = *gradient.inner;
+    const QRectF part(place.x() + inner.x() * place.width(), place.y() + inner.y() * place.height(),
+                      inner.width() * place.width(), inner.height() * place.height());
+    paintRectangularGradient(painter, gradient.stops, place, part);
 }
 
 } // namespace
@@ -95,7 +92,8 @@ void paintFill(QPainter& painter, const QRect& place, const FillStyle& fill, dou
         painter.fillRect(place, QColor::fromRgb(fill.fore));
         return;
     case Pattern::Gradient:
-        paintGradient(painter, place, fill);
+        if (fill.gradient)
+            paintGradient(painter, place, *fill.gradient);
         return;
     default:
         painter.fillRect(place, patternBrush(fill, scale));
@@ -117,7 +115,7 @@ FillStyle evened(const FillStyle& fill)
     const auto mixed = [&](int fore, int back) { return (fore * dots + back * (64 - dots)) / 64; };
     const QRgb color = qRgb(mixed(qRed(fill.fore), qRed(fill.back)), mixed(qGreen(fill.fore), qGreen(fill.back)),
                             mixed(qBlue(fill.fore), qBlue(fill.back)));
-    return {Pattern::Solid, color, fill.back, 0};
+    return {Pattern::Solid, color, fill.back};
 }
 
 } // namespace lumivane::engine

@@ -1,10 +1,10 @@
 #include "engine/draw/ShapeFills.h"
 
 #include "engine/draw/CellFills.h"
+#include "engine/draw/Gradients.h"
 #include "engine/draw/PictureCache.h"
 
 #include <QPainter>
-#include <QtMath>
 #include <algorithm>
 #include <cmath>
 
@@ -13,27 +13,14 @@ namespace {
 
 constexpr double emuPerPixel = 9525;
 
-QGradientStops stopsOf(const ShapeFill& fill)
-{
-    QGradientStops stops;
-    for (const GradientStop& stop : fill.stops)
-        stops.append({stop.position, QColor::fromRgba(stop.color)});
-    return stops;
-}
-
 QBrush linearBrush(const ShapeFill& fill, const QRectF& place)
 {
-    const double angle = qDegreesToRadians(fill.angle);
-    QPointF direction(std::cos(angle), std::sin(angle));
+    QPointF direction = directionOf(fill.angle);
     if (fill.scaled) {
         direction = {direction.x() * place.height(), direction.y() * place.width()};
         direction /= std::max(std::hypot(direction.x(), direction.y()), 1e-6);
     }
-    // The line runs through the middle, as long as the place is in that direction.
-    const double half = (std::abs(direction.x()) * place.width() + std::abs(direction.y()) * place.height()) / 2;
-    QLinearGradient gradient(place.center() - direction * half, place.center() + direction * half);
-    gradient.setStops(stopsOf(fill));
-    return gradient;
+    return linearGradient(fill.stops, place, direction);
 }
 
 /// From a rectangle in the shape to its sides, or from a point to its corners.
@@ -46,32 +33,15 @@ void paintPathGradient(QPainter& painter, const QPainterPath& outline, const QRe
         const double across = std::max({middle.x() - place.left(), place.right() - middle.x(), 1e-3});
         const double down = std::max({middle.y() - place.top(), place.bottom() - middle.y(), 1e-3});
         QRadialGradient gradient(QPointF(0, 0), M_SQRT2);
-        gradient.setStops(stopsOf(fill));
+        gradient.setStops(gradientStops(fill.stops));
         QBrush brush(gradient);
         brush.setTransform(QTransform(across, 0, 0, down, middle.x(), middle.y()));
         painter.fillPath(outline, brush);
         return;
     }
-    QLinearGradient colors(QPointF(0, 0), QPointF(1, 0));
-    colors.setStops(stopsOf(fill));
-    constexpr int steps = 128;
-    QImage line(steps, 1, QImage::Format_ARGB32_Premultiplied);
-    line.fill(Qt::transparent);
-    QPainter along(&line);
-    along.scale(steps, 1);
-    along.fillRect(QRectF(0, 0, 1, 1), colors);
-    along.end();
     painter.save();
     painter.setClipPath(outline, Qt::IntersectClip);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    for (int i = steps; i-- > 0;) {
-        const double share = (i + 1.0) / steps;
-        const QRectF ring(QPointF(inner.left() + (place.left() - inner.left()) * share,
-                                  inner.top() + (place.top() - inner.top()) * share),
-                          QPointF(inner.right() + (place.right() - inner.right()) * share,
-                                  inner.bottom() + (place.bottom() - inner.bottom()) * share));
-        painter.fillRect(ring, line.pixelColor(i, 0));
-    }
+    paintRectangularGradient(painter, fill.stops, place, inner);
     painter.restore();
 }
 

@@ -28,7 +28,11 @@ public:
     int formatStyle(const QString& code) { return style({.numberFormat = append(styles().numberFormats, code)}); }
     int fontStyle(const FontStyle& font) { return style({.font = append(styles().fonts, font)}); }
     int fillStyle(const FillStyle& fill) { return style({.fill = append(styles().fills, fill)}); }
-    int solidStyle(QRgb color) { return fillStyle({Pattern::Solid, color, 0xffffffff, 0}); }
+    int gradientStyle(const CellGradient& gradient)
+    {
+        return fillStyle({.pattern = Pattern::Gradient, .gradient = std::make_shared<CellGradient>(gradient)});
+    }
+    int solidStyle(QRgb color) { return fillStyle({Pattern::Solid, color, 0xffffffff}); }
     int borderStyle(const BorderStyle& border) { return style({.border = append(styles().borders, border)}); }
 
     SheetBuilder& blank(int row, int column, int style)

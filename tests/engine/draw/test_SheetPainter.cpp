@@ -63,12 +63,16 @@ TEST(SheetPainter, FillsRowsAndColumnsByTheirOwnStyle)
 TEST(SheetPainter, DrawsPatternsAndGradients)
 {
     SheetBuilder made;
-    made.blank(1, 1, made.fillStyle({Pattern::Gray125, black, white, 0}))
-        .blank(1, 2, made.fillStyle({Pattern::MediumGray, black, white, 0}))
-        .blank(1, 3, made.fillStyle({Pattern::LightHorizontal, red, blue, 0}))
-        .blank(1, 4, made.fillStyle({Pattern::Gradient, black, white, 0}))
-        .blank(1, 5, made.fillStyle({Pattern::Gradient, black, white, 90}));
-    const QImage image = draw(made, 1, 5);
+    made.blank(1, 1, made.fillStyle({Pattern::Gray125, black, white}))
+        .blank(1, 2, made.fillStyle({Pattern::MediumGray, black, white}))
+        .blank(1, 3, made.fillStyle({Pattern::LightHorizontal, red, blue}))
+        .blank(1, 4, made.gradientStyle({{{0, black}, {1, white}}, 0, {}}))
+        .blank(1, 5, made.gradientStyle({{{0, black}, {1, white}}, 90, {}}))
+        .blank(1, 6, made.gradientStyle({{{0, red}, {0.5, black}, {1, red}}, 180, {}}))
+        .blank(1, 7, made.gradientStyle({{{0, black}, {1, white}}, 0, QRectF(0.5, 0.5, 0.25, 0)}))
+        .blank(2, 1, made.gradientStyle({{{0, black}, {1, white}}, 0, {}}));
+    made.merge({2, 1, 2, 3});
+    const QImage image = draw(made, 2, 7);
     EXPECT_EQ(countColor(image.copy(cellRect(1, 1)), black), cellWidth * cellHeight / 8);
     EXPECT_EQ(countColor(image.copy(cellRect(1, 2)), black), cellWidth * cellHeight / 2);
     EXPECT_EQ(countColor(image.copy(cellRect(1, 3)), red), cellWidth * cellHeight / 4);
@@ -77,6 +81,13 @@ TEST(SheetPainter, DrawsPatternsAndGradients)
     EXPECT_GT(qGray(image.pixel(4 * cellWidth - 3, 10)), 240);
     EXPECT_LT(qGray(image.pixel(5 * cellWidth - 3, 1)), 32) << "downwards, not across";
     EXPECT_GT(qGray(image.pixel(4 * cellWidth + 2, 18)), 223);
+    EXPECT_LT(qRed(image.pixel(5 * cellWidth + 32, 10)), 16) << "a colour between the ends";
+    const QRgb ends[] = {image.pixel(6 * cellWidth + 38, 10), image.pixel(6 * cellWidth + 1, 10),
+                         image.pixel(7 * cellWidth - 2, 10), image.pixel(6 * cellWidth + 38, 1)};
+    EXPECT_LT(qGray(ends[0]), 24) << "where a gradient begins that spreads to all sides";
+    for (int side = 1; side < 4; ++side)
+        EXPECT_GT(qGray(ends[side]), 208) << side;
+    EXPECT_NEAR(qGray(image.pixel(cellWidth + 32, 30)), 128, 8) << "through the whole merged area";
     const QImage even = SheetPainter(made.shown(), Metrics::Calc).image({1, 1, 1, 3});
     EXPECT_EQ(even.pixel(10, 10), qRgb(223, 223, 223)) << "an eighth of black";
     EXPECT_EQ(even.pixel(140, 10), qRgb(63, 0, 191));

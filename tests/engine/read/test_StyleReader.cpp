@@ -43,22 +43,35 @@ TEST(StyleReader, ReadsFonts)
 
 TEST(StyleReader, ReadsFillsAndBorders)
 {
-    const QString none = u"0 ff000000 ffffffff 0"_s;
+    const QString none = u"0 ff000000 ffffffff"_s;
     const StyleTable styles = stylesOf(
         "<fills><fill><patternFill patternType='none'/></fill>"
         "<fill><patternFill patternType='solid'><fgColor rgb='00FFCC00'/><bgColor indexed='64'/></patternFill></fill>"
         "<fill><patternFill patternType='lightUp'><fgColor indexed='12'/></patternFill></fill>"
-        "<fill><gradientFill degree='90'><stop position='0'><color rgb='FF112233'/></stop><stop position='1'>"
-        "<color rgb='FF445566'/></stop></gradientFill></fill><fill><patternFill patternType='odd'/></fill></fills>"
+        "<fill><gradientFill degree='90'><stop position='1'><color rgb='FF445566'/></stop><stop position='0.5'>"
+        "<color indexed='12'/></stop><stop position='0'><color rgb='FF112233'/></stop></gradientFill></fill>"
+        "<fill><gradientFill type='path' left='0.2' right='0.7' top='7'><stop><color rgb='FF112233'/></stop>"
+        "</gradientFill></fill><fill><gradientFill/></fill><fill><patternFill patternType='odd'/></fill></fills>"
         "<borders><border diagonalUp='1'><start style='thin'><color rgb='FFFF0000'/></start><right style='double'/>"
         "<top/><bottom style='mediumDashDotDot'/><diagonal style='hair'/></border></borders>");
     QStringList fills;
-    for (const FillStyle& fill : styles.fills)
-        fills << u"%1 %2 %3 %4"_s.arg(int(fill.pattern)).arg(hex(fill.fore), hex(fill.back)).arg(fill.gradientDegrees);
-    // Colours of cells are never transparent; a pattern that nobody knows is none.
-    EXPECT_EQ(fills, QStringList({none, u"%1 ffffcc00 ff000000 0"_s.arg(int(Pattern::Solid)),
-                                  u"%1 ff0000ff ffffffff 0"_s.arg(int(Pattern::LightUp)),
-                                  u"%1 ff112233 ff445566 90"_s.arg(int(Pattern::Gradient)), none}));
+    for (const FillStyle& fill : styles.fills) {
+        QString text = u"%1 %2 %3"_s.arg(int(fill.pattern)).arg(hex(fill.fore), hex(fill.back));
+        if (fill.gradient) {
+            text += u" %1"_s.arg(fill.gradient->degrees);
+            for (const GradientStop& stop : fill.gradient->stops)
+                text += u" %1:%2"_s.arg(stop.position).arg(hex(stop.color));
+            if (const auto& inner = fill.gradient->inner)
+                text += u" from %1 %2 %3 %4"_s.arg(inner->x()).arg(inner->y()).arg(inner->width()).arg(inner->height());
+        }
+        fills << text;
+    }
+    // Colours of cells are never transparent; a pattern that nobody knows is none, as is a gradient without colours.
+    const int gradient = int(Pattern::Gradient);
+    EXPECT_EQ(fills, QStringList({none, u"%1 ffffcc00 ff000000"_s.arg(int(Pattern::Solid)),
+                                  u"%1 ff0000ff ffffffff"_s.arg(int(Pattern::LightUp)),
+                                  u"%1 ff112233 ff445566 90 0:ff112233 0.5:ff0000ff 1:ff445566"_s.arg(gradient),
+                                  u"%1 ff112233 ff112233 0 0:ff112233 from 0.2 0 0.5 1"_s.arg(gradient), none, none}));
     const BorderStyle& border = styles.borders[0];
     EXPECT_TRUE((border.left == BorderLine{LineStyle::Thin, 0xffff0000}));
     EXPECT_TRUE((border.right == BorderLine{LineStyle::Double, 0xff000000}));
@@ -76,7 +89,8 @@ TEST(StyleReader, ReadsCellStyles)
         "</numFmts><fonts><font/><font><b/></font></fonts><cellXfs><xf numFmtId='0'/>"
         "<xf numFmtId='164' fontId='1' fillId='99' applyFont='0' quotePrefix='1'><alignment "
         "horizontal='centerContinuous' "
-        "vertical='top' textRotation='135' indent='3' wrapText='1' shrinkToFit='1' readingOrder='2'/></xf>"
+        "vertical='top' textRotation='135' indent='3' wrapText='1' shrinkToFit='1' "
+        "readingOrder='2'/></xf>"
         "<xf numFmtId='14'/><xf numFmtId='10'/><xf numFmtId='999'/><xf><alignment textRotation='255'/></xf>"
         "<xf><alignment textRotation='181' vertical='odd'/></xf><xf numFmtId='165'/></cellXfs>");
     ASSERT_EQ(styles.cells.size(), 8u);

@@ -104,16 +104,42 @@ FontStyle readFont(pugi::xml_node node, const Palette& palette)
     return font;
 }
 
+/// Of a gradient; no program takes more.
+constexpr size_t maxStops = 256;
+
+double shareFrom(std::string_view text)
+{
+    return std::clamp(numberFrom(text).value_or(0), 0.0, 1.0);
+}
+
+/// The part of the cell from which the colours spread, stored as the places of its edges.
+QRectF readInner(pugi::xml_node node)
+{
+    const QPointF leftTop(shareFrom(attributeOf(node, "left")), shareFrom(attributeOf(node, "top")));
+    const QPointF rightBottom(shareFrom(attributeOf(node, "right")), shareFrom(attributeOf(node, "bottom")));
+    return QRectF(leftTop, rightBottom).normalized();
+}
+
 FillStyle readGradient(pugi::xml_node node, const Palette& palette)
 {
+    auto gradient = std::make_shared<CellGradient>();
+    for (const pugi::xml_node stop : childrenNamed(node, "stop")) {
+        const auto color = palette.color(childNamed(stop, "color"));
+        if (color && gradient->stops.size() < maxStops)
+            gradient->stops.push_back({shareFrom(attributeOf(stop, "position")), *color});
+    }
+    if (gradient->stops.empty())
+        return {};
+    std::stable_sort(gradient->stops.begin(), gradient->stops.end(),
+                     [](const GradientStop& a, const GradientStop& b) { return a.position < b.position; });
+    gradient->degrees = numberFrom(attributeOf(node, "degree")).value_or(0);
+    if (attributeOf(node, "type") == "path")
+        gradient->inner = readInner(node);
     FillStyle fill;
     fill.pattern = Pattern::Gradient;
-    fill.gradientDegrees = numberFrom(attributeOf(node, "degree")).value_or(0);
-    const std::vector<pugi::xml_node> stops = childrenNamed(node, "stop");
-    if (!stops.empty()) {
-        fill.fore = palette.color(childNamed(stops.front(), "color")).value_or(fill.fore);
-        fill.back = palette.color(childNamed(stops.back(), "color")).value_or(fill.back);
-    }
+    fill.fore = gradient->stops.front().color;
+    fill.back = gradient->stops.back().color;
+    fill.gradient = std::move(gradient);
     return fill;
 }
 

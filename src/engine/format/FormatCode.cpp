@@ -56,11 +56,15 @@ private:
     void readBracketContent(const QString& content);
     bool readCondition(const QString& content);
     bool readElapsed(const QString& content);
+    bool readNumerals(const QString& content);
     void readCurrency(const QString& content);
+    bool readThaiDigits();
     bool readAmPm();
     bool readGeneral();
     bool readDateLetters();
     void finishSection();
+    void settleNumerals();
+    void settleYears();
     void settleMinutes();
     void settleSecondFractions();
     void settleDateSigns();
@@ -78,6 +82,8 @@ private:
     qsizetype m_at = 0;
     bool m_understood = true;
     FormatSection m_section;
+    // Of the section: what its brackets say of numerals and calendar.
+    int m_dbNum = -1, m_natNum = -1, m_calendar = 0;
     std::vector<FormatSection> m_sections;
 };
 
@@ -123,7 +129,7 @@ void FormatCodeReader::readPart()
             addLiteral(c == u'_' ? u" "_s : QString(next));
         return;
     }
-    if (readAmPm() || readGeneral() || readDateLetters())
+    if (readThaiDigits() || readAmPm() || readGeneral() || readDateLetters())
         return;
     ++m_at;
     if (c == u';')
@@ -167,13 +173,12 @@ bool FormatCodeReader::readBracket()
 
 void FormatCodeReader::readBracketContent(const QString& content)
 {
-    if (content.isEmpty() || readCondition(content) || readElapsed(content))
+    if (content.isEmpty() || readCondition(content) || readElapsed(content) || readNumerals(content))
         return;
     if (content.startsWith(u'$'))
         return readCurrency(content);
     if (const auto color = formatColor(content))
         m_section.color = color;
-    // What is left are calendars and numerals of other scripts, which are shown in the common ones.
 }
 
 bool FormatCodeReader::readCondition(const QString& content)
@@ -208,27 +213,52 @@ bool FormatCodeReader::readElapsed(const QString& content)
     return true;
 }
 
+/// "DBNum1" and "NatNum1".
+bool FormatCodeReader::readNumerals(const QString& content)
+{
+    for (const auto& [name, kind] : {std::pair("dbnum"_L1, &m_dbNum), {"natnum"_L1, &m_natNum}}) {
+        if (!content.startsWith(name, Qt::CaseInsensitive))
+            continue;
+        bool isNumber = false;
+        const int number = QStringView(content).sliced(name.size()).toInt(&isNumber);
+        *kind = isNumber ? number : -1;
+        return true;
+    }
+    return false;
+}
+
 void FormatCodeReader::readCurrency(const QString& content)
 {
-    // "$€-407": the text before the last hyphen is shown, the number behind it names a language.
-    const qsizetype hyphen = content.lastIndexOf(u'-');
-    const QString symbol = content.mid(1, hyphen < 0 ? -1 : hyphen - 1);
-    if (!symbol.isEmpty())
-        addLiteral(symbol);
-    if (hyphen < 0)
-        return;
-    const QString tag = content.mid(hyphen + 1).section(u',', 0, 0);
-    const uint id = tag.toUInt(nullptr, 16);
-    if (const QString system = systemDateCode(id); !system.isEmpty()) {
+    const LocaleTag tag = readLocaleTag(content.mid(1));
+    if (!tag.symbol.isEmpty())
+        addLiteral(tag.symbol);
+    if (!tag.systemCode.isEmpty()) {
         // The system's own date or time stands in place of whatever code follows in the section.
-        const auto sections = parseFormatCode(system);
+        const auto sections = parseFormatCode(tag.systemCode);
         m_section.parts = sections->front().parts;
         m_section.isDate = true;
         const qsizetype end = m_code.indexOf(u';', m_at);
         m_at = end < 0 ? m_code.size() : end;
         return;
     }
-    m_section.locale = static_cast<int>(id & 0xffff);
+    if (tag.language != 0)
+        m_section.locale = tag.language;
+    if (tag.calendar != 0)
+        m_calendar = tag.calendar;
+    if (tag.numerals != 0)
+        m_section.numerals = Numerals::tagged(tag.numerals, tag.language);
+}
+
+/// A "t" in front of a section asks for Thai digits.
+bool FormatCodeReader::readThaiDigits()
+{
+    constexpr int thai = 0x0d;
+    if (m_code[m_at].toLower() != u't' || !m_section.parts.empty() || m_at + 1 == m_code.size() ||
+        !QStringView(u"0#?.(-dmyhsbDMYHSB").contains(m_code[m_at + 1]))
+        return false;
+    m_section.numerals = Numerals::tagged(thai, 0);
+    ++m_at;
+    return true;
 }
 
 bool FormatCodeReader::readAmPm()
@@ -275,12 +305,13 @@ bool FormatCodeReader::readDateLetters()
         kind = PartKind::Hour;
     else if (letter == u's')
         kind = PartKind::Second;
+    else if (letter == u'g' && (m_section.isDate || (end < m_code.size() && m_code[end].toLower() == u'e')))
+        kind = PartKind::Era;
     else if (letter == u'e' && !(end < m_code.size() && (m_code[end] == u'+' || m_code[end] == u'-')))
-        kind = PartKind::Year;
+        kind = PartKind::EraYear;
     if (!kind)
         return false;
-    // "e" is a year in full whatever its count.
-    add({*kind, {}, {}, letter == u'e' ? 4 : count});
+    add({*kind, {}, {}, count});
     m_section.isDate = true;
     m_at = end;
     return true;
@@ -288,7 +319,9 @@ bool FormatCodeReader::readDateLetters()
 
 void FormatCodeReader::finishSection()
 {
+    settleNumerals();
     if (m_section.isDate) {
+        settleYears();
         settleMinutes();
         settleSecondFractions();
         settleDateSigns();
@@ -298,6 +331,30 @@ void FormatCodeReader::finishSection()
     }
     m_sections.push_back(std::move(m_section));
     m_section = {};
+    m_dbNum = m_natNum = -1;
+    m_calendar = 0;
+}
+
+/// The language that numerals go by may stand behind them.
+void FormatCodeReader::settleNumerals()
+{
+    if (m_dbNum >= 0)
+        m_section.numerals = Numerals::dbNum(m_dbNum, m_section.locale);
+    else if (m_natNum >= 0)
+        m_section.numerals = Numerals::natNum(m_natNum, m_section.locale);
+}
+
+void FormatCodeReader::settleYears()
+{
+    constexpr int buddhist = 7;
+    const bool hasEras = countsEras(m_section.locale) || holdsKind(m_section, PartKind::Era);
+    for (FormatPart& part : m_section.parts) {
+        if (part.kind == PartKind::Year && m_calendar == buddhist)
+            part.kind = PartKind::BuddhistYear;
+        // Where no eras are counted, "e" is a year in full whatever its count.
+        if (part.kind == PartKind::EraYear && !hasEras)
+            part = {PartKind::Year, {}, {}, 4};
+    }
 }
 
 void FormatCodeReader::settleMinutes()

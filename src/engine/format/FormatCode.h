@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/format/FormatNumerals.h"
+
 #include <QString>
 #include <optional>
 #include <vector>
@@ -20,6 +22,8 @@ enum class PartKind : quint8 {
     // Dates and times; `count` is the number of letters.
     Year,
     BuddhistYear,
+    Era,     ///< name of an emperor's reign
+    EraYear, ///< year of it
     Month,
     Day,
     Hour,
@@ -57,6 +61,7 @@ struct FormatSection
     std::optional<FormatCondition> condition;
     std::optional<quint32> color;
     int locale = 0; ///< language identifier of a tag, 0 for none
+    Numerals numerals;
     bool isDate = false;
     bool hasText = false;
     bool hasGeneral = false;

@@ -15,7 +15,7 @@ namespace {
 constexpr qint64 lastSerial = 2958465; // 31 December 9999, counted from 1900
 constexpr qint64 days1904 = 1462;      // by which the 1904 count is behind the other
 
-QString padded(qint64 number, int digits)
+QString zeroPadded(qint64 number, int digits)
 {
     return QString::number(number).rightJustified(digits, u'0');
 }
@@ -31,12 +31,16 @@ public:
 
 private:
     QString yearText(const FormatPart& part) const;
+    QString eraText(const FormatPart& part) const;
     QString monthText(const FormatPart& part) const;
     QString dayText(const FormatPart& part) const;
     QString hourText(const FormatPart& part) const;
     QString amPmText(const FormatPart& part) const;
 
+    QString padded(qint64 number, int digits) const { return m_numerals.datePart(zeroPadded(number, digits)); }
+
     int m_languageId;
+    Numerals m_numerals;
     bool m_twelveHours;
     int m_fractionDigits;
     qint64 m_day = 0;      // counted from 1900
@@ -45,7 +49,8 @@ private:
     qint64 m_fraction = 0; // of a second, in units of the last digit shown
 };
 
-Moment::Moment(const FormatSection& section, double serial, bool date1904) : m_languageId(section.locale)
+Moment::Moment(const FormatSection& section, double serial, bool date1904)
+    : m_languageId(section.locale), m_numerals(section.numerals)
 {
     const auto has = [&](PartKind kind) {
         return std::find_if(section.parts.begin(), section.parts.end(),
@@ -74,7 +79,15 @@ Moment::Moment(const FormatSection& section, double serial, bool date1904) : m_l
 QString Moment::yearText(const FormatPart& part) const
 {
     const int year = calendarDay(m_day).year + (part.kind == PartKind::BuddhistYear ? 543 : 0);
-    return part.count <= 2 ? padded(year % 100, 2) : padded(year, 4);
+    // Years are never counted in words.
+    return m_numerals.digits(part.count <= 2 ? zeroPadded(year % 100, 2) : zeroPadded(year, 4));
+}
+
+QString Moment::eraText(const FormatPart& part) const
+{
+    const EraYear era = eraYear(m_day, calendarDay(m_day).year, m_languageId);
+    return part.kind == PartKind::Era ? era.names[std::clamp(part.count, 1, 3) - 1]
+                                      : padded(era.year, std::min(part.count, 2));
 }
 
 QString Moment::monthText(const FormatPart& part) const
@@ -114,6 +127,9 @@ QString Moment::text(const FormatPart& part) const
     case PartKind::Year:
     case PartKind::BuddhistYear:
         return yearText(part);
+    case PartKind::Era:
+    case PartKind::EraYear:
+        return eraText(part);
     case PartKind::Month:
         return monthText(part);
     case PartKind::Day:
@@ -125,7 +141,7 @@ QString Moment::text(const FormatPart& part) const
     case PartKind::Second:
         return padded(m_seconds % 60, std::min(part.count, 2));
     case PartKind::SecondFraction:
-        return u'.' + padded(m_fraction, m_fractionDigits);
+        return u'.' + m_numerals.digits(zeroPadded(m_fraction, m_fractionDigits));
     case PartKind::AmPm:
         return amPmText(part);
     case PartKind::ElapsedHours:

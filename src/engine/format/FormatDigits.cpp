@@ -26,6 +26,8 @@ int countDigitParts(const Parts& parts)
 class DigitsWriter
 {
 public:
+    explicit DigitsWriter(const Numerals& numerals) : m_numerals(numerals) {}
+
     void literal(const FormatPart& part)
     {
         if (part.kind == PartKind::Fill) {
@@ -36,12 +38,15 @@ public:
         }
     }
     void append(const QString& text) { m_result.text += text; }
+    void appendDigits(const QString& digits) { m_result.text += m_numerals.digits(digits); }
+    void appendGeneral(const QString& number) { m_result.text += m_numerals.general(number); }
     FormattedText take() { return std::move(m_result); }
 
     void integer(const Parts& parts, const QByteArray& digits, bool thousands);
     void decimals(const Parts& parts, const QByteArray& digits);
 
 private:
+    Numerals m_numerals;
     FormattedText m_result;
 };
 
@@ -59,7 +64,7 @@ void DigitsWriter::integer(const Parts& parts, const QByteArray& digits, bool th
     const auto put = [&](QChar c, int position, bool real) {
         if (c.isNull())
             return;
-        m_result.text += c;
+        m_result.text += m_numerals.digit(c);
         if (thousands && position > 0 && position % 3 == 0)
             m_result.text += real ? u',' : u' ';
     };
@@ -94,7 +99,7 @@ void DigitsWriter::decimals(const Parts& parts, const QByteArray& digits)
         }
         const QChar c = place < shown ? QChar(QLatin1Char(digits[place])) : emptyPlace(part.letter);
         if (!c.isNull())
-            m_result.text += c;
+            m_result.text += m_numerals.digit(c);
         ++place;
     }
 }
@@ -105,8 +110,9 @@ struct NumberLayout
     Parts integer, decimals, exponent;
     bool hasPoint = false;
     const FormatPart* exponentSign = nullptr;
+    Numerals numerals;
 
-    explicit NumberLayout(const FormatSection& section)
+    explicit NumberLayout(const FormatSection& section) : numerals(section.numerals)
     {
         Parts* target = &integer;
         for (const FormatPart& part : section.parts) {
@@ -130,7 +136,7 @@ FormattedText plainNumber(const NumberLayout& layout, Decimal value, bool thousa
     const int decimals = countDigitParts(layout.decimals);
     value.round(decimals);
     allZero = value.isZero();
-    DigitsWriter writer;
+    DigitsWriter writer(layout.numerals);
     writer.integer(layout.integer, value.integerDigits(), thousands);
     if (layout.hasPoint)
         writer.append(u"."_s);
@@ -158,7 +164,7 @@ FormattedText exponentialNumber(const NumberLayout& layout, Decimal value, bool&
         exponent += places;
         mantissa.shift(-places);
     }
-    DigitsWriter writer;
+    DigitsWriter writer(layout.numerals);
     writer.integer(layout.integer, mantissa.integerDigits(), false);
     if (layout.hasPoint)
         writer.append(u"."_s);
@@ -212,8 +218,9 @@ struct FractionLayout
 {
     Parts whole, between, numerator, denominator, behind;
     qint64 fixedDenominator = 0;
+    Numerals numerals;
 
-    explicit FractionLayout(const FormatSection& section)
+    explicit FractionLayout(const FormatSection& section) : numerals(section.numerals)
     {
         const Parts& parts = section.parts;
         const auto slash = std::find_if(parts.begin(), parts.end(),
@@ -275,7 +282,7 @@ FormattedText fractionNumber(const FractionLayout& layout, double magnitude, boo
     const bool mixed = !layout.whole.empty();
     allZero = shownWhole == 0 && ratio.numerator == 0;
 
-    DigitsWriter writer;
+    DigitsWriter writer(layout.numerals);
     Decimal wholeDigits(mixed ? shownWhole : 0);
     wholeDigits.round(0);
     const bool showWhole = shownWhole != 0 || ratio.numerator == 0;
@@ -299,9 +306,9 @@ FormattedText fractionNumber(const FractionLayout& layout, double magnitude, boo
         const bool zeros = !layout.denominator.empty() && layout.denominator.front().letter == u'0';
         const int width = countDigitParts(layout.denominator);
         const bool blanks = !layout.denominator.empty() && layout.denominator.front().letter == u'?';
-        writer.append(zeros    ? denominator.rightJustified(width, u'0')
-                      : blanks ? denominator.leftJustified(width, u' ')
-                               : denominator);
+        writer.appendDigits(zeros    ? denominator.rightJustified(width, u'0')
+                            : blanks ? denominator.leftJustified(width, u' ')
+                                     : denominator);
     }
     for (const FormatPart& part : layout.behind)
         writer.literal(part);
@@ -310,10 +317,10 @@ FormattedText fractionNumber(const FractionLayout& layout, double magnitude, boo
 
 FormattedText literalsOnly(const FormatSection& section, double magnitude, int generalChars)
 {
-    DigitsWriter writer;
+    DigitsWriter writer(section.numerals);
     for (const FormatPart& part : section.parts) {
         if (part.kind == PartKind::General || part.kind == PartKind::TextPlace)
-            writer.append(generalNumber(magnitude, generalChars));
+            writer.appendGeneral(generalNumber(magnitude, generalChars));
         else if (part.kind == PartKind::Point)
             writer.append(u"."_s);
         else

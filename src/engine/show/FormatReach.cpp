@@ -68,14 +68,30 @@ bool containsAny(const QString& text, QStringView characters)
     return std::any_of(text.begin(), text.end(), [&](QChar c) { return characters.contains(c, Qt::CaseInsensitive); });
 }
 
+/// Numerals of other scripts: a bracket names them, or its locale tag is longer than a language alone.
+bool asksForNumerals(const QString& code)
+{
+    if (code.contains("dbnum"_L1, Qt::CaseInsensitive) || code.contains("natnum"_L1, Qt::CaseInsensitive))
+        return true;
+    constexpr qsizetype language = 4;
+    for (qsizetype i = code.indexOf("[$"_L1); i >= 0; i = code.indexOf("[$"_L1, i + 1)) {
+        const qsizetype end = std::max(code.indexOf(u']', i), i);
+        const QString content = code.mid(i, end - i);
+        const qsizetype hyphen = content.lastIndexOf(u'-');
+        if (content.contains(u',') || (hyphen >= 0 && content.size() - 1 - hyphen > language))
+            return true;
+    }
+    return false;
+}
+
 /// Codes that show names (of months, days, halves of the day) or another format altogether.
 bool showsNames(const QString& code)
 {
-    for (const auto name : {"mmm"_L1, "ddd"_L1, "aaa"_L1, "am/pm"_L1, "a/p"_L1, "general"_L1, "[$-f"_L1}) {
+    for (const auto name : {"mmm"_L1, "ddd"_L1, "aaa"_L1, "am/pm"_L1, "a/p"_L1, "general"_L1, "[$-f"_L1, "[$-x"_L1}) {
         if (code.contains(name, Qt::CaseInsensitive))
             return true;
     }
-    return containsAny(bareCode(code).code, u"geb");
+    return containsAny(bareCode(code).code, u"gebt") || asksForNumerals(code);
 }
 
 /// A comma behind the last placeholder divides by a thousand.

@@ -425,6 +425,12 @@ QString builtInNumberFormat(int id)
     case 49:
         return u"@"_s;
     }
+    // Thai digits.
+    static constexpr std::pair<int, int> thai[] = {{59, 1}, {60, 2},  {61, 3},  {62, 4},
+                                                   {67, 9}, {68, 10}, {69, 12}, {70, 13}};
+    for (const auto& [number, common] : thai)
+        if (id == number)
+            return u't' + builtInNumberFormat(common);
     // Dates and times of East Asian editions, shown by others in their own short form.
     if (id == 14 || (id >= 27 && id <= 31) || id == 36 || (id >= 50 && id <= 58))
         return u"m/d/yyyy"_s;

@@ -122,7 +122,8 @@ struct CellStyle
     quint8 indent = 0;
     bool wrap = false;
     bool shrinkToFit = false;
-    quint8 readingOrder = 0; ///< 0 by context, 1 left to right, 2 right to left
+    bool spaceAround = false; ///< "distributed" also leaves room before and behind a line
+    quint8 readingOrder = 0;  ///< 0 by context, 1 left to right, 2 right to left
     bool quotePrefix = false;
 };
 

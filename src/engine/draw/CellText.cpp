@@ -13,6 +13,21 @@ namespace {
 constexpr double superscriptRaise = 0.55;
 constexpr double subscriptDrop = 0.15;
 
+/// Letters of scripts that write without blanks between words.
+bool isEastAsian(QChar letter)
+{
+    const char16_t code = letter.unicode();
+    return (code >= 0x2e80 && code < 0xa000) || (code >= 0xac00 && code < 0xd7b0) || letter.isLowSurrogate() ||
+           letter.isHighSurrogate() || (code >= 0xf900 && code < 0xfb00) || (code >= 0xff01 && code < 0xff61);
+}
+
+/// A spread line is wider behind this letter, which is not the last one.
+bool gapBehind(const QString& text, int at)
+{
+    const QChar letter = text[at], next = text[at + 1];
+    return letter == u' ' || (!next.isLowSurrogate() && next != u' ' && (isEastAsian(letter) || isEastAsian(next)));
+}
+
 } // namespace
 
 CellText::CellText(const Fonts& fonts, QString text, std::vector<Span> spans, double shrink)
@@ -101,10 +116,32 @@ double CellText::height() const
     return sum;
 }
 
-int CellText::blanks(int line) const
+int CellText::gaps(int line) const
 {
     const TextLine& place = m_lines[static_cast<size_t>(line)].place;
-    return static_cast<int>(QStringView(m_text).mid(place.start, place.length).count(u' '));
+    int count = 0;
+    for (int i = place.start; i + 1 < place.start + place.length; ++i)
+        count += gapBehind(m_text, i) ? 1 : 0;
+    return count;
+}
+
+/// The pieces of a line, each up to a gap.
+std::vector<CellText::Piece> CellText::words(const TextLine& line) const
+{
+    std::vector<Piece> result;
+    const int lineEnd = line.start + line.length;
+    for (Piece piece : pieces(line.start, line.length)) {
+        const int end = piece.start + piece.length;
+        for (int i = piece.start; i < end; ++i) {
+            if (i + 1 < end && !gapBehind(m_text, i))
+                continue;
+            piece.length = i + 1 - piece.start;
+            piece.beforeGap = i + 1 < lineEnd && gapBehind(m_text, i);
+            result.push_back(piece);
+            piece.start = i + 1;
+        }
+    }
+    return result;
 }
 
 void CellText::draw(QPainter& painter, int line, const QPointF& leftTop, const Stroke& stroke) const
@@ -112,9 +149,10 @@ void CellText::draw(QPainter& painter, int line, const QPointF& leftTop, const S
     const Line& entry = m_lines[static_cast<size_t>(line)];
     QPointF base(leftTop.x(), std::round(leftTop.y() + m_leading + entry.ascent));
     Stroke relative = stroke;
-    for (const Piece& piece : pieces(entry.place.start, entry.place.length)) {
+    for (const Piece& piece :
+         stroke.extraGap != 0 ? words(entry.place) : pieces(entry.place.start, entry.place.length)) {
         const QStringView part = QStringView(m_text).mid(piece.start, piece.length);
-        const double width = piece.face->advance(part) + double(part.count(u' ')) * stroke.extraBlank;
+        const double width = piece.face->advance(part) + (piece.beforeGap ? stroke.extraGap : 0);
         drawPiece(painter, piece, base, width, relative);
         base.rx() += width;
         relative.accountingFrom -= width;
@@ -132,10 +170,7 @@ void CellText::drawPiece(QPainter& painter, const Piece& piece, QPointF base, do
         const double ascent = m_fonts->face(whole, m_shrink).ascent();
         base.ry() += font.script == Script::Superscript ? -ascent * superscriptRaise * 0.6 : ascent * subscriptDrop;
     }
-    QFont drawn = piece.face->font();
-    if (stroke.extraBlank != 0)
-        drawn.setWordSpacing(stroke.extraBlank);
-    painter.setFont(drawn);
+    painter.setFont(piece.face->font());
     painter.setPen(color);
     painter.drawText(base, m_text.mid(piece.start, piece.length));
 
@@ -147,7 +182,8 @@ void CellText::drawPiece(QPainter& painter, const Piece& piece, QPointF base, do
         font.underline == Underline::SingleAccounting || font.underline == Underline::DoubleAccounting;
     const double from = base.x() + (accounting ? stroke.accountingFrom : 0);
     const double to = base.x() + (accounting ? stroke.accountingTo : width);
-    const double below = accounting ? piece.face->descent() - thickness : piece.face->underline();
+    const double strokes = font.underline == Underline::DoubleAccounting ? 3 : 1; // and the gap between them
+    const double below = accounting ? piece.face->descent() - strokes * thickness : piece.face->underline();
     if (font.underline != Underline::None)
         rule(from, to, base.y() + below);
     if (font.underline == Underline::Double || font.underline == Underline::DoubleAccounting)

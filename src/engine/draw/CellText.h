@@ -40,13 +40,13 @@ public:
 
     struct Stroke
     {
-        double extraBlank = 0;     ///< by which every blank is wider, to spread a line
+        double extraGap = 0;       ///< by which every gap is wider, to spread a line
         double accountingFrom = 0; ///< ends of accounting underlines, relative to the line's left end
         double accountingTo = 0;
     };
     /// Draws a line with its left top corner at a place.
     void draw(QPainter& painter, int line, const QPointF& leftTop, const Stroke& stroke) const;
-    int blanks(int line) const; ///< between words
+    int gaps(int line) const; ///< between words, and between the letters of scripts that write without blanks
 
 private:
     struct Line
@@ -59,11 +59,13 @@ private:
         int start, length;
         const Span* span;
         const Fonts::Face* face;
+        bool beforeGap = false;
     };
 
     void take(const std::vector<TextLine>& lines);
     double advance(int start, int length) const;
     std::vector<Piece> pieces(int start, int length) const;
+    std::vector<Piece> words(const TextLine& line) const;
     void drawPiece(QPainter& painter, const Piece& piece, QPointF base, double width, const Stroke& stroke) const;
 
     const Fonts* m_fonts;

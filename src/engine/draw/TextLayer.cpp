@@ -164,10 +164,11 @@ CellText TextLayer::make(const Place& place, const FormattedText& formatted, dou
     return text;
 }
 
-void TextLayer::placeNumber(const Place& place)
+void TextLayer::placeNumber(const Place& cell)
 {
-    if (place.style.rotation != 0)
-        return placeText(place);
+    if (cell.style.rotation != 0)
+        return placeText(cell);
+    const Place place = across(cell);
     const double width = innerWidth(place);
     std::optional<CellText> text = fittedNumber(place, width);
     if (!text) {
@@ -178,6 +179,10 @@ void TextLayer::placeNumber(const Place& place)
         hashes.text = QString(count, u'#');
         text = make(place, hashes);
         text->layOutInOne();
+    } else if (place.horizontal == Horizontal::Fill) {
+        const FormattedText formatted =
+            m_scene.sheet.formatted(place.row, place.column, static_cast<int>(text->text().size()));
+        return placeFilling(place, formatted, *text);
     }
     add(place, std::move(*text), place.rect);
 }
@@ -195,11 +200,8 @@ std::optional<CellText> TextLayer::fittedNumber(const Place& place, double width
         text = filledText(place, formatted, width);
     if (text.width() <= width + fitTolerance * m_scene.grid.scale())
         return text;
-    if (place.style.shrinkToFit) {
-        text = make(place, formatted, shrunk(place, text, width));
-        text.layOutInOne();
-        return text;
-    }
+    if (place.style.shrinkToFit)
+        return shrunk(place, formatted, text, width);
     if (!formatted.isGeneral)
         return {};
     for (int chars = std::min<int>(most, static_cast<int>(formatted.text.size())) - 1; chars > 0; --chars) {
@@ -228,52 +230,59 @@ CellText TextLayer::filledText(const Place& place, FormattedText formatted, doub
     return text;
 }
 
-double TextLayer::shrunk(const Place& place, const CellText& text, double width) const
+/// The text in the largest size, in steps of a hundredth, in which it fits. Small letters are not exactly as much
+/// narrower as they are smaller.
+CellText TextLayer::shrunk(const Place& place, const FormattedText& formatted, const CellText& text, double width) const
 {
-    return std::clamp(width / std::max(text.width(), 1.0), 0.05, 1.0);
+    constexpr double step = 0.01, smallest = 0.05;
+    double share = width / std::max(text.width(), 1.0);
+    while (true) {
+        share = std::clamp(std::floor(share / step) * step, smallest, 1.0);
+        CellText smaller = make(place, formatted, share);
+        smaller.layOutInOne();
+        if (smaller.width() <= width || share <= smallest)
+            return smaller;
+        share -= step;
+    }
 }
 
-/// For "fill": the text as many whole times as it fits.
-CellText TextLayer::repeated(const Place& place, const CellText& text, double width) const
+/// The text as many whole times as it fits.
+void TextLayer::placeFilling(const Place& place, const FormattedText& formatted, const CellText& text)
 {
-    const int count = std::clamp(static_cast<int>(width / std::max(text.width(), 1.0)), 1, 2000);
-    FormattedText many;
+    const int count = std::clamp(static_cast<int>(innerWidth(place) / std::max(text.width(), 1.0)), 1, 2000);
+    FormattedText many = formatted;
     many.text = text.text().repeated(count);
-    CellText result = make(place, many);
-    result.layOutInOne();
-    return result;
+    CellText filling = make(place, many);
+    filling.layOutInOne();
+    add(place, std::move(filling), place.rect);
 }
 
-void TextLayer::placeText(Place place)
+void TextLayer::placeText(Place cell)
 {
-    const FormattedText formatted = m_scene.sheet.formatted(place.row, place.column, customaryDigits);
+    const FormattedText formatted = m_scene.sheet.formatted(cell.row, cell.column, customaryDigits);
     if (formatted.text.isEmpty())
         return;
-    if (place.style.horizontal == Horizontal::General && isTextKind(place.kind) &&
-        runsFromRight(place.style, formatted.text))
-        place.horizontal = Horizontal::Right;
-    CellText text = make(place, formatted);
-    if (place.style.rotation == stackedLetters)
-        return placeStacked(place, text);
-    if (place.style.rotation != 0)
-        return placeRotated(place, std::move(text));
-    if (takesSeveralLines(place.style))
-        return placeLines(place, std::move(text));
+    if (cell.style.horizontal == Horizontal::General && isTextKind(cell.kind) &&
+        runsFromRight(cell.style, formatted.text))
+        cell.horizontal = Horizontal::Right;
+    CellText text = make(cell, formatted);
+    if (cell.style.rotation == stackedLetters)
+        return placeStacked(cell, text);
+    if (cell.style.rotation != 0)
+        return placeRotated(cell, std::move(text));
+    if (takesSeveralLines(cell.style))
+        return placeLines(cell, std::move(text));
     text.layOutInOne();
+    const Place place = across(cell);
     const double width = innerWidth(place);
     if (formatted.fillPosition >= 0)
         text = filledText(place, formatted, width);
-    if (place.horizontal == Horizontal::Fill) {
-        add(place, repeated(place, text, width), place.rect);
-    } else if (place.horizontal == Horizontal::CenterAcross) {
-        placeAcross(place, std::move(text));
-    } else if (place.style.shrinkToFit && text.width() > width) {
-        text = make(place, formatted, shrunk(place, text, width));
-        text.layOutInOne();
+    if (place.horizontal == Horizontal::Fill)
+        placeFilling(place, formatted, text);
+    else if (place.style.shrinkToFit && text.width() > width)
+        add(place, shrunk(place, formatted, text, width), place.rect);
+    else
         add(place, std::move(text), place.rect);
-    } else {
-        add(place, std::move(text), place.rect);
-    }
 }
 
 void TextLayer::placeLines(const Place& place, CellText text)
@@ -316,30 +325,26 @@ void TextLayer::placeRotated(const Place& place, CellText text)
     }
 }
 
-CellArea TextLayer::acrossArea(const Place& place) const
+/// For "centre across selection" and "fill" the place goes on over the free cells beside it that are aligned so too.
+TextLayer::Place TextLayer::across(const Place& place)
 {
+    const Horizontal alignment = place.style.horizontal;
+    if (alignment != Horizontal::CenterAcross && alignment != Horizontal::Fill)
+        return place;
     CellArea area = place.area;
     while (isFree(place.row, area.lastColumn + 1) &&
-           m_scene.sheet.style(place.row, area.lastColumn + 1).horizontal == Horizontal::CenterAcross)
-        ++area.lastColumn;
-    return area;
-}
-
-void TextLayer::placeAcross(const Place& place, CellText text)
-{
-    const CellArea area = acrossArea(place);
-    Place across{place.row,
-                 place.column,
-                 area,
-                 place.style,
-                 place.kind,
-                 m_scene.grid.rect(area),
-                 Horizontal::Center,
-                 area.columns() == 1 && place.mayRunOver,
-                 place.besideIcon};
-    for (int column = area.firstColumn; column < area.lastColumn; ++column)
-        m_runOver.insert({place.row, column});
-    add(across, std::move(text), across.rect);
+           m_scene.sheet.style(place.row, area.lastColumn + 1).horizontal == alignment)
+        if (area.lastColumn++ <= m_scene.grid.area().lastColumn)
+            m_runOver.insert({place.row, area.lastColumn - 1});
+    return {place.row,
+            place.column,
+            area,
+            place.style,
+            place.kind,
+            m_scene.grid.rect(area),
+            alignment == Horizontal::Fill ? Horizontal::Fill : Horizontal::Center,
+            area.columns() == 1 && place.mayRunOver,
+            place.besideIcon};
 }
 
 /// The cell's place and those of the free cells that its text runs over.
@@ -385,7 +390,8 @@ void TextLayer::add(const Place& place, CellText text, QRectF box)
     const QRect clip = runsOver && text.width() > box.width() ? reach(place, text.width()) : place.rect;
     const bool spread = place.horizontal == Horizontal::Justify || place.horizontal == Horizontal::Distributed;
     m_placed.push_back({std::move(text), clip, box, place.horizontal, place.style.vertical, 0, spread,
-                        place.horizontal == Horizontal::Distributed, !isTextKind(place.kind)});
+                        place.horizontal == Horizontal::Distributed, place.style.spaceAround,
+                        place.kind != CellKind::Number});
 }
 
 void TextLayer::paint(QPainter& painter) const
@@ -448,15 +454,21 @@ void TextLayer::paintLines(QPainter& painter, const Placed& placed, const QRectF
         const double free = box.width() - width;
         CellText::Stroke stroke;
         double x = box.left();
-        const bool spread = placed.spread && text.blanks(line) > 0 && (placed.spreadLast || !text.endsParagraph(line));
+        const int gaps = text.gaps(line);
+        const bool spread = placed.spread && gaps > 0 && (placed.spreadLast || !text.endsParagraph(line));
+        const bool around = placed.spreadLast && placed.spaceAround;
         if (spread)
-            stroke.extraBlank = std::max(free, 0.0) / text.blanks(line);
+            stroke.extraGap = std::max(free, 0.0) / (around ? gaps + 2 : gaps);
+        if (spread && around)
+            x += stroke.extraGap;
+        else if (spread)
+            x += 0;
         else if (placed.horizontal == Horizontal::Right)
             x += free;
         else if (placed.horizontal == Horizontal::Center || placed.horizontal == Horizontal::Distributed)
             x += free / 2;
         stroke.accountingFrom = placed.wholeCellUnderline ? box.left() - x : 0;
-        stroke.accountingTo = placed.wholeCellUnderline ? box.right() - x : width;
+        stroke.accountingTo = placed.wholeCellUnderline ? std::max(box.right() - x, width) : width;
         // Underlines and piled-up accents leave their line, but not by far.
         const double height = text.lineHeight(line);
         if (y - 4 * height < shown.bottom() && y + 5 * height > shown.top())

@@ -28,6 +28,7 @@ private:
         double angle = 0; ///< degrees counter-clockwise
         bool spread = false;
         bool spreadLast = false;
+        bool spaceAround = false; ///< a spread line has as much room at its ends as within
         bool wholeCellUnderline = false;
     };
     /// A cell, or a merged area, with what is known of it before its text is laid out.
@@ -52,16 +53,15 @@ private:
     void placeLines(const Place& place, CellText text);
     void placeRotated(const Place& place, CellText text);
     void placeStacked(const Place& place, const CellText& text);
-    void placeAcross(const Place& place, CellText text);
+    void placeFilling(const Place& place, const FormattedText& formatted, const CellText& text);
     void add(const Place& place, CellText text, QRectF box);
 
     QRect reach(const Place& place, double width);
-    CellArea acrossArea(const Place& place) const;
+    Place across(const Place& place);
     CellText make(const Place& place, const FormattedText& formatted, double shrink = 1) const;
     std::optional<CellText> fittedNumber(const Place& place, double width) const;
     CellText filledText(const Place& place, FormattedText formatted, double width) const;
-    CellText repeated(const Place& place, const CellText& text, double width) const;
-    double shrunk(const Place& place, const CellText& text, double width) const;
+    CellText shrunk(const Place& place, const FormattedText& formatted, const CellText& text, double width) const;
     double innerWidth(const Place& place) const;
     double indent(const Place& place) const;
     bool isFree(int row, int column) const;

@@ -142,6 +142,8 @@ TEST(SheetTexts, ShrinkUntilTheyFit)
     const QRect found = inkOf(longText, {.shrinkToFit = true});
     EXPECT_LT(found.right(), cellWidth);
     EXPECT_GT(found.right(), cellWidth - 12) << "no smaller than it must be";
+    for (const QString& text : {longText.repeated(2), longText.repeated(4), u"Shrinks to fit its small cell"_s})
+        EXPECT_LT(inkOf(text, {.shrinkToFit = true}).right(), cellWidth - 1) << text.toStdString();
 }
 
 TEST(SheetTexts, BeginWhereTheyAreTurnedTo)
@@ -190,6 +192,45 @@ TEST(SheetTexts, RepeatToFillTheCell)
     const QRect found = inkOf(u"-"_s, {.horizontal = Horizontal::Fill});
     EXPECT_GT(found.width(), 45);
     EXPECT_LT(found.right(), cellWidth);
+}
+
+TEST(SheetTexts, GoOnOverFreeCellsThatAreAlignedAlike)
+{
+    SheetBuilder filled, centred;
+    const int fill = filled.style({.horizontal = Horizontal::Fill});
+    filled.number(1, 1, 7, fill).blank(1, 2, fill);
+    EXPECT_NEAR(ink(draw(filled)).right(), 2 * cellWidth, 10);
+    const int across = centred.style({.horizontal = Horizontal::CenterAcross});
+    centred.number(1, 1, 1234567890123, across).blank(1, 2, across).blank(1, 3, across);
+    EXPECT_NEAR(ink(draw(centred)).center().x(), 3 * cellWidth / 2, 2);
+}
+
+TEST(SheetTexts, AreSpreadOverTheirLine)
+{
+    // Where ink begins and ends, and how many stretches of it there are.
+    const std::tuple<QString, bool, int, int, int> rows[] = {
+        {u"i i i"_s, false, 3, 61, 3},
+        {u"\u65e5\u672c\u8a9e"_s, false, 3, 61, 3},
+        {u"i i i"_s, true, 16, 47, 3},
+        {u"\u65e5\u672c i"_s, false, 3, 61, 3},
+        {u"\U00020000\U00020000"_s, false, 3, 61, 2},
+        {u"iii"_s, false, 27, 36, 1},
+    };
+    for (const auto& [text, around, left, right, stretches] : rows) {
+        SheetBuilder made;
+        made.text(1, 1, text, made.style({.horizontal = Horizontal::Distributed, .spaceAround = around}));
+        made.row(1).height = 60;
+        const QImage image = draw(made, 1, 1);
+        EXPECT_NEAR(ink(image).left(), left, 3) << text.toStdString();
+        EXPECT_NEAR(ink(image).right(), right, 4) << text.toStdString();
+        int found = 0, empty = 9;
+        for (int x = 0; x < cellWidth; ++x) {
+            const bool inked = !ink(image, QRect(x, 0, 1, image.height())).isNull();
+            found += inked && empty > 4 ? 1 : 0;
+            empty = inked ? 0 : empty + 1;
+        }
+        EXPECT_EQ(found, stretches) << text.toStdString();
+    }
 }
 
 TEST(SheetTexts, StandInTheMiddleOfMergedAreas)
@@ -241,33 +282,43 @@ TEST(SheetTexts, RunsWithoutAFontTakeTheCells)
     EXPECT_EQ(draw(made), draw(plain));
 }
 
+/// How many rows of pixels hold a stroke, and how wide the widest is.
+std::pair<int, int> strokes(const QImage& image)
+{
+    int found = 0, longest = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        std::string dark;
+        for (int x = 0; x < image.width(); ++x)
+            dark += qGray(image.pixel(x, y)) < 60 ? '#' : ' ';
+        const auto begin = dark.find("##########");
+        if (begin != std::string::npos) {
+            ++found;
+            longest = std::max(longest, int(dark.find(' ', begin) - begin));
+        }
+    }
+    return {found, longest};
+}
+
 TEST(SheetTexts, AreUnderlinedAndStruckOut)
 {
-    // As wide as three digits, or as the cell.
-    const std::tuple<FontStyle, int, int> rows[] = {
-        {{}, 0, 0},
-        {{.underline = Underline::Single}, 1, 21},
-        {{.underline = Underline::Double}, 2, 21},
-        {{.strikeOut = true}, 1, 21},
-        {{.underline = Underline::SingleAccounting}, 1, cellWidth - 4},
+    // As wide as three digits or letters, or as the cell.
+    const std::tuple<FontStyle, int, int, int> rows[] = {
+        {{}, 0, 0, 0},
+        {{.underline = Underline::Single}, 1, 21, 21},
+        {{.underline = Underline::Double}, 2, 21, 21},
+        {{.strikeOut = true}, 1, 21, 21},
+        {{.underline = Underline::SingleAccounting}, 1, 21, cellWidth - 4},
+        {{.underline = Underline::DoubleAccounting}, 2, 21, cellWidth - 4},
     };
-    for (const auto& [font, strokes, width] : rows) {
-        SheetBuilder made;
-        made.number(1, 1, 111, made.fontStyle(font));
-        const QImage image = draw(made, 1, 1);
-        int found = 0, longest = 0;
-        for (int y = 0; y < image.height(); ++y) {
-            std::string dark;
-            for (int x = 0; x < image.width(); ++x)
-                dark += qGray(image.pixel(x, y)) < 60 ? '#' : ' ';
-            const auto begin = dark.find("##########");
-            if (begin != std::string::npos) {
-                ++found;
-                longest = std::max(longest, int(dark.find(' ', begin) - begin));
-            }
+    for (const auto& [font, count, ofNumber, ofText] : rows) {
+        SheetBuilder number, text;
+        number.number(1, 1, 111, number.fontStyle(font));
+        text.text(1, 1, u"111"_s, text.fontStyle(font));
+        for (const auto& [made, width] : {std::pair(&number, ofNumber), {&text, ofText}}) {
+            const auto [found, longest] = strokes(draw(*made, 1, 1));
+            EXPECT_EQ(found, count) << int(font.underline);
+            EXPECT_NEAR(longest, width, 2) << int(font.underline);
         }
-        EXPECT_EQ(found, strokes) << int(font.underline);
-        EXPECT_NEAR(longest, width, 2) << int(font.underline);
     }
 }
 

@@ -89,7 +89,7 @@ TEST(StyleReader, ReadsCellStyles)
         "</numFmts><fonts><font/><font><b/></font></fonts><cellXfs><xf numFmtId='0'/>"
         "<xf numFmtId='164' fontId='1' fillId='99' applyFont='0' quotePrefix='1'><alignment "
         "horizontal='centerContinuous' "
-        "vertical='top' textRotation='135' indent='3' wrapText='1' shrinkToFit='1' "
+        "vertical='top' textRotation='135' indent='3' wrapText='1' shrinkToFit='1' justifyLastLine='1' "
         "readingOrder='2'/></xf>"
         "<xf numFmtId='14'/><xf numFmtId='10'/><xf numFmtId='999'/><xf><alignment textRotation='255'/></xf>"
         "<xf><alignment textRotation='181' vertical='odd'/></xf><xf numFmtId='165'/></cellXfs>");
@@ -102,6 +102,7 @@ TEST(StyleReader, ReadsCellStyles)
     EXPECT_EQ(second.vertical, Vertical::Top);
     EXPECT_EQ(second.rotation, -45);
     EXPECT_EQ(second.indent, 3);
+    EXPECT_TRUE(second.spaceAround);
     EXPECT_EQ(second.readingOrder, 2);
     EXPECT_TRUE(second.wrap && second.shrinkToFit && second.quotePrefix);
     const auto format = [&](int index) { return styles.numberFormats[styles.cells[index].numberFormat]; };

@@ -228,6 +228,7 @@ void readAlignment(pugi::xml_node node, CellStyle& style)
     style.indent = static_cast<quint8>(std::clamp(integerFrom(attributeOf(node, "indent")).value_or(0), 0, 250));
     style.wrap = flagFrom(attributeOf(node, "wrapText"), false);
     style.shrinkToFit = flagFrom(attributeOf(node, "shrinkToFit"), false);
+    style.spaceAround = flagFrom(attributeOf(node, "justifyLastLine"), false);
     style.readingOrder =
         static_cast<quint8>(std::clamp(integerFrom(attributeOf(node, "readingOrder")).value_or(0), 0, 2));
 }

@@ -19,42 +19,120 @@ constexpr double scriptSize = 0.58; // of super- and subscripts, as a share of t
 /// Letters from here on may join, combine or come in pairs.
 constexpr char16_t firstJoining = 0x300;
 
-/// Free families for those that only other systems have: first those of equal widths, then those whose digits are
-/// nearest, as digits decide the widths of columns.
-QString substitute(const QString& family)
+/// What stands in for a family that only other systems have.
+struct Substitute
 {
-    static const QHash<QString, QString> substitutes = {
-        {u"calibri"_s, u"Carlito"_s},
-        {u"cambria"_s, u"Caladea"_s},
-        {u"cambria math"_s, u"Caladea"_s},
-        {u"arial"_s, u"Liberation Sans"_s},
-        {u"helvetica"_s, u"Liberation Sans"_s},
-        {u"arial narrow"_s, u"Liberation Sans Narrow"_s},
-        {u"times new roman"_s, u"Liberation Serif"_s},
-        {u"times"_s, u"Liberation Serif"_s},
-        {u"courier new"_s, u"Liberation Mono"_s},
-        {u"courier"_s, u"Liberation Mono"_s},
-        {u"aptos"_s, u"Liberation Sans"_s},
-        {u"aptos narrow"_s, u"Liberation Sans Narrow"_s},
-        {u"calibri light"_s, u"Carlito"_s},
-        {u"candara"_s, u"Carlito"_s},
-        {u"consolas"_s, u"Liberation Mono"_s},
-        {u"constantia"_s, u"Caladea"_s},
-        {u"garamond"_s, u"Liberation Serif"_s},
-        {u"georgia"_s, u"DejaVu Serif"_s},
-        {u"lucida console"_s, u"DejaVu Sans Mono"_s},
-        {u"microsoft sans serif"_s, u"Liberation Sans"_s},
-        {u"ms sans serif"_s, u"Liberation Sans"_s},
-        {u"segoe ui"_s, u"Liberation Sans"_s},
-        {u"tahoma"_s, u"Liberation Sans"_s},
-        {u"trebuchet ms"_s, u"Liberation Sans"_s},
-    };
-    QString name = family.toLower();
-    // Old workbooks name a font's letters for one region as a family of its own.
+    QString family;
+    double digit = 0;       ///< width of the missing one's digits, as a share of its size; 0: as in `family`
+    bool eastAsian = false; ///< letters are as wide as the size in whole pixels, digits half of that, rounded up
+};
+
+/// Old workbooks name a font's letters for one region as a family of its own.
+QString withoutRegion(QString name)
+{
     for (const QLatin1StringView region : {" cyr"_L1, " ce"_L1, " greek"_L1, " tur"_L1, " baltic"_L1})
         if (name.endsWith(region))
             name.chop(region.size());
+    return name;
+}
+
+bool hasEastAsianName(const QString& family)
+{
+    static const QStringList known = {u"batang"_s,    u"batangche"_s,  u"dengxian"_s,   u"dfkai-sb"_s,
+                                      u"dotum"_s,     u"dotumche"_s,   u"fangsong"_s,   u"gulim"_s,
+                                      u"gulimche"_s,  u"kaiti"_s,      u"mingliu"_s,    u"ms gothic"_s,
+                                      u"ms mincho"_s, u"ms pgothic"_s, u"ms pmincho"_s, u"ms ui gothic"_s,
+                                      u"nsimsun"_s,   u"pmingliu"_s,   u"simhei"_s,     u"simsun"_s};
+    return known.contains(family) || std::any_of(family.begin(), family.end(), [](QChar letter) {
+               return letter.unicode() >= 0x2e80; // ideographs, kana, hangul, wide letters
+           });
+}
+
+/// Free families for those that only other systems have: first those of equal widths, then those whose digits are
+/// nearest, as digits decide the widths of columns.
+Substitute customarySubstitute(const QString& name)
+{
+    static const QHash<QString, Substitute> substitutes = {
+        {u"calibri"_s, {u"Carlito"_s}},
+        {u"cambria"_s, {u"Caladea"_s}},
+        {u"cambria math"_s, {u"Caladea"_s}},
+        {u"arial"_s, {u"Liberation Sans"_s}},
+        {u"helvetica"_s, {u"Liberation Sans"_s}},
+        {u"arial narrow"_s, {u"Liberation Sans Narrow"_s}},
+        {u"times new roman"_s, {u"Liberation Serif"_s}},
+        {u"times"_s, {u"Liberation Serif"_s}},
+        {u"courier new"_s, {u"Liberation Mono"_s}},
+        {u"courier"_s, {u"Liberation Mono"_s}},
+        {u"aptos"_s, {u"Liberation Sans"_s}},
+        {u"aptos narrow"_s, {u"Liberation Sans Narrow"_s, 0.489}},
+        {u"calibri light"_s, {u"Carlito"_s}},
+        {u"candara"_s, {u"Carlito"_s}},
+        {u"consolas"_s, {u"Liberation Mono"_s, 0.55}},
+        {u"constantia"_s, {u"Caladea"_s}},
+        {u"garamond"_s, {u"Liberation Serif"_s, 0.469}},
+        {u"georgia"_s, {u"DejaVu Serif"_s, 0.614}},
+        {u"lucida console"_s, {u"DejaVu Sans Mono"_s}},
+        {u"microsoft sans serif"_s, {u"Liberation Sans"_s}},
+        {u"ms sans serif"_s, {u"Liberation Sans"_s}},
+        {u"segoe ui"_s, {u"Liberation Sans"_s, 0.539}},
+        {u"tahoma"_s, {u"Liberation Sans"_s, 0.546}},
+        {u"trebuchet ms"_s, {u"Liberation Sans"_s, 0.524}},
+    };
     return substitutes.value(name);
+}
+
+/// More of them, of which the widths of the digits are known.
+Substitute furtherSubstitute(const QString& name)
+{
+    static const QHash<QString, Substitute> substitutes = {
+        {u"book antiqua"_s, {u"Liberation Serif"_s}},
+        {u"bookman old style"_s, {u"DejaVu Serif"_s, 0.62}},
+        {u"century gothic"_s, {u"Liberation Sans"_s, 0.554}},
+        {u"century schoolbook"_s, {u"Liberation Serif"_s, 0.556}},
+        {u"comic sans ms"_s, {u"DejaVu Sans"_s, 0.61}},
+        {u"franklin gothic book"_s, {u"Liberation Sans"_s}},
+        {u"gill sans mt"_s, {u"Carlito"_s, 0.5}},
+        {u"lucida sans unicode"_s, {u"DejaVu Sans"_s}},
+        {u"malgun gothic"_s, {u"Liberation Sans"_s}},
+        {u"microsoft jhenghei"_s, {u"Liberation Sans"_s}},
+        {u"microsoft yahei"_s, {u"Liberation Sans"_s, 0.539}},
+        {u"palatino linotype"_s, {u"Liberation Serif"_s}},
+        {u"yu gothic"_s, {u"Liberation Sans"_s}},
+    };
+    static const QHash<QString, QString> otherNames = {{u"맑은 고딕"_s, u"malgun gothic"_s},
+                                                       {u"微軟正黑體"_s, u"microsoft jhenghei"_s},
+                                                       {u"微软雅黑"_s, u"microsoft yahei"_s},
+                                                       {u"游ゴシック"_s, u"yu gothic"_s}};
+    const auto known = substitutes.constFind(otherNames.value(name, name));
+    if (known != substitutes.constEnd())
+        return *known;
+    return hasEastAsianName(name) ? Substitute{u"Carlito"_s, 0, true} : Substitute{};
+}
+
+Substitute findDrawn(const QString& family, bool customaryOnly)
+{
+    if (QFontDatabase::hasFamily(family))
+        return {family};
+    const QString name = withoutRegion(family.toLower());
+    Substitute wanted = customarySubstitute(name);
+    if (wanted.family.isEmpty() && !customaryOnly)
+        wanted = furtherSubstitute(name);
+    for (const QString& candidate : {wanted.family, u"DejaVu Sans"_s, u"Liberation Sans"_s}) {
+        if (!candidate.isEmpty() && QFontDatabase::hasFamily(candidate)) {
+            wanted.family = candidate;
+            return wanted;
+        }
+    }
+    return {family};
+}
+
+/// What is drawn for a family, and the widths that it should have. Calc knows fewer substitutes.
+Substitute drawnFor(const QString& family, const Measures& measures)
+{
+    static thread_local QHash<std::pair<QString, bool>, Substitute> known;
+    const std::pair key(family, measures.customaryFonts);
+    const auto place = known.constFind(key);
+    return place != known.constEnd() ? *place : *known.insert(key, findDrawn(family, measures.customaryFonts));
 }
 
 /// Ascent and descent that the font states for its lines, without the gap that other measures include.
@@ -72,15 +150,20 @@ std::pair<double, double> lineExtent(const QFont& font)
     return {raw.ascent(), raw.descent()};
 }
 
+/// Whether a font is measured as it is, or stretched to the width that is usual: a narrow one is wider then.
+enum class Stretched { No, Yes };
+
 /// Measured large and scaled down, as whole pixels would round the advance.
-double measuredDigit(const std::tuple<QString, bool, bool>& face)
+double measureDigit(const QString& family, const FontStyle& style, Stretched stretched)
 {
     constexpr int large = 1000;
-    QFont font(std::get<0>(face));
-    font.setBold(std::get<1>(face));
-    font.setItalic(std::get<2>(face));
+    QFont font(family);
+    font.setBold(style.bold);
+    font.setItalic(style.italic);
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setPixelSize(large);
+    if (stretched == Stretched::Yes)
+        font.setStretch(QFont::Unstretched);
     const QFontMetricsF metrics(font);
     double widest = 0;
     for (char16_t digit = u'0'; digit <= u'9'; ++digit)
@@ -88,23 +171,23 @@ double measuredDigit(const std::tuple<QString, bool, bool>& face)
     return widest / large;
 }
 
-QString findInstalled(const QString& family)
+/// Advance of the widest digit of an installed family, as a share of the font's size.
+double digitShare(const QString& family, const FontStyle& style, Stretched stretched)
 {
-    for (const QString& candidate : {family, substitute(family), u"DejaVu Sans"_s, u"Liberation Sans"_s})
-        if (!candidate.isEmpty() && QFontDatabase::hasFamily(candidate))
-            return candidate;
-    return family;
+    using Key = std::tuple<QString, bool, bool, Stretched>;
+    static thread_local std::map<Key, double> known;
+    const Key key{family, style.bold, style.italic, stretched};
+    auto place = known.find(key);
+    if (place == known.end())
+        place = known.emplace(key, measureDigit(family, style, stretched)).first;
+    return place->second;
 }
 
 } // namespace
 
 QString installedFamily(const QString& family)
 {
-    static thread_local QHash<QString, QString> known;
-    const auto place = known.constFind(family);
-    if (place != known.constEnd())
-        return *place;
-    return *known.insert(family, findInstalled(family));
+    return drawnFor(family, Measures::of(Metrics::File)).family;
 }
 
 QPaintDevice* Fonts::device()
@@ -133,7 +216,8 @@ const Fonts::Face& Fonts::face(const FontStyle& style, double shrink) const
 
 Fonts::Face Fonts::makeFace(const FontStyle& style, double pixels) const
 {
-    QFont font(installedFamily(style.family));
+    const Substitute drawn = drawnFor(style.family, m_measures);
+    QFont font(drawn.family);
     font.setPointSizeF(pixels / pixelsPerPoint);
     font.setBold(style.bold);
     font.setItalic(style.italic);
@@ -148,10 +232,14 @@ Fonts::Face Fonts::makeFace(const FontStyle& style, double pixels) const
     // for; so texts are drawn a little narrower. At other scales the width follows that of scale 1.
     font.setHintingPreference(QFont::PreferNoHinting);
     const double screenPixels = pixels / m_scale;
-    const double screenDigit = std::min(widestDigit(style, std::max(std::round(screenPixels), 1.0)),
-                                        std::max(std::round(widestDigit(style, screenPixels)), 1.0));
-    const double digit = widestDigit(style, std::max(std::round(pixels), 1.0));
-    font.setStretch(std::clamp(static_cast<int>(std::lround(100 * screenDigit * m_scale / digit)), 50, 200));
+    const double whole = std::max(std::round(screenPixels), 1.0);
+    const double screenDigit = std::min(widestDigit(style, whole, m_measures),
+                                        std::max(std::round(widestDigit(style, screenPixels, m_measures)), 1.0));
+    const double drawnPixels = std::max(std::round(pixels), 1.0);
+    double share = screenDigit * m_scale / (digitShare(drawn.family, style, Stretched::Yes) * drawnPixels);
+    if (drawn.eastAsian) // the letters of the script are as many pixels wide as high
+        share = std::min(share, whole * m_scale / drawnPixels);
+    font.setStretch(std::clamp(static_cast<int>(std::lround(100 * share)), 50, 200));
     const QFont sized(font, device());
     const QFontMetricsF metrics(sized, device());
     return {sized, metrics.ascent(), metrics.descent()};
@@ -192,15 +280,12 @@ const Fonts& Fonts::shared(double scale, const Measures& measures)
     return known.try_emplace({scale, &measures}, scale, measures).first->second;
 }
 
-double widestDigit(const FontStyle& style, double pixelSize)
+double widestDigit(const FontStyle& style, double pixelSize, const Measures& measures)
 {
-    using Key = std::tuple<QString, bool, bool>;
-    static thread_local std::map<Key, double> known; // for a font of one pixel
-    const Key key{installedFamily(style.family), style.bold, style.italic};
-    auto place = known.find(key);
-    if (place == known.end())
-        place = known.emplace(key, measuredDigit(key)).first;
-    return place->second * pixelSize;
+    const Substitute drawn = drawnFor(style.family, measures);
+    if (measures.customaryFonts || (drawn.digit <= 0 && !drawn.eastAsian))
+        return digitShare(drawn.family, style, Stretched::No) * pixelSize;
+    return drawn.eastAsian ? std::ceil(std::round(pixelSize) / 2) : drawn.digit * pixelSize;
 }
 
 } // namespace lumivane::engine

@@ -65,7 +65,8 @@ private:
     mutable std::map<Key, Face> m_faces;
 };
 
-/// Advance of the widest digit of a font of so many pixels, not rounded.
-double widestDigit(const FontStyle& style, double pixelSize);
+/// Advance of the widest digit of a font of so many pixels, not rounded. Columns are sized for it, and texts are
+/// narrowed to it where another family stands in for the font.
+double widestDigit(const FontStyle& style, double pixelSize, const Measures& measures);
 
 } // namespace lumivane::engine

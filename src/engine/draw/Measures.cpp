@@ -7,6 +7,7 @@ namespace lumivane::engine {
 const Measures& Measures::of(Metrics metrics)
 {
     static const Measures file{
+        .customaryFonts = false,
         .hintedLetters = false,
         .generalCharacters = 11,
         .signsForNumber = 0,
@@ -28,6 +29,7 @@ const Measures& Measures::of(Metrics metrics)
         .edgesFallShort = false,
     };
     static const Measures calc{
+        .customaryFonts = true,
         .hintedLetters = true,
         .generalCharacters = NumberFormat::unlimited,
         .signsForNumber = 3,

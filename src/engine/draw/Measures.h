@@ -15,6 +15,7 @@ constexpr double outlineScale = 16;
 struct Measures
 {
     // Letters and texts
+    bool customaryFonts;      ///< only the customary fonts have others in their place, whatever the widths
     bool hintedLetters;       ///< letters are fitted to whole pixels, and not narrowed to digits of whole pixels
     int generalCharacters;    ///< the most that General shows, however wide the cell
     int signsForNumber;       ///< "#" in place of a number that does not fit; 0: as many as fit

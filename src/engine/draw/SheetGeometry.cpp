@@ -45,9 +45,11 @@ SheetGeometry::SheetGeometry(std::shared_ptr<const ShownSheet> sheet, Metrics me
 {
     const CellStyle& usual = m_workbook.styles.cell(0);
     const FontStyle& stored = m_shown->font(usual);
-    m_digit = std::max(1, static_cast<int>(std::lround(widestDigit(stored, stored.points / pointsPerPixel))));
+    m_digit = std::max(1, static_cast<int>(std::lround(
+                              widestDigit(stored, stored.points / pointsPerPixel, Measures::of(Metrics::File)))));
     // Calc measures with a font of as many pixels as the real one has twips, a trace small.
-    m_digitTwips = std::max(1.0, std::floor(widestDigit(stored, stored.points * 20) + 0.4));
+    m_digitTwips =
+        std::max(1.0, std::floor(widestDigit(stored, stored.points * 20, Measures::of(Metrics::Calc)) + 0.4));
     m_defaultLine = fontLine(font(usual), m_measures);
     if (m_sheet.sizedByTexts)
         m_textWidths = std::make_shared<TextWidths>(*m_shown, font(usual), m_measures, mostFittedCharacters * m_digit);

@@ -38,6 +38,22 @@ TEST(SheetGeometry, GivesColumnsTheirDefaultWidth)
     }
 }
 
+TEST(SheetGeometry, SizesColumnsForFontsThatAreNotHere)
+{
+    for (const auto& [family, points, pixels] : test::textTable<3>(R"(
+        Aptos Narrow   | 11 | 64
+        Century Gothic | 9  | 64
+        ＭＳ Ｐゴシック | 11 | 72
+        SimSun         | 9  | 56
+        新細明體        | 12 | 72
+        맑은 고딕       | 11 | 72)")) {
+        SheetBuilder made;
+        made.styles().fonts[0].family = family;
+        made.styles().fonts[0].points = points.toDouble();
+        EXPECT_EQ(SheetGeometry(made.shown()).columnPixels(1), pixels.toInt()) << family.toStdString();
+    }
+}
+
 TEST(SheetGeometry, ReadsBackTheCharactersThatAJobSets)
 {
     SheetBuilder made;

@@ -179,6 +179,14 @@ TEST(SheetTexts, AreDrawnInTheSubstituteOfAMissingFont)
     EXPECT_EQ(draw(missing), draw(substitute));
 }
 
+TEST(SheetTexts, AreAsNarrowAsTheirFont)
+{
+    SheetBuilder narrow, usual;
+    narrow.text(1, 1, u"Hamburg 2026"_s, narrow.fontStyle({.family = u"Arial Narrow"_s}));
+    usual.text(1, 1, u"Hamburg 2026"_s, usual.fontStyle({.family = u"Arial"_s}));
+    EXPECT_NEAR(ink(draw(narrow)).width(), 0.82 * ink(draw(usual)).width(), 5);
+}
+
 TEST(SheetTexts, CentreAcrossASelection)
 {
     SheetBuilder made;

@@ -62,6 +62,7 @@ bool SheetDrawer::draw(QPainter& painter, int millisecondsForTiles, const Drawin
         painter.save();
         painter.setClipRect(clip);
         complete = drawPane(painter, pane, hasTime) && complete;
+        drawFilterButtons(painter, pane);
         drawDrawings(painter, pane, picture);
         drawSelection(painter, pane);
         painter.restore();
@@ -110,6 +111,56 @@ void SheetDrawer::drawBlank(QPainter& painter, const QRect& place) const
     painter.fillRect(place, Qt::white);
 }
 
+/// Each column of a filter has one in its first cell.
+void SheetDrawer::drawFilterButtons(QPainter& painter, int pane) const
+{
+    const SheetContent& content = m_sheet.sheet().content();
+    const CellArea visible = m_sheet.panes().visible(pane);
+    for (const CellArea& filter : content.filtered) {
+        if (filter.firstRow < visible.firstRow || filter.firstRow > visible.lastRow)
+            continue;
+        const int last = std::min(filter.lastColumn, visible.lastColumn);
+        for (int column = std::max(filter.firstColumn, visible.firstColumn); column <= last; ++column) {
+            const auto special =
+                std::find_if(content.filterColumns.begin(), content.filterColumns.end(), [&](const FilterColumn& one) {
+                    return one.row == filter.firstRow && one.column == column;
+                });
+            const bool known = special != content.filterColumns.end();
+            if (!known || special->hasButton)
+                drawFilterButton(painter,
+                                 m_layout.toView(m_sheet.rectIn(pane, CellArea::cell(filter.firstRow, column))),
+                                 known && special->inUse);
+        }
+    }
+}
+
+/// At the end of the cell, above its lower edge: an arrow, or a funnel where the filter leaves rows out.
+void SheetDrawer::drawFilterButton(QPainter& painter, const QRect& cell, bool inUse) const
+{
+    constexpr double usual = 17, least = 7; // pixels at scale 1, of the screen
+    const int side = std::min({qRound(usual * m_sheet.scale()), cell.width() - 1, cell.height() - 1});
+    if (side < least)
+        return;
+    const QRectF place(m_layout.mirrored ? cell.left() : cell.right() - side, cell.bottom() - side, side, side);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF frame = place.adjusted(0.5, 0.5, -0.5, -0.5);
+    painter.setPen(QPen(QColor(0xab, 0xab, 0xab), 1));
+    painter.setBrush(QColor(0xfc, 0xfc, 0xfc));
+    painter.drawRoundedRect(frame, side / 9.0, side / 9.0);
+    const auto at = [&](double x, double y) {
+        return QPointF(place.left() + x * place.width(), place.top() + y * place.height());
+    };
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0x44, 0x4b, 0x53));
+    if (inUse)
+        painter.drawPolygon(
+            QPolygonF({at(0.22, 0.25), at(0.78, 0.25), at(0.57, 0.52), at(0.57, 0.78), at(0.43, 0.7), at(0.43, 0.52)}));
+    else
+        painter.drawPolygon(QPolygonF({at(0.27, 0.4), at(0.73, 0.4), at(0.5, 0.66)}));
+    painter.restore();
+}
+
 void SheetDrawer::drawDrawings(QPainter& painter, int pane, const DrawingPicture& picture)
 {
     const auto& drawings = m_sheet.sheet().content().drawings;
@@ -143,9 +194,8 @@ void SheetDrawer::drawPlaceholder(QPainter& painter, const QRect& place, const Q
     painter.drawRect(place.adjusted(0, 0, -1, -1));
     painter.setPen(QColor(0x4a, 0x5a, 0x6a));
     painter.setFont(m_headerFont);
-    const QString what = kind == DrawingKind::Chart     ? u"Chart"_s
-                         : kind == DrawingKind::Picture ? u"Picture"_s
-                                                        : u"Drawing"_s;
+    QString what = kindWord(kind);
+    what[0] = what[0].toUpper();
     painter.drawText(place.adjusted(pen(6), pen(4), -pen(6), -pen(4)), Qt::AlignCenter | Qt::TextWordWrap,
                      u"%1 \"%2\"\nis not drawn here"_s.arg(what, name));
     painter.restore();

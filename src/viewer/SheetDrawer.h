@@ -45,6 +45,8 @@ public:
 private:
     bool drawPane(QPainter& painter, int pane, const std::function<bool()>& hasTime);
     void drawBlank(QPainter& painter, const QRect& place) const;
+    void drawFilterButtons(QPainter& painter, int pane) const;
+    void drawFilterButton(QPainter& painter, const QRect& cell, bool inUse) const;
     void drawDrawings(QPainter& painter, int pane, const DrawingPicture& picture);
     void drawPlaceholder(QPainter& painter, const QRect& place, const QString& name, engine::DrawingKind kind) const;
     void drawSelectedDrawing(QPainter& painter, const QRect& place) const;

@@ -81,6 +81,21 @@ protected:
         QTest::mouseClick(window.view().viewport(), Qt::LeftButton, modifiers, place);
     }
 
+    /// Whether the window comes to show an area as a picture of it does.
+    static bool showsAsPictured(frmWorkbook& window, const CellArea& area)
+    {
+        return eventually([&] { return looksPictured(window, area); });
+    }
+
+    static bool looksPictured(frmWorkbook& window, const CellArea& area)
+    {
+        const SheetView& view = window.view();
+        const QRect place =
+            view.cellRect({area.firstRow, area.firstColumn}) | view.cellRect({area.lastRow, area.lastColumn});
+        const QImage pictured = userInstance()->ActiveSheet()->CopyPicture(area).convertToFormat(QImage::Format_RGB32);
+        return view.viewport()->grab(place).toImage().convertToFormat(QImage::Format_RGB32) == pictured;
+    }
+
     static std::shared_ptr<Application> userInstance()
     {
         XLInstance instance;
@@ -286,19 +301,6 @@ TEST_F(WorkbookWindow, OpensEachWorkbookOnceAndRemembersIt)
 
 class DrawnWindow : public WorkbookWindow, public testing::WithParamInterface<const char*>
 {
-protected:
-    /// Whether the window comes to show an area as a picture of it does.
-    bool showsAsPictured(frmWorkbook& window, const CellArea& area)
-    {
-        const SheetView& view = window.view();
-        const QRect place =
-            view.cellRect({area.firstRow, area.firstColumn}) | view.cellRect({area.lastRow, area.lastColumn});
-        const QImage pictured = userInstance()->ActiveSheet()->CopyPicture(area).convertToFormat(QImage::Format_RGB32);
-        return eventually([&] {
-            QWidget& viewport = *window.view().viewport();
-            return viewport.grab(place).toImage().convertToFormat(QImage::Format_RGB32) == pictured;
-        });
-    }
 };
 
 TEST_P(DrawnWindow, ShowsCellsAsPanelsDo)
@@ -312,6 +314,23 @@ TEST_P(DrawnWindow, ShowsCellsAsPanelsDo)
     EXPECT_TRUE(showsAsPictured(window, {28, 7, 36, 13})) << "over the edges of the blocks that are drawn at once";
 }
 INSTANTIATE_TEST_SUITE_P(Written, DrawnWindow, testing::Values("", "rightToLeft='1'", "showGridLines='0'"));
+
+TEST_F(WorkbookWindow, HasFilterButtonsThatPanelsDoNot)
+{
+    WorkbookParts parts = smallWorkbook();
+    for (PackageEntry& entry : parts.entries) {
+        if (const auto place = entry.bytes.find("<mergeCells"); place != std::string::npos)
+            entry.bytes.insert(place,
+                               "<autoFilter ref='B2:D5'><filterColumn colId='1' hiddenButton='1'/></autoFilter>");
+    }
+    frmWorkbook& window = *openWorkbookWindow(file(u"Filtered.xlsx"_s, parts));
+    window.resize(800, 600);
+    click(window, middle(window, 25, 1));
+    EXPECT_TRUE(showsAsPictured(window, {2, 3, 2, 3})) << "its button is hidden";
+    EXPECT_TRUE(showsAsPictured(window, {3, 2, 3, 4}));
+    EXPECT_FALSE(looksPictured(window, {2, 2, 2, 2}));
+    EXPECT_FALSE(looksPictured(window, {2, 4, 2, 4}));
+}
 
 TEST_F(WorkbookWindow, IsWhereThePanelsWorkbookIsLaunched)
 {

@@ -77,6 +77,14 @@ struct OpenNote
     DrawingContent box;
 };
 
+/// A column of an auto filter, where it is not as most are.
+struct FilterColumn
+{
+    int row = 0, column = 0; ///< of the first cell of the filter's range in it
+    bool hasButton = true;
+    bool inUse = false; ///< it leaves rows out
+};
+
 struct SheetContent
 {
     int sheetIndex = 0; ///< into WorkbookContent::sheets
@@ -84,7 +92,8 @@ struct SheetContent
     std::vector<RowContent> rows;       ///< those stored, ascending
     std::vector<ColumnContent> columns; ///< ascending, not overlapping
     MergedCells merged;
-    std::vector<CellArea> filtered;          ///< ranges of auto filters
+    std::vector<CellArea> filtered; ///< ranges of auto filters
+    std::vector<FilterColumn> filterColumns;
     std::vector<DrawingContent> drawings;    ///< each lies over those before it
     qint64 pictureBytes = 0;                 ///< that the drawings' pictures take
     std::vector<ConditionalRule> conditions; ///< by priority, the strongest first

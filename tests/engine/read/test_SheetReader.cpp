@@ -202,12 +202,19 @@ TEST(SheetReader, TellsThePanes)
 
 TEST(SheetReader, ReadsFiltersMergesAndTheUsedArea)
 {
-    const auto sheet = sheetOf("<dimension ref='A1:XFD1048576'/><sheetData><row r='3'><c r='D3'><v>1</v></c></row>"
-                               "<row r='7'><c r='B7' s='1'/></row></sheetData><autoFilter ref='B2:D9'/>"
-                               "<mergeCells count='9999999'><mergeCell ref='B2:C3'/><mergeCell ref='D4'/>"
-                               "<mergeCell ref='F9:E8'/></mergeCells>");
+    const auto sheet =
+        sheetOf("<dimension ref='A1:XFD1048576'/><sheetData><row r='3'><c r='D3'><v>1</v></c></row>"
+                "<row r='7'><c r='B7' s='1'/></row></sheetData><autoFilter ref='B2:D9'><filterColumn colId='1'>"
+                "<filters/></filterColumn><filterColumn colId='2' hiddenButton='1'/>"
+                "<filterColumn colId='3'/></autoFilter>"
+                "<mergeCells count='9999999'><mergeCell ref='B2:C3'/><mergeCell ref='D4'/>"
+                "<mergeCell ref='F9:E8'/></mergeCells>");
     EXPECT_EQ(sheet->used, CellArea::parse(u"B3:D7"));
     EXPECT_EQ(addresses(sheet->filtered), u"B2:D9"_s);
+    ASSERT_EQ(sheet->filterColumns.size(), 2u) << "one lies outside";
+    EXPECT_TRUE(sheet->filterColumns[0].inUse && sheet->filterColumns[0].hasButton);
+    EXPECT_FALSE(sheet->filterColumns[1].inUse || sheet->filterColumns[1].hasButton);
+    EXPECT_EQ(sheet->filterColumns[1].column, 4);
     EXPECT_EQ(addresses(sheet->merged.areas()), u"B2:C3 E8:F9"_s);
     EXPECT_LT(sheet->bytes(), 100000) << "a claimed extent must cost nothing";
 }

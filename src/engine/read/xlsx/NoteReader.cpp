@@ -171,8 +171,11 @@ void readConversations(pugi::xml_node root, qint64 maxBytes, SheetContent& conte
         if (!place)
             continue;
         std::string& text = said[{place->row, place->column}];
-        if (text.size() < maxCellText)
-            text += (text.empty() ? "" : "\n") + std::string(childNamed(one, "text").child_value());
+        if (text.size() >= maxCellText)
+            continue;
+        if (!text.empty())
+            text += '\n';
+        text += childNamed(one, "text").child_value();
     }
     const qint64 before = content.texts.bytes();
     for (CommentMark& mark : content.comments) {

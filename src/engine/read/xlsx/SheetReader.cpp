@@ -3,6 +3,7 @@
 #include "engine/read/MergedAreas.h"
 #include "engine/read/package/ReadError.h"
 #include "engine/read/package/SmallParts.h"
+#include "engine/read/xlsx/FilterReader.h"
 #include "engine/read/xlsx/RichText.h"
 #include "engine/read/xlsx/SparklineReader.h"
 
@@ -105,8 +106,7 @@ void SheetReader::readPart()
         case nameKey("sheetData"):
             return readRows();
         case nameKey("autoFilter"):
-            readFilter();
-            return m_xml.skip();
+            return readSheetFilter();
         case nameKey("mergeCells"):
             return readMerges();
         case nameKey("drawing"):
@@ -460,12 +460,14 @@ qint32 SheetReader::styleFrom(std::string_view text) const
     return index >= 0 && index < m_surroundings.styles ? index : -1;
 }
 
-void SheetReader::readFilter()
+void SheetReader::readSheetFilter()
 {
     // A sheet has one, a table brings its own.
-    const std::optional<CellArea> area = areaFrom(m_xml.attribute("ref"));
-    if (area && m_content.filtered.empty())
-        m_content.filtered.push_back(*area);
+    if (!m_content.filtered.empty())
+        return m_xml.skip();
+    pugi::xml_document document;
+    readTree(m_xml, document, maxTreeElements);
+    readFilter(document.document_element(), m_content);
 }
 
 void SheetReader::readMerges()

@@ -57,7 +57,7 @@ private:
     void setDate(Cell& cell, std::string_view raw);
     void setSharedText(Cell& cell, std::string_view raw);
     qint32 styleFrom(std::string_view text) const;
-    void readFilter();
+    void readSheetFilter();
     void readMerges();
     void readTableParts();
     void readConditions();

@@ -2,6 +2,7 @@
 
 #include "engine/read/package/AttributeValues.h"
 #include "engine/read/package/SmallParts.h"
+#include "engine/read/xlsx/FilterReader.h"
 
 #include <algorithm>
 
@@ -71,8 +72,7 @@ std::shared_ptr<const TableStyle> TableReader::style(pugi::xml_node info)
 
 void TableReader::readTable(pugi::xml_node node)
 {
-    if (const std::optional<CellArea> area = areaFrom(attributeOf(childNamed(node, "autoFilter"), "ref")))
-        m_content.filtered.push_back(*area);
+    readFilter(childNamed(node, "autoFilter"), m_content);
     const std::optional<CellArea> area = areaFrom(attributeOf(node, "ref"));
     if (!area || localName(node) != "table")
         return;

@@ -36,10 +36,10 @@ QStringList installedCommand(const QString& text)
 QStringList systemInformationCommand()
 {
     const QString chosen = GetIniString(GetIniFile(), u"Settings"_s, u"System Info"_s, QString());
-    if (const QStringList command = installedCommand(chosen); !command.isEmpty())
+    if (QStringList command = installedCommand(chosen); !command.isEmpty())
         return command;
     for (const char* tool : informationTools) {
-        if (const QStringList command = installedCommand(QString::fromLatin1(tool)); !command.isEmpty())
+        if (QStringList command = installedCommand(QString::fromLatin1(tool)); !command.isEmpty())
             return command;
     }
     return {};

@@ -130,7 +130,7 @@ QDateTime Recordset::date(QAnyStringView name) const
     const QVariant& found = value(name);
     if (!found.isValid())
         return {};
-    const QDateTime time = dateFromText(storedDate(found.toString()));
+    QDateTime time = dateFromText(storedDate(found.toString()));
     if (!time.isValid())
         throw columnMismatch(name);
     return time;

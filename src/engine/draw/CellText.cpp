@@ -30,6 +30,12 @@ bool gapBehind(const QString& text, int at)
 
 } // namespace
 
+bool takesSeveralLines(const CellStyle& style)
+{
+    return style.wrap || style.horizontal == Horizontal::Justify || style.horizontal == Horizontal::Distributed ||
+           style.vertical == Vertical::Justify || style.vertical == Vertical::Distributed;
+}
+
 CellText::CellText(const Fonts& fonts, QString text, std::vector<Span> spans, double shrink)
     : m_fonts(&fonts), m_text(std::move(text)), m_spans(std::move(spans)), m_shrink(shrink)
 {

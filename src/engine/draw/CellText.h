@@ -7,6 +7,9 @@ class QPainter;
 
 namespace lumivane::engine {
 
+/// A text with this alignment is broken where it is wider than its cell.
+bool takesSeveralLines(const CellStyle& style);
+
 /// The text of one cell with its fonts, broken into lines and ready to be drawn anywhere.
 class CellText
 {

@@ -85,6 +85,8 @@ Substitute customarySubstitute(const QString& name)
 Substitute furtherSubstitute(const QString& name)
 {
     static const QHash<QString, Substitute> substitutes = {
+        {u"aptos display"_s, {u"Liberation Sans"_s}},
+        {u"arial unicode ms"_s, {u"Liberation Sans"_s}},
         {u"book antiqua"_s, {u"Liberation Serif"_s}},
         {u"bookman old style"_s, {u"DejaVu Serif"_s, 0.62}},
         {u"century gothic"_s, {u"Liberation Sans"_s, 0.554}},
@@ -92,17 +94,25 @@ Substitute furtherSubstitute(const QString& name)
         {u"comic sans ms"_s, {u"DejaVu Sans"_s, 0.61}},
         {u"franklin gothic book"_s, {u"Liberation Sans"_s}},
         {u"gill sans mt"_s, {u"Carlito"_s, 0.5}},
+        {u"helvetica neue"_s, {u"Liberation Sans"_s}},
         {u"lucida sans unicode"_s, {u"DejaVu Sans"_s}},
         {u"malgun gothic"_s, {u"Liberation Sans"_s}},
+        {u"meiryo"_s, {u"DejaVu Sans"_s}},
         {u"microsoft jhenghei"_s, {u"Liberation Sans"_s}},
         {u"microsoft yahei"_s, {u"Liberation Sans"_s, 0.539}},
+        {u"open sans"_s, {u"Liberation Sans"_s, 0.572}},
         {u"palatino linotype"_s, {u"Liberation Serif"_s}},
+        {u"roboto"_s, {u"Liberation Sans"_s, 0.562}},
+        {u"segoe ui light"_s, {u"Liberation Sans"_s, 0.539}},
+        {u"segoe ui semibold"_s, {u"Liberation Sans"_s, 0.539}},
+        {u"verdana"_s, {u"DejaVu Sans"_s}},
         {u"yu gothic"_s, {u"Liberation Sans"_s}},
     };
     static const QHash<QString, QString> otherNames = {{u"맑은 고딕"_s, u"malgun gothic"_s},
                                                        {u"微軟正黑體"_s, u"microsoft jhenghei"_s},
                                                        {u"微软雅黑"_s, u"microsoft yahei"_s},
-                                                       {u"游ゴシック"_s, u"yu gothic"_s}};
+                                                       {u"游ゴシック"_s, u"yu gothic"_s},
+                                                       {u"メイリオ"_s, u"meiryo"_s}};
     const auto known = substitutes.constFind(otherNames.value(name, name));
     if (known != substitutes.constEnd())
         return *known;
@@ -117,7 +127,9 @@ Substitute findDrawn(const QString& family, bool customaryOnly)
     Substitute wanted = customarySubstitute(name);
     if (wanted.family.isEmpty() && !customaryOnly)
         wanted = furtherSubstitute(name);
-    for (const QString& candidate : {wanted.family, u"DejaVu Sans"_s, u"Liberation Sans"_s}) {
+    // Most fonts have digits about as wide as those of Liberation Sans.
+    const QString last = customaryOnly ? u"DejaVu Sans"_s : u"Liberation Sans"_s;
+    for (const QString& candidate : {wanted.family, last, u"DejaVu Sans"_s}) {
         if (!candidate.isEmpty() && QFontDatabase::hasFamily(candidate)) {
             wanted.family = candidate;
             return wanted;

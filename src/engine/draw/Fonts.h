@@ -13,7 +13,7 @@ class QPaintDevice;
 namespace lumivane::engine {
 
 /// The family that is drawn for one that a workbook names: itself where it is installed, otherwise one of the same
-/// widths, otherwise one that has most letters. The one place that decides.
+/// widths, otherwise one that is stretched to them. The one place that decides.
 QString installedFamily(const QString& family);
 
 /// Fonts of cells and their measures at one scale, made once and kept: asking the font system is dear.

@@ -1,5 +1,6 @@
 #include "engine/draw/SheetGeometry.h"
 
+#include "engine/draw/CellText.h"
 #include "engine/draw/TextLines.h"
 
 #include <algorithm>
@@ -146,7 +147,7 @@ double SheetGeometry::autoHeight(const RowContent& stored) const
             line = style.font == m_workbook.styles.cells[0].font ? m_defaultLine : fontLine(font(style), m_measures);
         fontBefore = style.font;
         extra = std::max(extra, line - m_defaultLine);
-        if (style.wrap)
+        if (takesSeveralLines(style))
             extra = std::max(extra, cellHeight(*cell, stored.row, line) - m_defaultLine - 2);
     }
     const double points = std::min(fallback + extra * pointsPerPixel, highestRow);

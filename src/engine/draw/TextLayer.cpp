@@ -36,12 +36,6 @@ bool runsFromRight(const CellStyle& style, const QString& text)
     return style.readingOrder == 0 ? text.isRightToLeft() : style.readingOrder == 2;
 }
 
-bool takesSeveralLines(const CellStyle& style)
-{
-    return style.wrap || style.horizontal == Horizontal::Justify || style.horizontal == Horizontal::Distributed ||
-           style.vertical == Vertical::Justify || style.vertical == Vertical::Distributed;
-}
-
 } // namespace
 
 TextLayer::TextLayer(const Scene& scene)
@@ -71,8 +65,11 @@ void TextLayer::placeRow(int row)
 void TextLayer::placeNeighbour(int row, int column, int step)
 {
     const int neighbour = m_scene.sheet.nextFilled(row, column, step);
-    if (neighbour == 0 || !isTextKind(m_scene.sheet.kind(row, neighbour)) ||
-        m_scene.grid.area().contains(row, neighbour))
+    if (neighbour == 0 || m_scene.grid.area().contains(row, neighbour))
+        return;
+    const Horizontal alignment = m_scene.sheet.style(row, neighbour).horizontal;
+    const bool goesOn = alignment == Horizontal::CenterAcross || alignment == Horizontal::Fill;
+    if (!goesOn && !isTextKind(m_scene.sheet.kind(row, neighbour)))
         return;
     if (!m_scene.geometry.columnHidden(neighbour) && !m_scene.sheet.mergedAt(row, neighbour))
         placeCell(row, neighbour, CellArea::cell(row, neighbour));
@@ -249,7 +246,9 @@ CellText TextLayer::shrunk(const Place& place, const FormattedText& formatted, c
 /// The text as many whole times as it fits.
 void TextLayer::placeFilling(const Place& place, const FormattedText& formatted, const CellText& text)
 {
-    const int count = std::clamp(static_cast<int>(innerWidth(place) / std::max(text.width(), 1.0)), 1, 2000);
+    const int most = static_cast<int>(maxCellText) / std::max(static_cast<int>(text.text().size()), 1);
+    const int count =
+        std::clamp(static_cast<int>(innerWidth(place) / std::max(text.width(), 1.0)), 1, std::max(most, 1));
     FormattedText many = formatted;
     many.text = text.text().repeated(count);
     CellText filling = make(place, many);
@@ -332,7 +331,9 @@ TextLayer::Place TextLayer::across(const Place& place)
     if (alignment != Horizontal::CenterAcross && alignment != Horizontal::Fill)
         return place;
     CellArea area = place.area;
-    while (isFree(place.row, area.lastColumn + 1) &&
+    // Of more cells no one sees the text.
+    const int farthest = 2 * m_scene.grid.area().lastColumn - area.firstColumn + 64;
+    while (area.lastColumn < farthest && isFree(place.row, area.lastColumn + 1) &&
            m_scene.sheet.style(place.row, area.lastColumn + 1).horizontal == alignment)
         if (area.lastColumn++ <= m_scene.grid.area().lastColumn)
             m_runOver.insert({place.row, area.lastColumn - 1});

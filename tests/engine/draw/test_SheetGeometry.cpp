@@ -206,7 +206,7 @@ TEST(Fonts, GivesMissingFamiliesOneOfEqualWidths)
 {
     for (const auto& [asked, installed] : test::textPairs(R"(
         Consolas → Liberation Mono | ARIAL → Liberation Sans | Arial CE → Liberation Sans | Times New Roman → Liberation Serif
-        DejaVu Sans Mono → DejaVu Sans Mono | No Such Font → DejaVu Sans)"))
+        DejaVu Sans Mono → DejaVu Sans Mono | No Such Font → Liberation Sans | Verdana → DejaVu Sans)"))
         EXPECT_EQ(installedFamily(asked), installed);
 }
 

@@ -211,6 +211,7 @@ TEST(SheetTexts, GoOnOverFreeCellsThatAreAlignedAlike)
     const int across = centred.style({.horizontal = Horizontal::CenterAcross});
     centred.number(1, 1, 1234567890123, across).blank(1, 2, across).blank(1, 3, across);
     EXPECT_NEAR(ink(draw(centred)).center().x(), 3 * cellWidth / 2, 2);
+    EXPECT_FALSE(ink(SheetPainter(centred.shown()).image({1, 2, 1, 3})).isNull()) << "from outside the picture";
 }
 
 TEST(SheetTexts, AreSpreadOverTheirLine)

@@ -270,7 +270,8 @@ TEST(NumberFormat, SurvivesOddCodes)
     for (const QString& code : test::textList(R"(
         \ | _ | * | " | [ | [] | [$ | [$-] | [< | [<x]0 | ;;;;;; | 0.0.0 | E+ | 0E+0E+0 | / | 0//0 | ?/0 | #/00 | ,,,
         ,0 | 0,.0, | [h | [hhhhhhhhhhhh] | mmmmmmmmm | @@@@ | General General | [$-FFFFFFFF]0
-        [Color 99999999999]0 | 0.E+ | h.0000000000000)")) {
+        [Color 99999999999]0 | 0.E+ | h.0000000000000 | t | tt0 | [DBNum]0 | [NatNum99999999999]General | [$-a-b-c]0
+        [$-,FFFFFFFFF]0 | [$-2]0 | [DBNum1][$-404]gggggeeeeemd | [DBNum2]0.0E+00;[DBNum4]?/? | [$-en-US,D07]y)")) {
         const NumberFormat format(code);
         const double infinite = std::numeric_limits<double>::infinity();
         for (const double value : {0.0, 1.5, -1.5, 1e308, -1e308, 5e-324, infinite, -infinite, std::nan("")})

@@ -92,8 +92,8 @@ TEST(StyleReader, ReadsCellStyles)
         "vertical='top' textRotation='135' indent='3' wrapText='1' shrinkToFit='1' justifyLastLine='1' "
         "readingOrder='2'/></xf>"
         "<xf numFmtId='14'/><xf numFmtId='10'/><xf numFmtId='999'/><xf><alignment textRotation='255'/></xf>"
-        "<xf><alignment textRotation='181' vertical='odd'/></xf><xf numFmtId='165'/></cellXfs>");
-    ASSERT_EQ(styles.cells.size(), 8u);
+        "<xf><alignment textRotation='181' vertical='odd'/></xf><xf numFmtId='165'/><xf numFmtId='61'/></cellXfs>");
+    ASSERT_EQ(styles.cells.size(), 9u);
     const CellStyle& second = styles.cells[1];
     EXPECT_EQ(styles.numberFormats[second.numberFormat], u"0.0\" kg\""_s);
     EXPECT_EQ(second.font, 1) << "what a cell's style says holds, applied or not";
@@ -111,6 +111,7 @@ TEST(StyleReader, ReadsCellStyles)
     EXPECT_EQ(format(3), u"0.00%"_s);
     EXPECT_EQ(format(4), u"General"_s);
     EXPECT_EQ(format(7), u"General"_s) << "longer than any program takes";
+    EXPECT_EQ(format(8), u"t#,##0"_s);
     EXPECT_EQ(styles.cells[5].rotation, 255);
     EXPECT_EQ(styles.cells[6].rotation, 0);
     EXPECT_EQ(styles.cells[6].vertical, Vertical::Bottom);

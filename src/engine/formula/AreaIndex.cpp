@@ -89,6 +89,7 @@ std::unique_ptr<AreaIndex> AreaIndexes::build(const SheetArea& area) const
     auto index = std::make_unique<AreaIndex>();
     std::vector<std::pair<double, qint64>> numbers, numberTexts;
     qint64 steps = 0;
+    const qint64 most = std::min(mostSteps, m_evaluation.keptLeft());
     m_evaluation.eachCell(area, FormulaCells::Texts::Needed, [&](int row, int column, const FormulaValue& value) {
         const qint64 place = qint64(row - area.cells.firstRow) * area.cells.columns() + column - area.cells.firstColumn;
         ++steps;
@@ -102,10 +103,10 @@ std::unique_ptr<AreaIndex> AreaIndexes::build(const SheetArea& area) const
             if (const auto number = numberFromText(value.text(), m_evaluation.date1904()))
                 numberTexts.emplace_back(significant(*number), place);
         }
-        return steps <= mostSteps;
+        return steps <= most;
     });
     // Where steps ran out the area was not walked to its end.
-    if (steps > mostSteps || !m_evaluation.spend(0))
+    if (steps > most || !m_evaluation.spend(0) || !m_evaluation.takeKept(steps))
         return nullptr;
     index->m_numbers = AreaIndex::sorted(std::move(numbers));
     index->m_numberTexts = AreaIndex::sorted(std::move(numberTexts));

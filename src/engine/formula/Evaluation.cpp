@@ -48,9 +48,10 @@ const FormulaValue& repeatedAt(const FormulaArray& array, int row, int column)
 
 } // namespace
 
-Evaluation::Evaluation(std::shared_ptr<const FormulaTree> tree, FormulaCells& cells, int sheet, FormulaPlace written)
-    : m_cells(cells), m_sheet(sheet), m_date1904(cells.date1904()), m_now(cells.now()),
-      m_unknownFunction(tree->unknownFunction), m_formula(frame(std::move(tree), sheet, written)),
+Evaluation::Evaluation(std::shared_ptr<const FormulaTree> tree, FormulaCells& cells, int sheet, FormulaPlace written,
+                       FormulaBudget* shared)
+    : m_budget(shared ? *shared : m_own), m_cells(cells), m_sheet(sheet), m_date1904(cells.date1904()),
+      m_now(cells.now()), m_unknownFunction(tree->unknownFunction), m_formula(frame(std::move(tree), sheet, written)),
       m_indexes(std::make_unique<AreaIndexes>(*this))
 {
 }
@@ -77,18 +78,25 @@ FormulaValue Evaluation::value(FormulaPlace at)
     m_placeAsked = false;
     m_frame = m_formula.get();
     m_depth = 0;
-    const qint64 steps = std::min(FormulaLimits::steps, m_runStepsLeft);
+    const qint64 steps = std::min({FormulaLimits::steps, m_runStepsLeft, m_budget.steps});
     m_stepsLeft = steps;
     FormulaValue value = evaluate(m_frame->tree->root(), Want::One);
-    m_runStepsLeft -= steps - std::max<qint64>(m_stepsLeft, 0);
+    const qint64 spent = steps - std::max<qint64>(m_stepsLeft, 0);
+    m_runStepsLeft -= spent;
+    m_budget.steps -= spent;
+    return inTime(std::move(value));
+}
+
+FormulaValue Evaluation::inTime(FormulaValue value)
+{
+    m_isExhausted = m_isExhausted || m_stepsLeft < 0;
     return m_stepsLeft < 0 ? ErrorCode::Value : value;
 }
 
 FormulaValue Evaluation::single(FormulaPlace at)
 {
     const FormulaValue many = value(at);
-    const FormulaValue one = oneOf(many);
-    return m_stepsLeft < 0 ? ErrorCode::Value : one;
+    return inTime(oneOf(many));
 }
 
 FormulaPlace Evaluation::place()
@@ -146,12 +154,17 @@ FormulaValue Evaluation::evaluate(int node, Want want)
 
 FormulaValue Evaluation::kept(int node, FormulaValue value)
 {
-    const qint64 size = sizeOf(value);
-    if (size <= m_keepsLeft) {
-        m_keepsLeft -= size;
+    if (takeKept(sizeOf(value)))
         m_frame->kept[static_cast<size_t>(node)] = value;
-    }
     return value;
+}
+
+bool Evaluation::takeKept(qint64 values)
+{
+    if (values > m_budget.keptValues)
+        return false;
+    m_budget.keptValues -= values;
+    return true;
 }
 
 FormulaValue Evaluation::compute(int node, Want want)
@@ -404,7 +417,9 @@ Evaluation::Frame* Evaluation::frameOfName(const NameUse& use, Want want)
     std::unique_ptr<Frame>& known = m_names[{name, want}];
     if (!known) {
         const QString text = name->formula.startsWith(u'=') ? name->formula.mid(1) : name->formula;
-        const auto formula = Formula::parse(text);
+        auto formula = spend(textSteps(text)) ? Formula::parse(text) : std::nullopt;
+        if (formula && !takeKept(static_cast<qint64>(formula->m_tree->nodes.size())))
+            formula.reset();
         if (formula && m_unknownFunction.isEmpty())
             m_unknownFunction = formula->unknownFunction();
         known = frame(formula ? formula->m_tree : nullptr, m_frame->sheet, {1, 1});

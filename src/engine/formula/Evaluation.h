@@ -1,7 +1,6 @@
 #pragma once
 
 #include "engine/formula/Formula.h"
-#include "engine/formula/FormulaLimits.h"
 #include "engine/formula/FormulaTree.h"
 
 #include <map>
@@ -23,12 +22,13 @@ enum class Want : quint8 {
 class Evaluation
 {
 public:
-    Evaluation(std::shared_ptr<const FormulaTree> tree, FormulaCells& cells, int sheet, FormulaPlace written);
+    Evaluation(std::shared_ptr<const FormulaTree> tree, FormulaCells& cells, int sheet, FormulaPlace written,
+               FormulaBudget* shared);
     ~Evaluation();
 
     FormulaValue value(FormulaPlace at);
     FormulaValue single(FormulaPlace at);
-    bool isExhausted() const { return m_runStepsLeft <= 0; }
+    bool isExhausted() const { return m_isExhausted; }
     const QString& unknownFunction() const { return m_unknownFunction; }
 
     // For functions.
@@ -40,6 +40,9 @@ public:
     FormulaPlace place();
     /// Counts steps; false when there are no more, and the evaluation gives #VALUE! then.
     bool spend(qint64 steps);
+    /// Values that may be kept still; `takeKept` counts some of them.
+    qint64 keptLeft() const { return m_budget.keptValues; }
+    bool takeKept(qint64 values);
     static qint64 textSteps(const QString& text) { return text.size() / 16; }
 
     FormulaValue operandValue(const FormulaNode& node, int place, Want want);
@@ -78,10 +81,13 @@ private:
     FormulaValue named(int name, Want want);
     FormulaValue referred(const Reference& reference);
     FormulaValue kept(int node, FormulaValue value);
+    FormulaValue inTime(FormulaValue value);
     Frame* frameOfName(const NameUse& use, Want want);
     std::unique_ptr<Frame> frame(std::shared_ptr<const FormulaTree> tree, int sheet, FormulaPlace written) const;
     bool worksOnEach(const FormulaValue& value) const;
 
+    FormulaBudget m_own;
+    FormulaBudget& m_budget;
     FormulaCells& m_cells;
     int m_sheet;
     bool m_date1904;
@@ -97,7 +103,7 @@ private:
     int m_depth = 0;
     qint64 m_stepsLeft = 0;
     qint64 m_runStepsLeft = FormulaLimits::runSteps;
-    qint64 m_keepsLeft = FormulaLimits::keptValues;
+    bool m_isExhausted = false;
 };
 
 } // namespace lumivane::engine

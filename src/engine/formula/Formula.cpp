@@ -24,8 +24,9 @@ FormulaValue Formula::evaluate(FormulaCells& cells, int sheet, FormulaPlace writ
     return FormulaRun(*this, cells, sheet, written).value(at);
 }
 
-FormulaRun::FormulaRun(const Formula& formula, FormulaCells& cells, int sheet, FormulaPlace written)
-    : m_evaluation(std::make_unique<Evaluation>(formula.m_tree, cells, sheet, written))
+FormulaRun::FormulaRun(const Formula& formula, FormulaCells& cells, int sheet, FormulaPlace written,
+                       FormulaBudget* shared)
+    : m_evaluation(std::make_unique<Evaluation>(formula.m_tree, cells, sheet, written, shared))
 {
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/formula/FormulaCells.h"
+#include "engine/formula/FormulaLimits.h"
 
 #include <memory>
 #include <optional>
@@ -38,14 +39,23 @@ private:
     std::shared_ptr<const FormulaTree> m_tree;
 };
 
+/// What formulas that share it may still cost together.
+struct FormulaBudget
+{
+    qint64 steps = FormulaLimits::sharedSteps;
+    qint64 keptValues = FormulaLimits::keptValues;
+};
+
 /// Evaluates one formula for many cells of a sheet. Whatever does not depend on the cell is found out once, so the
 /// cells and the time of day must not change while the object lives. Not for several threads at once.
 class FormulaRun
 {
 public:
     /// `sheet` is that of the formula, `written` the cell for which its relative references were written; they move
-    /// with the cell that is evaluated and wrap round at the edges of the sheet. `cells` must outlive the object.
-    FormulaRun(const Formula& formula, FormulaCells& cells, int sheet, FormulaPlace written);
+    /// with the cell that is evaluated and wrap round at the edges of the sheet. `cells` must outlive the object, and
+    /// so must `shared`, from which it takes what it costs; null: it has a budget of its own.
+    FormulaRun(const Formula& formula, FormulaCells& cells, int sheet, FormulaPlace written,
+               FormulaBudget* shared = nullptr);
     ~FormulaRun();
 
     /// What the formula gives, a reference or an array as it is.
@@ -55,7 +65,8 @@ public:
     /// As a condition: a number other than 0 or TRUE.
     bool isTrue(FormulaPlace at);
 
-    /// Whether the steps of the run have come to their end: every further value is #VALUE!.
+    /// Whether steps have come to their end, those of one evaluation or of all: values of the formula were replaced by
+    /// #VALUE!.
     bool isExhausted() const;
     /// The first function that is not known, in the formula or in a defined name that it uses; empty if all are.
     const QString& unknownFunction() const;

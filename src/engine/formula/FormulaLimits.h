@@ -13,7 +13,10 @@ inline constexpr int arrayValues = 500'000;
 inline constexpr qint64 steps = 5'000'000;
 /// Steps of all evaluations of a FormulaRun.
 inline constexpr qint64 runSteps = 50'000'000;
-/// Values in arrays, and 16 characters of texts each, that a run keeps for its next evaluations.
+/// Steps of all runs that share a FormulaBudget.
+inline constexpr qint64 sharedSteps = 50'000'000;
+/// Values in arrays and indexes, 16 characters of texts each, and parts of formulas that names stand for: what all
+/// those runs keep for their next evaluations.
 inline constexpr qint64 keptValues = 5'000'000;
 inline constexpr int patternLength = 255; ///< characters of a text with wildcards
 

@@ -4,6 +4,7 @@
 #include <QPainterPath>
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace lumivane::engine {
 
@@ -18,6 +19,10 @@ public:
     SparklinePainter(QPainter& painter, const SparklineShown& shown, const QRectF& place, double scale)
         : m_painter(painter), m_shown(shown), m_group(*shown.group), m_place(place), m_scale(scale)
     {
+        for (const SparklineShown::Point& point : shown.points) {
+            m_lowest = std::min(m_lowest, point.value.value_or(m_lowest));
+            m_highest = std::max(m_highest, point.value.value_or(m_highest));
+        }
     }
 
     void paint()
@@ -47,6 +52,7 @@ private:
     const SparklineGroup& m_group;
     QRectF m_place;
     double m_scale;
+    double m_lowest = std::numeric_limits<double>::infinity(), m_highest = -m_lowest; ///< of the chart's own values
 };
 
 /// The colour of a point that is set off from the others, the first of these that holds.
@@ -54,17 +60,13 @@ std::optional<QRgb> SparklinePainter::marked(size_t index) const
 {
     const auto& points = m_shown.points;
     const double value = *points[index].value;
-    const auto extreme = [&](auto better) {
-        return std::none_of(points.begin(), points.end(),
-                            [&](const auto& other) { return other.value && better(*other.value, value); });
-    };
     if (m_group.showsFirst && index == 0)
         return m_group.firstColor;
     if (m_group.showsLast && index + 1 == points.size())
         return m_group.lastColor;
-    if (m_group.showsHigh && extreme(std::greater<>()))
+    if (m_group.showsHigh && value >= m_highest)
         return m_group.highColor;
-    if (m_group.showsLow && extreme(std::less<>()))
+    if (m_group.showsLow && value <= m_lowest)
         return m_group.lowColor;
     if (m_group.showsNegative && value < 0)
         return m_group.negativeColor;

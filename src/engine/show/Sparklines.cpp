@@ -1,7 +1,5 @@
 #include "engine/show/Sparklines.h"
 
-#include "engine/formula/Formula.h"
-
 #include <algorithm>
 #include <cmath>
 
@@ -112,7 +110,7 @@ std::vector<std::optional<double>> Sparklines::valuesOf(const QString& reference
     const std::optional<Formula> formula = Formula::parse(reference);
     if (!formula)
         return values;
-    const FormulaValue found = formula->evaluate(m_cells, m_sheet->sheetIndex, {}, {});
+    const FormulaValue found = FormulaRun(*formula, m_cells, m_sheet->sheetIndex, {}, &m_budget).value({});
     if (found.kind() != FormulaValue::Kind::Area)
         return values;
     const SheetArea area = found.areas().front();

@@ -2,6 +2,7 @@
 
 #include "engine/content/SheetContent.h"
 #include "engine/content/WorkbookContent.h"
+#include "engine/formula/Formula.h"
 #include "engine/formula/WorkbookCells.h"
 
 #include <map>
@@ -48,6 +49,7 @@ private:
     std::shared_ptr<const SheetContent> m_sheet;
     WorkbookCells::SheetSource m_sheets;
     WorkbookCells m_cells;
+    FormulaBudget m_budget;
     std::map<std::pair<int, int>, Entry> m_entries; ///< by row and column
     qint64 m_pointsLeft;
 };

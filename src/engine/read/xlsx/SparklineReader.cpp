@@ -53,12 +53,13 @@ SparklineGroup readSparklines(pugi::xml_node node, const Palette& palette)
     };
     for (const auto& [name, color] : colors)
         group.*color = palette.color(childNamed(node, name)).value_or(group.*color);
+    constexpr qsizetype longestReference = 255; // characters
     if (flag("dateAxis"))
-        group.dates = textFrom(childNamed(node, "f").child_value());
+        group.dates = textFrom(childNamed(node, "f").child_value()).left(longestReference);
     for (const pugi::xml_node child : childrenNamed(childNamed(node, "sparklines"), "sparkline")) {
         const std::optional<CellPlace> place = placeFrom(childNamed(child, "sqref").child_value());
         const QString values = textFrom(childNamed(child, "f").child_value());
-        if (place && !values.isEmpty())
+        if (place && !values.isEmpty() && values.size() <= longestReference)
             group.members.push_back({place->row, place->column, values});
     }
     return group;

@@ -3,6 +3,7 @@
 #include "engine/read/package/AttributeValues.h"
 
 #include <algorithm>
+#include <array>
 
 namespace lumivane::engine {
 
@@ -26,7 +27,8 @@ public:
     ShapeText text;
 
 private:
-    void readParagraph(pugi::xml_node node, pugi::xml_node styles);
+    static constexpr int levels = 9;
+    void readParagraph(pugi::xml_node node, const std::array<pugi::xml_node, levels>& styles);
     void addProperties(pugi::xml_node node, ShapeParagraph& paragraph);
     QString bullet(pugi::xml_node properties);
     void addFont(pugi::xml_node node, FontStyle& font) const;
@@ -77,18 +79,22 @@ void TextReader::readBody(pugi::xml_node properties)
 
 void TextReader::readParagraphs(pugi::xml_node body)
 {
+    const pugi::xml_node styles = childNamed(body, "lstStyle");
+    std::array<pugi::xml_node, levels> byLevel;
+    for (int level = 0; level < levels; ++level)
+        byLevel[static_cast<size_t>(level)] = childNamed(styles, "lvl" + std::to_string(level + 1) + "pPr");
     for (const pugi::xml_node node : childrenNamed(body, "p")) {
         if (m_budget.paragraphs.takeOne())
-            readParagraph(node, childNamed(body, "lstStyle"));
+            readParagraph(node, byLevel);
     }
 }
 
-void TextReader::readParagraph(pugi::xml_node node, pugi::xml_node styles)
+void TextReader::readParagraph(pugi::xml_node node, const std::array<pugi::xml_node, levels>& styles)
 {
     ShapeParagraph paragraph;
     const pugi::xml_node own = childNamed(node, "pPr");
-    const int level = std::clamp(integerFrom(attributeOf(own, "lvl")).value_or(0), 0, 8);
-    const pugi::xml_node shared = childNamed(styles, "lvl" + std::to_string(level + 1) + "pPr");
+    const int level = std::clamp(integerFrom(attributeOf(own, "lvl")).value_or(0), 0, levels - 1);
+    const pugi::xml_node shared = styles[static_cast<size_t>(level)];
     FontStyle base = m_base;
     for (const pugi::xml_node properties : {shared, own}) {
         addProperties(properties, paragraph);

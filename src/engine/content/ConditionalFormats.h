@@ -126,8 +126,9 @@ struct ConditionalRule
     };
 
     Kind kind = Kind::Expression;
-    std::vector<CellArea> areas; ///< formulas are written for the top left corner of all of them
-    int priority = 0;            ///< of two rules that set the same, the one with the lower number wins
+    /// Those of one format share them. Formulas are written for the top left corner of all.
+    std::shared_ptr<const std::vector<CellArea>> areas;
+    int priority = 0; ///< of two rules that set the same, the one with the lower number wins
     bool stopsOthers = false;
     std::shared_ptr<const DifferentialStyle> look; ///< null: none
     Operator comparison = Operator::Equal;

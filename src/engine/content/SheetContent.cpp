@@ -4,6 +4,8 @@
 
 namespace lumivane::engine {
 
+using namespace Qt::StringLiterals;
+
 std::pair<const Cell*, const Cell*> SheetContent::rowCells(size_t rowIndex) const
 {
     const size_t end = rowIndex + 1 < rows.size() ? rows[rowIndex + 1].firstCell : cells.size();
@@ -60,6 +62,11 @@ const ColumnContent* SheetContent::findColumn(int column) const
     return place != columns.end() && place->first <= column ? &*place : nullptr;
 }
 
+void SheetContent::addProblem(const QString& sentence)
+{
+    problem += (problem.isEmpty() ? u""_s : u" "_s) + sentence;
+}
+
 qint64 SheetContent::bytes() const
 {
     qint64 beside = pictureBytes;
@@ -67,12 +74,14 @@ qint64 SheetContent::bytes() const
         beside += drawingBytes(drawing);
     for (const OpenNote& note : openNotes)
         beside += drawingBytes(note.box);
+    for (const SparklineGroup& group : sparklines)
+        beside += qint64(sizeof(group) + group.members.capacity() * sizeof(SparklineGroup::Member));
     for (const PivotContent& pivot : pivots)
         beside += qint64(sizeof(pivot) + pivot.rows.capacity() + pivot.columns.capacity());
     return beside +
            qint64(cells.capacity() * sizeof(Cell) + rows.capacity() * sizeof(RowContent) +
                   columns.capacity() * sizeof(ColumnContent) + comments.capacity() * sizeof(CommentMark) +
-                  tables.capacity() * sizeof(TableContent)) +
+                  conditions.capacity() * sizeof(ConditionalRule) + tables.capacity() * sizeof(TableContent)) +
            merged.bytes() + texts.bytes() + qint64(sizeof(*this));
 }
 

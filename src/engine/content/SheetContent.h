@@ -128,6 +128,7 @@ struct SheetContent
     const Cell* find(int row, int column) const;
     const ColumnContent* findColumn(int column) const;
     qint64 bytes() const;
+    void addProblem(const QString& sentence);
 };
 
 } // namespace lumivane::engine

@@ -18,9 +18,13 @@ namespace {
 using Kind = ConditionalRule::Kind;
 
 constexpr int stretch = 64;                   ///< rows that the rules are looked up by
-constexpr int mostStretches = 256;            ///< of a rule that is listed by them
-constexpr qint64 maxCellsWalked = 50'000'000; ///< over all rules, to learn of the cells of their areas
-constexpr size_t maxKnown = 1'000'000;        ///< answers that are kept
+constexpr size_t maxPartsKept = 4'000'000;    ///< in all stretches
+constexpr qint64 maxCellsWalked = 20'000'000; ///< over all rules, to learn of the cells of their areas
+constexpr qint64 countedCell = 8;             ///< what one costs whose value is counted; others cost 1
+// What conditions may cost is limited for the sheet, and grows with the cells that are shown.
+constexpr qint64 maxApplied = 2'000'000, appliedPerCell = 100; ///< rules
+constexpr qint64 stepsPerCell = 200;                           ///< of formulas
+constexpr size_t maxKnown = 1'000'000;                         ///< answers that are kept
 
 quint64 keyOf(int row, int column)
 {
@@ -32,6 +36,9 @@ int dayOfWeek(const QDate& day)
 {
     return day.dayOfWeek() % 7;
 }
+
+const QString tooLong = u"a formula that takes too long"_s;
+const QString tooMany = u"more cells than can be looked at"_s;
 
 } // namespace
 
@@ -61,34 +68,63 @@ Conditions::Conditions(std::shared_ptr<const WorkbookContent> workbook, std::sha
                               [sheet, others = std::move(others)](int index) {
                                   return index == sheet->sheetIndex ? sheet : others ? others(index) : nullptr;
                               }),
-      m_cellsLeft(maxCellsWalked)
+      m_cellsLeft(maxCellsWalked), m_appliedLeft(maxApplied)
 {
+    std::unordered_map<const void*, size_t> formats;
     for (const ConditionalRule& rule : sheet->conditions) {
         FormulaPlace corner{maxRow, maxColumn};
-        for (const CellArea& area : rule.areas)
+        const auto [format, isNew] = formats.try_emplace(rule.areas.get(), m_formats.size());
+        if (isNew)
+            m_formats.emplace_back();
+        else
+            corner = m_rules[m_formats[format->second].front()]->written;
+        for (const CellArea& area : isNew ? std::span(*rule.areas) : std::span<const CellArea>())
             corner = {std::min(corner.row, area.firstRow), std::min(corner.column, area.firstColumn)};
+        m_formats[format->second].push_back(static_cast<quint32>(m_rules.size()));
         m_rules.push_back(std::make_unique<Rule>(Rule{rule, corner, {}, false, {}, {}, {}}));
-        index(static_cast<quint32>(m_rules.size() - 1));
+        m_changesTexts = m_changesTexts || (rule.look && !rule.look->numberFormat.isEmpty());
     }
 }
 
 Conditions::~Conditions() = default;
 
-void Conditions::index(quint32 rule)
+/// The parts of formats that have cells in the row's stretch of rows.
+const std::vector<Conditions::Part>& Conditions::partsNear(int row)
 {
-    for (const CellArea& area : m_rules[rule]->stored.areas) {
-        const int first = area.firstRow / stretch, last = area.lastRow / stretch;
-        if (last - first >= mostStretches) {
-            if (m_tall.empty() || m_tall.back() != rule)
-                m_tall.push_back(rule);
-            continue;
-        }
-        for (int place = first; place <= last; ++place) {
-            std::vector<quint32>& list = m_byRows[place];
-            if (list.empty() || list.back() != rule)
-                list.push_back(rule);
+    const int number = row / stretch;
+    if (const auto known = m_byRows.find(number); known != m_byRows.end())
+        return known->second;
+    std::vector<Part> parts;
+    const CellArea near{number * stretch, 1, number * stretch + stretch - 1, maxColumn};
+    for (size_t format = 0; format < m_formats.size(); ++format) {
+        for (const CellArea& area : *m_rules[m_formats[format].front()]->stored.areas) {
+            if (intersect(area, near))
+                parts.push_back({area, static_cast<quint32>(format)});
         }
     }
+    if (m_partsKept + parts.size() > maxPartsKept) {
+        m_byRows.clear();
+        m_partsKept = 0;
+    }
+    m_partsKept += parts.size();
+    return m_byRows.emplace(number, std::move(parts)).first->second;
+}
+
+/// The strongest first.
+std::vector<quint32> Conditions::rulesAt(int row, int column)
+{
+    std::vector<quint32> formats;
+    for (const Part& part : partsNear(row)) {
+        if (part.area.contains(row, column) && (formats.empty() || formats.back() != part.format))
+            formats.push_back(part.format);
+    }
+    if (formats.size() == 1)
+        return m_formats[formats.front()];
+    std::vector<quint32> rules;
+    for (const quint32 format : formats)
+        rules.insert(rules.end(), m_formats[format].begin(), m_formats[format].end());
+    std::sort(rules.begin(), rules.end());
+    return rules;
 }
 
 const ConditionResult& Conditions::at(int row, int column)
@@ -98,46 +134,37 @@ const ConditionResult& Conditions::at(int row, int column)
         return known->second;
     if (m_known.size() >= maxKnown)
         m_known.clear();
+    m_appliedLeft += appliedPerCell;
+    m_budget.steps += stepsPerCell;
     return m_known.emplace(keyOf(row, column), evaluate(row, column)).first->second;
 }
 
-namespace {
-
-bool covers(const ConditionalRule& rule, int row, int column)
+bool Conditions::changesTexts(int row, int column)
 {
-    return std::any_of(rule.areas.begin(), rule.areas.end(),
-                       [&](const CellArea& area) { return area.contains(row, column); });
-}
-
-} // namespace
-
-bool Conditions::changesTexts(int row, int column) const
-{
-    const auto changes = [&](quint32 number) {
+    if (!m_changesTexts)
+        return false;
+    const std::vector<quint32> rules = rulesAt(row, column);
+    return std::any_of(rules.begin(), rules.end(), [&](quint32 number) {
         const ConditionalRule& rule = m_rules[number]->stored;
-        return rule.look && !rule.look->numberFormat.isEmpty() && covers(rule, row, column);
-    };
-    const auto listed = m_byRows.find(row / stretch);
-    return std::any_of(m_tall.begin(), m_tall.end(), changes) ||
-           (listed != m_byRows.end() && std::any_of(listed->second.begin(), listed->second.end(), changes));
+        return rule.look && !rule.look->numberFormat.isEmpty();
+    });
 }
 
 ConditionResult Conditions::evaluate(int row, int column)
 {
-    static const std::vector<quint32> none;
-    const auto listed = m_byRows.find(row / stretch);
-    const std::vector<quint32>& near = listed != m_byRows.end() ? listed->second : none;
-    std::vector<quint32> order;
-    std::set_union(near.begin(), near.end(), m_tall.begin(), m_tall.end(), std::back_inserter(order));
-
     ConditionResult result;
     std::vector<const DifferentialStyle*> looks;
     bool filled = false, stopped = false;
     std::optional<FormulaValue> value;
-    for (const quint32 number : order) {
+    for (const quint32 number : rulesAt(row, column)) {
         Rule& rule = *m_rules[number];
-        if (stopped || !covers(rule.stored, row, column))
-            continue;
+        if (stopped)
+            break;
+        if (m_appliedLeft <= 0) {
+            m_isIncomplete = true;
+            break;
+        }
+        --m_appliedLeft;
         if (!value)
             value = m_cells.value(m_sheet->sheetIndex, row, column);
         apply(rule, *value, {row, column}, result, looks, filled, stopped);
@@ -225,7 +252,8 @@ FormulaRun* Conditions::formula(Rule& rule, qsizetype number)
         for (const QString& text : rule.stored.formulas) {
             const std::optional<Formula> parsed = Formula::parse(text);
             rule.formulas.push_back(
-                parsed ? std::make_unique<FormulaRun>(*parsed, m_cells, m_sheet->sheetIndex, rule.written) : nullptr);
+                parsed ? std::make_unique<FormulaRun>(*parsed, m_cells, m_sheet->sheetIndex, rule.written, &m_budget)
+                       : nullptr);
             if (!parsed)
                 rule.fault = u"a formula that is not understood"_s;
             else if (!parsed->unknownFunction().isEmpty())
@@ -306,7 +334,7 @@ void Conditions::collect(Rule& rule)
     rule.cells = std::make_unique<Numbers>();
     Numbers& all = *rule.cells;
     const bool counts = rule.stored.kind == Kind::Duplicates || rule.stored.kind == Kind::Uniques;
-    for (const CellArea& area : rule.stored.areas) {
+    for (const CellArea& area : *rule.stored.areas) {
         m_cells.eachCell({m_sheet->sheetIndex, area},
                          counts ? FormulaCells::Texts::Needed : FormulaCells::Texts::Unneeded,
                          [&](int, int, const FormulaValue& value) {
@@ -314,11 +342,12 @@ void Conditions::collect(Rule& rule)
                                  counts ? void(++all.numbers[value.number()]) : all.sorted.push_back(value.number());
                              else if (counts && value.isText())
                                  ++all.texts[value.text().toLower()];
-                             return --m_cellsLeft > 0;
+                             m_cellsLeft -= counts ? countedCell : 1;
+                             return m_cellsLeft > 0;
                          });
     }
     if (m_cellsLeft <= 0) {
-        rule.fault = u"more cells than can be looked at"_s;
+        rule.fault = tooMany;
         all = {};
     }
     if (all.sorted.empty())
@@ -445,8 +474,10 @@ std::optional<double> Conditions::limit(Rule& rule, const Threshold& threshold)
             rule.fault = u"a formula that is not understood"_s;
             return {};
         }
-        const FormulaValue value = asNumber(
-            FormulaRun(*parsed, m_cells, m_sheet->sheetIndex, rule.written).single(rule.written), m_cells.date1904());
+        FormulaRun run(*parsed, m_cells, m_sheet->sheetIndex, rule.written, &m_budget);
+        const FormulaValue value = asNumber(run.single(rule.written), m_cells.date1904());
+        if (run.isExhausted())
+            rule.fault = tooLong;
         if (!value.isNumber())
             return {};
         number = value.number();
@@ -542,14 +573,26 @@ const DifferentialStyle* Conditions::merged(const std::vector<const Differential
 QStringList Conditions::leftOut(const CellArea& area)
 {
     QStringList faults;
-    for (const auto& rule : m_rules) {
+    const auto add = [&faults](const QString& fault) {
+        if (!fault.isEmpty() && !faults.contains(fault))
+            faults.append(fault);
+    };
+    for (const std::vector<quint32>& format : m_formats) {
         const auto touches = [&](const CellArea& own) { return intersect(own, area).has_value(); };
-        if (std::none_of(rule->stored.areas.begin(), rule->stored.areas.end(), touches))
+        const std::vector<CellArea>& areas = *m_rules[format.front()]->stored.areas;
+        if (std::none_of(areas.begin(), areas.end(), touches))
             continue;
-        formula(*rule, 0);
-        if (!rule->fault.isEmpty() && !faults.contains(rule->fault))
-            faults.append(rule->fault);
+        for (const quint32 number : format) {
+            Rule& rule = *m_rules[number];
+            formula(rule, 0);
+            add(rule.fault);
+            if (std::any_of(rule.formulas.begin(), rule.formulas.end(),
+                            [](const auto& run) { return run && run->isExhausted(); }))
+                add(tooLong);
+        }
     }
+    if (m_isIncomplete)
+        add(u"more of them than can be looked at"_s);
     return faults;
 }
 

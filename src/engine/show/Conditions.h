@@ -42,7 +42,7 @@ public:
 
     const ConditionResult& at(int row, int column);
     /// Whether a rule could change the text of a cell there.
-    bool changesTexts(int row, int column) const;
+    bool changesTexts(int row, int column);
     /// Rules of an area that are left out, and why, for the notice of a picture.
     QStringList leftOut(const CellArea& area);
 
@@ -50,7 +50,15 @@ private:
     struct Rule;
     struct Numbers;
 
-    void index(quint32 rule);
+    /// An area of a format, with the rules that hold in it.
+    struct Part
+    {
+        CellArea area;
+        quint32 format; ///< in m_formats
+    };
+
+    const std::vector<Part>& partsNear(int row);
+    std::vector<quint32> rulesAt(int row, int column);
     ConditionResult evaluate(int row, int column);
     void apply(Rule& rule, const FormulaValue& value, FormulaPlace at, ConditionResult& result,
                std::vector<const DifferentialStyle*>& looks, bool& filled, bool& stopped);
@@ -72,12 +80,16 @@ private:
 
     std::shared_ptr<const SheetContent> m_sheet;
     WorkbookCells m_cells;
-    std::vector<std::unique_ptr<Rule>> m_rules;             ///< the strongest first
-    std::unordered_map<int, std::vector<quint32>> m_byRows; ///< rules by stretches of rows, ascending
-    std::vector<quint32> m_tall;                            ///< those over more rows than that pays for
-    std::unordered_map<quint64, ConditionResult> m_known;   ///< by place
+    FormulaBudget m_budget;
+    std::vector<std::unique_ptr<Rule>> m_rules;           ///< the strongest first
+    std::vector<std::vector<quint32>> m_formats;          ///< rules with the same areas, the strongest first
+    std::unordered_map<int, std::vector<Part>> m_byRows;  ///< what there is in stretches of rows, once it was asked for
+    size_t m_partsKept = 0;                               ///< in them
+    std::unordered_map<quint64, ConditionResult> m_known; ///< by place
     std::map<std::vector<const DifferentialStyle*>, DifferentialStyle> m_merged; ///< a null at the end: without fill
-    qint64 m_cellsLeft;
+    bool m_changesTexts = false;                                                 ///< a rule has a number format
+    qint64 m_cellsLeft, m_appliedLeft;
+    bool m_isIncomplete = false; ///< weaker rules of some cells were not applied
 };
 
 } // namespace lumivane::engine

@@ -235,5 +235,24 @@ TEST_F(Conditions, ANumberFormatChangesTheTextThatIsFound)
     EXPECT_EQ(found ? found->relative() : QString(), u"A5"_s);
 }
 
+TEST_F(Conditions, SaysWhatIsLeftOutBecauseItCostsTooMuch)
+{
+    const auto rule = [](const std::string& formula) {
+        return "<cfRule dxfId='0' priority='1' type='expression'><formula>" + formula + "</formula></cfRule>";
+    };
+    const auto slow = sheetWith(format("A1:A2", rule("SUM(LEN(REPT(\"a\",ROW(A1:A9000)*0+32000)))>0")));
+    EXPECT_EQ(bold(*slow), QString());
+    EXPECT_EQ(slow->conditionsLeftOut({1, 1, 2, 1}).join(u','), u"a formula that takes too long"_s);
+
+    std::string sum = "A1", rules;
+    while (sum.size() < 8000)
+        sum += "+1";
+    for (int count = 0; count < 300; ++count)
+        rules += rule(sum);
+    const auto large = sheetWith(format("A1:A2", rules + rule("TRUE")));
+    EXPECT_EQ(bold(*large), u"A1 A2"_s);
+    EXPECT_TRUE(large->sheet().problem.contains(u"more conditional formats than can be applied"_s));
+}
+
 } // namespace
 } // namespace lumivane::engine

@@ -1,11 +1,11 @@
 #include "engine/read/xlsx/ConditionReader.h"
 
 #include "engine/read/package/AttributeValues.h"
-#include "engine/read/package/ReadError.h"
 #include "engine/read/package/SmallParts.h"
 #include "engine/read/xlsx/StyleReader.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace lumivane::engine {
 
@@ -18,7 +18,8 @@ using Operator = ConditionalRule::Operator;
 using Period = ConditionalRule::Period;
 
 constexpr size_t maxRules = 100000;
-constexpr size_t maxAreas = 10000;     // of one rule
+constexpr size_t maxAreas = 1000000;   // of all formats
+constexpr qint64 maxLetters = 2000000; // of all texts and formulas
 constexpr size_t maxLimits = 10;       // of one scale
 constexpr qsizetype maxFormula = 8192; // characters
 
@@ -155,16 +156,22 @@ std::vector<Threshold> readThresholds(pugi::xml_node node)
     return thresholds;
 }
 
-std::vector<CellArea> readAreas(std::string_view text)
+qint64 lettersOf(const std::vector<Threshold>& limits)
 {
-    std::vector<CellArea> areas;
-    while (!text.empty() && areas.size() < maxAreas) {
-        const size_t end = std::min(text.find_first_of(" \t\r\n"), text.size());
-        if (const std::optional<CellArea> area = areaFrom(text.substr(0, end)))
-            areas.push_back(*area);
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return areas;
+    return std::accumulate(limits.begin(), limits.end(), qint64(0),
+                           [](qint64 sum, const Threshold& limit) { return sum + limit.value.size(); });
+}
+
+qint64 lettersOf(const ConditionalRule& rule)
+{
+    qint64 letters = rule.text.size();
+    for (const QString& formula : rule.formulas)
+        letters += formula.size();
+    if (rule.scale)
+        letters += lettersOf(rule.scale->limits);
+    if (rule.bar)
+        letters += lettersOf({rule.bar->least, rule.bar->most});
+    return letters + (rule.icons ? lettersOf(rule.icons->limits) : 0);
 }
 
 /// The id that joins a rule to the later form of itself.
@@ -184,14 +191,43 @@ void ConditionReader::read(pugi::xml_node format)
     std::string_view place = attributeOf(format, "sqref");
     if (place.empty())
         place = childNamed(format, "sqref").child_value();
-    const std::vector<CellArea> areas = readAreas(place);
-    if (areas.empty())
+    const Areas areas = readAreas(place);
+    if (areas->empty())
         return;
     for (const pugi::xml_node rule : childrenNamed(format, "cfRule"))
         readRule(rule, areas);
 }
 
-void ConditionReader::readRule(pugi::xml_node node, const std::vector<CellArea>& areas)
+ConditionReader::Areas ConditionReader::readAreas(std::string_view text)
+{
+    auto areas = std::make_shared<std::vector<CellArea>>();
+    while (!text.empty()) {
+        const size_t end = std::min(text.find_first_of(" \t\r\n"), text.size());
+        if (const std::optional<CellArea> area = areaFrom(text.substr(0, end)))
+            areas->push_back(*area);
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    // Of a part of them formulas might be taken for another corner.
+    if (m_areasRead + areas->size() > maxAreas) {
+        m_isComplete = false;
+        areas->clear();
+    }
+    areas->shrink_to_fit();
+    m_areasRead += areas->size();
+    return areas;
+}
+
+bool ConditionReader::hasRoomFor(const ConditionalRule& rule)
+{
+    const qint64 letters = lettersOf(rule);
+    const bool fits = m_lettersRead + letters <= maxLetters;
+    if (fits)
+        m_lettersRead += letters;
+    m_isComplete = m_isComplete && fits;
+    return fits;
+}
+
+void ConditionReader::readRule(pugi::xml_node node, const Areas& areas)
 {
     const std::optional<Kind> kind = kindFrom(attributeOf(node, "type"));
     if (!kind)
@@ -199,15 +235,19 @@ void ConditionReader::readRule(pugi::xml_node node, const std::vector<CellArea>&
     const std::string_view ownId = attributeOf(node, "id");
     const bool later = !ownId.empty();
     if (const auto known = m_byId.find(ownId); later && known != m_byId.end()) {
-        ConditionalRule& completed = m_rules[known->second];
+        ConditionalRule completed = m_rules[known->second];
         if (*kind == Kind::DataBar && completed.kind == Kind::DataBar)
             readBar(childNamed(node, "dataBar"), true, completed);
         else if (*kind == Kind::Icons && completed.kind == Kind::Icons)
             readIcons(childNamed(node, "iconSet"), completed);
+        if (hasRoomFor(completed))
+            m_rules[known->second] = std::move(completed);
         return;
     }
-    if (m_rules.size() >= maxRules)
-        throw Fault{u"it has more than %1 conditional formats"_s.arg(maxRules), ReadCause::TooLarge};
+    if (m_rules.size() >= maxRules) {
+        m_isComplete = false;
+        return;
+    }
 
     ConditionalRule rule;
     rule.kind = *kind;
@@ -234,6 +274,8 @@ void ConditionReader::readRule(pugi::xml_node node, const std::vector<CellArea>&
         readBar(childNamed(node, "dataBar"), later, rule);
     else if (rule.kind == Kind::Icons)
         readIcons(childNamed(node, "iconSet"), rule);
+    if (!hasRoomFor(rule))
+        return;
     if (const std::string_view id = idOf(node); !id.empty())
         m_byId.emplace(id, m_rules.size());
     m_rules.push_back(std::move(rule));

@@ -21,7 +21,7 @@ namespace {
 constexpr size_t maxMerges = 200000;
 constexpr size_t maxTableIds = 100000;
 constexpr size_t maxTreeElements = 1000000; // of what is looked at as a tree
-constexpr size_t maxSparklineGroups = 10000;
+constexpr size_t maxSparklineGroups = 10000, maxSparklines = 100000;
 
 constexpr double maxHeight = 409.5; ///< points
 constexpr double maxWidth = 255;    ///< characters
@@ -70,6 +70,10 @@ void SheetReader::read()
         ;
     m_rows.finish();
     m_content.conditions = m_conditions.finish();
+    if (!m_conditions.isComplete())
+        m_content.addProblem(u"The sheet has more conditional formats than can be applied; some are missing."_s);
+    if (m_sparklinesMissing)
+        m_content.addProblem(u"The sheet has more small charts than can be shown; some are missing."_s);
 }
 
 /// Right after a Start: calls `handle` with the key of each element in it, right after that one's Start. It must
@@ -521,12 +525,18 @@ void SheetReader::readExtensions()
             readConditions();
         } else if (m_xml.name() == nameKey("sparklineGroup")) {
             readTree(m_xml, tree, maxTreeElements);
-            if (m_content.sparklines.size() >= maxSparklineGroups)
-                throw Fault{u"it has more than %1 groups of small charts"_s.arg(maxSparklineGroups),
-                            ReadCause::TooLarge};
-            m_content.sparklines.push_back(readSparklines(tree.document_element(), m_surroundings.palette));
+            addSparklines(readSparklines(tree.document_element(), m_surroundings.palette));
         }
     }
+}
+
+void SheetReader::addSparklines(SparklineGroup group)
+{
+    m_sparklinesRead += group.members.size();
+    if (m_content.sparklines.size() < maxSparklineGroups && m_sparklinesRead <= maxSparklines)
+        m_content.sparklines.push_back(std::move(group));
+    else
+        m_sparklinesMissing = true;
 }
 
 } // namespace lumivane::engine

@@ -62,6 +62,7 @@ private:
     void readTableParts();
     void readConditions();
     void readExtensions();
+    void addSparklines(SparklineGroup group);
     template <class Handle>
     void forChildren(Handle handle);
     [[noreturn]] void failCell(const Cell& cell, const char* what, std::string_view value) const;
@@ -71,6 +72,8 @@ private:
     RowBuilder m_rows;
     XmlScanner m_xml;
     ConditionReader m_conditions;
+    size_t m_sparklinesRead = 0;
+    bool m_sparklinesMissing = false;
     int m_row = 0;     ///< of the <row> being read
     int m_column = 0;  ///< of the cell read last
     int m_cellRow = 0; ///< where that cell belongs, which need not be the row it stands in

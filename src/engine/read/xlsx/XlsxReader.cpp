@@ -31,11 +31,6 @@ const Package::Entry* referredEntry(const Package& package, const std::vector<Re
     return entry;
 }
 
-void addProblem(SheetContent& content, const QString& sentence)
-{
-    content.problem += (content.problem.isEmpty() ? u""_s : u" "_s) + sentence;
-}
-
 /// Comments without which the sheet is whole otherwise. Conversations and boxes are beside the comments themselves.
 void readNotes(const Package& package, const std::vector<Relationship>& relationships, const Package::Entry* boxes,
                const Palette& palette, qint64 maxBytes, SheetContent& content)
@@ -53,7 +48,7 @@ void readNotes(const Package& package, const std::vector<Relationship>& relation
             readConversations(document.document_element(), allowed, content);
         }
     } catch (const Fault& fault) {
-        addProblem(content, u"Comments are missing: %1."_s.arg(fault.what));
+        content.addProblem(u"Comments are missing: %1."_s.arg(fault.what));
     }
     if (!boxes)
         return;
@@ -227,9 +222,9 @@ void XlsxReader::followReferences(const Package& package, const std::string& par
         content.drawings = std::move(read.drawings);
         content.pictureBytes = read.pictureBytes;
         if (!read.complete)
-            addProblem(content, u"The sheet holds more drawings than can be shown; some are missing."_s);
+            content.addProblem(u"The sheet holds more drawings than can be shown; some are missing."_s);
     } catch (const Fault& fault) {
-        addProblem(content, u"Charts and pictures are missing: %1."_s.arg(fault.what));
+        content.addProblem(u"Charts and pictures are missing: %1."_s.arg(fault.what));
     }
 }
 
@@ -242,7 +237,7 @@ void XlsxReader::readTables(const Package& package, const std::set<const Package
     size_t count = 0;
     for (const Package::Entry* entry : tables) {
         if (++count > maxTables) {
-            addProblem(content, u"The looks of all but %1 tables are missing."_s.arg(maxTables));
+            content.addProblem(u"The looks of all but %1 tables are missing."_s.arg(maxTables));
             break;
         }
         try {
@@ -255,7 +250,7 @@ void XlsxReader::readTables(const Package& package, const std::set<const Package
         }
     }
     if (!broken.isEmpty())
-        addProblem(content, u"The look of a table is missing: %1."_s.arg(broken));
+        content.addProblem(u"The look of a table is missing: %1."_s.arg(broken));
 }
 
 } // namespace lumivane::engine

@@ -16,13 +16,7 @@ constexpr qsizetype maxSvgBytes = 8 << 20;
 constexpr int maxSide = 4096;  // of a picture made of lines
 constexpr size_t maxSizes = 4; // that are kept of one picture
 
-struct Decoded
-{
-    QImage image;
-    QString problem;
-};
-
-Decoded decode(const QByteArray& bytes, PictureFormat format, const QSize& wanted)
+DecodedPicture decode(const QByteArray& bytes, PictureFormat format, const QSize& wanted)
 {
     QBuffer buffer;
     buffer.setData(bytes);
@@ -103,25 +97,15 @@ QImage PictureCache::decoded(const Data& data, const QSize& size)
 
 QImage PictureCache::made(Entry& known, const Data& data, const QSize& size)
 {
-    PictureFormat format = pictureFormat(data->bytes);
-    const bool isMetafile = format == PictureFormat::Emf || format == PictureFormat::Wmf;
-    if (isMetafile && known.outline.isEmpty()) {
-        if (!hasTimeForMetafiles())
-            return {};
-        QElapsedTimer spent;
-        spent.start();
-        ConvertedMetafile converted = convertMetafile(format, data->bytes);
-        m_metafileTime += spent.elapsed();
-        known.outline = std::move(converted.svg);
-        known.problem = std::move(converted.problem);
-    } else if (format == PictureFormat::Unknown) {
-        known.problem = u"its format is not known"_s;
-    } else if (format == PictureFormat::Svg && (data->bytes.size() > maxSvgBytes || !isSelfContained(data->bytes))) {
-        known.problem = u"it draws on other files"_s;
-    }
-    if (!known.problem.isEmpty())
+    const bool isFirst = !known.wasDecoded;
+    if (isFirst && !hasTime())
         return {};
-    Decoded decoded = isMetafile ? decode(known.outline, PictureFormat::Svg, size) : decode(data->bytes, format, size);
+    QElapsedTimer spent;
+    spent.start();
+    DecodedPicture decoded = decodedAnew(known, *data, size);
+    if (isFirst)
+        m_timeSpent += spent.elapsed();
+    known.wasDecoded = true;
     known.problem = std::move(decoded.problem);
     if (decoded.image.isNull())
         return {};
@@ -137,13 +121,31 @@ QImage PictureCache::made(Entry& known, const Data& data, const QSize& size)
     return decoded.image;
 }
 
-bool PictureCache::hasTimeForMetafiles()
+DecodedPicture PictureCache::decodedAnew(Entry& known, const PictureData& data, const QSize& size)
 {
-    if (!m_metafileClock.isValid() || m_metafileClock.elapsed() > 60'000) {
-        m_metafileClock.start();
-        m_metafileTime = 0;
+    const PictureFormat format = pictureFormat(data.bytes);
+    if (format == PictureFormat::Unknown)
+        return {{}, u"its format is not known"_s};
+    if (format == PictureFormat::Svg && (data.bytes.size() > maxSvgBytes || !isSelfContained(data.bytes)))
+        return {{}, u"it draws on other files"_s};
+    if (format != PictureFormat::Emf && format != PictureFormat::Wmf)
+        return decode(data.bytes, format, size);
+    if (known.outline.isEmpty()) {
+        ConvertedMetafile converted = convertMetafile(format, data.bytes);
+        if (!converted.problem.isEmpty())
+            return {{}, converted.problem};
+        known.outline = std::move(converted.svg);
     }
-    return m_metafileTime < maxMetafileTime;
+    return decode(known.outline, PictureFormat::Svg, size);
+}
+
+bool PictureCache::hasTime()
+{
+    if (!m_clock.isValid() || m_clock.elapsed() > 60'000) {
+        m_clock.start();
+        m_timeSpent = 0;
+    }
+    return m_timeSpent < maxDecodingTime;
 }
 
 /// Forgets pictures that no sheet holds any more, and all of them where that is not enough: they are quickly made anew.

@@ -9,6 +9,13 @@
 
 namespace lumivane::engine {
 
+/// A picture, or why there is none.
+struct DecodedPicture
+{
+    QImage image;
+    QString problem;
+};
+
 /// Pictures of drawings as they were decoded for a size, kept for all threads within a bound. Formats are told by their
 /// bytes. What would take too much memory or time is refused with a sentence's end ("its format is not known").
 class PictureCache
@@ -16,8 +23,8 @@ class PictureCache
 public:
     static constexpr qint64 maxBytes = 64 << 20;    ///< of all that is kept
     static constexpr qint64 maxPixels = 50'000'000; ///< of a picture that is decoded
-    /// Milliseconds that turning metafiles into SVG may take in a minute; more of them are not shown.
-    static constexpr qint64 maxMetafileTime = 10'000;
+    /// Milliseconds that decoding pictures for the first time may take in a minute; more of them are not shown.
+    static constexpr qint64 maxDecodingTime = 5'000;
 
     static PictureCache& shared();
 
@@ -32,6 +39,7 @@ private:
     {
         QByteArray outline; ///< the SVG that a metafile was turned into
         QString problem;
+        bool wasDecoded = false;    ///< its time was counted
         std::vector<QImage> images; ///< of some sizes
         std::vector<QSize> sizes;   ///< for which they were asked
     };
@@ -39,14 +47,15 @@ private:
     Entry& entry(const Data& data);
     QImage decoded(const Data& data, const QSize& size);
     QImage made(Entry& entry, const Data& data, const QSize& size);
-    bool hasTimeForMetafiles();
+    bool hasTime();
+    DecodedPicture decodedAnew(Entry& entry, const PictureData& data, const QSize& size);
     void makeRoom(qint64 bytes);
 
     std::mutex m_mutex;
     std::map<std::weak_ptr<const PictureData>, Entry, std::owner_less<>> m_entries;
     qint64 m_bytes = 0;
-    QElapsedTimer m_metafileClock; ///< since the present minute began
-    qint64 m_metafileTime = 0;     ///< that other programs took in it
+    QElapsedTimer m_clock;  ///< since the present minute began
+    qint64 m_timeSpent = 0; ///< milliseconds in it
 };
 
 } // namespace lumivane::engine

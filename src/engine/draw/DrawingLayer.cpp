@@ -62,19 +62,21 @@ void DrawingLayer::paint(QPainter& painter) const
         return;
     const DrawingPlaces places(m_scene.geometry, drawings);
     const VisibleGrid& grid = m_scene.grid;
+    PaintBudget budget(grid.size());
     const QPointF origin = places.rect(grid.area()).topLeft();
     for (const DrawingContent& drawing : drawings) {
         if (isUndrawn(drawing))
             continue;
-        paintDrawing(painter, drawing, placeIn(grid, places.rect(drawing), origin), m_scene.fonts);
+        paintDrawing(painter, drawing, placeIn(grid, places.rect(drawing), origin), m_scene.fonts, budget);
     }
 }
 
-void paintDrawing(QPainter& painter, const DrawingContent& drawing, const QRectF& place, const Fonts& fonts)
+void paintDrawing(QPainter& painter, const DrawingContent& drawing, const QRectF& place, const Fonts& fonts,
+                  PaintBudget& budget)
 {
     const QRectF frame = frameIn(place, drawing);
     if (frame.width() + frame.height() > 0)
-        ShapePainter(painter, fonts).paint(drawing.shape, frame);
+        ShapePainter(painter, fonts, budget).paint(drawing.shape, frame);
 }
 
 QRect coveredBy(const DrawingContent& drawing, const QRectF& place, double scale)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/content/Drawings.h"
+#include "engine/draw/PaintBudget.h"
 #include "engine/draw/Scene.h"
 
 #include <QImage>
@@ -19,7 +20,8 @@ private:
 };
 
 /// Draws one drawing into a place, in pixels at the scale of the fonts.
-void paintDrawing(QPainter& painter, const DrawingContent& drawing, const QRectF& place, const Fonts& fonts);
+void paintDrawing(QPainter& painter, const DrawingContent& drawing, const QRectF& place, const Fonts& fonts,
+                  PaintBudget& budget);
 
 /// The pixels that a drawing covers in such a place: more where it is turned, has a line, or points out of its frame.
 QRect coveredBy(const DrawingContent& drawing, const QRectF& place, double scale);

@@ -41,6 +41,7 @@ void NoteLayer::paint(QPainter& painter) const
     arrow.drawn = true;
     arrow.color = 0xff000000;
     arrow.tail = {LineEnd::Triangle, 4, 5};
+    PaintBudget budget(grid.size());
     for (const OpenNote& note : sheet.openNotes) {
         // The box of a hidden cell is not to be seen either.
         if (m_scene.geometry.rowHidden(note.row) || m_scene.geometry.columnHidden(note.column))
@@ -55,7 +56,7 @@ void NoteLayer::paint(QPainter& painter) const
         painter.setRenderHint(QPainter::Antialiasing);
         paintShapeLine(painter, arrowPath(box, cell, grid.rightToLeft()), arrow, grid.scale());
         painter.restore();
-        paintDrawing(painter, note.box, box, m_scene.fonts);
+        paintDrawing(painter, note.box, box, m_scene.fonts, budget);
     }
 }
 

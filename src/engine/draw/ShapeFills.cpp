@@ -73,18 +73,6 @@ Pattern nearestPattern(const std::string& name)
     return name == "trellis" ? Pattern::DarkTrellis : Pattern::LightTrellis;
 }
 
-/// What stands where a picture cannot be shown.
-void paintMissing(QPainter& painter, const QRectF& place, double scale)
-{
-    painter.save();
-    painter.setPen(QPen(QColor(0x80, 0x80, 0x80), scale));
-    const QRectF frame = place.adjusted(scale / 2, scale / 2, -scale / 2, -scale / 2);
-    painter.drawRect(frame);
-    painter.drawLine(frame.topLeft(), frame.bottomRight());
-    painter.drawLine(frame.topRight(), frame.bottomLeft());
-    painter.restore();
-}
-
 void paintTiles(QPainter& painter, const QPainterPath& outline, const QRectF& place, const PictureFill& fill,
                 double scale)
 {
@@ -127,6 +115,17 @@ void paintPicture(QPainter& painter, const QPainterPath& outline, const QRectF& 
 }
 
 } // namespace
+
+void paintMissing(QPainter& painter, const QRectF& place, double scale)
+{
+    painter.save();
+    painter.setPen(QPen(QColor(0x80, 0x80, 0x80), scale));
+    const QRectF frame = place.adjusted(scale / 2, scale / 2, -scale / 2, -scale / 2);
+    painter.drawRect(frame);
+    painter.drawLine(frame.topLeft(), frame.bottomRight());
+    painter.drawLine(frame.topRight(), frame.bottomLeft());
+    painter.restore();
+}
 
 void paintShapeFill(QPainter& painter, const QPainterPath& outline, const QRectF& place, const ShapeFill& fill,
                     double scale)

@@ -47,11 +47,7 @@ QPen penOf(const ShapeLine& line, double width, const QPainterPath& path)
     static constexpr Qt::PenJoinStyle joins[] = {Qt::RoundJoin, Qt::BevelJoin, Qt::MiterJoin};
     QPen pen(QColor::fromRgba(line.color), width, Qt::SolidLine, caps[static_cast<size_t>(line.cap)],
              joins[static_cast<size_t>(line.join)]);
-    // A line of countless dashes looks like a plain one and takes for ever.
-    constexpr double mostDashes = 20000;
-    const QRectF bounds = path.boundingRect();
-    const double roughLength = (bounds.width() + bounds.height()) * std::max(path.elementCount() / 2, 1);
-    if (line.dash != Dash::Solid && roughLength / width < mostDashes)
+    if (line.dash != Dash::Solid && dashCount(path, width) > 0)
         pen.setDashPattern(dashPattern(line.dash));
     return pen;
 }
@@ -115,6 +111,16 @@ void paintEnd(QPainter& painter, QPainterPath& path, int tip, int neighbour, con
 double linePixels(const ShapeLine& line, double scale)
 {
     return std::max(line.width / emuPerPixel, 1.0) * scale;
+}
+
+/// A line of countless dashes looks like a plain one and takes for ever.
+double dashCount(const QPainterPath& path, double lineWidth)
+{
+    constexpr double most = 20000;
+    const QRectF bounds = path.boundingRect();
+    const double roughLength = (bounds.width() + bounds.height()) * std::max(path.elementCount() / 2, 1);
+    const double count = roughLength / lineWidth;
+    return count < most ? count : 0;
 }
 
 void paintShapeLine(QPainter& painter, QPainterPath path, const ShapeLine& line, double scale)

@@ -102,6 +102,8 @@ void ShapePainter::paint(const ShapeContent& shape, const QRectF& place)
     m_painter.setTransform(turned(shape, place), true);
     if (shape.kind == ShapeContent::Kind::Group)
         paintGroup(shape, place);
+    else if (shape.kind == ShapeContent::Kind::Control && !affords(shape, {}))
+        markMissing(place);
     else if (shape.kind == ShapeContent::Kind::Control)
         paintControl(m_painter, shape, place, m_fonts);
     else
@@ -114,6 +116,9 @@ void ShapePainter::paintUnturned(const ShapeContent& shape, const QRectF& place)
     const ShapeOutline outline = outlineOf(shape.geometry, place.size() * emuPerPixel / m_scale);
     const QTransform toPlace = transformInto(place, shape, m_scale);
     QList<QPainterPath> paths = pathsIn(toPlace, outline);
+    if (!affords(shape, paths))
+        return markMissing(place);
+
     paintShadow(m_painter, shape, paths, m_scale);
     m_painter.save();
     if (shape.fill.kind == FillKind::Picture && (shape.flippedAcross || shape.flippedDown)) {
@@ -148,6 +153,22 @@ bool isAtPoint(const ShapeContent& shape, const QRectF& place, double scale, con
         pathsIn(transformInto(place, shape, scale), outlineOf(shape.geometry, place.size() * emuPerPixel / scale));
     return std::any_of(paths.begin(), paths.end(),
                        [&](const QPainterPath& path) { return pen.createStroke(path).contains(unturned); });
+}
+
+bool ShapePainter::affords(const ShapeContent& shape, const QList<QPainterPath>& outline)
+{
+    QRectF visible;
+    for (const QPainterPath& path : outline)
+        visible |= path.boundingRect();
+    if (m_painter.hasClipping())
+        visible &= m_painter.clipBoundingRect();
+    return m_budget.take(shape, outline, visible, m_scale);
+}
+
+void ShapePainter::markMissing(const QRectF& place)
+{
+    if (m_budget.takeMark())
+        paintMissing(m_painter, place, m_scale);
 }
 
 /// A text is turned with its shape but never mirrored; one that stands on its head is turned instead.

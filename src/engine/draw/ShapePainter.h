@@ -2,6 +2,7 @@
 
 #include "engine/content/ShapeContent.h"
 #include "engine/draw/Fonts.h"
+#include "engine/draw/PaintBudget.h"
 
 #include <QRectF>
 
@@ -13,7 +14,11 @@ namespace lumivane::engine {
 class ShapePainter
 {
 public:
-    ShapePainter(QPainter& painter, const Fonts& fonts) : m_painter(painter), m_fonts(fonts), m_scale(fonts.scale()) {}
+    /// Shapes that the budget does not pay for are marked as missing.
+    ShapePainter(QPainter& painter, const Fonts& fonts, PaintBudget& budget)
+        : m_painter(painter), m_fonts(fonts), m_budget(budget), m_scale(fonts.scale())
+    {
+    }
 
     /// Draws a shape whose frame, before it is turned, lies in `place`, in pixels.
     void paint(const ShapeContent& shape, const QRectF& place);
@@ -21,10 +26,13 @@ public:
 private:
     void paintUnturned(const ShapeContent& shape, const QRectF& place);
     void paintGroup(const ShapeContent& group, const QRectF& place);
+    bool affords(const ShapeContent& shape, const QList<QPainterPath>& outline);
+    void markMissing(const QRectF& place);
     void paintText(const ShapeContent& shape, const QRectF& textRect);
 
     QPainter& m_painter;
     const Fonts& m_fonts;
+    PaintBudget& m_budget;
     const double m_scale;
 };
 

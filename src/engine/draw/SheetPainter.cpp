@@ -84,7 +84,8 @@ QImage SheetPainter::drawingImage(const DrawingContent& drawing, double scale) c
     image.fill(Qt::white);
     QPainter painter(&image);
     painter.translate(-covered.topLeft());
-    paintDrawing(painter, drawing, place, Fonts::shared(scale, Measures::of(m_metrics)));
+    PaintBudget budget(image.size());
+    paintDrawing(painter, drawing, place, Fonts::shared(scale, Measures::of(m_metrics)), budget);
     return image;
 }
 

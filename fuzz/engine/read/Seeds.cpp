@@ -74,6 +74,48 @@ const std::string shapes =
     "<off x='1' y='1'/><ext cx='50' cy='50'/></xfrm><prstGeom prst='roundRect'/></spPr></pic><cxnSp><spPr><xfrm><ext "
     "cx='90' cy='90'/></xfrm><prstGeom prst='bentConnector3'/><grpFill/></spPr></cxnSp></grpSp></oneCellAnchor></wsDr>";
 
+const std::string buttons =
+    "<wsDr><AlternateContent><Choice Requires='a14'><twoCellAnchor><from/><to><col>2</col><row>3</row></to><sp><nvSpPr>"
+    "<cNvPr id='1025' name='B' hidden='1'/></nvSpPr><spPr/></sp></twoCellAnchor></Choice></AlternateContent></wsDr>";
+
+const std::string controls =
+    "<xml><shape id='_x0000_s1025' spid='_x0000_s1025' style='visibility:visible'><imagedata relid='p'/><textbox><div>"
+    "<font face='Arial' size='160' color='#ff0000'><b>OK</b></font></div></textbox><ClientData ObjectType='Checkbox'>"
+    "<Checked>1</Checked><TextHAlign>Center</TextHAlign></ClientData></shape></xml>";
+
+const std::string comments =
+    "<comments><authors><author>a</author><author>tc={1}</author></authors><commentList><comment ref='A1' "
+    "authorId='0'/><comment ref='B2' authorId='1'/></commentList></comments>";
+
+const std::string conditions =
+    "<conditionalFormatting sqref='A1:C4 B2'><cfRule type='cellIs' operator='between' priority='3' dxfId='0' "
+    "stopIfTrue='1'><formula>A1</formula><formula>$B$1+2</formula></cfRule><cfRule type='expression' priority='2' "
+    "dxfId='1'><formula>AND(A1>0,COUNTIF($A$1:$C$4,A1)>1)</formula></cfRule><cfRule type='top10' priority='4' rank='2' "
+    "percent='1' bottom='1' dxfId='1'/><cfRule type='aboveAverage' stdDev='1' priority='5' dxfId='0'/><cfRule "
+    "type='duplicateValues' priority='6' dxfId='0'/><cfRule type='containsText' text='app' priority='7' dxfId='0'/>"
+    "<cfRule type='timePeriod' timePeriod='today' priority='8' dxfId='0'/><cfRule type='colorScale' priority='9'>"
+    "<colorScale><cfvo type='min'/><cfvo type='percentile' val='50'/><cfvo type='formula' val='$A$4'/><color "
+    "rgb='FFF8696B'/><color theme='1'/><color rgb='FF63BE7B'/></colorScale></cfRule><cfRule type='dataBar' "
+    "priority='10'><dataBar showValue='0'><cfvo type='min'/><cfvo type='max'/><color rgb='FF638EC6'/></dataBar><extLst>"
+    "<ext><id>{1}</id></ext></extLst></cfRule><cfRule type='iconSet' priority='11'><iconSet iconSet='5Quarters' "
+    "reverse='1'><cfvo type='percent' val='0'/><cfvo type='num' val='1'/><cfvo type='num' val='2' gte='0'/><cfvo "
+    "type='percent' val='60'/><cfvo type='percent' val='80'/></iconSet></cfRule></conditionalFormatting><extLst><ext>"
+    "<conditionalFormattings><conditionalFormatting><cfRule type='dataBar' id='{1}'><dataBar border='1' "
+    "axisPosition='middle' direction='rightToLeft'><cfvo type='autoMin'/><cfvo type='autoMax'/><negativeFillColor "
+    "rgb='FFFF0000'/></dataBar></cfRule><sqref>A1:A4</sqref></conditionalFormatting></conditionalFormattings></ext>"
+    "</extLst>";
+
+const std::string sparklines =
+    "<extLst><ext><sparklineGroups><sparklineGroup type='column' displayEmptyCellsAs='span' markers='1' high='1' "
+    "low='1' first='1' last='1' negative='1' displayXAxis='1' minAxisType='group' maxAxisType='custom' manualMax='9' "
+    "lineWeight='2' dateAxis='1'><colorSeries theme='4'/><f>A1:A4</f><sparklines><sparkline><f>Data!A1:A4</f><sqref>D1"
+    "</sqref></sparkline><sparkline><f>A1:C1</f><sqref>D2</sqref></sparkline></sparklines></sparklineGroup>"
+    "</sparklineGroups></ext></extLst>";
+
+const std::string looks = "<dxf><font><b/><color rgb='FFFF0000'/></font><numFmt numFmtId='164' formatCode='0.0'/><fill>"
+                          "<patternFill><bgColor rgb='FF112233'/></patternFill></fill></dxf><dxf><border><left "
+                          "style='thin'/></border></dxf>";
+
 const std::string relationships =
     "<R><Relationship Id='d' Type='x/drawing' Target='../drawings/drawing1.xml'/><Relationship Id='t' Type='x/table' "
     "Target='/xl/styles.xml'/></R>";
@@ -120,6 +162,9 @@ int main(int argc, char** argv)
     write(folder + QLatin1String("/fuzz-sheet"), 2, "\xff" + sheet);
     write(folder + QLatin1String("/fuzz-drawing"), 1, shapes);
     write(folder + QLatin1String("/fuzz-drawing"), 2, drawing);
+    write(folder + QLatin1String("/fuzz-drawing"), 3, buttons + '\x01' + controls + '\x01' + comments);
+    write(folder + QLatin1String("/fuzz-drawing"), 4, "\x01\x01\x01" + conditions + '\x01' + looks);
+    write(folder + QLatin1String("/fuzz-drawing"), 5, "\x01\x01\x01" + sparklines);
     int number = 0;
     for (const std::string& table : tables)
         write(folder + QLatin1String("/fuzz-text-file"), ++number, table);

@@ -86,7 +86,9 @@ struct ShapeShadow
     bool drawn = false;
     QRgb color = 0;
     double blur = 0, distance = 0;
-    double direction = 0; ///< in which it falls, from the x axis
+    double direction = 0;              ///< in which it falls, from the x axis
+    double across = 1, down = 1;       ///< how many times as large as the shape it is
+    QPointF fixed = QPointF(0.5, 1.0); ///< the point that stays in its place then, in shares of the shape
 };
 
 /// A name for what its formula gives ("*/ w adj 100000").

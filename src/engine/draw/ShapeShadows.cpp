@@ -34,7 +34,11 @@ void paintShadow(QPainter& painter, const ShapeContent& shape, const QList<QPain
     QRectF bounds;
     for (const QPainterPath& path : outline)
         bounds |= path.boundingRect();
-    bounds = bounds.translated(offset).adjusted(-blur - 1, -blur - 1, blur + 1, blur + 1);
+    const QPointF fixed(bounds.x() + shape.shadow.fixed.x() * bounds.width(),
+                        bounds.y() + shape.shadow.fixed.y() * bounds.height());
+    QTransform toShadow = QTransform::fromTranslate(offset.x() + fixed.x(), offset.y() + fixed.y());
+    toShadow.scale(shape.shadow.across, shape.shadow.down).translate(-fixed.x(), -fixed.y());
+    bounds = toShadow.mapRect(bounds).adjusted(-blur - 1, -blur - 1, blur + 1, blur + 1);
     if (painter.hasClipping())
         bounds &= painter.clipBoundingRect().adjusted(-blur, -blur, blur, blur);
     constexpr double largest = 4096; // pixels; beyond, nobody sees the whole of it
@@ -45,7 +49,7 @@ void paintShadow(QPainter& painter, const ShapeContent& shape, const QList<QPain
     image.fill(Qt::transparent);
     QPainter on(&image);
     on.setRenderHint(QPainter::Antialiasing);
-    on.translate(offset - area.topLeft());
+    on.setTransform(toShadow * QTransform::fromTranslate(-area.x(), -area.y()));
     paintSilhouette(on, shape, outline, scale);
     on.end();
     if (const double coarse = blur / 2; coarse > 1) {

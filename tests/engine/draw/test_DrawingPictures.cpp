@@ -171,7 +171,9 @@ TEST(DrawingPictures, PlacesOfShapes)
         object(190, 14, 40, 24, shape("rtTriangle", "rot='5400000'", red)) + object(10, 60, 60, 40, group("")) +
         object(85, 60, 60, 40, group("flipH='1'")) + object(160, 60, 60, 40, group("rot='1800000'")) +
         object(10, 112, 40, 24, shape("rect", "", blue + shadow("dist='57150' dir='2700000'"))) +
-        object(70, 112, 40, 24, shape("ellipse", "", blue + shadow("blurRad='76200' dist='38100' dir='8100000'"))) +
+        object(
+            70, 112, 40, 24,
+            shape("ellipse", "", blue + shadow("blurRad='76200' dist='38100' dir='8100000' sx='110000' algn='ctr'"))) +
         object(130, 112, 40, 24, shape("rect", "rot='1800000'", blue, text)) +
         object(190, 112, 40, 24, shape("rect", "flipV='1'", blue, text));
     PictureBook book = drawingsOf(objects);

@@ -202,6 +202,12 @@ void LookReader::addShadow(pugi::xml_node parent, std::optional<QRgb> placeholde
         constexpr double farthest = 25400000; // 2000 points
         shadow = {true, *color, std::clamp(drawingNumber(outer, "blurRad"), 0.0, farthest),
                   std::clamp(drawingNumber(outer, "dist"), 0.0, farthest), drawingAngle(outer, "dir")};
+        shadow.across = std::clamp(drawingShare(outer, "sx", 1), -10.0, 10.0);
+        shadow.down = std::clamp(drawingShare(outer, "sy", 1), -10.0, 10.0);
+        static constexpr std::pair<std::string_view, QPointF> points[] = {
+            {"tl", {0, 0}},      {"t", {0.5, 0}}, {"tr", {1, 0}}, {"l", {0, 0.5}},
+            {"ctr", {0.5, 0.5}}, {"r", {1, 0.5}}, {"bl", {0, 1}}, {"br", {1, 1}}};
+        shadow.fixed = named(attributeOf(outer, "algn"), points, shadow.fixed);
     }
 }
 

@@ -519,6 +519,7 @@ BarShown Conditions::barOf(Rule& rule, double value)
     if (!limits[0] || !limits[1])
         return {};
     const double least = std::min(*limits[0], *limits[1]), most = std::max(*limits[0], *limits[1]);
+    const bool tooLow = value < least;
     value = std::clamp(value, least, most);
     BarShown shown{&bar, 0, 0, {}, bar.hasAxis && value < 0};
     if (bar.hasAxis && bar.axis == DataBar::Axis::Middle)
@@ -533,7 +534,7 @@ BarShown Conditions::barOf(Rule& rule, double value)
             shown.to += value / most * (1 - *shown.axis);
         return shown;
     }
-    const double part = most > least ? (value - least) / (most - least) : 1;
+    const double part = most > least ? (value - least) / (most - least) : tooLow ? 0 : 1;
     shown.to = (bar.shortest + part * (bar.longest - bar.shortest)) / 100;
     return shown;
 }

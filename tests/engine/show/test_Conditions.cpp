@@ -181,6 +181,9 @@ TEST_F(Conditions, ScalesBarsAndIconsFollowTheirLimits)
         {"no axis", oldBar + joined,
          laterBar + "axisPosition='none'><x14:cfvo type='min'/><x14:cfvo type='num'><xm:f>6</xm:f></x14:cfvo>" + sqref,
          "0-50 0-60 0-60 0-70 0-100 0-0 -"},
+        {"limits alike", oldBar + joined,
+         laterBar + "><x14:cfvo type='num' val='0'/><x14:cfvo type='num' val='0'/>" + sqref,
+         "0-100 0-100 0-100 0-100 0-100 0-0 -"},
         {"icons",
          icons + "iconSet='3Arrows'><cfvo type='percent' val='0'/><cfvo type='num' val='2'/>"
                  "<cfvo type='num' val='3' gte='0'/></iconSet></cfRule>",

@@ -95,7 +95,8 @@ struct SheetContent
     std::vector<CellArea> filtered; ///< ranges of auto filters
     std::vector<FilterColumn> filterColumns;
     std::vector<DrawingContent> drawings;    ///< each lies over those before it
-    qint64 pictureBytes = 0;                 ///< that the drawings' pictures take
+    qint64 pictureBytes = 0;                 ///< that the drawings' pictures and the background take
+    PictureFill background;                  ///< repeated from the corner of A1 on, under all cells; mostly none
     std::vector<ConditionalRule> conditions; ///< by priority, the strongest first
     std::vector<SparklineGroup> sparklines;
     std::vector<TableContent> tables;

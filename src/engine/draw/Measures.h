@@ -25,6 +25,7 @@ struct Measures
 
     // Looks
     bool gridLines;
+    bool background;   ///< the picture under the cells
     bool commentMarks; ///< cells with a comment are marked
     bool evenPatterns; ///< a pattern shows in its mean colour
 

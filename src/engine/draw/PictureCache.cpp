@@ -24,22 +24,22 @@ DecodedPicture decode(const QByteArray& bytes, PictureFormat format, const QSize
     QImageReader reader(&buffer, formatName(format));
     reader.setAutoDetectImageFormat(false);
     if (!reader.canRead())
-        return {{}, u"it is damaged, or pictures of its format cannot be read here"_s};
+        return {{}, u"it is damaged, or pictures of its format cannot be read here"_s, {}};
     const QSize own = reader.size();
     if (own.isEmpty())
-        return {{}, u"it is damaged"_s};
+        return {{}, u"it is damaged"_s, {}};
     if (format == PictureFormat::Svg)
         reader.setScaledSize(wanted.boundedTo({maxSide, maxSide}));
     else if (qint64(own.width()) * own.height() > PictureCache::maxPixels)
-        return {{}, u"it is too large"_s};
+        return {{}, u"it is too large"_s, {}};
     QImage image = reader.read();
     if (image.isNull())
-        return {{}, u"it is damaged"_s};
+        return {{}, u"it is damaged"_s, {}};
     // Painting makes pictures smaller by leaving out pixels; this takes their mean.
     const QSize least = image.size().boundedTo(wanted);
     if (format != PictureFormat::Svg && least != image.size())
         image = image.scaled(least, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    return {std::move(image).convertToFormat(QImage::Format_ARGB32_Premultiplied), {}};
+    return {std::move(image).convertToFormat(QImage::Format_ARGB32_Premultiplied), {}, own};
 }
 
 } // namespace
@@ -56,6 +56,18 @@ QImage PictureCache::image(const PictureFill& fill, const QSize& size)
     const std::lock_guard lock(m_mutex);
     const QImage sharp = decoded(fill.outline, wanted);
     return sharp.isNull() ? decoded(fill.data, wanted) : sharp;
+}
+
+QSize PictureCache::ownSize(const PictureFill& fill)
+{
+    constexpr QSize small(16, 16);
+    const std::lock_guard lock(m_mutex);
+    const Data& data = fill.data ? fill.data : fill.outline;
+    if (!data)
+        return {};
+    if (entry(data).ownSize.isEmpty())
+        decoded(data, small);
+    return entry(data).ownSize;
 }
 
 QString PictureCache::problem(const PictureFill& fill)
@@ -107,6 +119,7 @@ QImage PictureCache::made(Entry& known, const Data& data, const QSize& size)
         m_timeSpent += spent.elapsed();
     known.wasDecoded = true;
     known.problem = std::move(decoded.problem);
+    known.ownSize = decoded.ownSize;
     if (decoded.image.isNull())
         return {};
     makeRoom(decoded.image.sizeInBytes());

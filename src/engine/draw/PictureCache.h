@@ -14,6 +14,7 @@ struct DecodedPicture
 {
     QImage image;
     QString problem;
+    QSize ownSize{};
 };
 
 /// Pictures of drawings as they were decoded for a size, kept for all threads within a bound. Formats are told by their
@@ -30,6 +31,8 @@ public:
 
     /// The whole picture, no larger than it is itself unless it is made of lines; null where it cannot be decoded.
     QImage image(const PictureFill& fill, const QSize& size);
+    /// In its own pixels, which a picture made of lines states as well; empty where it cannot be decoded.
+    QSize ownSize(const PictureFill& fill);
     /// Why a picture is not shown; empty where it is.
     QString problem(const PictureFill& fill);
 
@@ -40,6 +43,7 @@ private:
         QByteArray outline; ///< the SVG that a metafile was turned into
         QString problem;
         bool wasDecoded = false;    ///< its time was counted
+        QSize ownSize;              ///< known once it was decoded
         std::vector<QImage> images; ///< of some sizes
         std::vector<QSize> sizes;   ///< for which they were asked
     };

@@ -76,16 +76,15 @@ Pattern nearestPattern(const std::string& name)
 void paintTiles(QPainter& painter, const QPainterPath& outline, const QRectF& place, const PictureFill& fill,
                 double scale)
 {
-    // Tiles are as large as the picture at 96 dots per inch.
-    constexpr QSize anySize(4096, 4096);
-    const QImage tile = PictureCache::shared().image(fill, anySize);
-    if (tile.isNull())
+    std::optional<QBrush> brush = tileBrush(fill, scale);
+    if (!brush)
         return paintMissing(painter, place, scale);
-    QBrush brush(tile);
-    brush.setTransform(QTransform(
-        std::clamp(fill.tileWidth, 0.01, 100.0) * scale, 0, 0, std::clamp(fill.tileHeight, 0.01, 100.0) * scale,
-        place.x() + fill.tileX / emuPerPixel * scale, place.y() + fill.tileY / emuPerPixel * scale));
-    painter.fillPath(outline, brush);
+    const QPointF start = place.topLeft() + QPointF(fill.tileX, fill.tileY) / emuPerPixel * scale;
+    brush->setTransform(
+        brush->transform() *
+        QTransform::fromScale(std::clamp(fill.tileWidth, 0.01, 100.0), std::clamp(fill.tileHeight, 0.01, 100.0)) *
+        QTransform::fromTranslate(start.x(), start.y()));
+    painter.fillPath(outline, *brush);
 }
 
 void paintPicture(QPainter& painter, const QPainterPath& outline, const QRectF& place, const PictureFill& fill,
@@ -125,6 +124,18 @@ void paintMissing(QPainter& painter, const QRectF& place, double scale)
     painter.drawLine(frame.topLeft(), frame.bottomRight());
     painter.drawLine(frame.topRight(), frame.bottomLeft());
     painter.restore();
+}
+
+std::optional<QBrush> tileBrush(const PictureFill& fill, double scale)
+{
+    constexpr QSizeF largest(4096, 4096);
+    const QSizeF size = QSizeF(PictureCache::shared().ownSize(fill)) * scale;
+    const QImage tile = PictureCache::shared().image(fill, size.boundedTo(largest).toSize());
+    if (size.isEmpty() || tile.isNull())
+        return std::nullopt;
+    QBrush brush(tile);
+    brush.setTransform(QTransform::fromScale(size.width() / tile.width(), size.height() / tile.height()));
+    return brush;
 }
 
 void paintShapeFill(QPainter& painter, const QPainterPath& outline, const QRectF& place, const ShapeFill& fill,

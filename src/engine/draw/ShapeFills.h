@@ -2,7 +2,9 @@
 
 #include "engine/content/ShapeContent.h"
 
+#include <QBrush>
 #include <QPainterPath>
+#include <optional>
 
 class QPainter;
 
@@ -13,5 +15,8 @@ void paintShapeFill(QPainter& painter, const QPainterPath& outline, const QRectF
                     double scale);
 /// Marks a place whose picture or shape cannot be shown.
 void paintMissing(QPainter& painter, const QRectF& place, double scale);
+
+/// A brush that repeats a picture from 0, 0 on, a pixel of it for one at scale 1; none where it cannot be shown.
+std::optional<QBrush> tileBrush(const PictureFill& fill, double scale);
 
 } // namespace lumivane::engine

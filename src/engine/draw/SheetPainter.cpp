@@ -1,5 +1,6 @@
 #include "engine/draw/SheetPainter.h"
 
+#include "engine/draw/BackgroundLayer.h"
 #include "engine/draw/BorderLayer.h"
 #include "engine/draw/CommentLayer.h"
 #include "engine/draw/ConditionLayer.h"
@@ -54,6 +55,7 @@ void SheetPainter::paint(QPainter& painter, const CellArea& area, double scale, 
     const Measures& measures = Measures::of(m_metrics);
     const Scene scene{*m_sheet, m_geometry, grid, Fonts::shared(scale, measures), measures};
     const TextLayer texts(scene);
+    BackgroundLayer(scene).paint(painter);
     FillLayer(scene).paint(painter);
     GridLineLayer(scene, texts).paint(painter);
     ConditionLayer(scene).paint(painter);

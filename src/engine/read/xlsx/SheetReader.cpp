@@ -114,12 +114,11 @@ void SheetReader::readPart()
         case nameKey("mergeCells"):
             return readMerges();
         case nameKey("drawing"):
+            return readReference(m_drawingId);
         case nameKey("legacyDrawing"):
-            for (const XmlScanner::Attribute& attribute : m_xml.attributes()) {
-                if (attribute.name.ends_with(":id"))
-                    (name == nameKey("drawing") ? m_drawingId : m_controlsId) = attribute.value;
-            }
-            return m_xml.skip();
+            return readReference(m_controlsId);
+        case nameKey("picture"):
+            return readReference(m_backgroundId);
         case nameKey("tableParts"):
             return readTableParts();
         case nameKey("conditionalFormatting"):
@@ -130,6 +129,15 @@ void SheetReader::readPart()
             return m_xml.skip();
         }
     });
+}
+
+void SheetReader::readReference(std::string& id)
+{
+    for (const XmlScanner::Attribute& attribute : m_xml.attributes()) {
+        if (attribute.name.ends_with(":id"))
+            id = attribute.value;
+    }
+    m_xml.skip();
 }
 
 /// The stored extent is a hint and no more: memory for it is set aside only as far as the part can hold such cells.

@@ -30,7 +30,8 @@ public:
 
     /// Relationship ids of the drawing and of tables, to be followed by the caller.
     const std::string& drawingId() const { return m_drawingId; }
-    const std::string& controlsId() const { return m_controlsId; } ///< of the part with controls and comments
+    const std::string& controlsId() const { return m_controlsId; }     ///< of the part with controls and comments
+    const std::string& backgroundId() const { return m_backgroundId; } ///< of the picture under the cells
     const std::vector<std::string>& tableIds() const { return m_tableIds; }
 
 private:
@@ -41,6 +42,7 @@ private:
     };
 
     void readPart();
+    void readReference(std::string& id);
     void readDimension();
     void readView();
     void readPane();
@@ -80,7 +82,7 @@ private:
     bool m_viewRead = false;
     std::string m_value;
     std::string m_buffer;
-    std::string m_drawingId, m_controlsId;
+    std::string m_drawingId, m_controlsId, m_backgroundId;
     std::vector<std::string> m_tableIds;
 };
 

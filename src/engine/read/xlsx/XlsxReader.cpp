@@ -2,6 +2,7 @@
 
 #include "engine/read/package/AttributeValues.h"
 #include "engine/read/package/ReadError.h"
+#include "engine/read/xlsx/DrawingPictures.h"
 #include "engine/read/xlsx/DrawingReader.h"
 #include "engine/read/xlsx/NoteReader.h"
 #include "engine/read/xlsx/RichText.h"
@@ -59,6 +60,18 @@ void readNotes(const Package& package, const std::vector<Relationship>& relation
     } catch (const Fault&) {
         // Such parts are often careless in their XML. The cells are marked all the same.
     }
+}
+
+void readBackground(const Package& package, const std::vector<Relationship>& relationships, const std::string& id,
+                    qint64 maxBytes, SheetContent& content)
+{
+    if (id.empty())
+        return;
+    DrawingPictures pictures(package, maxBytes - content.bytes());
+    content.background.data = pictures.find(relationships, id);
+    content.pictureBytes += pictures.bytes();
+    if (!content.background.data)
+        addProblem(content, u"The sheet's background is missing: it is not in the file, or too large."_s);
 }
 
 } // namespace
@@ -211,6 +224,7 @@ void XlsxReader::followReferences(const Package& package, const std::string& par
                 tables.insert(entry);
         }
         readTables(package, tables, content);
+        readBackground(package, relationships, reader.backgroundId(), maxBytes, content);
         readNotes(package, relationships, target(reader.controlsId()), m_palette, maxBytes, content);
         if (reader.drawingId().empty())
             return;
@@ -220,7 +234,7 @@ void XlsxReader::followReferences(const Package& package, const std::string& par
         SheetDrawings read = readDrawings(package, *entry, m_palette, package.find(m_theme),
                                           target(reader.controlsId()), maxBytes - content.bytes());
         content.drawings = std::move(read.drawings);
-        content.pictureBytes = read.pictureBytes;
+        content.pictureBytes += read.pictureBytes;
         if (!read.complete)
             content.addProblem(u"The sheet holds more drawings than can be shown; some are missing."_s);
     } catch (const Fault& fault) {

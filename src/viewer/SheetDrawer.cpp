@@ -111,26 +111,17 @@ void SheetDrawer::drawBlank(QPainter& painter, const QRect& place) const
     painter.fillRect(place, Qt::white);
 }
 
-/// Each column of a filter has one in its first cell.
 void SheetDrawer::drawFilterButtons(QPainter& painter, int pane) const
 {
-    const SheetContent& content = m_sheet.sheet().content();
     const CellArea visible = m_sheet.panes().visible(pane);
-    for (const CellArea& filter : content.filtered) {
-        if (filter.firstRow < visible.firstRow || filter.firstRow > visible.lastRow)
-            continue;
-        const int last = std::min(filter.lastColumn, visible.lastColumn);
-        for (int column = std::max(filter.firstColumn, visible.firstColumn); column <= last; ++column) {
-            const auto special =
-                std::find_if(content.filterColumns.begin(), content.filterColumns.end(), [&](const FilterColumn& one) {
-                    return one.row == filter.firstRow && one.column == column;
-                });
-            const bool known = special != content.filterColumns.end();
-            if (!known || special->hasButton)
-                drawFilterButton(painter,
-                                 m_layout.toView(m_sheet.rectIn(pane, CellArea::cell(filter.firstRow, column))),
-                                 known && special->inUse);
-        }
+    const std::vector<FilterButton>& buttons = m_sheet.sheet().filterButtons();
+    auto button = std::lower_bound(buttons.begin(), buttons.end(), visible.firstRow,
+                                   [](const FilterButton& one, int row) { return one.cell.row < row; });
+    for (; button != buttons.end() && button->cell.row <= visible.lastRow; ++button) {
+        const auto [row, column] = button->cell;
+        if (visible.contains(row, column))
+            drawFilterButton(painter, m_layout.toView(m_sheet.rectIn(pane, CellArea::cell(row, column))),
+                             button->inUse);
     }
 }
 

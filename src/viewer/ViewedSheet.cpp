@@ -1,6 +1,7 @@
 #include "viewer/ViewedSheet.h"
 
 #include <algorithm>
+#include <map>
 
 namespace lumivane {
 
@@ -18,13 +19,34 @@ int stepOf(Direction direction)
     return direction == Direction::Right || direction == Direction::Down ? 1 : -1;
 }
 
+/// Hostile files may store any number of filters over one another.
+std::vector<FilterButton> filterButtonsOf(const SheetContent& sheet)
+{
+    int left = 200000;
+    std::map<std::pair<int, int>, bool> inUse; // of those cells that have one
+    for (const CellArea& filter : sheet.filtered) {
+        for (int column = filter.firstColumn; column <= filter.lastColumn && left > 0; ++column, --left)
+            inUse.emplace(std::pair(filter.firstRow, column), false);
+    }
+    for (const FilterColumn& column : sheet.filterColumns) {
+        if (!column.hasButton)
+            inUse.erase({column.row, column.column});
+        else if (const auto found = inUse.find({column.row, column.column}); found != inUse.end())
+            found->second = column.inUse;
+    }
+    std::vector<FilterButton> buttons;
+    for (const auto& [place, used] : inUse)
+        buttons.push_back({{place.first, place.second}, used});
+    return buttons;
+}
+
 } // namespace
 
 ViewedSheet::ViewedSheet(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
                          WorkbookCells::SheetSource others)
     : m_workbook(std::move(workbook)), m_sheet(std::move(sheet)),
       m_shown(std::make_shared<ShownSheet>(m_workbook, m_sheet, nullptr, std::move(others))), m_painter(m_shown),
-      m_used(findUsed()), m_lastFilled(findLastFilled())
+      m_filterButtons(filterButtonsOf(*m_sheet)), m_used(findUsed()), m_lastFilled(findLastFilled())
 {
 }
 
@@ -41,6 +63,8 @@ CellArea ViewedSheet::findUsed() const
         include(area);
     for (const DrawingContent& drawing : m_sheet->drawings)
         include(drawing.anchor);
+    for (const OpenNote& note : m_sheet->openNotes)
+        include(note.box.anchor);
     return used;
 }
 

@@ -16,6 +16,13 @@ struct CellSpot
     bool operator==(const CellSpot&) const = default;
 };
 
+/// Of a column of an auto filter, in its first cell.
+struct FilterButton
+{
+    CellSpot cell;
+    bool inUse = false; ///< the filter leaves rows out by this column
+};
+
 /// What a window knows of the sheet it shows: its cells, texts, sizes and looks, and where data begins and ends in it.
 class ViewedSheet
 {
@@ -35,7 +42,9 @@ public:
     QString shownText(int row, int column) const;
     /// Of the comment of a cell, with its line ends; empty where it has none.
     QString commentText(const CellSpot& cell) const;
-    /// From A1 to the last cell in use, merged areas and drawings included.
+    /// Row by row from the left, one for each cell.
+    const std::vector<FilterButton>& filterButtons() const { return m_filterButtons; }
+    /// From A1 to the last cell in use; merged areas, drawings and open comments included.
     const CellArea& used() const { return m_used; }
     /// The last row and column with something in a cell.
     CellSpot lastFilled() const { return m_lastFilled; }
@@ -65,6 +74,7 @@ private:
     std::shared_ptr<const engine::SheetContent> m_sheet;
     std::shared_ptr<engine::ShownSheet> m_shown;
     engine::SheetPainter m_painter;
+    std::vector<FilterButton> m_filterButtons;
     CellArea m_used;
     CellSpot m_lastFilled;
 };

@@ -186,7 +186,10 @@ void frmWorkbook::copyDrawing(const OpenSheet& sheet)
         return;
     }
     QGuiApplication::clipboard()->setImage(picture);
-    statusBar()->showMessage(u"Copied %1 as a picture"_s.arg(sheet.selectedDrawingText()), shortRemark);
+    const QString gap = drawingGap(drawing);
+    statusBar()->showMessage(u"Copied %1 as a picture"_s.arg(sheet.selectedDrawingText()) +
+                                 (gap.isEmpty() ? QString() : u" that lacks something: %1"_s.arg(gap)),
+                             gap.isEmpty() ? shortRemark : 2 * shortRemark);
 }
 
 /// The command says what it would copy now.

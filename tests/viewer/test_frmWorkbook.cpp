@@ -183,12 +183,14 @@ TEST_F(WorkbookWindow, SelectsDrawings)
     const auto shown = userInstance()->ActiveWindow();
     EXPECT_EQ(shown->Selection(), (WindowSelection{WindowSelection::Kind::Chart, u"Sales"_s}));
     EXPECT_EQ(shown->RangeSelection(), u"$C$3"_s) << "the cells stay selected behind it";
+    auto& copy = control<QAction>(window, u"copyAction"_s);
+    copy.trigger();
+    EXPECT_EQ(user.shown.value(0), u"Unable to copy the chart \"Sales\": it cannot be drawn here."_s);
     click(window, middle(window, 22, 8));
     EXPECT_EQ(shown->Selection(), (WindowSelection{WindowSelection::Kind::Shape, u"Logo"_s}));
-    auto& copy = control<QAction>(window, u"copyAction"_s);
     EXPECT_EQ(copy.statusTip(), u"Copy the picture \"Logo\" as a picture"_s);
     copy.trigger();
-    EXPECT_EQ(user.shown.value(0), u"Unable to copy the picture \"Logo\": it cannot be drawn here."_s);
+    EXPECT_EQ(QApplication::clipboard()->image().size(), QSize(128, 60));
     window.readAgain();
     EXPECT_EQ(shown->Selection().name, u"Logo"_s);
     QTest::keyClick(&window.view(), Qt::Key_Escape);

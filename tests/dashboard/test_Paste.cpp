@@ -1,6 +1,7 @@
 #include "dashboard/DashboardFixture.h"
 #include "panel/frmPanel.h"
 #include "repository/clsWorkspace.h"
+#include "repository/clsWorkspacePanel.h"
 
 #include <QAction>
 

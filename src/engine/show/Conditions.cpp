@@ -20,7 +20,7 @@ using Kind = ConditionalRule::Kind;
 constexpr int stretch = 64;                   ///< rows that the rules are looked up by
 constexpr size_t maxPartsKept = 4'000'000;    ///< in all stretches
 constexpr qint64 maxCellsWalked = 20'000'000; ///< over all rules, to learn of the cells of their areas
-constexpr qint64 countedCell = 8;             ///< what one costs whose value is counted; others cost 1
+constexpr qint64 countedCell = 16;            ///< what one costs whose value is counted; others cost 1
 // What conditions may cost is limited for the sheet, and grows with the cells that are shown.
 constexpr qint64 maxApplied = 2'000'000, appliedPerCell = 100; ///< rules
 constexpr qint64 stepsPerCell = 200;                           ///< of formulas
@@ -123,7 +123,9 @@ std::vector<quint32> Conditions::rulesAt(int row, int column)
     std::vector<quint32> rules;
     for (const quint32 format : formats)
         rules.insert(rules.end(), m_formats[format].begin(), m_formats[format].end());
-    std::sort(rules.begin(), rules.end());
+    // Mostly they are in order: formats go by their strongest rule.
+    if (!std::is_sorted(rules.begin(), rules.end()))
+        std::sort(rules.begin(), rules.end());
     return rules;
 }
 

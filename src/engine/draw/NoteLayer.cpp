@@ -40,7 +40,7 @@ void NoteLayer::paint(QPainter& painter) const
     ShapeLine arrow;
     arrow.drawn = true;
     arrow.color = 0xff000000;
-    arrow.tail = {LineEnd::Triangle, 4, 5};
+    arrow.tail = {LineEnd::Triangle, 3, 4};
     PaintBudget budget(grid.size());
     for (const OpenNote& note : sheet.openNotes) {
         // The box of a hidden cell is not to be seen either.

@@ -12,9 +12,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype maxSvgBytes = 8 << 20;
-constexpr int maxSide = 4096;  // of a picture made of lines
-constexpr size_t maxSizes = 4; // that are kept of one picture
+constexpr qsizetype maxSvgBytes = 2 << 20;
+constexpr int freeDecodings = 10; // of one picture in a minute
+constexpr int maxSide = 4096;     // of a picture made of lines
+constexpr size_t maxSizes = 4;    // that are kept of one picture
 
 DecodedPicture decode(const QByteArray& bytes, PictureFormat format, const QSize& wanted)
 {
@@ -109,15 +110,16 @@ QImage PictureCache::decoded(const Data& data, const QSize& size)
 
 QImage PictureCache::made(Entry& known, const Data& data, const QSize& size)
 {
-    const bool isFirst = !known.wasDecoded;
-    if (isFirst && !hasTime())
+    const bool inTime = hasTime();
+    const bool isCounted = known.decodings == 0 || known.decodings > freeDecodings;
+    if (isCounted && !inTime)
         return {};
     QElapsedTimer spent;
     spent.start();
     DecodedPicture decoded = decodedAnew(known, *data, size);
-    if (isFirst)
+    if (isCounted)
         m_timeSpent += spent.elapsed();
-    known.wasDecoded = true;
+    ++known.decodings;
     known.problem = std::move(decoded.problem);
     known.ownSize = decoded.ownSize;
     if (decoded.image.isNull())
@@ -139,7 +141,9 @@ DecodedPicture PictureCache::decodedAnew(Entry& known, const PictureData& data, 
     const PictureFormat format = pictureFormat(data.bytes);
     if (format == PictureFormat::Unknown)
         return {{}, u"its format is not known"_s};
-    if (format == PictureFormat::Svg && (data.bytes.size() > maxSvgBytes || !isSelfContained(data.bytes)))
+    if (format == PictureFormat::Svg && data.bytes.size() > maxSvgBytes)
+        return {{}, u"it is too large"_s};
+    if (format == PictureFormat::Svg && !isSelfContained(data.bytes))
         return {{}, u"it draws on other files"_s};
     if (format != PictureFormat::Emf && format != PictureFormat::Wmf)
         return decode(data.bytes, format, size);
@@ -157,6 +161,8 @@ bool PictureCache::hasTime()
     if (!m_clock.isValid() || m_clock.elapsed() > 60'000) {
         m_clock.start();
         m_timeSpent = 0;
+        for (auto& [data, entry] : m_entries)
+            entry.decodings = std::min(entry.decodings, 1);
     }
     return m_timeSpent < maxDecodingTime;
 }

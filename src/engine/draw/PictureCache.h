@@ -24,7 +24,8 @@ class PictureCache
 public:
     static constexpr qint64 maxBytes = 64 << 20;    ///< of all that is kept
     static constexpr qint64 maxPixels = 50'000'000; ///< of a picture that is decoded
-    /// Milliseconds that decoding pictures for the first time may take in a minute; more of them are not shown.
+    /// Milliseconds that decoding pictures may take in a minute; more of them are not shown. Once a picture was
+    /// decoded, the next times are free for a while: the cache forgets pictures that are still needed.
     static constexpr qint64 maxDecodingTime = 5'000;
 
     static PictureCache& shared();
@@ -42,8 +43,8 @@ private:
     {
         QByteArray outline; ///< the SVG that a metafile was turned into
         QString problem;
-        bool wasDecoded = false;    ///< its time was counted
         QSize ownSize;              ///< known once it was decoded
+        int decodings = 0;          ///< in the present minute; at least 1 once there was one
         std::vector<QImage> images; ///< of some sizes
         std::vector<QSize> sizes;   ///< for which they were asked
     };

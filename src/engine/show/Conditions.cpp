@@ -23,7 +23,7 @@ constexpr qint64 maxCellsWalked = 20'000'000; ///< over all rules, to learn of t
 constexpr qint64 countedCell = 16;            ///< what one costs whose value is counted; others cost 1
 // What conditions may cost is limited for the sheet, and grows with the cells that are shown.
 constexpr qint64 maxApplied = 2'000'000, appliedPerCell = 100; ///< rules
-constexpr qint64 stepsPerCell = 200;                           ///< of formulas
+constexpr qint64 maxSteps = 30'000'000, stepsPerCell = 200;    ///< of formulas
 constexpr size_t maxKnown = 1'000'000;                         ///< answers that are kept
 
 quint64 keyOf(int row, int column)
@@ -70,6 +70,7 @@ Conditions::Conditions(std::shared_ptr<const WorkbookContent> workbook, std::sha
                               }),
       m_cellsLeft(maxCellsWalked), m_appliedLeft(maxApplied)
 {
+    m_budget.steps = maxSteps;
     std::unordered_map<const void*, size_t> formats;
     for (const ConditionalRule& rule : sheet->conditions) {
         FormulaPlace corner{maxRow, maxColumn};

@@ -8,7 +8,7 @@ namespace lumivane::engine {
 namespace {
 
 constexpr qint64 maxPoints = 10000;        // of one chart
-constexpr qint64 maxAllPoints = 5'000'000; // of all charts of a sheet
+constexpr qint64 maxAllPoints = 1'000'000; // of all charts of a sheet
 
 void widen(SparklineShown& shown, const std::vector<SparklineShown::Point>& points, bool& any)
 {

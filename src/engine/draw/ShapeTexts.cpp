@@ -59,6 +59,7 @@ QTextCharFormat TextBlock::format(const FontStyle& style) const
     FontStyle plain = style;
     plain.script = Script::Normal;
     QFont font = m_fonts.face(plain, m_text.fontScale).font();
+    font.setHintingPreference(QFont::PreferNoHinting); // lines end where they do at every size
     font.setUnderline(style.underline != Underline::None);
     font.setStrikeOut(style.strikeOut);
     QTextCharFormat made;
@@ -114,6 +115,11 @@ double TextBlock::addLines(const ShapeParagraph& paragraph, QTextLayout& layout)
     QTextOption option(alignments[static_cast<size_t>(paragraph.align)]);
     option.setWrapMode(m_text.wrapped ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::ManualWrap);
     layout.setTextOption(option);
+    // Fonts that stand for others are a little wider in places; a line that ends just beyond its room is not broken.
+    const double slack = paragraph.align == TextAlign::Justify ? 0 : 2 * m_fonts.scale();
+    const double aside = paragraph.align == TextAlign::Right    ? slack
+                         : paragraph.align == TextAlign::Center ? slack / 2
+                                                                : 0;
     const double margin = emu(paragraph.margin);
     double height = 0;
     bool first = true;
@@ -121,10 +127,10 @@ double TextBlock::addLines(const ShapeParagraph& paragraph, QTextLayout& layout)
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         const bool hanging = first && paragraph.bullet.isEmpty();
         const double left = std::max(margin + (hanging ? emu(paragraph.indent) : 0), 0.0);
-        line.setLineWidth(std::max(m_width - left, 1.0));
+        line.setLineWidth(std::max(m_width - left, 1.0) + slack);
         const double own = line.ascent() + line.descent();
         const double step = spacing({paragraph.line.share * (1 - m_text.lineShrink), paragraph.line.points}, own);
-        line.setPosition({left, height + std::min(step - own, 0.0)});
+        line.setPosition({left - aside, height + std::min(step - own, 0.0)});
         m_naturalWidth = std::max(m_naturalWidth, left + line.naturalTextWidth());
         height += step;
         first = false;

@@ -52,7 +52,7 @@ std::vector<CellText::Piece> CellText::pieces(int start, int length) const
         const int first = std::max(start, span->start);
         const int last = std::min(end, span->start + span->length);
         if (first < last)
-            result.push_back({first, last - first, &*span, &m_fonts->face(span->font, m_shrink)});
+            result.push_back({first, last - first, &*span, &m_fonts->face(span->font)});
     }
     return result;
 }
@@ -72,11 +72,11 @@ void CellText::take(const std::vector<TextLine>& lines)
         Line line{place, 0, 0, 0};
         auto parts = pieces(place.start, place.length);
         if (parts.empty() && !m_spans.empty()) // an empty line is as high as its font
-            parts.push_back({place.start, 0, &m_spans.front(), &m_fonts->face(m_spans.front().font, m_shrink)});
+            parts.push_back({place.start, 0, &m_spans.front(), &m_fonts->face(m_spans.front().font)});
         for (const Piece& piece : parts) {
             FontStyle whole = piece.span->font; // raised letters stand in a line of full size
             whole.script = Script::Normal;
-            const Fonts::Face& face = m_fonts->face(whole, m_shrink);
+            const Fonts::Face& face = m_fonts->face(whole);
             line.ascent = std::max(line.ascent, face.ascent());
             line.descent = std::max(line.descent, face.descent());
             line.width += piece.face->advance(QStringView(m_text).mid(piece.start, piece.length));
@@ -96,7 +96,7 @@ void CellText::layOutInOne()
 
 void CellText::layOut(double width)
 {
-    const auto measure = [this](int start, int length) { return advance(start, length); };
+    const auto measure = [this](int start, int length) { return advance(start, length) * m_shrink; };
     take(width > 0 ? breakLines(m_text, width, measure) : splitLines(m_text));
 }
 
@@ -105,13 +105,13 @@ double CellText::width() const
     double widest = 0;
     for (const Line& line : m_lines)
         widest = std::max(widest, line.width);
-    return widest;
+    return widest * m_shrink;
 }
 
 double CellText::lineHeight(int line) const
 {
     const Line& entry = m_lines[static_cast<size_t>(line)];
-    return std::round(entry.ascent + entry.descent) + 2 * m_leading;
+    return std::round((entry.ascent + entry.descent) * m_shrink) + 2 * m_leading;
 }
 
 double CellText::height() const
@@ -153,16 +153,28 @@ std::vector<CellText::Piece> CellText::words(const TextLine& line) const
 void CellText::draw(QPainter& painter, int line, const QPointF& leftTop, const Stroke& stroke) const
 {
     const Line& entry = m_lines[static_cast<size_t>(line)];
-    QPointF base(leftTop.x(), std::round(leftTop.y() + m_leading + entry.ascent));
-    Stroke relative = stroke;
-    for (const Piece& piece :
-         stroke.extraGap != 0 ? words(entry.place) : pieces(entry.place.start, entry.place.length)) {
+    const QPointF base(leftTop.x(), std::round(leftTop.y() + m_leading + entry.ascent * m_shrink));
+    if (m_shrink == 1)
+        return drawLine(painter, entry.place, base, stroke);
+    // Small fonts are not as much narrower as they are smaller.
+    painter.save();
+    painter.translate(base);
+    painter.scale(m_shrink, m_shrink);
+    drawLine(painter, entry.place, {0, 0},
+             {stroke.extraGap / m_shrink, stroke.accountingFrom / m_shrink, stroke.accountingTo / m_shrink});
+    painter.restore();
+}
+
+/// From a place on the base line on, in full size.
+void CellText::drawLine(QPainter& painter, const TextLine& line, QPointF base, Stroke stroke) const
+{
+    for (const Piece& piece : stroke.extraGap != 0 ? words(line) : pieces(line.start, line.length)) {
         const QStringView part = QStringView(m_text).mid(piece.start, piece.length);
         const double width = piece.face->advance(part) + (piece.beforeGap ? stroke.extraGap : 0);
-        drawPiece(painter, piece, base, width, relative);
+        drawPiece(painter, piece, base, width, stroke);
         base.rx() += width;
-        relative.accountingFrom -= width;
-        relative.accountingTo -= width;
+        stroke.accountingFrom -= width;
+        stroke.accountingTo -= width;
     }
 }
 
@@ -173,7 +185,7 @@ void CellText::drawPiece(QPainter& painter, const Piece& piece, QPointF base, do
     if (font.script != Script::Normal) {
         FontStyle whole = font;
         whole.script = Script::Normal;
-        const double ascent = m_fonts->face(whole, m_shrink).ascent();
+        const double ascent = m_fonts->face(whole).ascent();
         base.ry() += font.script == Script::Superscript ? -ascent * superscriptRaise * 0.6 : ascent * subscriptDrop;
     }
     painter.setFont(piece.face->font());

@@ -37,7 +37,7 @@ public:
     int lineCount() const { return static_cast<int>(m_lines.size()); }
     double width() const;  ///< of the widest line
     double height() const; ///< of all lines
-    double lineWidth(int line) const { return m_lines[static_cast<size_t>(line)].width; }
+    double lineWidth(int line) const { return m_lines[static_cast<size_t>(line)].width * m_shrink; }
     double lineHeight(int line) const;
     bool endsParagraph(int line) const { return m_lines[static_cast<size_t>(line)].place.endsParagraph; }
 
@@ -69,6 +69,7 @@ private:
     double advance(int start, int length) const;
     std::vector<Piece> pieces(int start, int length) const;
     std::vector<Piece> words(const TextLine& line) const;
+    void drawLine(QPainter& painter, const TextLine& line, QPointF base, Stroke stroke) const;
     void drawPiece(QPainter& painter, const Piece& piece, QPointF base, double width, const Stroke& stroke) const;
 
     const Fonts* m_fonts;

@@ -227,20 +227,13 @@ CellText TextLayer::filledText(const Place& place, FormattedText formatted, doub
     return text;
 }
 
-/// The text in the largest size, in steps of a hundredth, in which it fits. Small letters are not exactly as much
-/// narrower as they are smaller.
+/// The text as small as it must be to fit.
 CellText TextLayer::shrunk(const Place& place, const FormattedText& formatted, const CellText& text, double width) const
 {
-    constexpr double step = 0.01, smallest = 0.05;
-    double share = width / std::max(text.width(), 1.0);
-    while (true) {
-        share = std::clamp(std::floor(share / step) * step, smallest, 1.0);
-        CellText smaller = make(place, formatted, share);
-        smaller.layOutInOne();
-        if (smaller.width() <= width || share <= smallest)
-            return smaller;
-        share -= step;
-    }
+    constexpr double smallest = 0.05;
+    CellText smaller = make(place, formatted, std::clamp(width / std::max(text.width(), 1.0), smallest, 1.0));
+    smaller.layOutInOne();
+    return smaller;
 }
 
 /// The text as many whole times as it fits.

@@ -138,11 +138,11 @@ TEST(Drawings, AreMarkedWhereTheyTakeTooLong)
     DrawingContent tangle = shapeOn({1, 1, 6, 3}); // 128 x 100 pixels
     tangle.shape.geometry.preset.clear();
     std::vector<PathStep> steps{{PathStep::Kind::Move, {"l", "t"}}};
-    for (int count = 0; count < 100000; ++count)
+    for (int count = 0; count < 80000; ++count)
         steps.push_back({PathStep::Kind::Line, count % 2 ? std::vector{"l"s, "t"s} : std::vector{"r"s, "b"s}});
     tangle.shape.geometry.paths = {{0, 0, true, true, steps}};
     SheetBuilder made;
-    made.sheet().drawings = {tangle, shapeOn({8, 1, 8, 1})};
+    made.sheet().drawings = {tangle, shapeOn({8, 1, 9, 2})};
     const QImage image = draw(made, 12, 6);
     EXPECT_EQ(image.pixel(64, 10), white) << "within its frame";
     EXPECT_NE(image.pixel(0, 60), white) << "the frame";

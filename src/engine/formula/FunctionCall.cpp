@@ -48,8 +48,11 @@ double FunctionCall::numberOf(const FormulaValue& value)
 QString FunctionCall::textOf(const FormulaValue& value)
 {
     const FormulaValue text = asText(m_evaluation.oneOf(value));
-    if (text.isText())
+    if (text.isText()) {
+        // A function walks over it, whatever it gives.
+        m_evaluation.spend(Evaluation::textSteps(text.text()));
         return text.text();
+    }
     fail(text.error());
     return {};
 }

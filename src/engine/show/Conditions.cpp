@@ -122,8 +122,11 @@ std::vector<quint32> Conditions::rulesAt(int row, int column)
     if (formats.size() == 1)
         return m_formats[formats.front()];
     std::vector<quint32> rules;
-    for (const quint32 format : formats)
+    for (const quint32 format : formats) {
+        if (static_cast<qint64>(rules.size()) > m_appliedLeft)
+            break; // more than will be applied
         rules.insert(rules.end(), m_formats[format].begin(), m_formats[format].end());
+    }
     // Mostly they are in order: formats go by their strongest rule.
     if (!std::is_sorted(rules.begin(), rules.end()))
         std::sort(rules.begin(), rules.end());

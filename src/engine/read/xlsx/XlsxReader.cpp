@@ -71,7 +71,7 @@ void readBackground(const Package& package, const std::vector<Relationship>& rel
     content.background.data = pictures.find(relationships, id);
     content.pictureBytes += pictures.bytes();
     if (!content.background.data)
-        addProblem(content, u"The sheet's background is missing: it is not in the file, or too large."_s);
+        content.addProblem(u"The sheet's background is missing: it is not in the file, or too large."_s);
 }
 
 } // namespace

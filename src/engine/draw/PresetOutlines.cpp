@@ -1,5 +1,7 @@
 #include "engine/draw/PresetOutlines.h"
 
+#include "engine/draw/PresetPen.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -45,6 +47,7 @@ private:
     bool arrows(const std::string& name);
     bool callouts(const std::string& name);
     bool brackets(const std::string& name);
+    QList<QPointF> bends(int parts) const;
     bool connectors(const std::string& name);
     bool flowCharts(const std::string& name);
 
@@ -354,12 +357,7 @@ bool Preset::callouts(const std::string& name)
         callout(false, ss * share("adj3", 0.16667, 0, 0.5));
     else if (name == "wedgeEllipseCallout")
         callout(true, 0);
-    else if (name == "borderCallout1") {
-        add(polygon({{0, 0}, {w, 0}, {w, h}, {0, h}}));
-        QPainterPath line(QPointF(w * share("adj2", -0.08333, -100, 100), h * share("adj1", 0.1875, -100, 100)));
-        line.lineTo(w * share("adj4", -0.38333, -100, 100), h * share("adj3", 1.125, -100, 100));
-        add(line, false);
-    } else
+    else
         return false;
     return true;
 }
@@ -405,26 +403,43 @@ bool Preset::brackets(const std::string& name)
     return true;
 }
 
+/// Level and upright parts by turns, the first and the last to the sides of the shape where it says nothing else.
+QList<QPointF> Preset::bends(int parts) const
+{
+    const double x = w * share("adj1", 0.5, -100, 100), y = h * share("adj2", 0.5, -100, 100);
+    switch (parts) {
+    case 2:
+        return {{0, 0}, {w, 0}, {w, h}};
+    case 3:
+        return {{0, 0}, {x, 0}, {x, h}, {w, h}};
+    case 4:
+        return {{0, 0}, {x, 0}, {x, y}, {w, y}, {w, h}};
+    case 5: {
+        const double last = w * share("adj3", 0.5, -100, 100);
+        return {{0, 0}, {x, 0}, {x, y}, {last, y}, {last, h}, {w, h}};
+    }
+    default:
+        return {{0, 0}, {w, h}};
+    }
+}
+
 bool Preset::connectors(const std::string& name)
 {
-    QPainterPath path(QPointF(0, 0));
-    const double middle = w * share("adj1", 0.5, -100, 100);
-    if (name == "line" || name == "straightConnector1") {
-        path.lineTo(w, h);
-    } else if (name == "bentConnector2") {
-        path.lineTo(w, 0);
-        path.lineTo(w, h);
-    } else if (name == "bentConnector3") {
-        path.lineTo(middle, 0);
-        path.lineTo(middle, h);
-        path.lineTo(w, h);
-    } else if (name == "curvedConnector2") {
-        path.cubicTo(w / 2, 0, w, h / 2, w, h);
-    } else if (name == "curvedConnector3") {
-        path.cubicTo(middle / 2, 0, middle, h / 4, middle, h / 2);
-        path.cubicTo(middle, h * 3 / 4, (middle + w) / 2, h, w, h);
-    } else {
+    const bool curved = name.starts_with("curvedConnector"), bent = name.starts_with("bentConnector");
+    const int parts = curved || bent ? name.back() - '0' : 1;
+    if ((curved || bent) ? parts < 2 || parts > 5 : name != "line" && name != "straightConnector1")
         return false;
+    const QList<QPointF> points = bends(parts);
+    QPainterPath path(points.front());
+    for (qsizetype i = 1; i < points.size(); ++i) {
+        if (!curved) {
+            path.lineTo(points[i]);
+        } else if (i + 1 < points.size()) {
+            // Around a bend, between the middles of the parts that meet in it.
+            const bool isLast = i + 2 == points.size();
+            const QPointF from = path.currentPosition(), to = isLast ? points[i + 1] : (points[i] + points[i + 1]) / 2;
+            path.cubicTo((from + points[i]) / 2, (points[i] + to) / 2, to);
+        }
     }
     add(path, false);
     return true;
@@ -480,6 +495,16 @@ bool Preset::flowCharts(const std::string& name)
 
 std::optional<ShapeOutline> presetOutline(const std::string& name, const QSizeF& size, const GuideValues& values)
 {
+    for (const std::span<const PresetRow> rows :
+         {basicPresets(), symbolPresets(), arrowPresets(), calloutPresets(), bannerPresets(), flowChartPresets()}) {
+        for (const PresetRow& row : rows) {
+            if (row.name != name)
+                continue;
+            PresetPen pen(size, values);
+            row.draw(pen);
+            return std::move(pen.outline());
+        }
+    }
     return Preset(size, values).make(name);
 }
 

@@ -10,6 +10,7 @@ struct OutlinePath
 {
     QPainterPath path;
     bool filled = true, stroked = true;
+    double light = 0; ///< of its fill: the share of white in it, below 0 of black
 };
 
 /// The outline of a shape of one size, its top left corner at 0, 0.

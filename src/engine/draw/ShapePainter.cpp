@@ -127,17 +127,29 @@ void ShapePainter::paintUnturned(const ShapeContent& shape, const QRectF& place)
         for (QPainterPath& path : paths)
             path = mirrored(shape, place).map(path);
     }
+    // Each path covers the lines of those before it.
+    const QPointF shift = sharpened(shape, m_scale);
     for (size_t i = 0; i < outline.paths.size(); ++i) {
+        const QPainterPath& path = paths[static_cast<qsizetype>(i)];
         if (outline.paths[i].filled)
-            paintShapeFill(m_painter, paths[static_cast<qsizetype>(i)], place, shape.fill, m_scale);
-    }
-    m_painter.translate(sharpened(shape, m_scale));
-    for (size_t i = 0; i < outline.paths.size(); ++i) {
+            paintFill(shape.fill, path, place, outline.paths[i].light);
         if (outline.paths[i].stroked)
-            paintShapeLine(m_painter, paths[static_cast<qsizetype>(i)], shape.line, m_scale);
+            paintShapeLine(m_painter, path.translated(shift), shape.line, m_scale);
     }
     m_painter.restore();
     paintText(shape, toPlace.mapRect(outline.textRect));
+}
+
+/// Faces of a body are lighter or darker than its fill.
+void ShapePainter::paintFill(const ShapeFill& fill, const QPainterPath& path, const QRectF& place, double light)
+{
+    paintShapeFill(m_painter, path, place, fill, m_scale);
+    if (light == 0 || fill.kind == FillKind::None)
+        return;
+    QColor over(light > 0 ? Qt::white : Qt::black);
+    const int opacity = fill.kind == FillKind::Solid ? qAlpha(fill.color) : 255;
+    over.setAlphaF(static_cast<float>(std::abs(light) * opacity / 255));
+    m_painter.fillPath(path, over);
 }
 
 bool isAtPoint(const ShapeContent& shape, const QRectF& place, double scale, const QPointF& point, double reach)

@@ -4,6 +4,7 @@
 #include "engine/draw/Fonts.h"
 #include "engine/draw/PaintBudget.h"
 
+#include <QPainterPath>
 #include <QRectF>
 
 class QPainter;
@@ -25,6 +26,7 @@ public:
 
 private:
     void paintUnturned(const ShapeContent& shape, const QRectF& place);
+    void paintFill(const ShapeFill& fill, const QPainterPath& path, const QRectF& place, double light);
     void paintGroup(const ShapeContent& group, const QRectF& place);
     bool affords(const ShapeContent& shape, const QList<QPainterPath>& outline);
     void markMissing(const QRectF& place);

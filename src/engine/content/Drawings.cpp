@@ -38,6 +38,8 @@ QString kindWord(DrawingKind kind)
         return u"diagram"_s;
     case DrawingKind::Control:
         return u"control"_s;
+    case DrawingKind::Object:
+        return u"object"_s;
     case DrawingKind::Shape:
         break;
     }

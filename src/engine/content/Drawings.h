@@ -7,7 +7,7 @@
 
 namespace lumivane::engine {
 
-enum class DrawingKind : quint8 { Chart, Picture, Shape, Group, Diagram, Control };
+enum class DrawingKind : quint8 { Chart, Picture, Shape, Group, Diagram, Control, Object };
 
 /// "chart", "picture": as sentences name it.
 QString kindWord(DrawingKind kind);

@@ -167,7 +167,13 @@ enum class ControlKind : quint8 { Button, CheckBox, Radio, DropDown, List, Spin,
 struct ControlContent
 {
     ControlKind kind = ControlKind::Button;
-    int state = 0; ///< 1: checked; 2: neither checked nor not
+    int state = 0;             ///< 1: checked; 2: neither checked nor not
+    QString entries;           ///< of a list or drop-down: the cells that hold them; empty: nothing in the file does
+    int chosen = 0;            ///< entry, from 1; 0: none
+    int value = 0;             ///< of a spin button or scroll bar; of a list its first entry that shows, from 0
+    int least = 0, most = 100; ///< bounds of the value
+    int page = 10;             ///< by which a scroll bar goes on
+    bool level = false;        ///< a spin button or scroll bar lies on its side
 };
 
 /// A shape, a picture, a control or a group of them.

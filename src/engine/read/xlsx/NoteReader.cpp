@@ -1,6 +1,7 @@
 #include "engine/read/xlsx/NoteReader.h"
 
 #include "engine/read/package/AttributeValues.h"
+#include "engine/read/xlsx/DrawingAnchor.h"
 #include "engine/read/xlsx/DrawingBudget.h"
 #include "engine/read/xlsx/RichText.h"
 
@@ -45,21 +46,6 @@ void readComment(XmlScanner& xml, const Palette& palette, bool textFits, Comment
         else
             xml.skip();
     }
-}
-
-/// The numbers of an <x:Anchor>: column, pixels, row and pixels of both corners, counted from 0.
-std::optional<std::array<int, 8>> anchorNumbers(std::string_view text)
-{
-    std::array<int, 8> numbers;
-    for (int& number : numbers) {
-        const size_t comma = std::min(text.find(','), text.size());
-        const std::optional<int> found = integerFrom(text.substr(0, comma));
-        if (!found)
-            return std::nullopt;
-        number = *found;
-        text.remove_prefix(std::min(comma + 1, text.size()));
-    }
-    return numbers;
 }
 
 bool standsOpen(pugi::xml_node shape, pugi::xml_node data)
@@ -109,20 +95,9 @@ ShapeText noteText(const QString& text, const std::vector<TextRun>* runs, Drawin
 
 std::optional<DrawingContent> boxOf(pugi::xml_node shape, pugi::xml_node data)
 {
-    const auto numbers = anchorNumbers(childNamed(data, "Anchor").child_value());
-    if (!numbers)
-        return std::nullopt;
-    const auto& [column, x, row, y, lastColumn, endX, lastRow, endY] = *numbers;
     DrawingContent box;
-    const auto within = [](int index, int most) { return std::clamp(index, 0, most - 1) + 1; };
-    box.anchor.firstRow = within(row, maxRow);
-    box.anchor.firstColumn = within(column, maxColumn);
-    box.anchor.lastRow = std::max(box.anchor.firstRow, within(lastRow, maxRow));
-    box.anchor.lastColumn = std::max(box.anchor.firstColumn, within(lastColumn, maxColumn));
-    box.startX = x * emuPerPixel;
-    box.startY = y * emuPerPixel;
-    box.endX = endX * emuPerPixel;
-    box.endY = endY * emuPerPixel;
+    if (!readPixelAnchor(childNamed(data, "Anchor").child_value(), box))
+        return std::nullopt;
     box.shape.kind = ShapeContent::Kind::Shape;
     box.shape.geometry.preset = "rect";
     box.shape.fill.kind = FillKind::Solid;

@@ -119,6 +119,10 @@ void SheetReader::readPart()
             return readReference(m_controlsId);
         case nameKey("picture"):
             return readReference(m_backgroundId);
+        case nameKey("AlternateContent"): // around the two below
+        case nameKey("controls"):
+        case nameKey("oleObjects"):
+            return readObjects();
         case nameKey("tableParts"):
             return readTableParts();
         case nameKey("conditionalFormatting"):
@@ -516,6 +520,14 @@ void SheetReader::readConditions()
     pugi::xml_document tree;
     readTree(m_xml, tree, maxTreeElements);
     m_conditions.read(tree.document_element());
+}
+
+/// Controls and objects, which lie in forms to choose from, each alone or all of them.
+void SheetReader::readObjects()
+{
+    pugi::xml_document tree;
+    readTree(m_xml, tree, maxTreeElements);
+    readSheetObjects(tree.document_element(), m_objects);
 }
 
 /// Later versions put here what earlier ones do not know; of interest is only what changes the look of cells.

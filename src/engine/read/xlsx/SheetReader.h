@@ -6,6 +6,7 @@
 #include "engine/read/package/XmlScanner.h"
 #include "engine/read/xlsx/ConditionReader.h"
 #include "engine/read/xlsx/Palette.h"
+#include "engine/read/xlsx/SheetObjects.h"
 
 namespace lumivane::engine {
 
@@ -30,8 +31,9 @@ public:
 
     /// Relationship ids of the drawing and of tables, to be followed by the caller.
     const std::string& drawingId() const { return m_drawingId; }
-    const std::string& controlsId() const { return m_controlsId; }     ///< of the part with controls and comments
-    const std::string& backgroundId() const { return m_backgroundId; } ///< of the picture under the cells
+    const std::string& controlsId() const { return m_controlsId; }        ///< of the part with controls and comments
+    const std::vector<SheetObject>& objects() const { return m_objects; } ///< controls and objects of other programs
+    const std::string& backgroundId() const { return m_backgroundId; }    ///< of the picture under the cells
     const std::vector<std::string>& tableIds() const { return m_tableIds; }
 
 private:
@@ -63,6 +65,7 @@ private:
     void readMerges();
     void readTableParts();
     void readConditions();
+    void readObjects();
     void readExtensions();
     void addSparklines(SparklineGroup group);
     template <class Handle>
@@ -84,6 +87,7 @@ private:
     std::string m_buffer;
     std::string m_drawingId, m_controlsId, m_backgroundId;
     std::vector<std::string> m_tableIds;
+    std::vector<SheetObject> m_objects;
 };
 
 } // namespace lumivane::engine

@@ -157,6 +157,49 @@ TEST(Controls, TakeTheirLooksFromTheOlderPart)
     EXPECT_EQ(sheet->drawings[1].shape.kind, ShapeContent::Kind::Undrawn);
 }
 
+/// Controls that no drawing stands for, and objects of other programs: with a preview, with that of the older part, and
+/// without any.
+TEST(Controls, AreFoundBesideTheDrawings)
+{
+    const std::string anchor =
+        "<anchor><from><col>1</col><row>2</row></from><to><col>3</col><row>4</row></to></anchor>";
+    const auto older = [](const char* id, const std::string& inside, const char* kind = "Pict") {
+        return "<v:shape id='_x0000_s" + std::string(id) + "'>" + inside + "<x:ClientData ObjectType='" + kind +
+               "'><x:Anchor>1, 0, 1, 0, 2, 0, 2, "
+               "0</x:Anchor><x:Val>5</x:Val><x:Max>30</x:Max></x:ClientData></v:shape>";
+    };
+    WorkbookParts parts({{"Data",
+                          "<sheetData/><legacyDrawing r:id='v'/><oleObjects><mc:AlternateContent><mc:Choice><oleObject "
+                          "progId='A.B' shapeId='1025'><objectPr r:id='p'>" +
+                              anchor +
+                              "</objectPr></oleObject></mc:Choice><mc:Fallback><oleObject progId='A.B' shapeId='1025'/>"
+                              "</mc:Fallback></mc:AlternateContent><oleObject progId='C.D' shapeId='1026'/><oleObject "
+                              "progId='E.F' shapeId='1027'/></oleObjects><mc:AlternateContent><mc:Choice><controls>"
+                              "<control shapeId='1028' r:id='c' name='Bar 1'><controlPr>" +
+                              anchor + "</controlPr></control></controls></mc:Choice></mc:AlternateContent>",
+                          ""}});
+    parts.set("xl/worksheets/_rels/sheet1.xml.rels", "<R><Relationship Id='v' Type='x/vmlDrawing' Target='../v.vml'/>"
+                                                     "<Relationship Id='p' Type='x/image' Target='../new.png'/>"
+                                                     "<Relationship Id='c' Type='x/ctrlProp' Target='../c.xml'/></R>");
+    parts.set("xl/_rels/v.vml.rels", "<R><Relationship Id='o' Type='x/image' Target='old.png'/></R>");
+    parts.set("xl/new.png", "new").set("xl/old.png", "old");
+    parts.set("xl/c.xml", "<formControlPr objectType='Scroll' val='7' horiz='1'/>");
+    parts.set("xl/v.vml", "<xml>" + older("1026", "<v:imagedata o:relid='o'/>") + older("1027", "") +
+                              older("1028", "", "Scroll") + older("1029", "", "Note") + "</xml>");
+    QStringList printed;
+    for (const DrawingContent& one : readSheet(parts)->drawings) {
+        const ShapeContent& shape = one.shape;
+        printed << kindWord(one.kind) + u" "_s + one.name + u" "_s + one.anchor.relative() +
+                       (shape.fill.picture.data          ? u" "_s + QString::fromUtf8(shape.fill.picture.data->bytes)
+                        : !shape.text.paragraphs.empty() ? u" says "_s + shape.text.paragraphs[0].runs[0].text
+                                                         : u" %1 of %2, level %3"_s.arg(shape.control.value)
+                                                               .arg(shape.control.most)
+                                                               .arg(shape.control.level));
+    }
+    EXPECT_EQ(printed, QStringList({u"object Object 1 B3:D5 new"_s, u"control Bar 1 B3:D5 7 of 30, level 1"_s,
+                                    u"object Object 2 B2:C3 old"_s, u"object Object 3 B2:C3 says E.F"_s}));
+}
+
 TEST(Comments, HaveTextsAndSomeStandOpen)
 {
     const auto note = [](const char* style, const char* inside) {

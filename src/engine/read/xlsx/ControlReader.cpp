@@ -1,6 +1,7 @@
 #include "engine/read/xlsx/ControlReader.h"
 
 #include "engine/read/package/AttributeValues.h"
+#include "engine/read/xlsx/DrawingAnchor.h"
 
 #include <algorithm>
 
@@ -53,7 +54,32 @@ FontStyle addFont(pugi::xml_node node, FontStyle font)
     return font;
 }
 
+void readState(pugi::xml_node data, ControlContent& control)
+{
+    const auto number = [data](const char* name, int& value) {
+        value = integerFrom(valueOf(data, name)).value_or(value);
+    };
+    constexpr size_t longest = 255;
+    number("Checked", control.state);
+    number("Sel", control.chosen);
+    number("Val", control.value);
+    number("Min", control.least);
+    number("Max", control.most);
+    number("Page", control.page);
+    control.entries = textFrom(valueOf(data, "FmlaRange").substr(0, longest));
+    control.level = bool(childNamed(data, "Horiz"));
+}
+
 } // namespace
+
+void showPicture(std::shared_ptr<const PictureData> picture, ShapeContent& shape)
+{
+    shape.kind = ShapeContent::Kind::Picture;
+    shape.geometry = {"rect", {}, {}, {}, {}};
+    shape.fill = {};
+    shape.fill.kind = FillKind::Picture;
+    shape.fill.picture.data = std::move(picture);
+}
 
 ControlReader::ControlReader(const Package& package, const Package::Entry& part, DrawingPictures& pictures,
                              DrawingBudget& budget)
@@ -62,18 +88,32 @@ ControlReader::ControlReader(const Package& package, const Package::Entry& part,
 {
 }
 
-void ControlReader::read(const std::map<int, DrawingContent*>& controls)
+std::vector<std::pair<int, DrawingContent>> ControlReader::read(std::vector<DrawingContent>& drawings,
+                                                                const std::map<int, size_t>& byNumber)
 {
     pugi::xml_document document;
     readSmallPart(m_package, m_part, document);
+    std::vector<std::pair<int, DrawingContent>> others;
     for (const pugi::xml_node shape : childrenNamed(document.document_element(), "shape")) {
         std::optional<int> number = shapeNumber(attributeOf(shape, "spid"));
         if (!number)
             number = shapeNumber(attributeOf(shape, "id"));
-        const auto control = controls.find(number.value_or(0));
-        if (control != controls.end())
-            readShape(shape, *control->second);
+        if (const auto known = byNumber.find(number.value_or(0)); known != byNumber.end()) {
+            readShape(shape, drawings[known->second]);
+            continue;
+        }
+        const pugi::xml_node data = childNamed(shape, "ClientData");
+        const std::string_view kind = attributeOf(data, "ObjectType");
+        DrawingContent drawing;
+        drawing.kind = DrawingKind::Control;
+        if (!(controlKind(kind) || kind == "Pict") ||
+            !readPixelAnchor(childNamed(data, "Anchor").child_value(), drawing) || !m_budget.objects.takeOne())
+            continue;
+        readShape(shape, drawing);
+        drawing.name = (kind == "Pict" ? u"Object"_s : textFrom(kind)) + u" %1"_s.arg(number.value_or(0) % 1024);
+        others.emplace_back(number.value_or(0), std::move(drawing));
     }
+    return others;
 }
 
 void ControlReader::readShape(pugi::xml_node shape, DrawingContent& drawing)
@@ -83,19 +123,14 @@ void ControlReader::readShape(pugi::xml_node shape, DrawingContent& drawing)
     if (const std::optional<ControlKind> kind = controlKind(attributeOf(data, "ObjectType"))) {
         drawing.shape.kind = ShapeContent::Kind::Control;
         drawing.shape.control.kind = *kind;
-        drawing.shape.control.state = integerFrom(valueOf(data, "Checked")).value_or(0);
+        readState(data, drawing.shape.control);
         drawing.shape.text = readText(shape, data, *kind);
         return;
     }
     // Other controls leave a picture of themselves.
     const std::string_view picture = attributeOf(childNamed(shape, "imagedata"), "relid");
-    if (const auto found = m_pictures.find(m_relationships, picture)) {
-        drawing.shape.kind = ShapeContent::Kind::Picture;
-        drawing.shape.geometry = {"rect", {}, {}, {}, {}};
-        drawing.shape.fill = {};
-        drawing.shape.fill.kind = FillKind::Picture;
-        drawing.shape.fill.picture.data = found;
-    }
+    if (const auto found = m_pictures.find(m_relationships, picture))
+        showPicture(found, drawing.shape);
 }
 
 ShapeText ControlReader::readText(pugi::xml_node shape, pugi::xml_node data, ControlKind kind)

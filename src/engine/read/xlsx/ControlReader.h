@@ -12,8 +12,10 @@ class ControlReader
 public:
     ControlReader(const Package& package, const Package::Entry& part, DrawingPictures& pictures, DrawingBudget& budget);
 
-    /// Adds looks and state to the controls, by the number of their shape. Throws Fault where the part is broken.
-    void read(const std::map<int, DrawingContent*>& controls);
+    /// Adds looks and state to the controls among the drawings, which are found by the number of their shape. Gives
+    /// those that are not among them, with their numbers. Throws Fault where the part is broken.
+    std::vector<std::pair<int, DrawingContent>> read(std::vector<DrawingContent>& drawings,
+                                                     const std::map<int, size_t>& byNumber);
 
 private:
     void readShape(pugi::xml_node shape, DrawingContent& drawing);
@@ -26,5 +28,8 @@ private:
     DrawingBudget& m_budget;
     std::vector<Relationship> m_relationships;
 };
+
+/// Makes a picture of a shape.
+void showPicture(std::shared_ptr<const PictureData> picture, ShapeContent& shape);
 
 } // namespace lumivane::engine

@@ -4,6 +4,7 @@
 #include "engine/read/package/ReadError.h"
 #include "engine/read/package/SmallParts.h"
 #include "engine/read/xlsx/ControlReader.h"
+#include "engine/read/xlsx/DrawingAnchor.h"
 #include "engine/read/xlsx/ShapeReader.h"
 
 #include <algorithm>
@@ -14,72 +15,27 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-qint64 wholeNumber(std::string_view text)
-{
-    return static_cast<qint64>(std::clamp(numberFrom(text).value_or(0), -1e15, 1e15));
-}
-
-struct Corner
-{
-    CellPlace cell{1, 1};
-    qint64 x = 0, y = 0;
-};
-
-/// Stored corners count columns and rows from 0.
-Corner readCorner(pugi::xml_node node)
-{
-    const auto value = [node](std::string_view name) {
-        return wholeNumber(std::string_view(childNamed(node, name).child_value()));
-    };
-    Corner corner;
-    corner.cell.row = static_cast<int>(std::clamp<qint64>(value("row") + 1, 1, maxRow));
-    corner.cell.column = static_cast<int>(std::clamp<qint64>(value("col") + 1, 1, maxColumn));
-    corner.x = value("colOff");
-    corner.y = value("rowOff");
-    return corner;
-}
-
-void readPlace(pugi::xml_node anchor, DrawingContent& drawing)
-{
-    const Corner start = readCorner(childNamed(anchor, "from"));
-    drawing.anchor = CellArea::cell(start.cell.row, start.cell.column);
-    drawing.startX = start.x;
-    drawing.startY = start.y;
-    drawing.anchorKind = localName(anchor) == "oneCellAnchor"    ? AnchorKind::OneCell
-                         : localName(anchor) == "absoluteAnchor" ? AnchorKind::Absolute
-                                                                 : AnchorKind::TwoCells;
-    if (const pugi::xml_node position = childNamed(anchor, "pos")) {
-        drawing.startX = wholeNumber(attributeOf(position, "x"));
-        drawing.startY = wholeNumber(attributeOf(position, "y"));
-    }
-    if (const pugi::xml_node to = childNamed(anchor, "to")) {
-        const Corner end = readCorner(to);
-        drawing.anchor.lastRow = std::max(start.cell.row, end.cell.row);
-        drawing.anchor.lastColumn = std::max(start.cell.column, end.cell.column);
-        drawing.endX = end.x;
-        drawing.endY = end.y;
-    } else if (const pugi::xml_node size = childNamed(anchor, "ext")) {
-        drawing.width = std::max<qint64>(0, wholeNumber(attributeOf(size, "cx")));
-        drawing.height = std::max<qint64>(0, wholeNumber(attributeOf(size, "cy")));
-    }
-}
-
 class AnchorReader
 {
 public:
-    AnchorReader(const Package& package, const Package::Entry& entry, const DrawingTheme& theme, qint64 maxBytes)
-        : m_package(package), m_theme(theme), m_relationships(readRelationships(package, entry.name)),
+    AnchorReader(const Package& package, const Package::Entry* entry, const DrawingTheme& theme, qint64 maxBytes)
+        : m_package(package), m_theme(theme),
+          m_relationships(entry ? readRelationships(package, entry->name) : std::vector<Relationship>()),
           m_pictures(package, maxBytes), m_looks(theme, m_relationships, m_pictures, m_budget),
           m_shapes(m_looks, m_budget)
     {
     }
 
     void readAll(pugi::xml_node root);
-    void readControls(const Package::Entry& part);
+    void readObjects(const DrawingParts& parts);
     SheetDrawings result();
 
 private:
+    void add(DrawingContent drawing, int number);
     void readAnchor(pugi::xml_node anchor);
+    void readControlParts(const DrawingParts& parts, const std::map<int, size_t>& byNumber);
+    void readProperties(const Package::Entry* part, ControlContent& control);
+    void readPreview(const DrawingParts& parts, const SheetObject& object, DrawingContent& drawing);
     void readChoice(pugi::xml_node node);
     void readFrame(pugi::xml_node object, DrawingContent& drawing);
     void readDiagram(std::string_view dataId, DrawingContent& drawing);
@@ -107,19 +63,99 @@ void AnchorReader::readAll(pugi::xml_node root)
     }
 }
 
-void AnchorReader::readControls(const Package::Entry& part)
+void AnchorReader::add(DrawingContent drawing, int number)
 {
-    std::map<int, DrawingContent*> controls;
+    m_drawings.push_back(std::move(drawing));
+    m_numbers.push_back(number);
+}
+
+/// Controls and objects: most lie among the drawings as hidden shapes, those of older files in the older part alone.
+void AnchorReader::readObjects(const DrawingParts& parts)
+{
+    std::map<int, size_t> byNumber;
     for (size_t i = 0; i < m_drawings.size(); ++i) {
         if (m_drawings[i].kind == DrawingKind::Control)
-            controls[m_numbers[i]] = &m_drawings[i];
+            byNumber[m_numbers[i]] = i;
     }
-    if (controls.empty())
+    for (const SheetObject& object : parts.objects) {
+        const auto [place, isNew] = byNumber.try_emplace(object.shape, m_drawings.size());
+        if (isNew && object.hasPlace && m_budget.objects.takeOne())
+            add(object.place, object.shape);
+        else if (isNew)
+            byNumber.erase(place);
+    }
+    if (parts.controls) {
+        try {
+            ControlReader reader(m_package, *parts.controls, m_pictures, m_budget);
+            for (auto& [number, drawing] : reader.read(m_drawings, byNumber)) {
+                byNumber[number] = m_drawings.size();
+                add(std::move(drawing), number);
+            }
+        } catch (const Fault&) {
+            // They are named as not drawn then. Such parts are often careless in their XML.
+        }
+    }
+    readControlParts(parts, byNumber);
+}
+
+void AnchorReader::readControlParts(const DrawingParts& parts, const std::map<int, size_t>& byNumber)
+{
+    for (const SheetObject& object : parts.objects) {
+        const auto found = byNumber.find(object.shape);
+        if (found == byNumber.end())
+            continue;
+        DrawingContent& drawing = m_drawings[found->second];
+        drawing.kind = object.program.empty() ? DrawingKind::Control : DrawingKind::Object;
+        if (drawing.name.isEmpty())
+            drawing.name = textFrom(object.name);
+        if (drawing.name.isEmpty())
+            drawing.name = u"Object %1"_s.arg(object.shape % 1024);
+        if (drawing.kind == DrawingKind::Object) {
+            readPreview(parts, object, drawing);
+            continue;
+        }
+        const Relationship* properties = relationshipById(parts.relationships, object.properties);
+        if (properties && !properties->external && properties->type == "ctrlProp" &&
+            drawing.shape.kind == ShapeContent::Kind::Control)
+            readProperties(m_package.find(properties->target), drawing.shape.control);
+    }
+}
+
+/// What a newer file says of a control beside the older part.
+void AnchorReader::readProperties(const Package::Entry* part, ControlContent& control)
+{
+    constexpr quint64 mostBytes = 1 << 16;
+    if (!part || part->size > mostBytes)
         return;
     try {
-        ControlReader(m_package, part, m_pictures, m_budget).read(controls);
+        pugi::xml_document document;
+        readSmallPart(m_package, *part, document);
+        readControlProperties(document.document_element(), control);
     } catch (const Fault&) {
-        // They are named as not drawn then. Such parts are often careless in their XML.
+        // The older part has said much the same.
+    }
+}
+
+/// The picture that an object has left of itself; without one a frame with the name of its program.
+void AnchorReader::readPreview(const DrawingParts& parts, const SheetObject& object, DrawingContent& drawing)
+{
+    ShapeContent& shape = drawing.shape;
+    if (const auto picture = m_pictures.find(parts.relationships, object.preview)) {
+        showPicture(picture, shape);
+    } else if (shape.kind != ShapeContent::Kind::Picture && m_budget.paragraphs.takeOne()) {
+        shape = {};
+        shape.kind = ShapeContent::Kind::Shape;
+        shape.geometry.preset = "rect";
+        shape.fill.kind = FillKind::Solid;
+        shape.fill.color = 0xffffffff;
+        shape.line.drawn = true;
+        shape.line.color = 0xff808080;
+        shape.text.anchor = TextAnchor::Middle;
+        FontStyle font;
+        font.points = 9;
+        shape.text.paragraphs.push_back({});
+        shape.text.paragraphs.back().align = TextAlign::Center;
+        shape.text.paragraphs.back().runs.push_back({textFrom(object.program), font});
     }
 }
 
@@ -161,7 +197,7 @@ void AnchorReader::readAnchor(pugi::xml_node anchor)
         return;
     DrawingContent drawing;
     drawing.name = textFrom(attributeOf(nameElement(object), "name"));
-    readPlace(anchor, drawing);
+    engine::readAnchor(anchor, drawing);
     drawing.shape = m_shapes.read(object);
     drawing.hidden = drawing.shape.hidden;
     const std::string_view kind = localName(object);
@@ -173,8 +209,7 @@ void AnchorReader::readAnchor(pugi::xml_node anchor)
     } else if (kind == "graphicFrame") {
         readFrame(object, drawing);
     }
-    m_drawings.push_back(std::move(drawing));
-    m_numbers.push_back(integerFrom(attributeOf(nameElement(object), "id")).value_or(0));
+    add(std::move(drawing), integerFrom(attributeOf(nameElement(object), "id")).value_or(0));
 }
 
 void AnchorReader::readFrame(pugi::xml_node object, DrawingContent& drawing)
@@ -227,18 +262,18 @@ QString AnchorReader::partOf(std::string_view id) const
 
 } // namespace
 
-SheetDrawings readDrawings(const Package& package, const Package::Entry& entry, const Palette& palette,
-                           const Package::Entry* theme, const Package::Entry* controls, qint64 maxBytes)
+SheetDrawings readDrawings(const Package& package, const DrawingParts& parts, const Palette& palette, qint64 maxBytes)
 {
-    pugi::xml_document document;
-    readSmallPart(package, entry, document);
-    if (localName(document.document_element()) != "wsDr")
-        throw Fault{u"entry \"%1\" holds no drawings"_s.arg(textFrom(entry.name))};
-    const DrawingTheme looks(palette, package, theme);
-    AnchorReader reader(package, entry, looks, maxBytes);
-    reader.readAll(document.document_element());
-    if (controls)
-        reader.readControls(*controls);
+    const DrawingTheme looks(palette, package, parts.theme);
+    AnchorReader reader(package, parts.drawings, looks, maxBytes);
+    if (parts.drawings) {
+        pugi::xml_document document;
+        readSmallPart(package, *parts.drawings, document);
+        if (localName(document.document_element()) != "wsDr")
+            throw Fault{u"entry \"%1\" holds no drawings"_s.arg(textFrom(parts.drawings->name))};
+        reader.readAll(document.document_element());
+    }
+    reader.readObjects(parts);
     return reader.result();
 }
 

@@ -2,7 +2,9 @@
 
 #include "engine/content/Drawings.h"
 #include "engine/read/package/Package.h"
+#include "engine/read/package/SmallParts.h"
 #include "engine/read/xlsx/Palette.h"
+#include "engine/read/xlsx/SheetObjects.h"
 
 namespace lumivane::engine {
 
@@ -13,10 +15,17 @@ struct SheetDrawings
     bool complete = true;                 ///< no bound was met
 };
 
-/// What lies on a sheet, from its drawing part. Shapes take their looks from the part with the theme, which may be
-/// null, controls from one of their own, which may be null too. Pictures take at most `maxBytes`. Throws Fault when the
-/// drawing part or the theme is broken.
-SheetDrawings readDrawings(const Package& package, const Package::Entry& entry, const Palette& palette,
-                           const Package::Entry* theme, const Package::Entry* controls, qint64 maxBytes);
+/// The parts in which the drawings of a sheet are found; each may be null.
+struct DrawingParts
+{
+    const Package::Entry* drawings = nullptr;
+    const Package::Entry* controls = nullptr;       ///< the older part with controls and comments
+    const Package::Entry* theme = nullptr;          ///< from which shapes take their looks
+    const std::vector<SheetObject>& objects;        ///< of the sheet
+    const std::vector<Relationship>& relationships; ///< of the sheet
+};
+
+/// What lies on a sheet. Pictures take at most `maxBytes`. Throws Fault when the drawing part or the theme is broken.
+SheetDrawings readDrawings(const Package& package, const DrawingParts& parts, const Palette& palette, qint64 maxBytes);
 
 } // namespace lumivane::engine

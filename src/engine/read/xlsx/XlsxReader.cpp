@@ -226,13 +226,13 @@ void XlsxReader::followReferences(const Package& package, const std::string& par
         readTables(package, tables, content);
         readBackground(package, relationships, reader.backgroundId(), maxBytes, content);
         readNotes(package, relationships, target(reader.controlsId()), m_palette, maxBytes, content);
-        if (reader.drawingId().empty())
-            return;
-        const Package::Entry* entry = target(reader.drawingId());
-        if (!entry)
+        const DrawingParts parts{target(reader.drawingId()), target(reader.controlsId()), package.find(m_theme),
+                                 reader.objects(), relationships};
+        if (!parts.drawings && !reader.drawingId().empty())
             throw Fault{u"the part with the drawings is missing from the file"_s};
-        SheetDrawings read = readDrawings(package, *entry, m_palette, package.find(m_theme),
-                                          target(reader.controlsId()), maxBytes - content.bytes());
+        if (!parts.drawings && !parts.controls && parts.objects.empty())
+            return;
+        SheetDrawings read = readDrawings(package, parts, m_palette, maxBytes - content.bytes());
         content.drawings = std::move(read.drawings);
         content.pictureBytes += read.pictureBytes;
         if (!read.complete)

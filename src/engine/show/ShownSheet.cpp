@@ -25,7 +25,9 @@ ShownSheet::ShownSheet(std::shared_ptr<const WorkbookContent> workbook, std::sha
     if (!m_sheet->conditions.empty())
         m_conditions = std::make_unique<Conditions>(m_workbook, m_sheet, others);
     if (!m_sheet->sparklines.empty())
-        m_sparklines = std::make_unique<Sparklines>(m_workbook, m_sheet, std::move(others));
+        m_sparklines = std::make_unique<Sparklines>(m_workbook, m_sheet, others);
+    if (!m_sheet->drawings.empty())
+        m_listEntries = std::make_unique<ListEntries>(m_workbook, m_sheet, std::move(others));
 }
 
 const NumberFormat& ShownSheet::format(int style) const
@@ -53,6 +55,21 @@ const ConditionResult* ShownSheet::condition(int row, int column) const
 const SparklineShown* ShownSheet::sparkline(int row, int column) const
 {
     return m_sparklines ? m_sparklines->at(row, column) : nullptr;
+}
+
+QStringList ShownSheet::listEntries(const QString& reference, int first, int most) const
+{
+    QStringList texts;
+    const int end = m_listEntries ? m_listEntries->count(reference) : 0;
+    for (int i = std::max(first, 0); i < end && texts.size() < most; ++i) {
+        const auto [value, style] = m_listEntries->at(reference, i);
+        texts << (value.isNumber()    ? shownNumber(value.number(), style)
+                  : value.isText()    ? value.text()
+                  : value.isBoolean() ? booleanText(value.boolean())
+                  : value.isError()   ? errorText(value.error())
+                                      : QString());
+    }
+    return texts;
 }
 
 QStringList ShownSheet::conditionsLeftOut(const CellArea& area) const

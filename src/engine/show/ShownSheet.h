@@ -5,6 +5,7 @@
 #include "engine/format/NumberFormat.h"
 #include "engine/show/CombinedStyles.h"
 #include "engine/show/Conditions.h"
+#include "engine/show/ListEntries.h"
 #include "engine/show/SheetOverlay.h"
 #include "engine/show/Sparklines.h"
 #include "engine/show/TableLooks.h"
@@ -53,6 +54,8 @@ public:
     const CellStyle& style(int row, int column) const { return m_styles.cell(styleIndex(row, column)); }
     /// What conditions make of a cell; null where the sheet has none.
     const ConditionResult* condition(int row, int column) const;
+    /// Entries of a list on the sheet that lie in the cells of a reference, as many as wanted from one on, from 0.
+    QStringList listEntries(const QString& reference, int first, int most) const;
     const SparklineShown* sparkline(int row, int column) const; ///< in a cell; null: none
     /// Conditions of an area that are left out, and why.
     QStringList conditionsLeftOut(const CellArea& area) const;
@@ -84,6 +87,7 @@ private:
     std::unique_ptr<TableLooks> m_tables;                         ///< null where no table changes a cell
     std::unique_ptr<Conditions> m_conditions;                     ///< null where the sheet has none
     std::unique_ptr<Sparklines> m_sparklines;                     ///< the same
+    std::unique_ptr<ListEntries> m_listEntries;                   ///< null where the sheet has no drawings
     mutable std::vector<std::unique_ptr<NumberFormat>> m_formats; ///< by CellStyle::numberFormat
 };
 

@@ -23,7 +23,8 @@ QString shapeGap(const ShapeContent& shape)
         return u"a part of it is not drawn"_s;
     if (shape.kind == ShapeContent::Kind::Control) {
         const bool holdsList = shape.control.kind == ControlKind::List || shape.control.kind == ControlKind::DropDown;
-        return holdsList ? u"the entries of its list are missing"_s : QString();
+        // A list that macros fill leaves nothing of it in the file.
+        return holdsList && shape.control.entries.isEmpty() ? u"the entries of its list are missing"_s : QString();
     }
     if (shape.fill.kind == FillKind::Picture) {
         if (const QString problem = PictureCache::shared().problem(shape.fill.picture); !problem.isEmpty())
@@ -67,16 +68,17 @@ void DrawingLayer::paint(QPainter& painter) const
     for (const DrawingContent& drawing : drawings) {
         if (isUndrawn(drawing))
             continue;
-        paintDrawing(painter, drawing, placeIn(grid, places.rect(drawing), origin), m_scene.fonts, budget);
+        paintDrawing(painter, drawing, placeIn(grid, places.rect(drawing), origin), m_scene.fonts, m_scene.sheet,
+                     budget);
     }
 }
 
 void paintDrawing(QPainter& painter, const DrawingContent& drawing, const QRectF& place, const Fonts& fonts,
-                  PaintBudget& budget)
+                  const ShownSheet& sheet, PaintBudget& budget)
 {
     const QRectF frame = frameIn(place, drawing);
     if (frame.width() + frame.height() > 0)
-        ShapePainter(painter, fonts, budget).paint(drawing.shape, frame);
+        ShapePainter(painter, fonts, sheet, budget).paint(drawing.shape, frame);
 }
 
 QRect coveredBy(const DrawingContent& drawing, const QRectF& place, double scale)

@@ -19,9 +19,9 @@ private:
     const Scene& m_scene;
 };
 
-/// Draws one drawing into a place, in pixels at the scale of the fonts.
+/// Draws one drawing of a sheet into a place, in pixels at the scale of the fonts.
 void paintDrawing(QPainter& painter, const DrawingContent& drawing, const QRectF& place, const Fonts& fonts,
-                  PaintBudget& budget);
+                  const ShownSheet& sheet, PaintBudget& budget);
 
 /// The pixels that a drawing covers in such a place: more where it is turned, has a line, or points out of its frame.
 QRect coveredBy(const DrawingContent& drawing, const QRectF& place, double scale);

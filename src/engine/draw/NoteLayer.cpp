@@ -56,7 +56,7 @@ void NoteLayer::paint(QPainter& painter) const
         painter.setRenderHint(QPainter::Antialiasing);
         paintShapeLine(painter, arrowPath(box, cell, grid.rightToLeft()), arrow, grid.scale());
         painter.restore();
-        paintDrawing(painter, note.box, box, m_scene.fonts, budget);
+        paintDrawing(painter, note.box, box, m_scene.fonts, m_scene.sheet, budget);
     }
 }
 

@@ -105,7 +105,7 @@ void ShapePainter::paint(const ShapeContent& shape, const QRectF& place)
     else if (shape.kind == ShapeContent::Kind::Control && !affords(shape, {}))
         markMissing(place);
     else if (shape.kind == ShapeContent::Kind::Control)
-        paintControl(m_painter, shape, place, m_fonts);
+        paintControl(m_painter, shape, place, m_fonts, m_sheet);
     else
         paintUnturned(shape, place);
     m_painter.restore();

@@ -3,6 +3,7 @@
 #include "engine/content/ShapeContent.h"
 #include "engine/draw/Fonts.h"
 #include "engine/draw/PaintBudget.h"
+#include "engine/show/ShownSheet.h"
 
 #include <QPainterPath>
 #include <QRectF>
@@ -15,9 +16,9 @@ namespace lumivane::engine {
 class ShapePainter
 {
 public:
-    /// Shapes that the budget does not pay for are marked as missing.
-    ShapePainter(QPainter& painter, const Fonts& fonts, PaintBudget& budget)
-        : m_painter(painter), m_fonts(fonts), m_budget(budget), m_scale(fonts.scale())
+    /// Lists take their entries from `sheet`. Shapes that the budget does not pay for are marked as missing.
+    ShapePainter(QPainter& painter, const Fonts& fonts, const ShownSheet& sheet, PaintBudget& budget)
+        : m_painter(painter), m_fonts(fonts), m_sheet(sheet), m_budget(budget), m_scale(fonts.scale())
     {
     }
 
@@ -34,6 +35,7 @@ private:
 
     QPainter& m_painter;
     const Fonts& m_fonts;
+    const ShownSheet& m_sheet;
     PaintBudget& m_budget;
     const double m_scale;
 };

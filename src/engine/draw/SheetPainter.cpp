@@ -87,7 +87,7 @@ QImage SheetPainter::drawingImage(const DrawingContent& drawing, double scale) c
     QPainter painter(&image);
     painter.translate(-covered.topLeft());
     PaintBudget budget(image.size());
-    paintDrawing(painter, drawing, place, Fonts::shared(scale, Measures::of(m_metrics)), budget);
+    paintDrawing(painter, drawing, place, Fonts::shared(scale, Measures::of(m_metrics)), *m_sheet, budget);
     return image;
 }
 

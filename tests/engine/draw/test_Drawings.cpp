@@ -210,6 +210,34 @@ TEST(Pictures, OfLinesLeadNowhere)
     EXPECT_FALSE(isSelfContained("<!DOCTYPE svg [<!ENTITY a 'b'>]><svg>&a;</svg>"));
 }
 
+TEST(Controls, ShowTheEntriesOfTheirLists)
+{
+    SheetBuilder made;
+    for (int row = 1; row <= 4; ++row)
+        made.text(row, 9, u"MMMM"_s);
+    DrawingContent list = shapeOn({2, 2, 6, 3});
+    list.shape.kind = ShapeContent::Kind::Control;
+    list.shape.control.kind = ControlKind::List;
+    list.shape.control.entries = u"$I$1:$I$4"_s;
+    list.shape.control.value = 1; // the first that shows
+    list.shape.control.chosen = 3;
+    made.sheet().drawings = {list};
+    const QImage image = draw(made, 12, 6);
+    const auto blueRows = [&] {
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y)
+            count += QColor(image.pixel(150, y)).blue() > QColor(image.pixel(150, y)).red() + 50;
+        return count;
+    }();
+    EXPECT_TRUE(blueRows > 8 && blueRows < 24) << "one entry is chosen";
+    EXPECT_NE(image.pixel(150, 40), white) << "the second of those that show";
+    const QRect text = ink(image, QRect(68, 22, 40, 76));
+    EXPECT_TRUE(text.height() > 30 && text.height() < 60) << "three of the entries: " << text.height();
+    EXPECT_EQ(drawingGap(list), QString());
+    list.shape.control.entries.clear();
+    EXPECT_EQ(drawingGap(list), u"the entries of its list are missing"_s);
+}
+
 TEST(Comments, AreMarkedInTheCornerOfTheirCells)
 {
     SheetBuilder made;

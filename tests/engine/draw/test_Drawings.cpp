@@ -226,11 +226,11 @@ TEST(Controls, ShowTheEntriesOfTheirLists)
     const auto blueRows = [&] {
         int count = 0;
         for (int y = 0; y < image.height(); ++y)
-            count += QColor(image.pixel(150, y)).blue() > QColor(image.pixel(150, y)).red() + 50;
+            count += QColor(image.pixel(120, y)).blue() > QColor(image.pixel(120, y)).red() + 50;
         return count;
     }();
     EXPECT_TRUE(blueRows > 8 && blueRows < 24) << "one entry is chosen";
-    EXPECT_NE(image.pixel(150, 40), white) << "the second of those that show";
+    EXPECT_NE(image.pixel(120, 40), white) << "the second of those that show";
     const QRect text = ink(image, QRect(68, 22, 40, 76));
     EXPECT_TRUE(text.height() > 30 && text.height() < 60) << "three of the entries: " << text.height();
     EXPECT_EQ(drawingGap(list), QString());

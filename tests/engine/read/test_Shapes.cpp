@@ -186,8 +186,9 @@ TEST(Controls, AreFoundBesideTheDrawings)
     parts.set("xl/c.xml", "<formControlPr objectType='Scroll' val='7' horiz='1'/>");
     parts.set("xl/v.vml", "<xml>" + older("1026", "<v:imagedata o:relid='o'/>") + older("1027", "") +
                               older("1028", "", "Scroll") + older("1029", "", "Note") + "</xml>");
+    const auto sheet = readSheet(parts);
     QStringList printed;
-    for (const DrawingContent& one : readSheet(parts)->drawings) {
+    for (const DrawingContent& one : sheet->drawings) {
         const ShapeContent& shape = one.shape;
         printed << kindWord(one.kind) + u" "_s + one.name + u" "_s + one.anchor.relative() +
                        (shape.fill.picture.data          ? u" "_s + QString::fromUtf8(shape.fill.picture.data->bytes)

@@ -8,6 +8,8 @@
 #include "engine/read/xlsx/ShapeReader.h"
 
 #include <algorithm>
+#include <map>
+#include <set>
 
 namespace lumivane::engine {
 
@@ -77,12 +79,24 @@ void AnchorReader::readObjects(const DrawingParts& parts)
         if (m_drawings[i].kind == DrawingKind::Control)
             byNumber[m_numbers[i]] = i;
     }
+    std::set<int> listed;
+    for (const SheetObject& object : parts.objects)
+        listed.insert(object.shape);
+    std::map<QString, size_t> byName; // of those whose number is not listed
+    for (const auto& [number, index] : byNumber) {
+        if (!listed.contains(number))
+            byName.emplace(m_drawings[index].name, index);
+    }
     for (const SheetObject& object : parts.objects) {
-        const auto [place, isNew] = byNumber.try_emplace(object.shape, m_drawings.size());
-        if (isNew && object.hasPlace && m_budget.objects.takeOne())
+        if (byNumber.contains(object.shape))
+            continue;
+        // Not every writer gives both the same number.
+        if (const auto twin = byName.find(textFrom(object.name)); !object.name.empty() && twin != byName.end()) {
+            byNumber.emplace(object.shape, twin->second);
+        } else if (object.hasPlace && m_budget.objects.takeOne()) {
+            byNumber.emplace(object.shape, m_drawings.size());
             add(object.place, object.shape);
-        else if (isNew)
-            byNumber.erase(place);
+        }
     }
     if (parts.controls) {
         try {

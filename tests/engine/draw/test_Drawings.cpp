@@ -171,6 +171,20 @@ TEST(Drawings, ComputeGuides)
     }
 }
 
+TEST(Pictures, LieUnderTheCellsOfASheet)
+{
+    SheetBuilder made;
+    made.sheet().background = redAndBlue(); // 20 x 10 pixels
+    made.blank(1, 1, made.solidStyle(green));
+    const QImage image = draw(made, 2, 2, 2);
+    EXPECT_EQ(image.pixel(10, 10), green) << "a fill hides it";
+    EXPECT_EQ(image.pixel(162, 10), red);
+    EXPECT_EQ(image.pixel(198, 70), blue);
+    EXPECT_EQ(SheetPainter(made.shown()).image({1, 2, 1, 2}).pixel(1, 1), red)
+        << "it counts from A1, not from the range";
+    EXPECT_EQ(SheetPainter(made.shown(), Metrics::Calc).image({1, 2, 1, 2}).pixel(1, 1), white);
+}
+
 TEST(Pictures, AreRefusedWithAReason)
 {
     QByteArray bomb = encoded(QImage(1, 1, QImage::Format_RGB32), "bmp");

@@ -59,7 +59,7 @@ double outlineEffort(const ShapeContent& shape, const QList<QPainterPath>& outli
 
 double textEffort(const ShapeText& text)
 {
-    constexpr double letter = 3000, run = 20000, paragraph = 20000;
+    constexpr double letter = 3000, run = 250000, paragraph = 20000; // a run may bring a font
     double effort = 0;
     for (const ShapeParagraph& one : text.paragraphs) {
         effort += paragraph;

@@ -76,7 +76,7 @@ TEST_F(Inspection, ListsDrawingsWithTheirAnchors)
     WorkbookParts parts({{"Data", "<sheetData/><drawing r:id='d'/>", ""}});
     parts.drawings(drawingAnchor(1, 2, 3, 4, chartObject("Sales")) + sizedAnchor(1, 2, 96, 48, chartObject("Costs")) +
                    "<xdr:absoluteAnchor><xdr:pos x='12700' y='25400'/><xdr:ext cx='63500' cy='127000'/>" +
-                   chartObject("Free", "hidden='1'") + "</xdr:absoluteAnchor>");
+                   chartObject("Free", " hidden='1'") + "</xdr:absoluteAnchor>");
     EXPECT_EQ(json(sheet(parts.package()).value(u"objects")).toStdString(),
               R"([[{"anchor":"B3:D5","cell":"B3","kind":"chart","name":"Sales"},)"
               R"({"anchor":"B3","cell":"B3","height":36,"kind":"chart","name":"Costs","width":72},)"

@@ -434,6 +434,9 @@ FormulaValue Evaluation::named(int name, Want want)
         frame = frameOfName(m_frame->tree->names[static_cast<size_t>(name)], want);
     if (!frame || !frame->tree)
         return ErrorCode::Name;
+    if (frame->inUse)
+        return ErrorCode::Value; // a name that uses itself, and perhaps twice at each depth
+    const QScopedValueRollback use(frame->inUse, true);
     const QScopedValueRollback within(m_frame, frame);
     return evaluate(frame->tree->root(), want);
 }

@@ -67,6 +67,7 @@ private:
         std::shared_ptr<const FormulaTree> tree; ///< null: not understood
         int sheet = 0;
         FormulaPlace written;
+        bool inUse = false;                            ///< what asks for it now stands in it
         std::vector<std::optional<FormulaValue>> kept; ///< by node
         std::vector<Frame*> names;                     ///< by FormulaTree::names, once they are known
     };

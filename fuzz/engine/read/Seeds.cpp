@@ -133,6 +133,15 @@ const std::string tables[] = {
     "\xe9|\x80\n(5)|-3%\n",
 };
 
+const std::string formulas[] = {
+    "SUMPRODUCT((A1:B9=1)*(C2:F13>0))",
+    "VLOOKUP(A1,$C$2:$F$13,2,FALSE)",
+    "SUBSTITUTE(C2,\"a\",REPT(\"b\",4))&TEXT(D3,\"0.0\")",
+    "itself&twice",
+    "COUNTIF(area,\"a*\")",
+    "'It''s'!C2:OFFSET(C2,1,1)",
+};
+
 void write(const QString& folder, int number, const std::string& bytes)
 {
     QDir().mkpath(folder);
@@ -166,6 +175,9 @@ int main(int argc, char** argv)
     write(folder + QLatin1String("/fuzz-drawing"), 4, "\x01\x01\x01" + conditions + '\x01' + looks);
     write(folder + QLatin1String("/fuzz-drawing"), 5, "\x01\x01\x01" + sparklines);
     int number = 0;
+    for (const std::string& formula : formulas)
+        write(folder + QLatin1String("/fuzz-formula-text"), ++number, formula);
+    number = 0;
     for (const std::string& table : tables)
         write(folder + QLatin1String("/fuzz-text-file"), ++number, table);
     return 0;

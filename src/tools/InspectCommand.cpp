@@ -69,7 +69,7 @@ QJsonValue trueOrNothing(bool condition)
 /// place on the sheet in points.
 QJsonArray objectsJson(const SheetContent& sheet)
 {
-    const auto points = [](qint64 emu) { return roundedTo(double(emu) / 12700, 0.01); };
+    const auto points = [](qint64 emu) { return roundedTo(double(emu) / emuPerPoint, 0.01); };
     QJsonArray result;
     for (const DrawingContent& drawing : sheet.drawings) {
         const CellArea first = CellArea::cell(drawing.anchor.firstRow, drawing.anchor.firstColumn);

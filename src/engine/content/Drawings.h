@@ -28,7 +28,7 @@ struct DrawingContent
     CellArea anchor; ///< from the cell with its top left corner to that with its bottom right one; the former alone
                      ///< where the file stores a size instead (`width` and `height`)
     bool hidden = false;
-    // In EMU, 9525 to a pixel: the corners' distance from those of their cells, or from the sheet's own corner for an
+    // In EMU: the corners' distance from those of their cells, or from the sheet's own corner for an
     // absolute place, whose anchor is A1.
     qint64 startX = 0, startY = 0;
     qint64 endX = 0, endY = 0;

@@ -8,10 +8,13 @@
 #include <string>
 #include <vector>
 
-// What pictures and shapes on sheets look like, as a file stores it, with colours resolved. Lengths are in EMU, 9525 to
-// a pixel and 12700 to a point; colours carry their opacity; angles are in degrees, clockwise.
+// What pictures and shapes on sheets look like, as a file stores it, with colours resolved. Lengths are in EMU; colours
+// carry their opacity; angles are in degrees, clockwise.
 
 namespace lumivane::engine {
+
+/// English metric units, in which drawings are measured. A pixel is one of 96 to the inch.
+inline constexpr qint64 emuPerPixel = 9525, emuPerPoint = 12700;
 
 /// A picture as it lies in the file, not decoded.
 struct PictureData
@@ -74,7 +77,7 @@ struct ShapeLine
 {
     bool drawn = false;
     QRgb color = 0;
-    double width = 9525;
+    double width = emuPerPixel;
     Dash dash = Dash::Solid;
     Cap cap = Cap::Flat;
     Join join = Join::Round;

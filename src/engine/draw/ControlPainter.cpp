@@ -75,7 +75,7 @@ ShapeText lineOf(const QString& entry, QRgb color)
     text.wrapped = false;
     text.anchor = TextAnchor::Middle;
     text.top = text.bottom = 0;
-    text.left = text.right = 2 * 9525;
+    text.left = text.right = 2 * emuPerPixel;
     ShapeTextRun run{entry.left(longest), listFont()};
     run.font.color = color;
     text.paragraphs.push_back({});

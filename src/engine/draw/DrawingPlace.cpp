@@ -8,7 +8,6 @@
 namespace lumivane::engine {
 namespace {
 
-constexpr double emuPerPixel = 9525;
 constexpr double farthest = 1e9; // pixels; beyond the end of every sheet
 
 double pixelsOf(qint64 emu, double scale)

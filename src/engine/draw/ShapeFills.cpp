@@ -11,8 +11,6 @@
 namespace lumivane::engine {
 namespace {
 
-constexpr double emuPerPixel = 9525;
-
 QBrush linearBrush(const ShapeFill& fill, const QRectF& place)
 {
     QPointF direction = directionOf(fill.angle);

@@ -9,8 +9,6 @@
 namespace lumivane::engine {
 namespace {
 
-constexpr double emuPerPixel = 9525;
-
 /// Lengths of dashes and gaps in widths of the line.
 QList<qreal> dashPattern(Dash dash)
 {

@@ -14,8 +14,6 @@
 namespace lumivane::engine {
 namespace {
 
-constexpr double emuPerPixel = 9525;
-
 /// Moves a thin line between pixels, so that upright and level lines are sharp.
 QPointF sharpened(const ShapeContent& shape, double scale)
 {

@@ -9,8 +9,6 @@
 namespace lumivane::engine {
 namespace {
 
-constexpr double emuPerPixel = 9525;
-
 void paintSilhouette(QPainter& painter, const ShapeContent& shape, const QList<QPainterPath>& outline, double scale)
 {
     const QColor color = QColor::fromRgba(shape.shadow.color);

@@ -12,7 +12,6 @@
 namespace lumivane::engine {
 namespace {
 
-constexpr double emuPerPixel = 9525;
 constexpr double pixelsPerPoint = 96.0 / 72.0;
 
 struct LaidParagraph

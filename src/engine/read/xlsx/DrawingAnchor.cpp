@@ -63,7 +63,6 @@ void readAnchor(pugi::xml_node anchor, DrawingContent& drawing)
 
 bool readPixelAnchor(std::string_view text, DrawingContent& drawing)
 {
-    constexpr qint64 emuPerPixel = 9525;
     std::array<int, 8> numbers;
     for (int& number : numbers) {
         const size_t comma = std::min(text.find(','), text.size());

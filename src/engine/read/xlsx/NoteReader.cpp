@@ -16,7 +16,6 @@ namespace {
 
 constexpr size_t maxComments = 100000;
 constexpr size_t maxOpenNotes = 5000;
-constexpr qint64 emuPerPixel = 9525;
 constexpr QRgb noteColor = 0xffffffe1;
 
 using CellKey = std::pair<int, int>;

@@ -58,4 +58,11 @@ const QString& FormulaRun::unknownFunction() const
     return m_evaluation->unknownFunction();
 }
 
+std::optional<SheetArea> areaReferredTo(const QString& reference, FormulaCells& cells, int sheet, FormulaBudget* shared)
+{
+    const std::optional<Formula> formula = Formula::parse(reference);
+    const FormulaValue found = formula ? FormulaRun(*formula, cells, sheet, {}, shared).value({}) : FormulaValue();
+    return found.kind() == FormulaValue::Kind::Area ? std::optional(found.areas().front()) : std::nullopt;
+}
+
 } // namespace lumivane::engine

@@ -75,4 +75,9 @@ private:
     std::unique_ptr<Evaluation> m_evaluation;
 };
 
+/// The first area that a reference leads to ("Data!$A$1:$A$9", a defined name); none for any other formula. `sheet` and
+/// `shared` as for a run.
+std::optional<SheetArea> areaReferredTo(const QString& reference, FormulaCells& cells, int sheet,
+                                        FormulaBudget* shared = nullptr);
+
 } // namespace lumivane::engine

@@ -17,6 +17,9 @@ public:
 
     WorkbookCells(std::shared_ptr<const WorkbookContent> workbook, SheetSource sheets);
 
+    /// By index; null where it cannot be had. Lives as long as the object.
+    const SheetContent* sheet(int index);
+
     int sheetNamed(const QString& name) override;
     int sheetCount() override;
     const DefinedName* name(const QString& name, int sheet) override;
@@ -35,7 +38,6 @@ private:
         bool asked = false;
         std::shared_ptr<const SheetContent> content;
     };
-    const SheetContent* sheet(int index);
     FormulaValue valueOf(const Cell& cell, const SheetContent& sheet, Texts texts) const;
 
     std::shared_ptr<const WorkbookContent> m_workbook;

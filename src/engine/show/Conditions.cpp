@@ -37,6 +37,15 @@ int dayOfWeek(const QDate& day)
     return day.dayOfWeek() % 7;
 }
 
+/// The top left one of all areas.
+FormulaPlace cornerOf(const std::vector<CellArea>& areas)
+{
+    FormulaPlace corner{maxRow, maxColumn};
+    for (const CellArea& area : areas)
+        corner = {std::min(corner.row, area.firstRow), std::min(corner.column, area.firstColumn)};
+    return corner;
+}
+
 const QString tooLong = u"a formula that takes too long"_s;
 const QString tooMany = u"more cells than can be looked at"_s;
 
@@ -62,26 +71,18 @@ struct Conditions::Rule
     QString fault; ///< why it is left out
 };
 
-Conditions::Conditions(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
-                       WorkbookCells::SheetSource others)
-    : m_sheet(sheet), m_cells(std::move(workbook),
-                              [sheet, others = std::move(others)](int index) {
-                                  return index == sheet->sheetIndex ? sheet : others ? others(index) : nullptr;
-                              }),
-      m_cellsLeft(maxCellsWalked), m_appliedLeft(maxApplied)
+Conditions::Conditions(WorkbookCells& cells, std::shared_ptr<const SheetContent> sheet)
+    : m_sheet(std::move(sheet)), m_cells(cells), m_cellsLeft(maxCellsWalked), m_appliedLeft(maxApplied)
 {
     m_budget.steps = maxSteps;
     std::unordered_map<const void*, size_t> formats;
-    for (const ConditionalRule& rule : sheet->conditions) {
-        FormulaPlace corner{maxRow, maxColumn};
+    for (const ConditionalRule& rule : m_sheet->conditions) {
         const auto [format, isNew] = formats.try_emplace(rule.areas.get(), m_formats.size());
         if (isNew)
             m_formats.emplace_back();
-        else
-            corner = m_rules[m_formats[format->second].front()]->written;
-        for (const CellArea& area : isNew ? std::span(*rule.areas) : std::span<const CellArea>())
-            corner = {std::min(corner.row, area.firstRow), std::min(corner.column, area.firstColumn)};
-        m_formats[format->second].push_back(static_cast<quint32>(m_rules.size()));
+        std::vector<quint32>& rules = m_formats[format->second];
+        const FormulaPlace corner = isNew ? cornerOf(*rule.areas) : m_rules[rules.front()]->written;
+        rules.push_back(static_cast<quint32>(m_rules.size()));
         m_rules.push_back(std::make_unique<Rule>(Rule{rule, corner, {}, false, {}, {}, {}}));
         m_changesTexts = m_changesTexts || (rule.look && !rule.look->numberFormat.isEmpty());
     }

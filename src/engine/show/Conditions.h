@@ -35,9 +35,8 @@ struct ConditionResult
 class Conditions
 {
 public:
-    /// `others` gives the other sheets of the workbook, for formulas that refer to them; it may be empty.
-    Conditions(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
-               WorkbookCells::SheetSource others);
+    /// `cells` must outlive the object.
+    Conditions(WorkbookCells& cells, std::shared_ptr<const SheetContent> sheet);
     ~Conditions();
 
     const ConditionResult& at(int row, int column);
@@ -79,7 +78,7 @@ private:
     FormulaRun* formula(Rule& rule, qsizetype number);
 
     std::shared_ptr<const SheetContent> m_sheet;
-    WorkbookCells m_cells;
+    WorkbookCells& m_cells;
     FormulaBudget m_budget;
     std::vector<std::unique_ptr<Rule>> m_rules;           ///< the strongest first
     std::vector<std::vector<quint32>> m_formats;          ///< rules with the same areas, the strongest first

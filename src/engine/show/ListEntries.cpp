@@ -4,15 +4,6 @@
 
 namespace lumivane::engine {
 
-ListEntries::ListEntries(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
-                         WorkbookCells::SheetSource others)
-    : m_sheetIndex(sheet->sheetIndex), m_sheets([own = sheet, others = std::move(others)](int index) {
-          return index == own->sheetIndex ? own : others ? others(index) : nullptr;
-      }),
-      m_cells(std::move(workbook), m_sheets)
-{
-}
-
 int ListEntries::count(const QString& reference)
 {
     const SheetArea* area = find(reference);
@@ -25,7 +16,7 @@ ListEntries::Entry ListEntries::at(const QString& reference, int index)
     if (!area || index < 0 || index >= area->cells.rows())
         return {};
     const int row = area->cells.firstRow + index, column = area->cells.firstColumn;
-    const auto sheet = m_sheets(area->sheet);
+    const SheetContent* sheet = m_cells.sheet(area->sheet);
     const Cell* cell = sheet ? sheet->find(row, column) : nullptr;
     return {m_cells.value(area->sheet, row, column), cell ? static_cast<int>(cell->style) : 0};
 }
@@ -36,12 +27,8 @@ const SheetArea* ListEntries::find(const QString& reference)
     if (m_areas.size() >= maxReferences && !m_areas.contains(reference))
         return nullptr;
     const auto [place, isNew] = m_areas.try_emplace(reference);
-    if (isNew) {
-        const std::optional<Formula> formula = Formula::parse(reference);
-        const FormulaValue found = formula ? formula->evaluate(m_cells, m_sheetIndex, {}, {}) : FormulaValue();
-        if (found.kind() == FormulaValue::Kind::Area)
-            place->second = found.areas().front();
-    }
+    if (isNew)
+        place->second = areaReferredTo(reference, m_cells, m_sheet);
     return place->second ? &*place->second : nullptr;
 }
 

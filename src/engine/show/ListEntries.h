@@ -1,11 +1,8 @@
 #pragma once
 
-#include "engine/content/SheetContent.h"
-#include "engine/content/WorkbookContent.h"
 #include "engine/formula/WorkbookCells.h"
 
 #include <map>
-#include <memory>
 #include <optional>
 
 namespace lumivane::engine {
@@ -14,9 +11,8 @@ namespace lumivane::engine {
 class ListEntries
 {
 public:
-    /// `others` gives the other sheets of the workbook, in which they may lie; it may be empty.
-    ListEntries(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
-                WorkbookCells::SheetSource others);
+    /// For lists on a sheet by index. `cells` must outlive the object.
+    ListEntries(WorkbookCells& cells, int sheet) : m_cells(cells), m_sheet(sheet) {}
 
     struct Entry
     {
@@ -31,9 +27,8 @@ public:
 private:
     const SheetArea* find(const QString& reference);
 
-    const int m_sheetIndex;
-    WorkbookCells::SheetSource m_sheets;
-    WorkbookCells m_cells;
+    WorkbookCells& m_cells;
+    const int m_sheet;
     std::map<QString, std::optional<SheetArea>> m_areas;
 };
 

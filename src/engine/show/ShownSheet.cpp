@@ -19,15 +19,22 @@ const SheetOverlay noOverlay;
 ShownSheet::ShownSheet(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
                        const SheetOverlay* overlay, WorkbookCells::SheetSource others)
     : m_workbook(std::move(workbook)), m_sheet(std::move(sheet)), m_overlay(overlay ? overlay : &noOverlay),
-      m_styles(m_workbook->styles), m_tables(TableLooks::of(*m_sheet)),
+      m_others(std::move(others)), m_styles(m_workbook->styles), m_tables(TableLooks::of(*m_sheet)),
       m_formats(m_workbook->styles.numberFormats.size())
 {
     if (!m_sheet->conditions.empty())
-        m_conditions = std::make_unique<Conditions>(m_workbook, m_sheet, others);
+        m_conditions = std::make_unique<Conditions>(cells(), m_sheet);
     if (!m_sheet->sparklines.empty())
-        m_sparklines = std::make_unique<Sparklines>(m_workbook, m_sheet, others);
-    if (!m_sheet->drawings.empty())
-        m_listEntries = std::make_unique<ListEntries>(m_workbook, m_sheet, std::move(others));
+        m_sparklines = std::make_unique<Sparklines>(cells(), m_sheet);
+}
+
+WorkbookCells& ShownSheet::cells() const
+{
+    if (!m_cells)
+        m_cells = std::make_unique<WorkbookCells>(m_workbook, [own = m_sheet, others = m_others](int index) {
+            return index == own->sheetIndex ? own : others ? others(index) : nullptr;
+        });
+    return *m_cells;
 }
 
 const NumberFormat& ShownSheet::format(int style) const
@@ -59,8 +66,10 @@ const SparklineShown* ShownSheet::sparkline(int row, int column) const
 
 QStringList ShownSheet::listEntries(const QString& reference, int first, int most) const
 {
+    if (!m_listEntries)
+        m_listEntries = std::make_unique<ListEntries>(cells(), m_sheet->sheetIndex);
     QStringList texts;
-    const int end = m_listEntries ? m_listEntries->count(reference) : 0;
+    const int end = m_listEntries->count(reference);
     for (int i = std::max(first, 0); i < end && texts.size() < most; ++i) {
         const auto [value, style] = m_listEntries->at(reference, i);
         texts << (value.isNumber()    ? shownNumber(value.number(), style)

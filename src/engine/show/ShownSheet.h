@@ -79,15 +79,18 @@ public:
 private:
     QString storedText(const Cell& cell) const;
     int storedStyle(int row, int column) const;
+    WorkbookCells& cells() const;
 
     std::shared_ptr<const WorkbookContent> m_workbook;
     std::shared_ptr<const SheetContent> m_sheet;
     const SheetOverlay* m_overlay;
+    WorkbookCells::SheetSource m_others; ///< may be empty
     mutable CombinedStyles m_styles;
+    mutable std::unique_ptr<WorkbookCells> m_cells;               ///< for formulas; null until one needs them
     std::unique_ptr<TableLooks> m_tables;                         ///< null where no table changes a cell
     std::unique_ptr<Conditions> m_conditions;                     ///< null where the sheet has none
     std::unique_ptr<Sparklines> m_sparklines;                     ///< the same
-    std::unique_ptr<ListEntries> m_listEntries;                   ///< null where the sheet has no drawings
+    mutable std::unique_ptr<ListEntries> m_listEntries;           ///< null until asked for
     mutable std::vector<std::unique_ptr<NumberFormat>> m_formats; ///< by CellStyle::numberFormat
 };
 

@@ -23,12 +23,8 @@ void widen(SparklineShown& shown, const std::vector<SparklineShown::Point>& poin
 
 } // namespace
 
-Sparklines::Sparklines(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
-                       WorkbookCells::SheetSource others)
-    : m_sheet(std::move(sheet)), m_sheets([own = m_sheet, others = std::move(others)](int index) {
-          return index == own->sheetIndex ? own : others ? others(index) : nullptr;
-      }),
-      m_cells(std::move(workbook), m_sheets), m_pointsLeft(maxAllPoints)
+Sparklines::Sparklines(WorkbookCells& cells, std::shared_ptr<const SheetContent> sheet)
+    : m_sheet(std::move(sheet)), m_cells(cells), m_pointsLeft(maxAllPoints)
 {
     for (const SparklineGroup& group : m_sheet->sparklines)
         for (const SparklineGroup::Member& member : group.members)
@@ -107,28 +103,23 @@ std::vector<SparklineShown::Point> Sparklines::pointsOf(const SparklineGroup& gr
 std::vector<std::optional<double>> Sparklines::valuesOf(const QString& reference, bool hiddenToo)
 {
     std::vector<std::optional<double>> values;
-    const std::optional<Formula> formula = Formula::parse(reference);
-    if (!formula)
-        return values;
-    const FormulaValue found = FormulaRun(*formula, m_cells, m_sheet->sheetIndex, {}, &m_budget).value({});
-    if (found.kind() != FormulaValue::Kind::Area)
-        return values;
-    const SheetArea area = found.areas().front();
-    const auto sheet = m_sheets(area.sheet);
+    const std::optional<SheetArea> area = areaReferredTo(reference, m_cells, m_sheet->sheetIndex, &m_budget);
+    const SheetContent* sheet = area ? m_cells.sheet(area->sheet) : nullptr;
     if (!sheet)
         return values;
-    const qint64 count = qint64(area.cells.rows()) * area.cells.columns();
+    const CellArea& cells = area->cells;
+    const qint64 count = qint64(cells.rows()) * cells.columns();
     if (count > maxPoints || (m_pointsLeft -= count) < 0)
         return values;
-    for (int row = area.cells.firstRow; row <= area.cells.lastRow; ++row) {
+    for (int row = cells.firstRow; row <= cells.lastRow; ++row) {
         const RowContent* stored = sheet->findRow(row);
         if (!hiddenToo && stored && stored->hidden)
             continue;
-        for (int column = area.cells.firstColumn; column <= area.cells.lastColumn; ++column) {
+        for (int column = cells.firstColumn; column <= cells.lastColumn; ++column) {
             const ColumnContent* content = sheet->findColumn(column);
             if (!hiddenToo && content && content->hidden)
                 continue;
-            const FormulaValue value = m_cells.value(area.sheet, row, column);
+            const FormulaValue value = m_cells.value(area->sheet, row, column);
             // A text counts as nothing, an error is left out.
             values.push_back(value.isNumber() ? std::optional(value.number())
                              : value.isText() ? std::optional(0.0)

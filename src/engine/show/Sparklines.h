@@ -27,9 +27,8 @@ struct SparklineShown
 class Sparklines
 {
 public:
-    /// `others` gives the other sheets of the workbook, in which values may lie; it may be empty.
-    Sparklines(std::shared_ptr<const WorkbookContent> workbook, std::shared_ptr<const SheetContent> sheet,
-               WorkbookCells::SheetSource others);
+    /// `cells` must outlive the object.
+    Sparklines(WorkbookCells& cells, std::shared_ptr<const SheetContent> sheet);
 
     /// The chart in a cell; null if there is none, and where it has no values.
     const SparklineShown* at(int row, int column);
@@ -47,8 +46,7 @@ private:
     std::vector<SparklineShown::Point> pointsOf(const SparklineGroup& group, const SparklineGroup::Member& member);
 
     std::shared_ptr<const SheetContent> m_sheet;
-    WorkbookCells::SheetSource m_sheets;
-    WorkbookCells m_cells;
+    WorkbookCells& m_cells;
     FormulaBudget m_budget;
     std::map<std::pair<int, int>, Entry> m_entries; ///< by row and column
     qint64 m_pointsLeft;

@@ -83,18 +83,15 @@ void showPicture(std::shared_ptr<const PictureData> picture, ShapeContent& shape
 
 ControlReader::ControlReader(const Package& package, const Package::Entry& part, DrawingPictures& pictures,
                              DrawingBudget& budget)
-    : m_package(package), m_part(part), m_pictures(pictures), m_budget(budget),
-      m_relationships(readRelationships(package, part.name))
+    : m_pictures(pictures), m_budget(budget), m_relationships(readRelationships(package, part.name))
 {
 }
 
-std::vector<std::pair<int, DrawingContent>> ControlReader::read(std::vector<DrawingContent>& drawings,
-                                                                const std::map<int, size_t>& byNumber)
+std::vector<std::pair<int, DrawingContent>>
+ControlReader::read(pugi::xml_node root, std::vector<DrawingContent>& drawings, const std::map<int, size_t>& byNumber)
 {
-    pugi::xml_document document;
-    readSmallPart(m_package, m_part, document);
     std::vector<std::pair<int, DrawingContent>> others;
-    for (const pugi::xml_node shape : childrenNamed(document.document_element(), "shape")) {
+    for (const pugi::xml_node shape : childrenNamed(root, "shape")) {
         std::optional<int> number = shapeNumber(attributeOf(shape, "spid"));
         if (!number)
             number = shapeNumber(attributeOf(shape, "id"));

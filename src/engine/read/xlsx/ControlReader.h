@@ -10,11 +10,12 @@ namespace lumivane::engine {
 class ControlReader
 {
 public:
+    /// Throws Fault where the relationships of the part are broken.
     ControlReader(const Package& package, const Package::Entry& part, DrawingPictures& pictures, DrawingBudget& budget);
 
     /// Adds looks and state to the controls among the drawings, which are found by the number of their shape. Gives
-    /// those that are not among them, with their numbers. Throws Fault where the part is broken.
-    std::vector<std::pair<int, DrawingContent>> read(std::vector<DrawingContent>& drawings,
+    /// those that are not among them, with their numbers.
+    std::vector<std::pair<int, DrawingContent>> read(pugi::xml_node root, std::vector<DrawingContent>& drawings,
                                                      const std::map<int, size_t>& byNumber);
 
 private:
@@ -22,8 +23,6 @@ private:
     ShapeText readText(pugi::xml_node shape, pugi::xml_node data, ControlKind kind);
     void addRuns(pugi::xml_node node, const FontStyle& font, ShapeParagraph& paragraph, int depth);
 
-    const Package& m_package;
-    const Package::Entry& m_part;
     DrawingPictures& m_pictures;
     DrawingBudget& m_budget;
     std::vector<Relationship> m_relationships;

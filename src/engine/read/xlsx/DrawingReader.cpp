@@ -98,15 +98,15 @@ void AnchorReader::readObjects(const DrawingParts& parts)
             add(object.place, object.shape);
         }
     }
-    if (parts.controls) {
+    if (parts.olderRoot) {
         try {
-            ControlReader reader(m_package, *parts.controls, m_pictures, m_budget);
-            for (auto& [number, drawing] : reader.read(m_drawings, byNumber)) {
+            ControlReader reader(m_package, *parts.older, m_pictures, m_budget);
+            for (auto& [number, drawing] : reader.read(parts.olderRoot, m_drawings, byNumber)) {
                 byNumber[number] = m_drawings.size();
                 add(std::move(drawing), number);
             }
         } catch (const Fault&) {
-            // They are named as not drawn then. Such parts are often careless in their XML.
+            // They are named as not drawn then.
         }
     }
     readControlParts(parts, byNumber);

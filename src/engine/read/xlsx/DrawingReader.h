@@ -19,7 +19,8 @@ struct SheetDrawings
 struct DrawingParts
 {
     const Package::Entry* drawings = nullptr;
-    const Package::Entry* controls = nullptr;       ///< the older part with controls and comments
+    const Package::Entry* older = nullptr;          ///< with controls and the boxes of comments (VML)
+    pugi::xml_node olderRoot{};                     ///< what it holds; null where it is broken
     const Package::Entry* theme = nullptr;          ///< from which shapes take their looks
     const std::vector<SheetObject>& objects;        ///< of the sheet
     const std::vector<Relationship>& relationships; ///< of the sheet

@@ -33,7 +33,7 @@ const Package::Entry* referredEntry(const Package& package, const std::vector<Re
 }
 
 /// Comments without which the sheet is whole otherwise. Conversations and boxes are beside the comments themselves.
-void readNotes(const Package& package, const std::vector<Relationship>& relationships, const Package::Entry* boxes,
+void readNotes(const Package& package, const std::vector<Relationship>& relationships, pugi::xml_node boxes,
                const Palette& palette, qint64 maxBytes, SheetContent& content)
 {
     constexpr qint64 mostBytes = 16 << 20;
@@ -51,14 +51,17 @@ void readNotes(const Package& package, const std::vector<Relationship>& relation
     } catch (const Fault& fault) {
         content.addProblem(u"Comments are missing: %1."_s.arg(fault.what));
     }
-    if (!boxes)
-        return;
+    readOpenNotes(boxes, content);
+}
+
+/// The older part with controls and the boxes of comments. Such parts are often careless in their XML: nothing is read
+/// of a broken one. Controls are named as not drawn then, and the cells with comments are marked all the same.
+void readOlderDrawings(const Package& package, const Package::Entry& entry, pugi::xml_document& document)
+{
     try {
-        pugi::xml_document document;
-        readSmallPart(package, *boxes, document);
-        readOpenNotes(document.document_element(), content);
+        readSmallPart(package, entry, document);
     } catch (const Fault&) {
-        // Such parts are often careless in their XML. The cells are marked all the same.
+        document.reset();
     }
 }
 
@@ -225,12 +228,16 @@ void XlsxReader::followReferences(const Package& package, const std::string& par
         }
         readTables(package, tables, content);
         readBackground(package, relationships, reader.backgroundId(), maxBytes, content);
-        readNotes(package, relationships, target(reader.controlsId()), m_palette, maxBytes, content);
-        const DrawingParts parts{target(reader.drawingId()), target(reader.controlsId()), package.find(m_theme),
-                                 reader.objects(), relationships};
+        pugi::xml_document older;
+        const Package::Entry* olderPart = target(reader.controlsId());
+        if (olderPart)
+            readOlderDrawings(package, *olderPart, older);
+        readNotes(package, relationships, older.document_element(), m_palette, maxBytes, content);
+        const DrawingParts parts{target(reader.drawingId()), olderPart,        older.document_element(),
+                                 package.find(m_theme),      reader.objects(), relationships};
         if (!parts.drawings && !reader.drawingId().empty())
             throw Fault{u"the part with the drawings is missing from the file"_s};
-        if (!parts.drawings && !parts.controls && parts.objects.empty())
+        if (!parts.drawings && !parts.older && parts.objects.empty())
             return;
         SheetDrawings read = readDrawings(package, parts, m_palette, maxBytes - content.bytes());
         content.drawings = std::move(read.drawings);

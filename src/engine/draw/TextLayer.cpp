@@ -453,10 +453,8 @@ void TextLayer::paintLines(QPainter& painter, const Placed& placed, const QRectF
         const bool around = placed.spreadLast && placed.spaceAround;
         if (spread)
             stroke.extraGap = std::max(free, 0.0) / (around ? gaps + 2 : gaps);
-        if (spread && around)
-            x += stroke.extraGap;
-        else if (spread)
-            x += 0;
+        if (spread)
+            x += around ? stroke.extraGap : 0;
         else if (placed.horizontal == Horizontal::Right)
             x += free;
         else if (placed.horizontal == Horizontal::Center || placed.horizontal == Horizontal::Distributed)

@@ -156,10 +156,10 @@ void TableLooks::addRowStripe(Region& region, int row, int column)
     if (!region.stripedRows || !region.stripedRows->contains(row, column))
         return;
     // Stripes count the rows that are left visible, so that those of a filtered table take turns.
-    const Stripe stripe(visibleRowsBefore(region, row), region.style->firstRowStripe, region.style->secondRowStripe);
-    const int within = visibleRowsBefore(region, row) - stripe.start;
+    const int place = visibleRowsBefore(region, row);
+    const Stripe stripe(place, region.style->firstRowStripe, region.style->secondRowStripe);
     CellArea area = *region.stripedRows;
-    area.firstRow = row - within;
+    area.firstRow = row - (place - stripe.start);
     area.lastRow = std::min(area.firstRow + stripe.size - 1, area.lastRow);
     addLayer(region, stripe.isFirst ? TableElement::FirstRowStripe : TableElement::SecondRowStripe, row, column, area);
 }

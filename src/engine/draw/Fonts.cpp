@@ -48,75 +48,78 @@ bool hasEastAsianName(const QString& family)
            });
 }
 
-/// Free families for those that only other systems have: first those of equal widths, then those whose digits are
+/// A family that only other systems have, in small letters, and a free one of equal widths, or the one whose digits are
 /// nearest, as digits decide the widths of columns.
-Substitute customarySubstitute(const QString& name)
+struct KnownFont
 {
-    static const QHash<QString, Substitute> substitutes = {
-        {u"calibri"_s, {u"Carlito"_s}},
-        {u"cambria"_s, {u"Caladea"_s}},
-        {u"cambria math"_s, {u"Caladea"_s}},
-        {u"arial"_s, {u"Liberation Sans"_s}},
-        {u"helvetica"_s, {u"Liberation Sans"_s}},
-        {u"arial narrow"_s, {u"Liberation Sans Narrow"_s}},
-        {u"times new roman"_s, {u"Liberation Serif"_s}},
-        {u"times"_s, {u"Liberation Serif"_s}},
-        {u"courier new"_s, {u"Liberation Mono"_s}},
-        {u"courier"_s, {u"Liberation Mono"_s}},
-        {u"aptos"_s, {u"Liberation Sans"_s}},
-        {u"aptos narrow"_s, {u"Liberation Sans Narrow"_s, 0.489}},
-        {u"calibri light"_s, {u"Carlito"_s}},
-        {u"candara"_s, {u"Carlito"_s}},
-        {u"consolas"_s, {u"Liberation Mono"_s, 0.55}},
-        {u"constantia"_s, {u"Caladea"_s}},
-        {u"garamond"_s, {u"Liberation Serif"_s, 0.469}},
-        {u"georgia"_s, {u"DejaVu Serif"_s, 0.614}},
-        {u"lucida console"_s, {u"DejaVu Sans Mono"_s}},
-        {u"microsoft sans serif"_s, {u"Liberation Sans"_s}},
-        {u"ms sans serif"_s, {u"Liberation Sans"_s}},
-        {u"segoe ui"_s, {u"Liberation Sans"_s, 0.539}},
-        {u"tahoma"_s, {u"Liberation Sans"_s, 0.546}},
-        {u"trebuchet ms"_s, {u"Liberation Sans"_s, 0.524}},
-    };
-    return substitutes.value(name);
-}
+    QStringView name, substitute;
+    double digit = 0;       ///< as Substitute::digit
+    bool customary = false; ///< Calc knows it too
+};
 
-/// More of them, of which the widths of the digits are known.
-Substitute furtherSubstitute(const QString& name)
+constexpr KnownFont knownFonts[] = {
+    {u"calibri", u"Carlito", 0, true},
+    {u"cambria", u"Caladea", 0, true},
+    {u"cambria math", u"Caladea", 0, true},
+    {u"arial", u"Liberation Sans", 0, true},
+    {u"helvetica", u"Liberation Sans", 0, true},
+    {u"arial narrow", u"Liberation Sans Narrow", 0, true},
+    {u"times new roman", u"Liberation Serif", 0, true},
+    {u"times", u"Liberation Serif", 0, true},
+    {u"courier new", u"Liberation Mono", 0, true},
+    {u"courier", u"Liberation Mono", 0, true},
+    {u"aptos", u"Liberation Sans", 0, true},
+    {u"aptos narrow", u"Liberation Sans Narrow", 0.489, true},
+    {u"calibri light", u"Carlito", 0, true},
+    {u"candara", u"Carlito", 0, true},
+    {u"consolas", u"Liberation Mono", 0.55, true},
+    {u"constantia", u"Caladea", 0, true},
+    {u"garamond", u"Liberation Serif", 0.469, true},
+    {u"georgia", u"DejaVu Serif", 0.614, true},
+    {u"lucida console", u"DejaVu Sans Mono", 0, true},
+    {u"microsoft sans serif", u"Liberation Sans", 0, true},
+    {u"ms sans serif", u"Liberation Sans", 0, true},
+    {u"segoe ui", u"Liberation Sans", 0.539, true},
+    {u"tahoma", u"Liberation Sans", 0.546, true},
+    {u"trebuchet ms", u"Liberation Sans", 0.524, true},
+    {u"aptos display", u"Liberation Sans", 0},
+    {u"arial unicode ms", u"Liberation Sans", 0},
+    {u"book antiqua", u"Liberation Serif", 0},
+    {u"bookman old style", u"DejaVu Serif", 0.62},
+    {u"century gothic", u"Liberation Sans", 0.554},
+    {u"century schoolbook", u"Liberation Serif", 0.556},
+    {u"comic sans ms", u"DejaVu Sans", 0.61},
+    {u"franklin gothic book", u"Liberation Sans", 0},
+    {u"gill sans mt", u"Carlito", 0.5},
+    {u"helvetica neue", u"Liberation Sans", 0},
+    {u"lucida sans unicode", u"DejaVu Sans", 0},
+    {u"malgun gothic", u"Liberation Sans", 0},
+    {u"meiryo", u"DejaVu Sans", 0},
+    {u"microsoft jhenghei", u"Liberation Sans", 0},
+    {u"microsoft yahei", u"Liberation Sans", 0.539},
+    {u"open sans", u"Liberation Sans", 0.572},
+    {u"palatino linotype", u"Liberation Serif", 0},
+    {u"roboto", u"Liberation Sans", 0.562},
+    {u"segoe ui light", u"Liberation Sans", 0.539},
+    {u"segoe ui semibold", u"Liberation Sans", 0.539},
+    {u"verdana", u"DejaVu Sans", 0},
+    {u"yu gothic", u"Liberation Sans", 0},
+};
+
+/// A family that only other systems have, in small letters; without a family where nothing is known of it.
+Substitute substituteFor(const QString& name, bool customaryOnly)
 {
-    static const QHash<QString, Substitute> substitutes = {
-        {u"aptos display"_s, {u"Liberation Sans"_s}},
-        {u"arial unicode ms"_s, {u"Liberation Sans"_s}},
-        {u"book antiqua"_s, {u"Liberation Serif"_s}},
-        {u"bookman old style"_s, {u"DejaVu Serif"_s, 0.62}},
-        {u"century gothic"_s, {u"Liberation Sans"_s, 0.554}},
-        {u"century schoolbook"_s, {u"Liberation Serif"_s, 0.556}},
-        {u"comic sans ms"_s, {u"DejaVu Sans"_s, 0.61}},
-        {u"franklin gothic book"_s, {u"Liberation Sans"_s}},
-        {u"gill sans mt"_s, {u"Carlito"_s, 0.5}},
-        {u"helvetica neue"_s, {u"Liberation Sans"_s}},
-        {u"lucida sans unicode"_s, {u"DejaVu Sans"_s}},
-        {u"malgun gothic"_s, {u"Liberation Sans"_s}},
-        {u"meiryo"_s, {u"DejaVu Sans"_s}},
-        {u"microsoft jhenghei"_s, {u"Liberation Sans"_s}},
-        {u"microsoft yahei"_s, {u"Liberation Sans"_s, 0.539}},
-        {u"open sans"_s, {u"Liberation Sans"_s, 0.572}},
-        {u"palatino linotype"_s, {u"Liberation Serif"_s}},
-        {u"roboto"_s, {u"Liberation Sans"_s, 0.562}},
-        {u"segoe ui light"_s, {u"Liberation Sans"_s, 0.539}},
-        {u"segoe ui semibold"_s, {u"Liberation Sans"_s, 0.539}},
-        {u"verdana"_s, {u"DejaVu Sans"_s}},
-        {u"yu gothic"_s, {u"Liberation Sans"_s}},
-    };
     static const QHash<QString, QString> otherNames = {{u"맑은 고딕"_s, u"malgun gothic"_s},
                                                        {u"微軟正黑體"_s, u"microsoft jhenghei"_s},
                                                        {u"微软雅黑"_s, u"microsoft yahei"_s},
                                                        {u"游ゴシック"_s, u"yu gothic"_s},
                                                        {u"メイリオ"_s, u"meiryo"_s}};
-    const auto known = substitutes.constFind(otherNames.value(name, name));
-    if (known != substitutes.constEnd())
-        return *known;
-    return hasEastAsianName(name) ? Substitute{u"Carlito"_s, 0, true} : Substitute{};
+    const QString usual = otherNames.value(name, name);
+    for (const KnownFont& known : knownFonts) {
+        if (known.name == usual && (known.customary || !customaryOnly))
+            return {known.substitute.toString(), known.digit};
+    }
+    return !customaryOnly && hasEastAsianName(name) ? Substitute{u"Carlito"_s, 0, true} : Substitute{};
 }
 
 Substitute findDrawn(const QString& family, bool customaryOnly)
@@ -124,9 +127,7 @@ Substitute findDrawn(const QString& family, bool customaryOnly)
     if (QFontDatabase::hasFamily(family))
         return {family};
     const QString name = withoutRegion(family.toLower());
-    Substitute wanted = customarySubstitute(name);
-    if (wanted.family.isEmpty() && !customaryOnly)
-        wanted = furtherSubstitute(name);
+    Substitute wanted = substituteFor(name, customaryOnly);
     // Most fonts have digits about as wide as those of Liberation Sans.
     const QString last = customaryOnly ? u"DejaVu Sans"_s : u"Liberation Sans"_s;
     for (const QString& candidate : {wanted.family, last, u"DejaVu Sans"_s}) {

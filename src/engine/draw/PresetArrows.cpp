@@ -107,23 +107,28 @@ void quadArrowCallout(PresetPen& p)
     p.text(x - across, y - down, x + across, y + down);
 }
 
+/// From the tip at the left along the upper side of its shaft to the tip at the top; the shafts meet in a corner.
+QList<QPointF> leftAndUp(const Head& head, double x, double y)
+{
+    return {{0, y},
+            {head.length, y - head.half},
+            {head.length, y - head.shaft},
+            {x - head.shaft, y - head.shaft},
+            {x - head.shaft, head.length},
+            {x - head.half, head.length},
+            {x, 0}};
+}
+
 void leftUpArrow(PresetPen& p)
 {
     const double w = p.w, h = p.h;
     const Head head = headOf(p, 0.25, 0.5);
     const double x = w - head.half, y = h - head.half; // the middles of both shafts
-    p.polygon({{0, y},
-               {head.length, y - head.half},
-               {head.length, y - head.shaft},
-               {x - head.shaft, y - head.shaft},
-               {x - head.shaft, head.length},
-               {x - head.half, head.length},
-               {x, 0},
-               {w, head.length},
-               {x + head.shaft, head.length},
-               {x + head.shaft, y + head.shaft},
-               {head.length, y + head.shaft},
-               {head.length, h}})
+    p.polygon(leftAndUp(head, x, y) + QList<QPointF>{{w, head.length},
+                                                     {x + head.shaft, head.length},
+                                                     {x + head.shaft, y + head.shaft},
+                                                     {head.length, y + head.shaft},
+                                                     {head.length, h}})
         .end();
     p.text(head.length / 2, y - head.shaft, x + head.shaft, y + head.shaft);
 }
@@ -133,23 +138,16 @@ void leftRightUpArrow(PresetPen& p)
     const double w = p.w, h = p.h, x = w / 2;
     const Head head = headOf(p, 0.25, 0.5);
     const double y = h - head.half;
-    p.polygon({{0, y},
-               {head.length, y - head.half},
-               {head.length, y - head.shaft},
-               {x - head.shaft, y - head.shaft},
-               {x - head.shaft, head.length},
-               {x - head.half, head.length},
-               {x, 0},
-               {x + head.half, head.length},
-               {x + head.shaft, head.length},
-               {x + head.shaft, y - head.shaft},
-               {w - head.length, y - head.shaft},
-               {w - head.length, y - head.half},
-               {w, y},
-               {w - head.length, h},
-               {w - head.length, y + head.shaft},
-               {head.length, y + head.shaft},
-               {head.length, h}})
+    p.polygon(leftAndUp(head, x, y) + QList<QPointF>{{x + head.half, head.length},
+                                                     {x + head.shaft, head.length},
+                                                     {x + head.shaft, y - head.shaft},
+                                                     {w - head.length, y - head.shaft},
+                                                     {w - head.length, y - head.half},
+                                                     {w, y},
+                                                     {w - head.length, h},
+                                                     {w - head.length, y + head.shaft},
+                                                     {head.length, y + head.shaft},
+                                                     {head.length, h}})
         .end();
     p.text(head.length / 2, y - head.shaft, w - head.length / 2, y + head.shaft);
 }

@@ -59,9 +59,9 @@ PresetPen& PresetPen::close()
     return *this;
 }
 
-PresetPen& PresetPen::polygon(std::initializer_list<QPointF> points)
+PresetPen& PresetPen::polygon(const QList<QPointF>& points)
 {
-    m_path.addPolygon(QPolygonF(QList<QPointF>(points)));
+    m_path.addPolygon(QPolygonF(points));
     return close();
 }
 

@@ -26,7 +26,7 @@ public:
     PresetPen& curve(double x1, double y1, double x2, double y2, double x, double y);
     PresetPen& bow(double controlX, double controlY, double x, double y);
     PresetPen& close();
-    PresetPen& polygon(std::initializer_list<QPointF> points); ///< closed
+    PresetPen& polygon(const QList<QPointF>& points); ///< closed
     PresetPen& rect(double left, double top, double right, double bottom);
     PresetPen& ellipse(const QPointF& center, double across, double down);
     PresetPen& add(const QPainterPath& path);

@@ -1,6 +1,6 @@
 #include "engine/draw/SheetPainter.h"
-#include "engine/read/WorkbookFile.h"
 #include "host/Host.h"
+#include "host/embedded/EmbeddedHost.h"
 #include "platform/ApplicationInfo.h"
 #include "platform/RuntimeError.h"
 #include "repository/clsWorkspacePanel.h"
@@ -30,7 +30,7 @@ CellArea areaArgument(const QString& text)
 /// As LibreOffice Calc would draw it, which leaves out the grid lines.
 QImage comparisonPicture(const QString& path, const QString& sheetName, const CellArea& area, double scale)
 {
-    const auto file = engine::WorkbookFile::open(path);
+    const auto file = processContentCache().open(path);
     const auto sheet = std::make_shared<engine::ShownSheet>(file->content(),
                                                             file->sheet(sheetIndex(*file->content(), path, sheetName)),
                                                             nullptr, engine::WorkbookFile::sheetsOf(file));

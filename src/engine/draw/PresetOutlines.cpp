@@ -9,38 +9,16 @@
 namespace lumivane::engine {
 namespace {
 
-/// Makes outlines of one size. Adjustments are shares of 100000; their defaults are those of the presets.
-class Preset
+/// Draws presets whose names say how they differ.
+class Preset : private PresetPen
 {
 public:
-    Preset(const QSizeF& size, const GuideValues& values)
-        : m_values(values), w(size.width()), h(size.height()), ss(std::min(w, h)), m_made{{}, whole()}
-    {
-    }
+    using PresetPen::PresetPen;
 
     std::optional<ShapeOutline> make(const std::string& name);
 
 private:
     QRectF whole() const { return {0, 0, w, h}; }
-    double share(const char* name, double otherwise, double least = -10, double most = 10) const
-    {
-        return std::clamp(m_values.value(name, otherwise * 100000) / 100000, least, most);
-    }
-    QPainterPath polygon(std::initializer_list<QPointF> points)
-    {
-        QPainterPath path;
-        path.addPolygon(QPolygonF(QList<QPointF>(points)));
-        path.closeSubpath();
-        return path;
-    }
-    void add(const QPainterPath& path, bool filled = true, bool stroked = true)
-    {
-        m_made.paths.push_back({path, filled, stroked});
-    }
-    void textIn(double left, double top, double right, double bottom)
-    {
-        m_made.textRect = QRectF(QPointF(left, top), QPointF(right, bottom)).normalized();
-    }
 
     bool simple(const std::string& name);
     bool polygons(const std::string& name);
@@ -59,26 +37,22 @@ private:
     void callout(bool ellipse, double radius);
     void curlyBrace(bool left);
     void can(double share);
-
-    const GuideValues& m_values;
-    const double w, h, ss;
-    ShapeOutline m_made;
 };
 
 std::optional<ShapeOutline> Preset::make(const std::string& name)
 {
     const bool known = simple(name) || polygons(name) || arrows(name) || callouts(name) || brackets(name) ||
                        connectors(name) || flowCharts(name);
-    return known ? std::optional(std::move(m_made)) : std::nullopt;
+    return known ? std::optional(std::move(outline())) : std::nullopt;
 }
 
 void Preset::ellipse()
 {
     QPainterPath path;
     path.addEllipse(whole());
-    add(path);
+    add(path).end();
     const double inset = (1 - std::numbers::sqrt2 / 2) / 2;
-    textIn(w * inset, h * inset, w * (1 - inset), h * (1 - inset));
+    text(w * inset, h * inset, w * (1 - inset), h * (1 - inset));
 }
 
 void Preset::rounded(const char* adjust, double radius)
@@ -86,15 +60,16 @@ void Preset::rounded(const char* adjust, double radius)
     const double r = ss * share(adjust, radius, 0, 0.5);
     QPainterPath path;
     path.addRoundedRect(whole(), r, r);
-    add(path);
+    add(path).end();
     const double inset = r * (1 - std::numbers::sqrt2 / 2);
-    textIn(inset, inset, w - inset, h - inset);
+    text(inset, inset, w - inset, h - inset);
 }
 
 /// Corners that are round or cut off by the first adjustment; the second is for the other ones where they are told.
 void Preset::cutCorners(bool round, bool topLeft, bool topRight, bool bottomRight, bool bottomLeft)
 {
-    const double cut = ss * share("adj1", share("adj", 0.16667), 0, 0.5), other = ss * share("adj2", 0, 0, 0.5);
+    const double cut = ss * share("adj1", share("adj", 0.16667, -10, 10), 0, 0.5),
+                 other = ss * share("adj2", 0, 0, 0.5);
     const auto size = [&](bool first) { return first ? cut : other; };
     QPainterPath path;
     const auto corner = [&](double c, QPointF at, QPointF in, QPointF out) {
@@ -112,13 +87,13 @@ void Preset::cutCorners(bool round, bool topLeft, bool topRight, bool bottomRigh
     corner(size(bottomRight), {w, h}, {0, -1}, {-1, 0});
     corner(size(bottomLeft), {0, h}, {1, 0}, {0, -1});
     path.closeSubpath();
-    add(path);
+    add(path).end();
 }
 
 bool Preset::simple(const std::string& name)
 {
     if (name == "rect" || name == "flowChartProcess" || name == "actionButtonBlank") {
-        add(polygon({{0, 0}, {w, 0}, {w, h}, {0, h}}));
+        polygon({{0, 0}, {w, 0}, {w, h}, {0, h}}).end();
     } else if (name == "roundRect") {
         rounded("adj", 0.16667);
     } else if (name == "ellipse" || name == "flowChartConnector") {
@@ -137,11 +112,11 @@ bool Preset::simple(const std::string& name)
         QPainterPath path;
         name == "donut" ? path.addEllipse(whole()) : path.addRect(whole());
         name == "donut" ? path.addEllipse(hole) : path.addRect(hole);
-        add(path);
+        add(path).end();
     } else if (name == "pie" || name == "chord" || name == "arc") {
         const bool isArc = name == "arc";
-        const double from = m_values.value("adj1", isArc ? 16200000 : name == "pie" ? 0 : 2700000) / 60000;
-        const double to = m_values.value("adj2", isArc ? 0 : 16200000) / 60000;
+        const double from = values().value("adj1", isArc ? 16200000 : name == "pie" ? 0 : 2700000) / 60000;
+        const double to = values().value("adj2", isArc ? 0 : 16200000) / 60000;
         double sweep = std::fmod(to - from, 360);
         if (sweep <= 0)
             sweep += 360;
@@ -152,7 +127,7 @@ bool Preset::simple(const std::string& name)
             curve.lineTo(whole().center());
         if (!isArc)
             curve.closeSubpath();
-        add(curve, !isArc);
+        add(curve).end(isArc ? Use::Lines : Use::Whole);
     } else {
         return false;
     }
@@ -167,19 +142,19 @@ void Preset::can(double lid)
     side.lineTo(w, h - lid);
     side.arcTo({0, h - 2 * lid, w, 2 * lid}, 0, -180);
     side.closeSubpath();
-    add(side);
+    add(side).end();
     QPainterPath edge;
     edge.moveTo(0, lid);
     edge.arcTo({0, 0, w, 2 * lid}, 180, 180);
-    add(edge, false);
-    textIn(0, 2 * lid, w, h - lid);
+    add(edge).end(Use::Lines);
+    text(0, 2 * lid, w, h - lid);
 }
 
 /// Its points on the ellipse of the shape; stars of five and six points are stretched until they touch its sides.
 void Preset::star(int points, double inner)
 {
-    const double across = w / 2 * share("hf", points == 5 ? 1.05146 : points == 6 ? 1.1547 : 1);
-    const double down = h / 2 * share("vf", points == 5 ? 1.10557 : 1);
+    const double across = w / 2 * share("hf", points == 5 ? 1.05146 : points == 6 ? 1.1547 : 1, -10, 10);
+    const double down = h / 2 * share("vf", points == 5 ? 1.10557 : 1, -10, 10);
     const QPointF center(w / 2, points == 5 ? down : h / 2);
     const double ratio = share("adj", inner, 0, 0.5) * 2;
     QPolygonF corners;
@@ -187,66 +162,65 @@ void Preset::star(int points, double inner)
         const double angle = std::numbers::pi * (i / double(points) - 0.5), size = i % 2 ? ratio : 1;
         corners << center + QPointF(across * size * std::cos(angle), down * size * std::sin(angle));
     }
-    QPainterPath path;
-    path.addPolygon(corners);
-    path.closeSubpath();
-    add(path);
-    textIn(w * 0.25, h * 0.3, w * 0.75, h * 0.75);
+    polygon(corners).end();
+    text(w * 0.25, h * 0.3, w * 0.75, h * 0.75);
 }
 
 bool Preset::polygons(const std::string& name)
 {
     if (name == "triangle" || name == "flowChartExtract") {
         const double apex = w * share("adj", 0.5, 0, 1);
-        add(polygon({{apex, 0}, {w, h}, {0, h}}));
-        textIn(apex / 2, h / 2, apex / 2 + w / 2, h);
+        polygon({{apex, 0}, {w, h}, {0, h}}).end();
+        text(apex / 2, h / 2, apex / 2 + w / 2, h);
     } else if (name == "rtTriangle") {
-        add(polygon({{0, 0}, {w, h}, {0, h}}));
-        textIn(w / 12, h * 7 / 12, w * 7 / 12, h * 11 / 12);
+        polygon({{0, 0}, {w, h}, {0, h}}).end();
+        text(w / 12, h * 7 / 12, w * 7 / 12, h * 11 / 12);
     } else if (name == "diamond" || name == "flowChartDecision") {
-        add(polygon({{w / 2, 0}, {w, h / 2}, {w / 2, h}, {0, h / 2}}));
-        textIn(w / 4, h / 4, w * 3 / 4, h * 3 / 4);
+        polygon({{w / 2, 0}, {w, h / 2}, {w / 2, h}, {0, h / 2}}).end();
+        text(w / 4, h / 4, w * 3 / 4, h * 3 / 4);
     } else if (name == "parallelogram" || name == "flowChartInputOutput") {
         const double slant = name == "parallelogram" ? ss * share("adj", 0.25, 0, w / std::max(ss, 1.0)) : w / 5;
-        add(polygon({{slant, 0}, {w, 0}, {w - slant, h}, {0, h}}));
-        textIn(slant / 2, 0, w - slant / 2, h);
+        polygon({{slant, 0}, {w, 0}, {w - slant, h}, {0, h}}).end();
+        text(slant / 2, 0, w - slant / 2, h);
     } else if (name == "trapezoid") {
         const double slant = ss * share("adj", 0.25, 0, 0.5 * w / std::max(ss, 1.0));
-        add(polygon({{slant, 0}, {w - slant, 0}, {w, h}, {0, h}}));
-        textIn(slant / 2, h / 6, w - slant / 2, h);
+        polygon({{slant, 0}, {w - slant, 0}, {w, h}, {0, h}}).end();
+        text(slant / 2, h / 6, w - slant / 2, h);
     } else if (name == "hexagon" || name == "flowChartPreparation") {
         const double cut = name == "hexagon" ? ss * share("adj", 0.25, 0, 0.5 * w / std::max(ss, 1.0)) : w / 5;
-        add(polygon({{cut, 0}, {w - cut, 0}, {w, h / 2}, {w - cut, h}, {cut, h}, {0, h / 2}}));
-        textIn(cut / 2, h / 8, w - cut / 2, h * 7 / 8);
+        polygon({{cut, 0}, {w - cut, 0}, {w, h / 2}, {w - cut, h}, {cut, h}, {0, h / 2}}).end();
+        text(cut / 2, h / 8, w - cut / 2, h * 7 / 8);
     } else if (name == "octagon") {
         const double c = ss * share("adj", 0.29289, 0, 0.5);
-        add(polygon({{c, 0}, {w - c, 0}, {w, c}, {w, h - c}, {w - c, h}, {c, h}, {0, h - c}, {0, c}}));
-        textIn(c / 2, c / 2, w - c / 2, h - c / 2);
+        polygon({{c, 0}, {w - c, 0}, {w, c}, {w, h - c}, {w - c, h}, {c, h}, {0, h - c}, {0, c}}).end();
+        text(c / 2, c / 2, w - c / 2, h - c / 2);
     } else if (name == "pentagon") {
         const double side = std::sin(std::numbers::pi / 10) * 0.5 * 1.10557,
                      foot = 0.5 * std::sin(std::numbers::pi / 5) * 1.05146;
         const double middle = 0.5 * 1.10557;
-        add(polygon({{w / 2, 0},
-                     {w, h * (middle - side)},
-                     {w * (0.5 + foot), h},
-                     {w * (0.5 - foot), h},
-                     {0, h * (middle - side)}}));
-        textIn(w * 0.2, h * 0.2, w * 0.8, h);
+        polygon({{w / 2, 0},
+                 {w, h * (middle - side)},
+                 {w * (0.5 + foot), h},
+                 {w * (0.5 - foot), h},
+                 {0, h * (middle - side)}})
+            .end();
+        text(w * 0.2, h * 0.2, w * 0.8, h);
     } else if (name == "plus") {
         const double c = ss * share("adj", 0.25, 0, 0.5);
-        add(polygon({{c, 0},
-                     {w - c, 0},
-                     {w - c, c},
-                     {w, c},
-                     {w, h - c},
-                     {w - c, h - c},
-                     {w - c, h},
-                     {c, h},
-                     {c, h - c},
-                     {0, h - c},
-                     {0, c},
-                     {c, c}}));
-        textIn(c / 2, c / 2, w - c / 2, h - c / 2);
+        polygon({{c, 0},
+                 {w - c, 0},
+                 {w - c, c},
+                 {w, c},
+                 {w, h - c},
+                 {w - c, h - c},
+                 {w - c, h},
+                 {c, h},
+                 {c, h - c},
+                 {0, h - c},
+                 {0, c},
+                 {c, c}})
+            .end();
+        text(c / 2, c / 2, w - c / 2, h - c / 2);
     } else if (name.starts_with("star")) {
         static constexpr std::pair<std::string_view, double> inner[] = {
             {"star4", 0.125},    {"star5", 0.19098}, {"star6", 0.28868}, {"star7", 0.34601}, {"star8", 0.375},
@@ -255,7 +229,7 @@ bool Preset::polygons(const std::string& name)
             if (known == name)
                 star(std::stoi(name.substr(4)), ratio);
         }
-        return !m_made.paths.empty();
+        return !outline().paths.empty();
     } else {
         return false;
     }
@@ -268,7 +242,7 @@ void Preset::arrow(int quarterTurns, bool bothEnds, bool notched)
     const bool upright = quarterTurns % 2;
     const double length = upright ? h : w, width = upright ? w : h, middle = width / 2;
     const double half = width * share("adj1", 0.5, 0, 1) / 2;
-    const double head = std::min(ss * share("adj2", 0.5, 0), bothEnds ? length / 2 : length);
+    const double head = std::min(ss * share("adj2", 0.5, 0, 10), bothEnds ? length / 2 : length);
     const double notch = notched && width > 0 ? head * half / (width / 2) : 0;
     QPolygonF points;
     points << QPointF(length, middle) << QPointF(length - head, width) << QPointF(length - head, middle + half);
@@ -290,8 +264,8 @@ void Preset::arrow(int quarterTurns, bool bothEnds, bool notched)
         turn = QTransform(-1, 0, 0, 1, w, 0);
     else if (quarterTurns == 3)
         turn = QTransform(0, -1, 1, 0, 0, h);
-    add(turn.map(path));
-    m_made.textRect = turn.mapRect(text);
+    add(turn.map(path)).end();
+    outline().textRect = turn.mapRect(text);
 }
 
 bool Preset::arrows(const std::string& name)
@@ -307,11 +281,11 @@ bool Preset::arrows(const std::string& name)
     } else if (name == "notchedRightArrow") {
         arrow(0, false, true);
     } else if (name == "homePlate" || name == "chevron") {
-        const double point = std::min(ss * share("adj", 0.5, 0), w), notch = name == "chevron" ? point : 0;
-        add(polygon({{0, 0}, {w - point, 0}, {w, h / 2}, {w - point, h}, {0, h}, {notch, h / 2}}));
-        textIn(notch, 0, name == "chevron" ? w - point : w - point / 2, h);
+        const double point = std::min(ss * share("adj", 0.5, 0, 10), w), notch = name == "chevron" ? point : 0;
+        polygon({{0, 0}, {w - point, 0}, {w, h / 2}, {w - point, h}, {0, h}, {notch, h / 2}}).end();
+        text(notch, 0, name == "chevron" ? w - point : w - point / 2, h);
     }
-    return !m_made.paths.empty();
+    return !outline().paths.empty();
 }
 
 /// A box with a tip that points at its place; the tip leaves the side that it is nearest to.
@@ -344,9 +318,9 @@ void Preset::callout(bool isEllipse, double radius)
     }
     wedge.addPolygon(QPolygonF(QList<QPointF>{first, tip, second, center}));
     wedge.closeSubpath();
-    add(box.united(wedge));
+    add(box.united(wedge)).end();
     const double inset = isEllipse ? (1 - std::numbers::sqrt2 / 2) / 2 : 0;
-    textIn(w * inset, h * inset, w * (1 - inset), h * (1 - inset));
+    text(w * inset, h * inset, w * (1 - inset), h * (1 - inset));
 }
 
 bool Preset::callouts(const std::string& name)
@@ -365,7 +339,7 @@ bool Preset::callouts(const std::string& name)
 /// Two bows from the top and the bottom that meet in a point at the side.
 void Preset::curlyBrace(bool left)
 {
-    const double r = std::min(ss * share("adj1", 0.08333, 0), h / 4), middle = h * share("adj2", 0.5, 0, 1);
+    const double r = std::min(ss * share("adj1", 0.08333, 0, 10), h / 4), middle = h * share("adj2", 0.5, 0, 1);
     const double upper = std::min(r, middle / 2), lower = std::min(r, (h - middle) / 2), half = w / 2;
     QPainterPath path(QPointF(w, 0));
     path.quadTo(half, 0, half, upper);
@@ -374,19 +348,19 @@ void Preset::curlyBrace(bool left)
     path.quadTo(half, middle, half, middle + lower);
     path.lineTo(half, h - lower);
     path.quadTo(half, h, w, h);
-    add(left ? path : QTransform(-1, 0, 0, 1, w, 0).map(path), false);
+    add(left ? path : QTransform(-1, 0, 0, 1, w, 0).map(path)).end(Use::Lines);
 }
 
 bool Preset::brackets(const std::string& name)
 {
     const bool left = name == "leftBracket" || name == "leftBrace";
     if (name == "leftBracket" || name == "rightBracket") {
-        const double r = std::min(ss * share("adj", 0.08333, 0), h / 2);
+        const double r = std::min(ss * share("adj", 0.08333, 0, 10), h / 2);
         QPainterPath path(QPointF(w, 0));
         path.arcTo({0, 0, 2 * w, 2 * r}, 90, 90);
         path.lineTo(0, h - r);
         path.arcTo({0, h - 2 * r, 2 * w, 2 * r}, 180, 90);
-        add(left ? path : QTransform(-1, 0, 0, 1, w, 0).map(path), false);
+        add(left ? path : QTransform(-1, 0, 0, 1, w, 0).map(path)).end(Use::Lines);
     } else if (name == "leftBrace" || name == "rightBrace") {
         curlyBrace(left);
     } else if (name == "bracketPair") {
@@ -396,7 +370,7 @@ bool Preset::brackets(const std::string& name)
         path.lineTo(0, h - r);
         path.arcTo({0, h - 2 * r, 2 * r, 2 * r}, 180, 90);
         path.addPath(QTransform(-1, 0, 0, 1, w, 0).map(path));
-        add(path, false);
+        add(path).end(Use::Lines);
     } else {
         return false;
     }
@@ -441,7 +415,7 @@ bool Preset::connectors(const std::string& name)
             path.cubicTo((from + points[i]) / 2, (points[i] + to) / 2, to);
         }
     }
-    add(path, false);
+    add(path).end(Use::Lines);
     return true;
 }
 
@@ -450,41 +424,41 @@ bool Preset::flowCharts(const std::string& name)
     if (name == "flowChartTerminator") {
         QPainterPath path;
         path.addRoundedRect(whole(), std::min(w / 6, h / 2), h / 2);
-        add(path);
+        add(path).end();
     } else if (name == "flowChartAlternateProcess") {
         rounded("adj", 0.16667);
     } else if (name == "flowChartMerge") {
-        add(polygon({{0, 0}, {w, 0}, {w / 2, h}}));
-        textIn(w / 4, 0, w * 3 / 4, h / 2);
+        polygon({{0, 0}, {w, 0}, {w / 2, h}}).end();
+        text(w / 4, 0, w * 3 / 4, h / 2);
     } else if (name == "flowChartOffpageConnector") {
-        add(polygon({{0, 0}, {w, 0}, {w, h * 4 / 5}, {w / 2, h}, {0, h * 4 / 5}}));
+        polygon({{0, 0}, {w, 0}, {w, h * 4 / 5}, {w / 2, h}, {0, h * 4 / 5}}).end();
     } else if (name == "flowChartManualInput") {
-        add(polygon({{0, h / 5}, {w, 0}, {w, h}, {0, h}}));
+        polygon({{0, h / 5}, {w, 0}, {w, h}, {0, h}}).end();
     } else if (name == "flowChartManualOperation") {
-        add(polygon({{0, 0}, {w, 0}, {w * 4 / 5, h}, {w / 5, h}}));
+        polygon({{0, 0}, {w, 0}, {w * 4 / 5, h}, {w / 5, h}}).end();
     } else if (name == "flowChartPredefinedProcess") {
-        add(polygon({{0, 0}, {w, 0}, {w, h}, {0, h}}));
+        polygon({{0, 0}, {w, 0}, {w, h}, {0, h}}).end();
         QPainterPath lines(QPointF(w / 8, 0));
         lines.lineTo(w / 8, h);
         lines.moveTo(w * 7 / 8, 0);
         lines.lineTo(w * 7 / 8, h);
-        add(lines, false);
-        textIn(w / 8, 0, w * 7 / 8, h);
+        add(lines).end(Use::Lines);
+        text(w / 8, 0, w * 7 / 8, h);
     } else if (name == "flowChartDocument") {
         QPainterPath path(QPointF(0, 0));
         path.lineTo(w, 0);
         path.lineTo(w, h * 0.8);
         path.cubicTo(w / 2, h * 0.8, w / 2, h * 1.13, 0, h * 0.93);
         path.closeSubpath();
-        add(path);
-        textIn(0, 0, w, h * 0.8);
+        add(path).end();
+        text(0, 0, w, h * 0.8);
     } else if (name == "flowChartDelay") {
         QPainterPath path(QPointF(0, 0));
         path.lineTo(w / 2, 0);
         path.arcTo(whole(), 90, -180);
         path.lineTo(0, h);
         path.closeSubpath();
-        add(path);
+        add(path).end();
     } else {
         return false;
     }
